@@ -1,0 +1,45 @@
+# The few kinds of target that the project has.
+
+# oribund_folder(NAME SOURCES a.cpp ... DEPENDS base ...)
+#   One folder of the library: the static library oribund_NAME, whose objects also go into liboribund.so.
+#   DEPENDS names other folders and is where the direction of the include arrows is written down.
+function(oribund_folder name)
+  cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
+  add_library(oribund_${name} STATIC ${arg_SOURCES})
+  target_include_directories(oribund_${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  foreach(folder IN LISTS arg_DEPENDS)
+    target_link_libraries(oribund_${name} PUBLIC oribund_${folder})
+  endforeach()
+  set_property(GLOBAL APPEND PROPERTY ORIBUND_FOLDERS oribund_${name})
+endfunction()
+
+# workbench_folder(NAME SOURCES a.cpp ... LINK libraries ...)
+#   One folder of the workbench, as the static library workbench_NAME.
+function(workbench_folder name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  add_library(workbench_${name} STATIC ${arg_SOURCES})
+  target_include_directories(workbench_${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(workbench_${name} PUBLIC ${arg_LINK})
+endfunction()
+
+# oribund_test(NAME SOURCES a.cpp ... LINK libraries ... [LABELS label ...])
+#   A GoogleTest program test_NAME, run whole as one ctest entry.
+function(oribund_test name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK;LABELS" ${ARGN})
+  add_executable(test_${name} ${arg_SOURCES})
+  target_include_directories(test_${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(test_${name} PRIVATE ${arg_LINK} GTest::gmock GTest::gtest_main)
+  add_test(NAME ${name} COMMAND test_${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+  if(arg_LABELS)
+    set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}")
+  endif()
+endfunction()
+
+# oribund_bench(NAME SOURCES a.cpp ... LINK libraries ...): a Google Benchmark program bench_NAME.
+function(oribund_bench name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(bench_${name} ${arg_SOURCES})
+  target_include_directories(bench_${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(bench_${name} PRIVATE ${arg_LINK} benchmark::benchmark_main)
+endfunction()

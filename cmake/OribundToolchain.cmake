@@ -1,0 +1,21 @@
+# Compiler settings that every target of the project shares.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+                    -Wconversion -Wno-sign-conversion)
+
+if(ORIBUND_SANITIZE)
+  add_compile_options(-fsanitize=${ORIBUND_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${ORIBUND_SANITIZE})
+endif()
+
+find_program(ORIBUND_CCACHE ccache)
+if(ORIBUND_CCACHE)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${ORIBUND_CCACHE})
+endif()
