@@ -1,0 +1,22 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+namespace oribund
+{
+
+/** The value of a colour parameter or of a soft range: four doubles, whose meaning the parameter knows. */
+struct ColourData {
+    std::array<double, 4> values{};
+
+    constexpr double& operator[](std::size_t i) noexcept { return values[i]; }
+
+    constexpr double operator[](std::size_t i) const noexcept { return values[i]; }
+
+    static constexpr std::size_t size() noexcept { return 4; }
+
+    constexpr bool operator==(const ColourData&) const noexcept = default;
+};
+
+} // namespace oribund
