@@ -1,0 +1,92 @@
+#include "tests/support/TestHost.h"
+
+#include <gtest/gtest.h>
+
+namespace oribund
+{
+namespace
+{
+
+TEST(Preferences, GiveTheDefaultUntilSomethingIsStoredAndThenWhatWasStored)
+{
+    test::TestHost host;
+    EXPECT_EQ(prefs().getPreference("Area : item", 7), 7);
+    EXPECT_EQ(prefs().getPreference("Area : item", "none"), String("none"));
+
+    prefs().setPreference("Area : item", 12);
+    EXPECT_EQ(prefs().getPreference("Area : item", 7), 12);
+    EXPECT_EQ(prefs().getPreference("area : item", 7), 7) << "keys are exact";
+
+    prefs().setPreference("Area : text", "a literal is no flag");
+    EXPECT_EQ(prefs().getPreference("Area : text", String()), String("a literal is no flag"));
+    prefs().setPreference("Area : wide", WString(L"Größe \u2713"));
+    EXPECT_EQ(prefs().getPreference("Area : wide", WString()), WString(L"Größe \u2713"));
+}
+
+TEST(Preferences, ConvertOnlyWhatLosesNothing)
+{
+    test::TestHost host;
+    prefs().setPreference("number", 2);
+    EXPECT_EQ(prefs().getPreference("number", 0.5), 2.0);
+    EXPECT_TRUE(prefs().getPreference("number", false));
+    EXPECT_EQ(prefs().getPreference("number", String()), String("2"));
+
+    prefs().setPreference("real", 2.5);
+    EXPECT_EQ(prefs().getPreference("real", 9), 9) << "half a unit would be lost";
+    prefs().setPreference("huge", 1e12);
+    EXPECT_EQ(prefs().getPreference("huge", 9), 9);
+    prefs().setPreference("text", "41");
+    EXPECT_EQ(prefs().getPreference("text", 9), 41);
+    prefs().setPreference("words", "forty-one");
+    EXPECT_EQ(prefs().getPreference("words", 9), 9);
+    EXPECT_EQ(prefs().getPreference("words", 0.5), 0.5);
+}
+
+TEST(Texts, ComeFromTheHostWithPlaceholdersReplacedAndGapsSeen)
+{
+    test::TestHost host;
+    host.textOf[{11576, 0}] = L"Effects on $TRACK$";
+    EXPECT_EQ(displayText(UIString(11576, 0).withPlaceholder("TRACK", L"V1")), WString(L"Effects on V1"));
+    EXPECT_EQ(displayText(UIString(L"Cost: 5$ for $TRACK$")), WString(L"Cost: 5$ for $TRACK$"))
+        << "what is no known placeholder stays";
+    EXPECT_EQ(displayText(12345), WString(L"#12345"));
+
+    showMessage(UIString(11576, 0).withPlaceholder("TRACK", L"A2"));
+    EXPECT_EQ(host.shown, std::vector<std::string>{"Effects on A2"});
+}
+
+TEST(ShutdownSequence, RunsEachCallbackOnceByPriorityThenByAge)
+{
+    std::string order;
+    ShutdownSequence sequence;
+    const auto append = [&order](char name) { return [&order, name](Shutdown::eExitType) { order += name; }; };
+    sequence.add(append('c'), 50);
+    sequence.add(append('a'), 100);
+    sequence.add(append('b'), 100);
+    sequence.add([&](Shutdown::eExitType) { sequence.add(append('e'), 1000); }, 10);
+    sequence.add(append('d'), 5);
+    sequence.run(Shutdown::eExitType::Normal);
+    EXPECT_EQ(order, "abced") << "one added while running comes next by its priority";
+    sequence.run(Shutdown::eExitType::Normal);
+    EXPECT_EQ(order, "abced");
+}
+
+TEST(Host, IsAskedForInstalledAndRestored)
+{
+    EXPECT_FALSE(Host::isInstalled());
+    {
+        test::TestHost outer;
+        {
+            test::TestHost inner;
+            EXPECT_EQ(&Host::current(), &inner);
+            logf("AddEffect : %s\n", "Blur");
+            EXPECT_EQ(inner.logged, std::vector<std::string>{"AddEffect : Blur\n"});
+        }
+        EXPECT_EQ(&Host::current(), &outer);
+        EXPECT_TRUE(outer.logged.empty());
+    }
+    EXPECT_DEATH(prefs(), "no host is installed");
+}
+
+} // namespace
+} // namespace oribund

@@ -1,0 +1,138 @@
+#pragma once
+
+#include "oribund/host/base/UIString.h"
+#include "oribund/host/edit/CompoundEffectMonitor.h"
+#include "oribund/host/edit/Cue.h"
+#include "oribund/host/edit/Edit.h"
+#include "oribund/host/edit/FXViewHandle.h"
+#include "oribund/host/edit/Vob.h"
+#include "oribund/host/effects/EffectInstance.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace oribund::test
+{
+
+/** An edit of one track, at 25 frames a second, that counts the undo steps opened and closed. */
+class FakeEdit : public Edit
+{
+public:
+    Cookie getCookie() const override { return {}; }
+
+    double getCelResolution() const override { return 0.04; }
+
+    double getEndTime() const override { return 100.0; }
+
+    bool isReadOnly() const override { return readOnly; }
+
+    const CueList& getCues() const override { return cues; }
+
+    void startModify(const UIString&) override { ++open; }
+
+    void endModify() override
+    {
+        if (--open == 0)
+            ++steps;
+    }
+
+    bool readOnly = false;
+    CueList cues;
+    int open = 0;
+    int steps = 0;
+};
+
+/** A monitor over a list of effects with their regions. */
+class FakeMonitor : public CompoundEffectMonitor
+{
+public:
+    explicit FakeMonitor(Vob& vob)
+        : CompoundEffectMonitor(vob)
+    {
+    }
+
+    std::vector<Kt::Ptr<EffectInstance>> getEffects(const IdStamp&) const override
+    {
+        std::vector<Kt::Ptr<EffectInstance>> all;
+        for (const auto& [effect, region] : effects)
+            all.push_back(effect);
+        return all;
+    }
+
+    Kt::Ptr<EffectInstance> findEffect(const IdStamp& id) const override
+    {
+        const auto found = find(id);
+        return found == effects.end() ? Kt::Ptr<EffectInstance>() : found->first;
+    }
+
+    NumRange<double> getEditRegion(const IdStamp& id) const override
+    {
+        const auto found = find(id);
+        return found == effects.end() ? NumRange<double>(0.0, 0.0) : found->second;
+    }
+
+    /** Tells the clients of a change with the given code, as a host does. */
+    void tell(EffectChangeCode code, const IdStamp& effect, unsigned flags = 0)
+    {
+        EffectChangeDescription change;
+        change.code = code;
+        change.effect = effect;
+        change.flags = flags;
+        effectChanged(change);
+    }
+
+    std::vector<std::pair<Kt::Ptr<EffectInstance>, NumRange<double>>> effects;
+
+private:
+    std::vector<std::pair<Kt::Ptr<EffectInstance>, NumRange<double>>>::const_iterator find(const IdStamp& id) const
+    {
+        return std::find_if(effects.begin(), effects.end(), [&id](const auto& entry) { return entry.first->id() == id; });
+    }
+};
+
+/** A viewer of a FakeEdit. */
+class FakeVob : public Vob
+{
+public:
+    FakeVob()
+        : edit(Kt::makePtr<FakeEdit>())
+        , currentTime(0.0)
+        , monitor(std::make_unique<FakeMonitor>(*this))
+    {
+    }
+
+    EditPtr getEdit() const override { return edit; }
+
+    ValServer<double>& getCurrentTimeServer() override { return currentTime; }
+
+    void setCurrentTime(double time) override { currentTime.set(time); }
+
+    CompoundEffectMonitor* getEffectMonitor() override { return monitor.get(); }
+
+    bool isPlaying() const override { return playing; }
+
+    void stopPlay() override { playing = false; }
+
+    NumRange<double> getViewRange() const override { return viewRange; }
+
+    void setViewRange(const NumRange<double>& range) override { viewRange = range; }
+
+    std::vector<IdStamp> getSelectedChans() const override { return {}; }
+
+    /** Puts an effect on the edit and gives its handle. */
+    FXViewHandle add(const Kt::Ptr<EffectInstance>& effect, double start = 0.0, double end = 10.0)
+    {
+        monitor->effects.emplace_back(effect, NumRange<double>(start, end));
+        return FXViewHandle(monitor->getFXVob(effect));
+    }
+
+    Kt::Ptr<FakeEdit> edit;
+    ValServer<double> currentTime;
+    std::unique_ptr<FakeMonitor> monitor;
+    bool playing = false;
+    NumRange<double> viewRange{0.0, 100.0};
+};
+
+} // namespace oribund::test
