@@ -1,0 +1,55 @@
+#pragma once
+
+#include "oribund/host/notify/NotifierBase.h"
+
+namespace oribund
+{
+
+/** What a notifier of `Event` calls. MethodCallback is the usual one. */
+template <class Event>
+class CallbackBase : public CallbackNode
+{
+public:
+    /** The result is for the observer's own use; notifiers ignore it. */
+    virtual int call(const Event& event) = 0;
+
+protected:
+    CallbackBase() noexcept = default;
+    ~CallbackBase() = default;
+};
+
+/** Tells its registered callbacks of events, in the order of registration; see NotifierBase for what is safe. */
+template <class Event>
+class Notifier : public NotifierBase
+{
+public:
+    /** Calls `callback` from the next notification on, as long as neither side is destroyed. */
+    void registerInterest(CallbackBase<Event>& callback, NotifyMsgType type = NotifyMsgType::Any) noexcept
+    {
+        add(callback, type);
+    }
+
+    /** Calls every callback. */
+    void notify(const Event& event)
+    {
+        if (!hasObservers())
+            return;
+        Pass pass(*this);
+        while (CallbackNode* node = pass.take())
+            static_cast<CallbackBase<Event>*>(node)->call(event);
+    }
+
+    /** Calls those callbacks that were registered for this kind of message or for any. */
+    void notify(const Event& event, NotifyMsgType type)
+    {
+        if (!hasObservers())
+            return;
+        Pass pass(*this);
+        while (CallbackNode* node = pass.take()) {
+            if (Pass::wants(*node, type))
+                static_cast<CallbackBase<Event>*>(node)->call(event);
+        }
+    }
+};
+
+} // namespace oribund
