@@ -23,7 +23,9 @@ function(workbench_folder name)
 endfunction()
 
 # oribund_test(NAME SOURCES a.cpp ... LINK libraries ... [LABELS label ...])
-#   A GoogleTest program test_NAME, run whole as one ctest entry.
+#   A GoogleTest program test_NAME, run whole as one ctest entry. Two labels mean something to ./test:
+#   `threads`: it starts threads, so it is also built (as part of threaded_tests) and run under the thread sanitizer;
+#   `nosan`: it is not run under the address sanitizer (say what for where you set it).
 function(oribund_test name)
   cmake_parse_arguments(arg "" "" "SOURCES;LINK;LABELS" ${ARGN})
   add_executable(test_${name} ${arg_SOURCES})
@@ -34,6 +36,9 @@ function(oribund_test name)
   if(arg_LABELS)
     set_tests_properties(${name} PROPERTIES LABELS "${arg_LABELS}")
   endif()
+  if("threads" IN_LIST arg_LABELS)
+    add_dependencies(threaded_tests test_${name})
+  endif()
 endfunction()
 
 # oribund_bench(NAME SOURCES a.cpp ... LINK libraries ...): a Google Benchmark program bench_NAME.
@@ -42,4 +47,16 @@ function(oribund_bench name)
   add_executable(bench_${name} ${arg_SOURCES})
   target_include_directories(bench_${name} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(bench_${name} PRIVATE ${arg_LINK} benchmark::benchmark_main)
+endfunction()
+
+# oribund_fuzz(NAME SOURCES a.cpp ... LINK libraries ...)
+#   A libFuzzer program fuzz_NAME. The files in corpus/NAME beside its CMakeLists.txt are where it starts from.
+function(oribund_fuzz name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LINK" ${ARGN})
+  add_executable(fuzz_${name} ${arg_SOURCES})
+  target_include_directories(fuzz_${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(fuzz_${name} PRIVATE ${arg_LINK})
+  target_link_options(fuzz_${name} PRIVATE -fsanitize=fuzzer)
+  set_target_properties(fuzz_${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/fuzz)
+  add_dependencies(fuzzers fuzz_${name})
 endfunction()

@@ -7,12 +7,20 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-add_compile_options(-Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
-                    -Wconversion -Wno-sign-conversion)
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion
+                    -Wno-sign-conversion)
+# Warnings are errors with the compiler that the code is kept clean for; another one may have opinions of its own.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  add_compile_options(-Werror)
+endif()
 
 if(ORIBUND_SANITIZE)
   add_compile_options(-fsanitize=${ORIBUND_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
   add_link_options(-fsanitize=${ORIBUND_SANITIZE})
+endif()
+if(ORIBUND_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
 find_program(ORIBUND_CCACHE ccache)

@@ -1,0 +1,6 @@
+cmake_minimum_required(VERSION 3.25)
+
+# Installs the library of BUILD into PREFIX, from nothing, so that what an older run left there cannot help.
+file(REMOVE_RECURSE ${PREFIX})
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${BUILD} --prefix ${PREFIX} --component library
+                COMMAND_ERROR_IS_FATAL ANY)
