@@ -1,0 +1,102 @@
+#pragma once
+
+#include "oribund/host/base/Export.h"
+#include "oribund/host/canvas/Border.h"
+#include "oribund/host/toolkit/MenuGlob.h"
+#include "oribund/host/toolkit/TabOrderManager.h"
+#include "oribund/host/toolkit/TabOrderableHost.h"
+#include "oribund/host/toolkit/WidgetSurround.h"
+
+#include <concepts>
+#include <memory>
+#include <vector>
+
+namespace oribund
+{
+
+/**
+ * A panel with a border and widgets inside. It remembers where each widget was put and places all of them again, in the
+ * order in which they were added, when it or one of them changes size or visibility. A hidden widget takes no room:
+ * what stands below it moves up.
+ */
+class ORIBUND_API StandardPanel : public MenuGlob, public TabOrderManager, public TabOrderableHost
+{
+public:
+    explicit StandardPanel(const GlobCreationInfo& info);
+    ~StandardPanel() override;
+
+    /** Adds a widget at a position; the panel owns it. Returns it. */
+    template <std::derived_from<Glob> T>
+    T* addWidget(std::unique_ptr<T> widget, const WidgetPosition& position, const WidgetSurround& surround = {})
+    {
+        T* raw = widget.get();
+        place(std::move(widget), position, surround);
+        return raw;
+    }
+
+    /** Destroys a widget that was added; what stands beside it is then placed in relation to what it stood beside. */
+    void destroyWidget(Glob& widget);
+
+    /** The widget added last and still there; null in an empty panel. */
+    Glob* previousWidget() const;
+
+    /** Moves a widget that was added to another position. */
+    void setWidgetPosition(Glob& widget, const WidgetPosition& position);
+
+    const Border& getBorder() const { return border_; }
+
+    void setBorder(const Border& border);
+
+    /** Where widgets stand: what the border leaves, in the panel's own coordinates. */
+    virtual Kt::Box<int> getUserArea() const;
+
+    /** For what stands in a title row: the panel's palette with the heading colour for text. */
+    virtual Palette makeTitleAreaPalette() const;
+
+    /** Whether a container that folds away its contents may do so with this widget. */
+    virtual bool widgetVisibilityCanChange(const Glob* widget) const;
+
+    /** The stops of its own tab order; without any those of the widgets in it. */
+    void getTabOrderables(std::vector<TabOrderable*>& stops) override;
+
+    using Glob::resize;
+    void resize(double width, double height) override;
+    void setActive(bool active, eRedrawFlag redrawFlag = eRedrawFlag::Yes) override;
+    void draw(CanvasRenderer& renderer) override;
+    std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
+
+protected:
+    virtual void drawBorder(CanvasRenderer& renderer);
+
+    /** Places the widgets for the present size. */
+    virtual void layoutChildren();
+
+    void handleChildResize(const Glob* child, const XY<int>& oldSize) override;
+    void handleChildrenChanged(const Glob* child) override;
+
+    /** The lowest edge that the widgets need, their surround included, in the panel's coordinates. */
+    int contentBottom() const;
+
+    bool isLayingOut() const { return layingOut_; }
+
+    void setLayingOut(bool layingOut) { layingOut_ = layingOut; }
+
+private:
+    struct Placement {
+        Glob* widget;
+        WidgetPosition position;
+        WidgetSurround surround;
+    };
+
+    void place(std::unique_ptr<Glob> widget, const WidgetPosition& position, const WidgetSurround& surround);
+    void forget(const Glob* widget);
+    void placeWidget(const Placement& placement, const Kt::Box<int>& area);
+    const Placement* findPlacement(const Glob* widget) const;
+    int bottomOf(const Glob* widget, int areaTop) const;
+
+    Border border_;
+    std::vector<Placement> placements_;
+    bool layingOut_ = false;
+};
+
+} // namespace oribund

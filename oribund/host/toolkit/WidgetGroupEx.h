@@ -1,0 +1,104 @@
+#pragma once
+
+#include "oribund/host/base/Colour.h"
+#include "oribund/host/base/Export.h"
+#include "oribund/host/base/UIString.h"
+#include "oribund/host/toolkit/WidgetGroup.h"
+
+namespace oribund
+{
+
+/** A group with a title row above its widgets and, if wanted, a line that sets it off from what stands above. */
+class ORIBUND_API WidgetGroupEx : public WidgetGroup
+{
+public:
+    enum SeparatorStyle { eNoSeparator = 0, eSeparatorLine = 1 };
+
+    struct InitArgs : WidgetGroup::InitArgs {
+        using WidgetGroup::InitArgs::InitArgs;
+        /** Without a title there is no title row. */
+        UIString title;
+    };
+
+    explicit WidgetGroupEx(const InitArgs& args);
+
+    /** How far the widgets of a group stand to the right of its own left edge. */
+    static int childXOffset();
+
+    /** The height of a group of which nothing but the title row shows. */
+    int calcMinHeight() const;
+
+    const UIString& getTitle() const { return title_; }
+
+    void setTitle(const UIString& title);
+
+    /** SeparatorStyle; what it does not know counts as none. */
+    void setSeparatorStyle(int style);
+
+    /** What a pointer resting on the title tells. */
+    void setTitleContext(const UIString& context) { titleContext_ = context; }
+
+    void setTitlePalette(const Palette& palette);
+
+    void setTitleColour(const Colour& colour);
+
+    const Palette& getTitlePalette() const { return titlePalette_; }
+
+    /** Shows the title as active or greyed, whatever the group is. */
+    void setTitleActive(bool active, eRedrawFlag redrawFlag = eRedrawFlag::Yes);
+
+    bool isTitleActive() const { return titleActive_; }
+
+    void setTitleCursor(MouseCursor cursor);
+
+    int getTitleHeight() const;
+
+    /** The title row, in the group's coordinates; empty without one. */
+    Kt::Box<int> getTitleArea() const;
+
+    /** Puts a widget into the title row, centred upright, its right edge `fromRight` left of the row's end. */
+    template <std::derived_from<Glob> T>
+    T* addTitleWidget(std::unique_ptr<T> widget, int fromRight)
+    {
+        T* raw = widget.get();
+        placeInTitle(std::move(widget), fromRight);
+        return raw;
+    }
+
+    Kt::Box<int> getUserArea() const override;
+    UIString tooltip() const override;
+    UIString accessibleName() const override;
+    MouseCursor contextCursor(const XY<int>& local) const override;
+    bool widgetVisibilityCanChange(const Glob* widget) const override;
+    void draw(CanvasRenderer& renderer) override;
+    void setPalette(const Palette& palette, eRedrawFlag redrawFlag = eRedrawFlag::Yes) override;
+
+protected:
+    /** The title was given another text. */
+    virtual void handleTitleChange();
+
+    /** Where the title's text starts, from the row's left edge. */
+    virtual int titleTextOffset() const { return 0; }
+
+    void layoutChildren() override;
+
+private:
+    struct TitleWidget {
+        Glob* widget;
+        int fromRight;
+    };
+
+    void placeInTitle(std::unique_ptr<Glob> widget, int fromRight);
+    void pruneTitleWidgets() const;
+    int titleTextRight() const;
+
+    UIString title_;
+    UIString titleContext_;
+    Palette titlePalette_;
+    MouseCursor titleCursor_ = MouseCursor::Inherit;
+    mutable std::vector<TitleWidget> titleWidgets_;
+    int separatorStyle_ = eNoSeparator;
+    bool titleActive_ = true;
+};
+
+} // namespace oribund
