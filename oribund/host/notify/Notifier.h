@@ -32,23 +32,13 @@ public:
     /** Calls every callback. */
     void notify(const Event& event)
     {
-        if (!hasObservers())
-            return;
-        Pass pass(*this);
-        while (CallbackNode* node = pass.take())
-            static_cast<CallbackBase<Event>*>(node)->call(event);
+        forEachNode([&event](CallbackNode& node) { static_cast<CallbackBase<Event>&>(node).call(event); });
     }
 
     /** Calls those callbacks that were registered for this kind of message or for any. */
     void notify(const Event& event, NotifyMsgType type)
     {
-        if (!hasObservers())
-            return;
-        Pass pass(*this);
-        while (CallbackNode* node = pass.take()) {
-            if (Pass::wants(*node, type))
-                static_cast<CallbackBase<Event>*>(node)->call(event);
-        }
+        forEachNode(type, [&event](CallbackNode& node) { static_cast<CallbackBase<Event>&>(node).call(event); });
     }
 };
 

@@ -25,8 +25,8 @@ NotifierBase::~NotifierBase()
     const CriticalSection::Lock lock(section());
     while (CallbackNode* const node = first_.load(std::memory_order_relaxed))
         unlink(*node);
-    for (Pass* pass = passes_; pass; pass = pass->outer_)
-        pass->notifier_ = nullptr;
+    for (Pass* pass = passes_.load(std::memory_order_relaxed); pass; pass = pass->outer)
+        pass->notifier = nullptr;
 }
 
 void NotifierBase::add(CallbackNode& node, NotifyMsgType type) noexcept
@@ -50,9 +50,11 @@ void NotifierBase::add(CallbackNode& node, NotifyMsgType type) noexcept
 void NotifierBase::unlink(CallbackNode& node) noexcept
 {
     CallbackNode* const next = node.next_.load(std::memory_order_relaxed);
-    for (Pass* pass = passes_; pass; pass = pass->outer_) {
-        if (pass->next_ == &node)
-            pass->next_ = next;
+    for (Pass* pass = passes_.load(std::memory_order_relaxed); pass; pass = pass->outer) {
+        if (pass->next == &node) {
+            pass->next = next;
+            pass->disturbed = true;
+        }
     }
     (node.previous_ ? node.previous_->next_ : first_).store(next, std::memory_order_release);
     (next ? next->previous_ : tail_) = node.previous_;

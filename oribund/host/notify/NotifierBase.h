@@ -61,7 +61,7 @@ public:
     bool hasObservers() const noexcept { return first_.load(std::memory_order_relaxed) != nullptr; }
 
     /** Whether a notification of this notifier is running. */
-    bool notifying() const noexcept { return passes_ != nullptr; }
+    bool notifying() const noexcept { return passes_.load(std::memory_order_relaxed) != nullptr; }
 
 protected:
     NotifierBase() noexcept = default;
@@ -71,61 +71,72 @@ protected:
     /** Appends; a node that was registered anywhere leaves that place first. */
     void add(CallbackNode& node, NotifyMsgType type) noexcept;
 
-    /** A walk over the nodes that were registered when it began. Lives on the stack of a notification. */
-    class Pass
+    /** Calls `call(node)` for each node that was registered when it began and still is when its turn comes. */
+    template <class Call>
+    void forEachNode(Call call)
     {
-    public:
-        explicit Pass(NotifierBase& notifier) noexcept
-            : notifier_(&notifier)
-            , outer_(notifier.passes_)
-            , next_(notifier.first_.load(std::memory_order_acquire))
-            , last_(notifier.lastSerial_.load(std::memory_order_relaxed))
+        CallbackNode* node = first_.load(std::memory_order_acquire);
+        if (!node)
+            return;
+        const std::uint64_t last = lastSerial_.load(std::memory_order_relaxed);
+        Pass pass(*this);
+        do {
+            // The successor stays in a register: reading it back from the pass for each node would take longer than
+            // the call. Only a removal of that very node makes it be looked up again.
+            CallbackNode* next = node->next_.load(std::memory_order_acquire);
+            pass.next = next;
+            call(*node);
+            if (pass.disturbed) [[unlikely]] {
+                pass.disturbed = false;
+                next = pass.next;
+            }
+            node = next;
+        } while (node && node->serial_ <= last);
+    }
+
+    /** Calls `call(node)` as forEachNode(), for the nodes that want this type of message only. */
+    template <class Call>
+    void forEachNode(NotifyMsgType type, Call call)
+    {
+        forEachNode([&](CallbackNode& node) {
+            if (node.type_ == NotifyMsgType::Any || node.type_ == type)
+                call(node);
+        });
+    }
+
+private:
+    friend class CallbackNode;
+
+    /** A running notification; lives on its stack, and is what a removal brings up to date. */
+    struct Pass {
+        explicit Pass(NotifierBase& owner) noexcept
+            : notifier(&owner)
+            , outer(owner.passes_.load(std::memory_order_relaxed))
         {
-            notifier.passes_ = this;
+            owner.passes_.store(this, std::memory_order_relaxed);
         }
 
         ~Pass()
         {
-            if (notifier_)
-                notifier_->passes_ = outer_;
+            if (notifier)
+                notifier->passes_.store(outer, std::memory_order_relaxed);
         }
 
         Pass(const Pass&) = delete;
         Pass& operator=(const Pass&) = delete;
 
-        /** The next node, which the callback may destroy; null at the end. */
-        CallbackNode* take() noexcept
-        {
-            CallbackNode* const node = next_;
-            if (!node || node->serial_ > last_)
-                return nullptr;
-            next_ = node->next_.load(std::memory_order_acquire);
-            return node;
-        }
-
-        static bool wants(const CallbackNode& node, NotifyMsgType type) noexcept
-        {
-            return node.type_ == NotifyMsgType::Any || node.type_ == type;
-        }
-
-    private:
-        friend class NotifierBase;
-
-        NotifierBase* notifier_; // null once it has been destroyed
-        Pass* outer_;            // the notification within which this one runs
-        CallbackNode* next_;
-        std::uint64_t last_;
+        NotifierBase* notifier; // null once it has been destroyed
+        Pass* const outer;      // the notification within which this one runs
+        CallbackNode* next = nullptr;
+        bool disturbed = false; // `next` is another than the walk last saw
     };
-
-private:
-    friend class CallbackNode;
 
     static CriticalSection& section() noexcept;
     void unlink(CallbackNode& node) noexcept;
 
     std::atomic<CallbackNode*> first_{nullptr};
     std::atomic<std::uint64_t> lastSerial_{0};
-    Pass* passes_ = nullptr;
+    std::atomic<Pass*> passes_{nullptr}; // the running notifications, the innermost first
     CallbackNode* tail_ = nullptr;
 };
 

@@ -1,0 +1,35 @@
+#include "bench/notify/AllocationCount.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace
+{
+
+std::atomic<std::size_t> count{0};
+
+} // namespace
+
+std::size_t bench::allocationCount() noexcept
+{
+    return count.load(std::memory_order_relaxed);
+}
+
+void* operator new(std::size_t size)
+{
+    count.fetch_add(1, std::memory_order_relaxed);
+    if (void* memory = std::malloc(size > 0 ? size : 1))
+        return memory;
+    throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, std::size_t) noexcept
+{
+    std::free(memory);
+}
