@@ -1,0 +1,84 @@
+#pragma once
+
+#include "oribund/host/base/Colour.h"
+#include "oribund/host/base/Export.h"
+#include "oribund/host/notify/ChangeKind.h"
+#include "oribund/host/toolkit/EditSeries.h"
+#include "oribund/host/toolkit/StandardPanel.h"
+#include "oribund/host/toolkit/TabOrderable.h"
+
+namespace oribund
+{
+
+/**
+ * A dial that shows an angle: 0 degrees is up, positive ones go clockwise. Turning it with the pointer goes on past
+ * whole turns. A drag is one series of edits; Escape gives it up, Shift makes it snap to every 15 degrees. Arrow keys
+ * change the angle by 1 degree, with Shift by 10.
+ *
+ * It holds an angle of its own; a dial that is bound to something else overrides the four hooks.
+ */
+class ORIBUND_API AngleIndicatorWidget : public StandardPanel, public TabOrderable
+{
+public:
+    struct InitArgs : GlobCreationInfo {
+        using GlobCreationInfo::GlobCreationInfo;
+    };
+
+    explicit AngleIndicatorWidget(const InitArgs& args);
+
+    Glob& tabGlob() override { return *this; }
+
+    /** Shows an angle in degrees; during a drag when that has ended. NaN is ignored. */
+    void setAngle(double degrees, eRedrawFlag redrawFlag = eRedrawFlag::Yes);
+
+    bool isDragging() const { return series_.isOpen(); }
+
+    /** The direction of a point of the dial seen from its middle, from -180 to 180 degrees. */
+    double angleAt(const XY<int>& local) const;
+
+    // What the user does; directions as from angleAt().
+    void userPress(double direction);
+    void userDrag(double direction, bool snap = false);
+    void userRelease();
+    void userCancel();
+    void userStep(double degrees);
+
+    void draw(CanvasRenderer& renderer) override;
+    std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
+
+protected:
+    /** The angle from which an edit starts. */
+    virtual double getIndicatorValue();
+
+    /** Makes an edit; false when it is refused. May destroy the dial. */
+    virtual bool setIndicatorValue(double degrees, ChangeKind kind);
+
+    /** The angle to draw. */
+    virtual double getStoredValue() const;
+
+    virtual Colour getIndicatorColour() const;
+
+    /** A drag has ended after at least one edit. */
+    virtual void handleSeriesEnd();
+
+    /** A drag was given up after at least one edit; as it stands it asks for the angle that it began with. */
+    virtual void handleSeriesCancel(double original);
+
+    bool handleMouseEvent(const Event& event) override;
+    bool handleKeyEvent(const Event& event) override;
+    void handleFocusEvent(bool gained) override;
+
+private:
+    XY<double> centre() const;
+    double radius() const;
+    void edit(double degrees, ChangeKind kind);
+    void finish(bool cancelled);
+
+    double angle_ = 0.0;
+    EditSeries<double> series_;
+    double turned_ = 0.0; ///< the angle under the pointer, whole turns included
+    double lastDirection_ = 0.0;
+    std::optional<double> angleAfterDrag_;
+};
+
+} // namespace oribund

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "oribund/host/base/Export.h"
+#include "oribund/host/toolkit/Slider.h"
+#include "oribund/host/toolkit/ValWidget.h"
+
+namespace oribund
+{
+
+/** A slider that edits a number through an adaptor. */
+class ORIBUND_API ValSlider : public Slider, public ValWidget<double>
+{
+public:
+    explicit ValSlider(const InitArgs& args);
+    ~ValSlider() override;
+
+    void setWidgetValue(const double& value, eRedrawFlag flag) override;
+    double getWidgetValue() const override;
+    void setWidgetEnabled(bool enabled) override;
+    bool isWidgetEnabled() const override;
+
+protected:
+    bool handleEdit(double value, ChangeKind kind) override;
+    void handleSeriesEnd() override;
+    void handleSeriesCancel(double original) override;
+};
+
+} // namespace oribund

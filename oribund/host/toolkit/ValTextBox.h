@@ -1,0 +1,34 @@
+#pragma once
+
+#include "oribund/host/base/Export.h"
+#include "oribund/host/toolkit/TextBox.h"
+#include "oribund/host/toolkit/ValWidget.h"
+
+namespace oribund
+{
+
+/** An entry that edits a value as text through an adaptor. After each entry it shows the value as the adaptor has it.
+ */
+class ORIBUND_API ValTextBox : public TextBox, public ValWidget<WString>
+{
+public:
+    explicit ValTextBox(const InitArgs& args);
+    ~ValTextBox() override;
+
+    /** What the Up and Down keys add to a text that is a number; 0 switches them off. */
+    void setNumberStep(double step) { numberStep_ = step; }
+
+    void setWidgetValue(const WString& value, eRedrawFlag flag) override;
+    WString getWidgetValue() const override;
+    void setWidgetEnabled(bool enabled) override;
+    bool isWidgetEnabled() const override;
+
+protected:
+    bool handleCommit(const WString& text) override;
+    bool handleStep(int steps) override;
+
+private:
+    double numberStep_ = 0.0;
+};
+
+} // namespace oribund
