@@ -32,9 +32,11 @@ std::optional<IdStamp> IdStamp::fromString(std::string_view text) noexcept
             return std::nullopt;
         at = next;
     }
-    if (at != end)
+    const IdStamp stamp(parts[0], parts[1], parts[2]);
+    // A stamp has one spelling, so that texts may serve as keys: "01-2-3" and "-0-2-3" are none.
+    if (at != end || stamp.asString().view() != text)
         return std::nullopt;
-    return IdStamp(parts[0], parts[1], parts[2]);
+    return stamp;
 }
 
 std::size_t IdStamp::hash() const noexcept

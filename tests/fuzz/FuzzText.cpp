@@ -1,0 +1,62 @@
+// Texts from files and keyboards: whatever the bytes, conversions keep their promises.
+#include "oribund/host/base/IdStamp.h"
+#include "oribund/host/base/LightweightString.h"
+#include "oribund/host/base/Numeric.h"
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+namespace
+{
+
+using namespace oribund;
+
+void require(bool kept)
+{
+    if (!kept)
+        std::abort();
+}
+
+/** What was repaired once needs no further repair. */
+void checkUnicode(std::string_view bytes)
+{
+    const WString wide = toWide(bytes);
+    const String repaired = toUTF8(wide);
+    require(toWide(repaired) == wide);
+    require(toUTF8(toWide(repaired)) == repaired);
+    require(wide.size() <= bytes.size());
+    require(compareNoCase(wide, wide) == 0);
+}
+
+/** A number that was read is finite, and reads the same from a wide text; what is written of it can be read again. */
+void checkNumber(std::string_view bytes)
+{
+    const auto number = parseDouble(bytes);
+    require(parseDouble(toWide(bytes).view()) == number);
+    if (number) {
+        require(std::isfinite(*number));
+        const auto again = parseDouble(formatNumber(*number).view());
+        require(again && std::abs(*again - *number) <= 1e-6 * std::fmax(1.0, std::abs(*number)));
+    }
+    if (const auto whole = parseInt(bytes))
+        require(number && *number == *whole);
+}
+
+void checkStamp(std::string_view bytes)
+{
+    if (const auto stamp = IdStamp::fromString(bytes))
+        require(stamp->asString().view() == bytes);
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    checkUnicode(bytes);
+    checkNumber(bytes);
+    checkStamp(bytes);
+    return 0;
+}
