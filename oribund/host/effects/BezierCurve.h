@@ -1,0 +1,70 @@
+#pragma once
+
+#include "oribund/host/effects/CubicSegment.h"
+#include "oribund/host/effects/Graph1d.h"
+#include "oribund/host/effects/KeyStore.h"
+
+namespace oribund
+{
+
+/**
+ * The keyframe graph of a number. From a keyframe to the next the curve is straight or, if the earlier keyframe is
+ * smooth, the CubicSegment that the tangents span.
+ *
+ * An automatic tangent is chosen so that the curve never leaves the range between two neighbouring keyframes and is
+ * level at its ends and turning points; both handles of a keyframe then lie on one line, a third of the way to the next
+ * keyframes. Handles that are longer than the interval allows are shortened in the curve, not in the keyframe.
+ */
+class ORIBUND_API BezierCurve final : public Graph1d<double>
+{
+public:
+    BezierCurve();
+    ~BezierCurve() override;
+
+    double evaluate(double time) const noexcept override;
+    Keyframe keyframe(int index) const noexcept override;
+    double valueAt(int index) const noexcept override;
+    bool setKeyframeValue(int index, double value, ChangeKind kind = ChangeKind::Single) override;
+    bool setKeyframe(int index, const Keyframe& keyframe, ChangeKind kind = ChangeKind::Single) override;
+
+    /** The piece from a keyframe to the next one, a straight one included; the index is not the last one. */
+    CubicSegment segment(int index) const noexcept;
+    /** The handles as the curve uses them: automatic ones worked out, long ones shortened. `automatic` stays as set. */
+    TangentHandle inHandle(int index) const noexcept;
+    TangentHandle outHandle(int index) const noexcept;
+
+    /** The value without keyframes. Not a change that anybody is told of. */
+    void setRestValue(double value) noexcept { restValue_ = value; }
+
+    double restValue() const noexcept { return restValue_; }
+
+    /**
+     * For undo: bare changes of this channel alone, found by time, not recorded. Only within a batch, at whose end all
+     * channels have the same times again. False when there is no such keyframe, or one already.
+     */
+    bool restoreInserted(const Keyframe& keyframe);
+    bool restoreErased(double time);
+    bool restoreChanged(const Keyframe& keyframe);
+
+private:
+    friend class Graph1dBase;
+    using Position = KeyStore::Position;
+
+    void insertRaw(const Keyframe& keyframe, ChangeKind kind);
+    void eraseRaw(int index, ChangeKind kind);
+    void replaceRaw(int index, const Keyframe& keyframe, ChangeKind kind);
+    void assignRaw(std::span<const Keyframe> keyframes, ChangeKind kind);
+    void subdivideRaw(double time, ChangeKind kind);
+    KeyframeType typeForNew(double time) const noexcept;
+
+    Keyframe keyframeAt(const Position& position) const noexcept;
+    CubicSegment segmentBetween(const Position& left, const Position& right) const noexcept;
+    void refreshAround(const Position& position) noexcept;
+    void refreshSlope(const Position& position) noexcept;
+
+    KeyStore keys_;
+    double restValue_ = 0.0;
+    BezierCurve* self_; // the one channel
+};
+
+} // namespace oribund
