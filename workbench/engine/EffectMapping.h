@@ -1,0 +1,25 @@
+#pragma once
+
+#include "workbench/engine/RawMetadata.h"
+#include "workbench/model/EffectDescription.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace workbench
+{
+
+/**
+ * A filter as an effect, from its metadata alone. Empty for one that is no effect for picture or sound. Its
+ * `blockedBecause` is set when it has settings of which none can be offered.
+ */
+std::optional<EffectDescription> mapEffect(const RawEffect& raw);
+
+/** What is wrong with a parameter: range, default, demo value, list. Empty when nothing is. */
+std::string checkParam(const ParamDescription& param);
+
+/** What is wrong with a description, a line each. */
+std::vector<std::string> checkEffect(const EffectDescription& effect);
+
+} // namespace workbench
