@@ -125,12 +125,22 @@ inline String toUTF8(const WString& text)
     return toUTF8(text.view());
 }
 
+inline String toUTF8(const wchar_t* text)
+{
+    return toUTF8(WString(text));
+}
+
 /** Converts from UTF-8. Each broken sequence becomes one U+FFFD; the conversion never fails. */
 ORIBUND_API WString toWide(std::string_view text);
 
 inline WString toWide(const String& text)
 {
     return toWide(text.view());
+}
+
+inline WString toWide(const char* text)
+{
+    return toWide(String(text));
 }
 
 /**

@@ -1,0 +1,136 @@
+#include "oribund/host/base/Kt.h"
+#include "oribund/host/base/iVirtual.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <memory>
+#include <thread>
+#include <utility>
+#include <vector>
+
+using namespace oribund;
+
+namespace
+{
+
+class Shape : public Kt::InternalRefCount, public iVirtual
+{
+public:
+    explicit Shape(int* destroyed)
+        : destroyed_(destroyed)
+    {
+    }
+
+    Shape(const Shape&) = default;
+
+    ~Shape() override { ++*destroyed_; }
+
+private:
+    int* destroyed_;
+};
+
+class Circle : public Shape
+{
+public:
+    using Shape::Shape;
+};
+
+class Other : public iVirtual
+{
+};
+
+} // namespace
+
+TEST(Ptr, DestroysWithTheLastOne)
+{
+    int destroyed = 0;
+    Kt::Ptr<Shape> a = Kt::makePtr<Circle>(&destroyed);
+    Kt::Ptr<Shape> b(a.get()); // wrapping the raw pointer again shares
+    EXPECT_EQ(a->refCount(), 2);
+    a = nullptr;
+    EXPECT_EQ(destroyed, 0);
+    Kt::Ptr<Shape> c = std::move(b);
+    EXPECT_FALSE(b); // NOLINT: what a move leaves is part of the contract
+    EXPECT_EQ(c->refCount(), 1);
+    c = *&c;
+    EXPECT_EQ(destroyed, 0);
+    c.reset(c.get());
+    EXPECT_EQ(destroyed, 0);
+    c.reset();
+    EXPECT_EQ(destroyed, 1);
+}
+
+TEST(Ptr, CopiedObjectsCountForThemselves)
+{
+    int destroyed = 0;
+    const auto a = Kt::makePtr<Shape>(&destroyed);
+    auto b = Kt::makePtr<Shape>(*a);
+    EXPECT_EQ(b->refCount(), 1);
+    *b = *b;
+    EXPECT_EQ(b->refCount(), 1);
+    b.reset();
+    EXPECT_EQ(destroyed, 1);
+    EXPECT_EQ(a->refCount(), 1);
+}
+
+TEST(Ptr, DynamicCastSharesOrYieldsNull)
+{
+    int destroyed = 0;
+    const Kt::Ptr<Shape> circle = Kt::makePtr<Circle>(&destroyed);
+    const Kt::Ptr<Shape> shape = Kt::makePtr<Shape>(&destroyed);
+    EXPECT_EQ(Kt::dynamicCast<Circle>(circle), circle);
+    EXPECT_EQ(circle->refCount(), 1);
+    EXPECT_FALSE(Kt::dynamicCast<Circle>(shape));
+    EXPECT_FALSE(Kt::dynamicCast<Circle>(Kt::Ptr<Shape>()));
+    const Kt::Ptr<Shape> none;
+    EXPECT_EQ(none, nullptr);
+    EXPECT_NE(circle, nullptr);
+}
+
+TEST(Ptr, ReplacedObjectMayReachThePtrThatHeldIt)
+{
+    // The destructor runs when the pointer already holds the new object.
+    struct Looker final : Kt::InternalRefCount {
+        Looker(Kt::Ptr<Looker>* holder, const Looker** seen)
+            : holder_(holder)
+            , seen_(seen)
+        {
+        }
+
+        ~Looker() { *seen_ = holder_->get(); }
+
+        Kt::Ptr<Looker>* holder_;
+        const Looker** seen_;
+    };
+
+    const Looker* seen = nullptr;
+    const Looker* ignored = nullptr;
+    Kt::Ptr<Looker> holder;
+    holder = Kt::makePtr<Looker>(&holder, &seen);
+    auto second = Kt::makePtr<Looker>(&holder, &ignored);
+    holder = second;
+    EXPECT_EQ(seen, second.get());
+}
+
+TEST(Ptr, IsCountedRightByManyThreads)
+{
+    int destroyed = 0;
+    auto shared = Kt::makePtr<Shape>(&destroyed);
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t) {
+        threads.emplace_back([mine = shared] {
+            std::vector<Kt::Ptr<Shape>> copies;
+            for (int i = 0; i < 20000; ++i) {
+                copies.push_back(mine);
+                if (copies.size() > 16)
+                    copies.clear();
+            }
+        });
+    }
+    shared.reset(); // the threads alone keep it
+    for (std::thread& thread : threads)
+        thread.join();
+    threads.clear();
+    EXPECT_EQ(destroyed, 1);
+}

@@ -1,0 +1,387 @@
+#include "oribund/host/notify/MethodCallback.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+using namespace oribund;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+namespace
+{
+
+struct Message {
+    int number = 0;
+};
+
+using Names = std::vector<std::string>;
+
+/** Writes its name down for each message, then does what the test wants it to do. */
+class Observer
+{
+public:
+    Observer(std::string name, Names& heard)
+        : name_(std::move(name))
+        , heard_(heard)
+    {
+    }
+
+    Observer(std::string name, Names& heard, Notifier<Message>& notifier)
+        : Observer(std::move(name), heard)
+    {
+        callback.attach(notifier);
+    }
+
+    std::function<void(const Message&)> then = [](const Message&) {};
+    MethodCallback<Observer, Message, int> callback{this, &Observer::hear};
+
+private:
+    int hear(const Message& message)
+    {
+        heard_.push_back(name_);
+        // The observer may be destroyed inside, and `then` with it.
+        const auto action = then;
+        action(message);
+        return 0;
+    }
+
+    std::string name_;
+    Names& heard_;
+};
+
+class NotifierTest : public testing::Test
+{
+protected:
+    std::unique_ptr<Observer> make(const std::string& name)
+    {
+        return std::make_unique<Observer>(name, heard, *notifier);
+    }
+
+    /** What is heard when one message is sent. */
+    Names send()
+    {
+        heard.clear();
+        notifier->notify({1});
+        return heard;
+    }
+
+    Names heard;
+    std::unique_ptr<Notifier<Message>> notifier = std::make_unique<Notifier<Message>>();
+};
+
+} // namespace
+
+TEST_F(NotifierTest, TellsInTheOrderOfRegistration)
+{
+    EXPECT_THAT(send(), IsEmpty());
+    auto a = make("a");
+    auto b = make("b");
+    auto c = make("c");
+    EXPECT_THAT(send(), ElementsAre("a", "b", "c"));
+    b->callback.detach();
+    b->callback.detach();
+    EXPECT_THAT(send(), ElementsAre("a", "c"));
+    b->callback.attach(*notifier);
+    a->callback.attach(*notifier); // again: to the end, and still heard once
+    EXPECT_THAT(send(), ElementsAre("c", "b", "a"));
+    c.reset();
+    a.reset();
+    EXPECT_THAT(send(), ElementsAre("b"));
+    b.reset();
+    EXPECT_FALSE(notifier->hasObservers());
+}
+
+TEST_F(NotifierTest, AttachingElsewhereLeavesTheFirst)
+{
+    Notifier<Message> other;
+    auto a = make("a");
+    a->callback.attach(other);
+    EXPECT_THAT(send(), IsEmpty());
+    other.notify({2});
+    EXPECT_THAT(heard, ElementsAre("a"));
+}
+
+TEST_F(NotifierTest, ObserverMayDestroyItself)
+{
+    auto a = make("a");
+    auto b = make("b");
+    auto c = make("c");
+    b->then = [&](const Message&) { b.reset(); };
+    EXPECT_THAT(send(), ElementsAre("a", "b", "c"));
+    EXPECT_THAT(send(), ElementsAre("a", "c"));
+    c->then = [&](const Message&) { c.reset(); }; // the last
+    EXPECT_THAT(send(), ElementsAre("a", "c"));
+    a->then = [&](const Message&) { a.reset(); }; // the only one
+    EXPECT_THAT(send(), ElementsAre("a"));
+    EXPECT_FALSE(notifier->hasObservers());
+}
+
+TEST_F(NotifierTest, ObserverMayDestroyOthers)
+{
+    std::vector<std::unique_ptr<Observer>> all;
+    for (const char* name : {"a", "b", "c", "d", "e"})
+        all.push_back(make(name));
+    // Before it, right behind it, and further on.
+    all[1]->then = [&](const Message&) {
+        all[0].reset();
+        all[2].reset();
+        all[3].reset();
+    };
+    EXPECT_THAT(send(), ElementsAre("a", "b", "e"));
+    all[1]->then = [&](const Message&) { all[4].reset(); };
+    EXPECT_THAT(send(), ElementsAre("b"));
+}
+
+TEST_F(NotifierTest, AddedObserversHearTheNextMessageOnly)
+{
+    auto a = make("a");
+    auto b = make("b");
+    std::unique_ptr<Observer> late;
+    b->then = [&](const Message&) {
+        if (!late)
+            late = make("late");
+    };
+    EXPECT_THAT(send(), ElementsAre("a", "b"));
+    EXPECT_THAT(send(), ElementsAre("a", "b", "late"));
+
+    // One that leaves and comes back in the same notification is new, even when it had not had its turn.
+    a->then = [&](const Message&) {
+        b->callback.detach();
+        b->callback.attach(*notifier);
+    };
+    EXPECT_THAT(send(), ElementsAre("a", "late"));
+    // Nor does an observer go on for ever that registers again each time it is told.
+    a->then = [](const Message&) {};
+    b->then = [&](const Message&) { b->callback.attach(*notifier); };
+    EXPECT_THAT(send(), ElementsAre("a", "late", "b"));
+}
+
+TEST_F(NotifierTest, AddedWhileAllOthersLeaveIsStillNotHeard)
+{
+    auto a = make("a");
+    auto b = make("b");
+    std::unique_ptr<Observer> late;
+    a->then = [&](const Message&) {
+        late = make("late");
+        b.reset();
+        a.reset();
+    };
+    EXPECT_THAT(send(), ElementsAre("a"));
+    EXPECT_THAT(send(), ElementsAre("late"));
+}
+
+TEST_F(NotifierTest, NestedNotificationsKeepTheirPlaces)
+{
+    auto a = make("a");
+    auto b = make("b");
+    auto c = make("c");
+    int depth = 0;
+    b->then = [&](const Message&) {
+        if (depth++ == 0)
+            notifier->notify({2});
+    };
+    EXPECT_THAT(send(), ElementsAre("a", "b", "a", "b", "c", "c"));
+
+    // A removal inside the inner one is seen by both, an addition by neither, but by one that begins later.
+    depth = 0;
+    std::unique_ptr<Observer> late;
+    b->then = [&](const Message&) {
+        switch (depth++) {
+        case 0:
+            notifier->notify({2});
+            notifier->notify({3});
+            break;
+        case 1:
+            c.reset();
+            late = make("late");
+            break;
+        default:
+            break;
+        }
+    };
+    EXPECT_THAT(send(), ElementsAre("a", "b", "a", "b", "a", "b", "late"));
+    EXPECT_FALSE(notifier->notifying());
+}
+
+TEST_F(NotifierTest, ObserverMayDestroyTheNotifier)
+{
+    auto a = make("a");
+    auto b = make("b");
+    auto c = make("c");
+    int depth = 0;
+    b->then = [&](const Message&) {
+        if (depth++ == 0)
+            notifier->notify({2}); // the inner one is destroyed as well
+        else
+            notifier.reset();
+    };
+    notifier->notify({1});
+    EXPECT_THAT(heard, ElementsAre("a", "b", "a", "b"));
+    EXPECT_FALSE(a->callback.attached());
+    EXPECT_FALSE(c->callback.attached());
+
+    notifier = std::make_unique<Notifier<Message>>();
+    c->callback.attach(*notifier);
+    EXPECT_THAT(send(), ElementsAre("c"));
+}
+
+TEST_F(NotifierTest, ExceptionOfAnObserverLeavesTheNotifierUsable)
+{
+    auto a = make("a");
+    auto b = make("b");
+    a->then = [](const Message&) { throw 1; };
+    EXPECT_THROW(send(), int);
+    EXPECT_FALSE(notifier->notifying());
+    a->then = [](const Message&) {};
+    EXPECT_THAT(send(), ElementsAre("a", "b"));
+}
+
+TEST_F(NotifierTest, FiltersByMessageType)
+{
+    auto& dictionary = NotifyMsgTypeDictionary::instance();
+    const NotifyMsgType edited = dictionary.typeFor("edited");
+    const NotifyMsgType closed = dictionary.typeFor("closed");
+    EXPECT_NE(edited, closed);
+    EXPECT_EQ(dictionary.typeFor("edited"), edited);
+    EXPECT_EQ(dictionary.typeFor("ValueChange"), dictionary.valueChange());
+    EXPECT_EQ(dictionary.nameOf(closed), "closed");
+    EXPECT_EQ(dictionary.nameOf(static_cast<NotifyMsgType>(99999)), "");
+
+    Observer a("a", heard);
+    Observer b("b", heard);
+    Observer any("any", heard, *notifier);
+    a.callback.attach(*notifier, edited);
+    b.callback.attach(*notifier, closed);
+    notifier->notify({1}, edited);
+    notifier->notify({2}, closed);
+    EXPECT_THAT(heard, ElementsAre("any", "a", "any", "b"));
+    EXPECT_THAT(send(), ElementsAre("any", "a", "b"));
+}
+
+namespace
+{
+
+/** Observers that do things at random while they are told, next to what by the rules ought to be heard. */
+class Crowd
+{
+public:
+    explicit Crowd(unsigned seed)
+        : random_(seed)
+    {
+    }
+
+    void run()
+    {
+        for (int i = 0; i < 12; ++i)
+            join();
+        for (int round = 0; round < 200; ++round) {
+            budget_ = 6;
+            tell();
+            while (registered_.size() < 8)
+                join();
+        }
+    }
+
+private:
+    struct Member {
+        Member(Crowd& owner, int number)
+            : crowd(owner)
+            , id(number)
+        {
+        }
+
+        int hear(const Message&)
+        {
+            crowd.heard(id);
+            return 0;
+        }
+
+        Crowd& crowd;
+        int id;
+        MethodCallback<Member, Message, int> callback{this, &Member::hear};
+    };
+
+    /** A running notification: who is still to be told. */
+    using Expected = std::vector<int>;
+
+    void tell()
+    {
+        expected_.push_back(registered_);
+        const std::size_t level = expected_.size();
+        notifier_.notify({});
+        ASSERT_EQ(expected_.size(), level);
+        EXPECT_THAT(expected_.back(), IsEmpty());
+        expected_.pop_back();
+    }
+
+    void heard(int id)
+    {
+        ASSERT_FALSE(expected_.empty());
+        ASSERT_FALSE(expected_.back().empty());
+        ASSERT_EQ(expected_.back().front(), id);
+        expected_.back().erase(expected_.back().begin());
+        if (budget_-- <= 0)
+            return;
+        switch (random_() % 5) {
+        case 0:
+            join();
+            break;
+        case 1:
+        case 2:
+            leave(registered_[random_() % registered_.size()]);
+            break;
+        case 3:
+            tell();
+            break;
+        default:
+            if (const auto it = std::ranges::find(registered_, id); it != registered_.end())
+                leave(id);
+            break;
+        }
+        if (registered_.empty())
+            join();
+    }
+
+    void join()
+    {
+        const int id = static_cast<int>(members_.size());
+        members_.push_back(std::make_unique<Member>(*this, id));
+        members_.back()->callback.attach(notifier_);
+        registered_.push_back(id);
+    }
+
+    void leave(int id)
+    {
+        members_[id].reset();
+        std::erase(registered_, id);
+        for (Expected& expected : expected_)
+            std::erase(expected, id);
+    }
+
+    std::mt19937 random_;
+    Notifier<Message> notifier_;
+    std::vector<std::unique_ptr<Member>> members_;
+    std::vector<int> registered_;
+    std::vector<Expected> expected_;
+    int budget_ = 0;
+};
+
+} // namespace
+
+TEST(NotifierCrowd, HearsWhatTheRulesSay)
+{
+    for (unsigned seed = 0; seed < 50; ++seed) {
+        SCOPED_TRACE(seed);
+        Crowd(seed).run();
+        if (testing::Test::HasFailure())
+            break;
+    }
+}
