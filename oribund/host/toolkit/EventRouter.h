@@ -20,7 +20,7 @@ class Glob;
 class ORIBUND_API EventRouter final : public CanvasClient
 {
 public:
-    explicit EventRouter(Canvas& canvas);
+    EventRouter();
     ~EventRouter() override;
 
     /** The canvas's router, made when it has none. */
@@ -54,14 +54,16 @@ public:
 
 private:
     bool routeMouse(Glob* target, const Event& event);
-    bool routeKey(const Event& event);
-    bool press(Glob& target, const Event& event);
+    bool routePress(Glob* target, const Event& event);
+    bool routeRelease(Glob* target, const Event& event);
+    bool routeKey(const Event& event, Glob* target);
+    void cancelGrab();
     void hover(Glob* target, const Event& event);
-    void focusForPress(Glob& target);
+    void focusForPress(Glob& target, const Event& event);
+    bool deliver(Glob& glob, Event event);
     bool bubble(Glob& target, Event event, GlobRef<Glob>* taker = nullptr);
     Glob* rootAt(const Event& event) const;
 
-    Canvas& canvas_;
     std::vector<Glob*> roots_;
     GlobRef<Glob> focus_;
     GlobRef<Glob> grab_;

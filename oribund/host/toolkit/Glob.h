@@ -178,6 +178,9 @@ public:
     /** Whether it takes the keyboard at all. */
     virtual bool wantsFocus() const { return focusable_; }
 
+    /** Whether a press at this point of it or of what is in it brings it the keyboard. */
+    virtual bool focusOnPress(const XY<int>& local) const;
+
     bool canTakeFocus() const { return wantsFocus() && isShown() && canInteract(); }
 
     bool hasFocus() const;
@@ -234,14 +237,17 @@ protected:
     /** A child has another size than `oldSize`, by its own doing or anyone's. */
     virtual void handleChildResize(const Glob* child, const XY<int>& oldSize);
 
-    /** A child was shown, hidden, added or, with null, removed. */
-    virtual void handleChildrenChanged(const Glob* child);
+    /** A child was added, shown or hidden. */
+    virtual void handleChildrenChanged(Glob* child);
+
+    /** A child was taken out. It may be half destroyed: `child` serves to compare. */
+    virtual void handleChildRemoved(const Glob* child);
 
     /** Tells screen and peer what has changed (bits of PeerChange); with No it waits for the next change with Yes. */
     void changed(unsigned changes, eRedrawFlag redrawFlag = eRedrawFlag::Yes);
 
-    /** Stores a size without telling the parent; true when it differs from the present one. */
-    bool applySize(const XY<int>& size);
+    /** Stores a size, as resize() takes it, without telling the parent; true when it differs from the present one. */
+    bool applySize(double width, double height);
 
     /** The second half of a resize. */
     void tellParentOfResize(const XY<int>& oldSize);
@@ -263,12 +269,16 @@ protected:
     void performRedraw(unsigned changes) override;
 
 private:
+    friend class EventRouter;
+
     const Glob& root() const;
     void createPeers();
     void destroyPeers();
     void interactivityChanged(eRedrawFlag redrawFlag);
     void visibilityChanged(eRedrawFlag redrawFlag);
     void releaseInput();
+    void forgetCanvas();
+    std::unique_ptr<Glob> detach(Glob& child);
     void invalidateBox();
 
     String id_;

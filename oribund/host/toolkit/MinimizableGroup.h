@@ -42,19 +42,20 @@ public:
 
     int calcHeight() const override;
     bool wantsFocus() const override;
+    bool focusOnPress(const XY<int>& local) const override;
     void draw(CanvasRenderer& renderer) override;
 
 protected:
     bool handleMouseEvent(const Event& event) override;
     bool handleKeyEvent(const Event& event) override;
-    void handleFocusEvent(bool gained) override;
-    void handleChildrenChanged(const Glob* child) override;
+    void handleChildrenChanged(Glob* child) override;
     int titleTextOffset() const override;
 
 private:
-    bool canToggle() const { return minimisable_ && sizeChangeEnabled_; }
-
-    void foldChildren();
+    bool canToggle() const;
+    void keepFocus();
+    void foldChild(Glob& child);
+    void drawArrow(CanvasRenderer& renderer);
 
     eSizeState sizeState_;
     bool minimisable_;

@@ -72,31 +72,41 @@ protected:
     virtual void layoutChildren();
 
     void handleChildResize(const Glob* child, const XY<int>& oldSize) override;
-    void handleChildrenChanged(const Glob* child) override;
+    void handleChildrenChanged(Glob* child) override;
+    void handleChildRemoved(const Glob* child) override;
 
-    /** The lowest edge that the widgets need, their surround included, in the panel's coordinates. */
+    /** Called when the widgets have to be placed again; groups follow with their own size. */
+    virtual void contentsChanged();
+
+    /** Calls layoutChildren() once, with the notifications that it causes held back. */
+    void relayout();
+
+    /** From here to endLayoutHold() what happens to the widgets does not lead to contentsChanged(). Calls nest. */
+    void beginLayoutHold() { ++layoutHolds_; }
+
+    void endLayoutHold() { --layoutHolds_; }
+
+    /** The lowest edge that the widgets need, their surround and the border included, in the panel's coordinates. */
     int contentBottom() const;
-
-    bool isLayingOut() const { return layingOut_; }
-
-    void setLayingOut(bool layingOut) { layingOut_ = layingOut; }
 
 private:
     struct Placement {
         Glob* widget;
         WidgetPosition position;
         WidgetSurround surround;
+        /** Where what stands below begins, and whether its gap counts: not below a start where nothing is shown. */
+        int edge = 0;
+        bool edgeIsReal = false;
     };
 
     void place(std::unique_ptr<Glob> widget, const WidgetPosition& position, const WidgetSurround& surround);
-    void forget(const Glob* widget);
-    void placeWidget(const Placement& placement, const Kt::Box<int>& area);
-    const Placement* findPlacement(const Glob* widget) const;
-    int bottomOf(const Glob* widget, int areaTop) const;
+    void placeWidget(std::size_t index, const Kt::Box<int>& area);
+    XY<int> resolve(const Placement& placement, const Placement* other, const Kt::Box<int>& area) const;
+    const Placement* findBefore(std::size_t index, const Glob* widget) const;
 
     Border border_;
     std::vector<Placement> placements_;
-    bool layingOut_ = false;
+    int layoutHolds_ = 0;
 };
 
 } // namespace oribund

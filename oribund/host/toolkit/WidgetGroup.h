@@ -24,8 +24,7 @@ public:
     virtual int calcHeight() const;
 
 protected:
-    void handleChildResize(const Glob* child, const XY<int>& oldSize) override;
-    void handleChildrenChanged(const Glob* child) override;
+    void contentsChanged() override;
 };
 
 } // namespace oribund

@@ -16,7 +16,7 @@ public:
 
     struct InitArgs : WidgetGroup::InitArgs {
         using WidgetGroup::InitArgs::InitArgs;
-        /** Without a title there is no title row. */
+        /** Without a title there is no title row, unless it is asked for. */
         UIString title;
     };
 
@@ -31,6 +31,11 @@ public:
     const UIString& getTitle() const { return title_; }
 
     void setTitle(const UIString& title);
+
+    /** Whether there is a title row; at first when there is a title. */
+    void setTitleRowShown(bool shown);
+
+    bool isTitleRowShown() const { return titleRowShown_; }
 
     /** SeparatorStyle; what it does not know counts as none. */
     void setSeparatorStyle(int style);
@@ -81,6 +86,9 @@ protected:
     virtual int titleTextOffset() const { return 0; }
 
     void layoutChildren() override;
+    void handleChildRemoved(const Glob* child) override;
+
+    int separatorHeight() const;
 
 private:
     struct TitleWidget {
@@ -89,16 +97,17 @@ private:
     };
 
     void placeInTitle(std::unique_ptr<Glob> widget, int fromRight);
-    void pruneTitleWidgets() const;
+    void drawTitle(CanvasRenderer& renderer);
     int titleTextRight() const;
 
     UIString title_;
     UIString titleContext_;
     Palette titlePalette_;
     MouseCursor titleCursor_ = MouseCursor::Inherit;
-    mutable std::vector<TitleWidget> titleWidgets_;
+    std::vector<TitleWidget> titleWidgets_;
     int separatorStyle_ = eNoSeparator;
     bool titleActive_ = true;
+    bool titleRowShown_ = false;
 };
 
 } // namespace oribund
