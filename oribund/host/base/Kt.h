@@ -18,7 +18,7 @@ namespace oribund::Kt
  * A new object has the count 0 and belongs to the first Ptr that takes it. A constructor must not wrap `this` in a Ptr:
  * when that Ptr goes, so does the object. A copied object starts with a count of its own.
  */
-class InternalRefCount
+class ORIBUND_API InternalRefCount
 {
 public:
     void addRef() const noexcept { count_.fetch_add(1, std::memory_order_relaxed); }
@@ -50,8 +50,9 @@ struct InternalRefCountTraits {
 
 /** How a Ptr ends its object: by its destructor. */
 struct DtorTraits {
+    // Not inlined: it is the rare end of every copy and would swell each place where one goes.
     template <class T>
-    static void destroy(T* object) noexcept
+    [[gnu::noinline]] static void destroy(T* object) noexcept
     {
         static_assert(std::has_virtual_destructor_v<T> || std::is_final_v<T>,
                       "a shared object is destroyed through its base: give it a virtual destructor or make it final");

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "oribund/host/base/Export.h"
+
 namespace oribund
 {
 
 /** Base of interfaces: gives them a virtual destructor and leaves them copyable and movable. */
-class iVirtual
+class ORIBUND_API iVirtual
 {
 public:
     virtual ~iVirtual() = default;

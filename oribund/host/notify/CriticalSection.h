@@ -1,7 +1,5 @@
 #pragma once
 
-#include "oribund/host/base/Export.h"
-
 #include <mutex>
 
 namespace oribund

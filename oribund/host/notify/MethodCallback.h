@@ -12,7 +12,7 @@ namespace oribund
  *     MethodCallback<Panel, ValServerEvent<double>, int> timeCallback_{this, &Panel::onTime};
  */
 template <class Owner, class Event, class Result = int>
-class MethodCallback final : public CallbackBase<Event>
+class ORIBUND_API MethodCallback final : public CallbackBase<Event>
 {
 public:
     using Method = Result (Owner::*)(const Event&);

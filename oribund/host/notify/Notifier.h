@@ -7,7 +7,7 @@ namespace oribund
 
 /** What a notifier of `Event` calls. MethodCallback is the usual one. */
 template <class Event>
-class CallbackBase : public CallbackNode
+class ORIBUND_API CallbackBase : public CallbackNode
 {
 public:
     /** The result is for the observer's own use; notifiers ignore it. */
@@ -20,7 +20,7 @@ protected:
 
 /** Tells its registered callbacks of events, in the order of registration; see NotifierBase for what is safe. */
 template <class Event>
-class Notifier : public NotifierBase
+class ORIBUND_API Notifier : public NotifierBase
 {
 public:
     /** Calls `callback` from the next notification on, as long as neither side is destroyed. */

@@ -8,7 +8,7 @@ namespace oribund
 {
 
 /** What clients of all types have in common: the count that holds their notifications off. */
-class ValClientBase
+class ORIBUND_API ValClientBase
 {
 public:
     virtual ~ValClientBase() = default;
@@ -39,7 +39,7 @@ private:
  * thread only.
  */
 template <class T>
-class ValClient : public ValClientBase
+class ORIBUND_API ValClient : public ValClientBase
 {
 public:
     ValClient() = default;

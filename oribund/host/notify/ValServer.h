@@ -27,7 +27,7 @@ struct ValServerEvent {
 };
 
 /** What servers of all types have in common. */
-class ValServerBase
+class ORIBUND_API ValServerBase
 {
 public:
     virtual ~ValServerBase() = default;
@@ -43,7 +43,7 @@ protected:
  * the observers are called; nothing is allocated beyond what copying a `T` does.
  */
 template <class T>
-class ValServer : public ValServerBase
+class ORIBUND_API ValServer : public ValServerBase
 {
 public:
     using Event = ValServerEvent<T>;
