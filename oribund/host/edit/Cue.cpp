@@ -1,0 +1,26 @@
+#include "oribund/host/edit/Cue.h"
+
+#include <algorithm>
+
+namespace oribund
+{
+
+std::size_t CueList::add(const Cue& cue)
+{
+    const auto after =
+        std::upper_bound(cues_.begin(), cues_.end(), cue.time, [](double time, const Cue& c) { return time < c.time; });
+    return static_cast<std::size_t>(cues_.insert(after, cue) - cues_.begin());
+}
+
+bool CueList::remove(const IdStamp& id)
+{
+    return std::erase_if(cues_, [&id](const Cue& cue) { return cue.id == id; }) > 0;
+}
+
+const Cue* CueList::find(const IdStamp& id) const
+{
+    const auto found = std::find_if(cues_.begin(), cues_.end(), [&id](const Cue& cue) { return cue.id == id; });
+    return found == cues_.end() ? nullptr : &*found;
+}
+
+} // namespace oribund

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "oribund/host/base/Cookie.h"
+#include "oribund/host/base/Export.h"
+#include "oribund/host/base/Kt.h"
+#include "oribund/host/base/iVirtual.h"
+#include "oribund/host/edit/EditModification.h"
+#include "oribund/host/notify/Notifier.h"
+
+namespace oribund
+{
+
+class CueList;
+class UIString;
+
+/**
+ * An open edit: tracks of segments along a time line that starts at 0 seconds.
+ *
+ * A host derives its own edit from this. What panels change goes through parameters (EffectValParam) or is bracketed
+ * by an EditModifier, so that the host can undo it. User-interface thread only.
+ */
+class ORIBUND_API Edit : public Kt::InternalRefCount, public iVirtual
+{
+public:
+    ~Edit() override;
+
+    virtual Cookie getCookie() const = 0;
+
+    /** Length of one frame, in seconds; above 0. */
+    virtual double getCelResolution() const = 0;
+
+    /** The end of the last segment, in seconds. */
+    virtual double getEndTime() const = 0;
+
+    /** Whether the user may change it. Widgets that edit are disabled while not. */
+    virtual bool isReadOnly() const = 0;
+
+    virtual const CueList& getCues() const = 0;
+
+    /** Opens an undo step with a text that a person reads. Calls nest; the outermost one counts. */
+    virtual void startModify(const UIString& title) = 0;
+
+    /** Ends what startModify() began: one undo step, or none where nothing changed. */
+    virtual void endModify() = 0;
+
+    /** Tells every observer. */
+    void addModification(const EditModification& modification);
+
+    Notifier<EditModification>& modifications() { return modifications_; }
+
+protected:
+    Edit();
+
+private:
+    Notifier<EditModification> modifications_;
+};
+
+using EditPtr = Kt::Ptr<Edit>;
+
+/** Brackets a change of an edit, so that it is one undo step. */
+class ORIBUND_API EditModifier
+{
+public:
+    /** An empty edit makes a modifier that does nothing. */
+    EditModifier(const EditPtr& edit, const UIString& title);
+    ~EditModifier();
+
+    EditModifier(const EditModifier&) = delete;
+    EditModifier& operator=(const EditModifier&) = delete;
+
+private:
+    EditPtr edit_;
+};
+
+} // namespace oribund

@@ -1,0 +1,21 @@
+#include "oribund/host/edit/Vob.h"
+
+#include "oribund/host/services/Host.h"
+
+namespace oribund
+{
+
+Vob::Vob() = default;
+Vob::~Vob() = default;
+
+double Vob::getCurrentTime()
+{
+    return getCurrentTimeServer().get();
+}
+
+Vob* Vob::getPlayMachine()
+{
+    return Host::current().playMachine();
+}
+
+} // namespace oribund

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "oribund/host/base/Export.h"
+#include "oribund/host/base/IdStamp.h"
+#include "oribund/host/base/Kt.h"
+#include "oribund/host/base/NumRange.h"
+#include "oribund/host/base/iVirtual.h"
+#include "oribund/host/edit/Edit.h"
+#include "oribund/host/notify/ValServer.h"
+
+#include <vector>
+
+namespace oribund
+{
+
+class CompoundEffectMonitor;
+
+/**
+ * A viewed edit: one edit in one viewer, with its current time, the range that is in view and the tracks selected.
+ *
+ * A host derives from this, one object for each viewer, which outlives the panels that show it. Times are edit times
+ * in seconds. User-interface thread only.
+ */
+class ORIBUND_API Vob : public iVirtual
+{
+public:
+    ~Vob() override;
+
+    /** The viewed edit; empty when the viewer shows none. */
+    virtual EditPtr getEdit() const = 0;
+
+    /** The current time. Every time bar, row and graph follows this one server. */
+    virtual ValServer<double>& getCurrentTimeServer() = 0;
+
+    /** Moves the current time, limited to the edit. */
+    virtual void setCurrentTime(double time) = 0;
+
+    /** The effects of the edit as panels see them; null when there is no edit. */
+    virtual CompoundEffectMonitor* getEffectMonitor() = 0;
+
+    virtual bool isPlaying() const = 0;
+    virtual void stopPlay() = 0;
+
+    /** The part of the edit that the viewer's strip shows. */
+    virtual NumRange<double> getViewRange() const = 0;
+    virtual void setViewRange(const NumRange<double>& range) = 0;
+
+    /** The tracks that are selected in the viewer, top first. */
+    virtual std::vector<IdStamp> getSelectedChans() const = 0;
+
+    double getCurrentTime();
+
+    /** The viewer with focus, as the installed host says; null when there is none. */
+    static Vob* getPlayMachine();
+
+protected:
+    Vob();
+    Vob(const Vob&) = delete;
+    Vob& operator=(const Vob&) = delete;
+};
+
+} // namespace oribund

@@ -1,0 +1,172 @@
+#include "tests/support/FakeView.h"
+#include "tests/support/TestHost.h"
+
+#include "oribund/host/edit/FXVobClient.h"
+#include "oribund/host/edit/VobClient.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace oribund
+{
+namespace
+{
+
+Kt::Ptr<EffectInstance> makeEffect(int number)
+{
+    return Kt::makePtr<EffectInstance>(IdStamp(1, 2, number), String("test"), WString(L"Test"));
+}
+
+TEST(CueList, KeepsTimeOrderAndTheAgeOfEqualTimes)
+{
+    CueList cues;
+    const auto cueAt = [](int id, double time) {
+        Cue cue;
+        cue.id = IdStamp(0, 0, id);
+        cue.time = time;
+        return cue;
+    };
+    cues.add(cueAt(1, 5.0));
+    cues.add(cueAt(2, 1.0));
+    EXPECT_EQ(cues.add(cueAt(3, 5.0)), 2u);
+    EXPECT_EQ(cues.add(cueAt(4, 3.0)), 1u);
+
+    std::vector<int> order;
+    for (const Cue& cue : cues)
+        order.push_back(cues.find(cue.id) == &cue ? static_cast<int>(cue.time) : -1);
+    EXPECT_EQ(order, (std::vector<int>{1, 3, 5, 5}));
+    EXPECT_EQ(cues[3].id, IdStamp(0, 0, 3));
+
+    EXPECT_TRUE(cues.remove(IdStamp(0, 0, 1)));
+    EXPECT_FALSE(cues.remove(IdStamp(0, 0, 1)));
+    EXPECT_EQ(cues.find(IdStamp(0, 0, 1)), nullptr);
+    EXPECT_EQ(cues.size(), 3u);
+}
+
+TEST(EditModifier, ClosesWhatItOpensAndDoesNothingWithoutAnEdit)
+{
+    const auto edit = Kt::makePtr<test::FakeEdit>();
+    {
+        const EditModifier outer(edit, L"Outer");
+        const EditModifier inner(edit, L"Inner");
+        EXPECT_EQ(edit->open, 2);
+    }
+    EXPECT_EQ(edit->open, 0);
+    EXPECT_EQ(edit->steps, 1);
+    const EditModifier none(EditPtr(), L"None");
+}
+
+TEST(FXVob, MapsEditTimeOnEffectTimeUnclamped)
+{
+    test::FakeVob vob;
+    const FXViewHandle handle = vob.add(makeEffect(1), 10.0, 14.0);
+    const FXVobClient client(handle);
+
+    vob.setCurrentTime(11.0);
+    EXPECT_DOUBLE_EQ(client.getNormalisedCurrentTime(), 0.25);
+    vob.setCurrentTime(9.0);
+    EXPECT_DOUBLE_EQ(client.getNormalisedCurrentTime(), -0.25);
+    EXPECT_DOUBLE_EQ(handle.getFXVob()->fxTimeToEditTime(FXTime{0.5}), 12.0);
+
+    test::FakeVob other;
+    other.setCurrentTime(3.0);
+    EXPECT_EQ(FXVobClient(other.add(makeEffect(2), 3.0, 3.0)).getNormalisedCurrentTime(), 0.0) << "empty region";
+    EXPECT_EQ(FXVobClient(FXViewHandle()).getNormalisedCurrentTime(), 0.0);
+}
+
+TEST(FXVob, IsEmptiedAndFilledAgainAsTheEffectGoesAndComesBack)
+{
+    test::FakeVob vob;
+    const auto effect = makeEffect(1);
+    const FXViewHandle handle = vob.add(effect);
+    EXPECT_EQ(handle.getEffectPtr(), effect);
+    EXPECT_EQ(vob.monitor->getFXVob(effect), handle.getFXVob()) << "one FXVob an effect";
+
+    const auto removed = std::exchange(vob.monitor->effects, {});
+    vob.monitor->tell(EffectChangeCode::ParamSetChanged, effect->id());
+    EXPECT_FALSE(handle.getEffectPtr());
+    EXPECT_EQ(handle.getVob(), &vob);
+
+    vob.monitor->effects = removed;
+    vob.monitor->effects[0].second = NumRange<double>(20.0, 30.0);
+    vob.monitor->tell(EffectChangeCode::ParamSetRestored, effect->id());
+    EXPECT_EQ(handle.getEffectPtr(), effect);
+    EXPECT_EQ(handle.getFXVob()->getEditRegion(), NumRange<double>(20.0, 30.0));
+}
+
+TEST(FXVob, OutlivesItsViewer)
+{
+    auto vob = std::make_unique<test::FakeVob>();
+    const FXViewHandle handle = vob->add(makeEffect(1));
+    const FXVobClient client(handle);
+    vob.reset();
+    EXPECT_EQ(handle.getVob(), nullptr);
+    EXPECT_FALSE(client.getEffectPtr());
+    EXPECT_EQ(client.getNormalisedCurrentTime(), 0.0);
+}
+
+TEST(CompoundEffectMonitor, SpansTheRegionsOfItsEffects)
+{
+    test::FakeVob vob;
+    EXPECT_EQ(vob.monitor->getCompoundEditRegion(IdStamp()), NumRange<double>(0.0, 0.0));
+    vob.add(makeEffect(1), 4.0, 6.0);
+    vob.add(makeEffect(2), 2.0, 5.0);
+    EXPECT_EQ(vob.monitor->getCompoundEditRegion(IdStamp()), NumRange<double>(2.0, 6.0));
+}
+
+class RecordingClient : public FXVobClient, public VobClient
+{
+public:
+    RecordingClient(const FXViewHandle& handle, Vob* vob)
+        : FXVobClient(handle)
+        , VobClient(vob)
+    {
+    }
+
+    std::vector<EffectChangeCode> changes;
+    int times = 0;
+    int modifications = 0;
+
+private:
+    void handleFXModifications(const ChangeDescription& change) override { changes.push_back(change.code); }
+
+    void handleCurrentTimeChange() override { ++times; }
+
+    void handleModifications(const EditModification&) override { ++modifications; }
+};
+
+TEST(Clients, HearOfTimeEffectsAndEditUntilTheyGo)
+{
+    auto vob = std::make_unique<test::FakeVob>();
+    const FXViewHandle handle = vob->add(makeEffect(1));
+    RecordingClient client(handle, vob.get());
+    {
+        const RecordingClient shortLived(handle, vob.get());
+    }
+    vob->setCurrentTime(1.0);
+    vob->monitor->tell(EffectChangeCode::ParamSetChanged, handle.getViewEffectID());
+    vob->edit->addModification(EditModification{});
+    EXPECT_EQ(client.changes,
+              (std::vector{EffectChangeCode::CurrentTimeMoved, EffectChangeCode::ParamSetChanged}));
+    EXPECT_EQ(client.times, 1);
+    EXPECT_EQ(client.modifications, 1);
+
+    const auto edit = vob->edit;
+    vob.reset();
+    EXPECT_FALSE(client.getEdit());
+    edit->addModification(EditModification{});
+    EXPECT_EQ(client.modifications, 1) << "unbound once the viewer is gone";
+}
+
+TEST(Vob, ThePlayMachineIsTheHosts)
+{
+    test::TestHost host;
+    EXPECT_EQ(Vob::getPlayMachine(), nullptr);
+    test::FakeVob vob;
+    host.focusedVob = &vob;
+    EXPECT_EQ(Vob::getPlayMachine(), &vob);
+}
+
+} // namespace
+} // namespace oribund
