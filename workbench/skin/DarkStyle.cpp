@@ -1,0 +1,155 @@
+#include "workbench/skin/DarkStyle.h"
+
+#include "workbench/skin/Glyphs.h"
+
+#include "oribund/host/canvas/ColourScheme.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "workbench/skin/QtConversions.h"
+
+#include <QPainter>
+#include <QStyleOption>
+
+#include <algorithm>
+
+namespace workbench
+{
+
+namespace
+{
+
+QColor focusColour()
+{
+    return toQt(oribund::UifStd::getColourScheme().focus());
+}
+
+/** A box with a frame one pixel wide that lies wholly inside it. */
+void drawBox(QPainter& painter, const QRect& rect, const QColor& ground, const QColor& frame, double radius)
+{
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setBrush(ground);
+    painter.setPen(QPen(frame, 1.0));
+    painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    painter.restore();
+}
+
+void drawEntry(const QStyleOption& option, QPainter& painter)
+{
+    const bool focused = option.state.testFlag(QStyle::State_HasFocus);
+    drawBox(painter, option.rect, option.palette.color(QPalette::Base),
+            focused ? focusColour() : option.palette.color(QPalette::Mid), 2.0);
+}
+
+void drawMark(const QStyleOption& option, QPainter& painter, bool round)
+{
+    const bool on = option.state.testFlag(QStyle::State_On);
+    const bool partly = option.state.testFlag(QStyle::State_NoChange);
+    const int side = std::min(option.rect.width(), option.rect.height());
+    const QRect box(option.rect.center() - QPoint((side - 1) / 2, (side - 1) / 2), QSize(side, side));
+    const QPalette& palette = option.palette;
+    const bool focused = option.state.testFlag(QStyle::State_HasFocus);
+    drawBox(painter, box, palette.color(on || partly ? QPalette::Highlight : QPalette::Base),
+            focused ? focusColour() : palette.color(QPalette::Mid), round ? side / 2.0 : 2.0);
+    const QRectF inside = QRectF(box).adjusted(2, 2, -2, -2);
+    const QColor mark = palette.color(QPalette::HighlightedText);
+    if (partly) {
+        paintGlyph(painter, Glyph::Minus, inside, mark);
+    } else if (on && round) {
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(mark);
+        painter.drawEllipse(inside.center(), side / 5.0, side / 5.0);
+        painter.restore();
+    } else if (on) {
+        paintGlyph(painter, Glyph::Check, inside, mark);
+    }
+}
+
+void drawArrow(const QStyleOption& option, QPainter& painter, Glyph glyph)
+{
+    const double side = std::min({option.rect.width(), option.rect.height(), 10});
+    QRectF box(0, 0, side, side);
+    box.moveCenter(QRectF(option.rect).center());
+    paintGlyph(painter, glyph, box, option.palette.color(QPalette::ButtonText));
+}
+
+} // namespace
+
+DarkStyle::DarkStyle()
+    : QProxyStyle(QStringLiteral("Fusion"))
+{
+}
+
+void DarkStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const
+{
+    switch (element) {
+    case PE_PanelLineEdit:
+        if (const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option); frame && frame->lineWidth > 0)
+            drawEntry(*option, *painter);
+        else
+            QProxyStyle::drawPrimitive(element, option, painter, widget);
+        return;
+    case PE_FrameLineEdit:
+        return; // drawn with the ground
+    case PE_IndicatorCheckBox:
+    case PE_IndicatorItemViewItemCheck:
+        drawMark(*option, *painter, false);
+        return;
+    case PE_IndicatorRadioButton:
+        drawMark(*option, *painter, true);
+        return;
+    case PE_IndicatorArrowDown:
+    case PE_IndicatorSpinDown:
+        drawArrow(*option, *painter, Glyph::Down);
+        return;
+    case PE_IndicatorArrowUp:
+    case PE_IndicatorSpinUp:
+        drawArrow(*option, *painter, Glyph::Up);
+        return;
+    case PE_IndicatorArrowRight:
+        drawArrow(*option, *painter, Glyph::Expand);
+        return;
+    case PE_FrameFocusRect:
+        painter->save();
+        painter->setBrush(Qt::NoBrush);
+        painter->setPen(focusColour());
+        painter->drawRect(QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5));
+        painter->restore();
+        return;
+    default:
+        QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+}
+
+int DarkStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const
+{
+    switch (metric) {
+    case PM_IndicatorWidth:
+    case PM_IndicatorHeight:
+    case PM_ExclusiveIndicatorWidth:
+    case PM_ExclusiveIndicatorHeight:
+        return oribund::UifStd::getDefaultFontSize() + 1;
+    case PM_ScrollBarExtent:
+        return oribund::UifStd::getScrollBarWidth();
+    case PM_ButtonShiftHorizontal:
+    case PM_ButtonShiftVertical:
+        return 0;
+    default:
+        return QProxyStyle::pixelMetric(metric, option, widget);
+    }
+}
+
+int DarkStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* returnData) const
+{
+    if (hint == SH_UnderlineShortcut)
+        return 0;
+    // Menus that reach over the whole screen cannot be read: they are lists of their own beside the button.
+    if (hint == SH_ComboBox_Popup)
+        return 0;
+    return QProxyStyle::styleHint(hint, option, widget, returnData);
+}
+
+} // namespace workbench

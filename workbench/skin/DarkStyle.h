@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace workbench
+{
+
+/**
+ * Draws what a style sheet cannot draw without picture files: entries, check marks, radio buttons, arrows, the focus
+ * ring. All colours come from the widget's palette. Sits on Fusion, which draws all else.
+ */
+class DarkStyle final : public QProxyStyle
+{
+public:
+    DarkStyle();
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                       const QWidget* widget) const override;
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returnData) const override;
+};
+
+} // namespace workbench

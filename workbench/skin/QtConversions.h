@@ -1,0 +1,76 @@
+#pragma once
+
+#include "oribund/host/base/Box.h"
+#include "oribund/host/base/Colour.h"
+#include "oribund/host/base/LightweightString.h"
+#include "oribund/host/base/UIString.h"
+#include "oribund/host/base/XY.h"
+
+#include <QColor>
+#include <QPoint>
+#include <QRect>
+#include <QString>
+
+class QFont;
+
+namespace oribund
+{
+class Palette;
+
+namespace Glib
+{
+struct FontDesc;
+}
+} // namespace oribund
+
+class QPalette;
+
+/** The library's plain values as Qt's, and back. */
+namespace workbench
+{
+
+QColor toQt(const oribund::Colour& colour);
+oribund::Colour fromQt(const QColor& colour);
+
+QString toQt(const oribund::WString& text);
+QString toQt(const oribund::String& utf8);
+oribund::WString fromQt(const QString& text);
+
+/** As the user reads it, placeholders replaced. */
+QString toDisplay(const oribund::UIString& text);
+
+/** As the user reads it, for where Qt takes an ampersand as the mark of a mnemonic. */
+QString toMenuText(const oribund::UIString& text);
+
+inline QPoint toQt(const oribund::XY<int>& p)
+{
+    return {p.x, p.y};
+}
+
+inline oribund::XY<int> fromQt(const QPoint& p)
+{
+    return {p.x(), p.y()};
+}
+
+inline QPointF toQt(const oribund::XY<double>& p)
+{
+    return {p.x, p.y};
+}
+
+inline QRect toQt(const oribund::Kt::Box<int>& box)
+{
+    return {box.left, box.top, box.width(), box.height()};
+}
+
+inline QRectF toQt(const oribund::Kt::Box<double>& box)
+{
+    return {box.left, box.top, box.width(), box.height()};
+}
+
+/** The interface font of the application in the size and style that are asked for. */
+QFont toQt(const oribund::Glib::FontDesc& font);
+
+/** With the colours for disabled controls worked out. */
+QPalette toQt(const oribund::Palette& palette);
+
+} // namespace workbench

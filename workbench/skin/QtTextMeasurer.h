@@ -1,0 +1,33 @@
+#pragma once
+
+#include "oribund/host/canvas/TextMeasurer.h"
+
+#include <QFontMetricsF>
+
+#include <vector>
+
+namespace workbench
+{
+
+/** Measures texts in the fonts that QPainterRenderer draws them in. Needs a QGuiApplication. */
+class QtTextMeasurer final : public oribund::TextMeasurer
+{
+public:
+    int width(std::wstring_view text, const oribund::Glib::FontDesc& font) const override;
+    int lineHeight(const oribund::Glib::FontDesc& font) const override;
+
+    /** The application's font has changed. */
+    void forgetFonts() { known_.clear(); }
+
+private:
+    struct Known {
+        oribund::Glib::FontDesc font;
+        QFontMetricsF metrics;
+    };
+
+    const QFontMetricsF& metricsOf(const oribund::Glib::FontDesc& font) const;
+
+    mutable std::vector<Known> known_;
+};
+
+} // namespace workbench
