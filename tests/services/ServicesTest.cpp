@@ -46,12 +46,12 @@ TEST(Texts, ComeFromTheHostWithPlaceholdersReplacedAndGapsSeen)
 {
     test::TestHost host;
     host.textOf[{11576, 0}] = L"Effects on $TRACK$";
-    EXPECT_EQ(displayText(UIString(11576, 0).withPlaceholder("TRACK", L"V1")), WString(L"Effects on V1"));
+    EXPECT_EQ(displayText(UIString(11576, 0).withPlaceholder(L"TRACK", L"V1")), WString(L"Effects on V1"));
     EXPECT_EQ(displayText(UIString(L"Cost: 5$ for $TRACK$")), WString(L"Cost: 5$ for $TRACK$"))
         << "what is no known placeholder stays";
     EXPECT_EQ(displayText(12345), WString(L"#12345"));
 
-    showMessage(UIString(11576, 0).withPlaceholder("TRACK", L"A2"));
+    showMessage(UIString(11576, 0).withPlaceholder(L"TRACK", L"A2"));
     EXPECT_EQ(host.shown, std::vector<std::string>{"Effects on A2"});
 }
 
