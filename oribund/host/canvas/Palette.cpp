@@ -46,8 +46,8 @@ double contrastRatio(const Colour& a, const Colour& b)
 
 Colour readableOn(const Colour& background)
 {
-    const Colour dark = Colour::fromRGB(0x141414);
-    const Colour light = Colour::fromRGB(0xf5f5f5);
+    const Colour dark = Colour::fromRGB(0x000000);
+    const Colour light = Colour::fromRGB(0xffffff);
     return contrastRatio(dark, background) >= contrastRatio(light, background) ? dark : light;
 }
 

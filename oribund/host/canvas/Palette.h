@@ -73,7 +73,7 @@ private:
 /** The contrast of two opaque colours, 1 (none) to 21 (black on white), from their relative luminances. */
 ORIBUND_API double contrastRatio(const Colour& a, const Colour& b);
 
-/** Near-black or near-white, whichever reads better on `background`. */
+/** Black or white, whichever reads better on `background`. */
 ORIBUND_API Colour readableOn(const Colour& background);
 
 } // namespace oribund

@@ -1,0 +1,87 @@
+#include "oribund/host/canvas/Canvas.h"
+#include "oribund/host/canvas/Border.h"
+#include "oribund/host/canvas/CanvasClient.h"
+#include "oribund/host/canvas/Image.h"
+#include "oribund/host/canvas/RecordingRenderer.h"
+
+#include <gtest/gtest.h>
+
+namespace oribund
+{
+namespace
+{
+
+class OneRectangle : public CanvasClient
+{
+public:
+    bool handleEvent(const Event&) override { return true; }
+
+    void drawContents(CanvasRenderer& renderer) override { renderer.fillRect({0, 0, 5, 5}, Colour::fromRGB(0xff0000)); }
+
+    Glob* focusOwner() const override { return nullptr; }
+};
+
+TEST(Canvas, TheDirtyRegionGrowsWithinTheCanvasAndEndsWithADraw)
+{
+    Canvas canvas({100, 50});
+    EXPECT_TRUE(canvas.dirtyRegion().empty());
+
+    canvas.invalidate({10, 10, 20, 20});
+    canvas.repainted({90, 40, 130, 70});
+    EXPECT_EQ(canvas.dirtyRegion(), (Kt::Box<int>{10, 10, 100, 50}));
+    EXPECT_EQ(canvas.repaintCount(), 1u) << "an invalid region is no repaint of a glob";
+
+    canvas.invalidate({200, 200, 210, 210});
+    EXPECT_EQ(canvas.dirtyRegion(), (Kt::Box<int>{10, 10, 100, 50})) << "what lies outside cannot be out of date";
+
+    canvas.setClient(std::make_unique<OneRectangle>());
+    RecordingRenderer renderer;
+    canvas.draw(renderer);
+    EXPECT_EQ(renderer.primitives().size(), 1u);
+    EXPECT_TRUE(canvas.dirtyRegion().empty());
+    EXPECT_EQ(canvas.repaintCount(), 1u);
+}
+
+TEST(Canvas, AnEmptyCanvasDrawsNothingAndHasNoFocus)
+{
+    Canvas canvas({10, 10});
+    RecordingRenderer renderer;
+    canvas.draw(renderer);
+    EXPECT_TRUE(renderer.primitives().empty());
+    EXPECT_EQ(canvas.focusOwner(), nullptr);
+    canvas.setScale(-2.0);
+    EXPECT_EQ(canvas.scale(), 1.0);
+}
+
+TEST(Image, PixelsMustFitTheSize)
+{
+    EXPECT_FALSE(Image::fromPixels({2, 2}, Image::Pixels(4)).empty());
+    EXPECT_TRUE(Image::fromPixels({2, 2}, Image::Pixels(3)).empty());
+    EXPECT_TRUE(Image::fromPixels({-2, -2}, Image::Pixels(4)).empty());
+    EXPECT_TRUE(Image().empty());
+    EXPECT_EQ(Image::icon("settings"), Image::icon("settings"));
+    EXPECT_NE(Image::icon("settings"), Image::icon("delete"));
+
+    const Image picture = Image::fromPixels({1, 1}, {0xffffffff});
+    EXPECT_EQ(picture, Image(picture)) << "copies share their pixels";
+}
+
+TEST(Border, InsetsAreThoseOfItsSides)
+{
+    const Border all(Border::Line, 6, 15);
+    EXPECT_EQ(all.left, 6);
+    EXPECT_EQ(all.bottom, 6);
+    EXPECT_TRUE(all.isVisible());
+
+    const Border under(Border::Line, 3, Border::kBottom);
+    EXPECT_EQ(under.top, 0);
+    EXPECT_EQ(under.bottom, 3);
+
+    Border open(Border::None, 0, 15);
+    open.bottom = 6;
+    EXPECT_FALSE(open.isVisible());
+    EXPECT_EQ(open.bottom, 6);
+}
+
+} // namespace
+} // namespace oribund
