@@ -33,6 +33,9 @@ public:
     TangentHandle inHandle(int index) const noexcept;
     TangentHandle outHandle(int index) const noexcept;
 
+    /** Whether a keyframe holds nothing but sensible numbers, and handles that point the right way. */
+    static bool isUsable(const Keyframe& keyframe) noexcept;
+
     /** The value without keyframes. Not a change that anybody is told of. */
     void setRestValue(double value) noexcept { restValue_ = value; }
 

@@ -68,6 +68,7 @@ public:
     bool removeParam(const IdStamp& id);
     /** Parameters that are added up to the matching endGroup() are shown in the group. */
     void startGroup(const IdStamp& id, const UIString& title, bool hidden = false);
+    /** Closes the group that was started last and is open; without one, does nothing. */
     void endGroup();
     void setPresentation(std::vector<ParamPresentationDetails> presentation);
 
@@ -106,7 +107,6 @@ private:
     bool enabled_ = true;
     std::vector<ParamPtr> params_;
     std::vector<ParamPresentationDetails> presentation_;
-    std::vector<IdStamp> openGroups_;
     std::vector<EffectPtr> children_;
     EffectPtr mask_;
     iParamJournal* journal_ = nullptr;

@@ -72,7 +72,10 @@ private:
         {
         }
 
-        bool set(const P& value, ChangeKind kind) override { return param_.setConstant(value, kind); }
+        bool set(const P& value, ChangeKind kind = ChangeKind::Single) override
+        {
+            return value != this->get() && param_.setConstant(value, kind);
+        }
 
     private:
         EffectValParam& param_;
@@ -84,15 +87,16 @@ private:
     using Graph = typename std::conditional_t<isNumericParam<P>, std::type_identity<ParamGraph<P>>,
                                               std::type_identity<NoGraph>>::type;
 
-    void init();
+    EffectValParam(ParamInfo info, const P& defaultValue, const P& minimum, const P& maximum, int);
+
     void store(const P& value, ChangeKind kind);
-    void restGraph();
+    void restGraph(const P& value) noexcept;
     void addFirstKeyframe(double time, ChangeKind kind) override;
     void freezeConstant(double time, ChangeKind kind) override;
 
+    P minimum_;
+    P maximum_;
     P default_;
-    P minimum_{};
-    P maximum_{};
     ConstantServer constant_;
     [[no_unique_address]] Graph graph_;
 };

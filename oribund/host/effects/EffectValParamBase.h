@@ -82,8 +82,9 @@ public:
     const Graph1dBase* graph() const noexcept { return graph_; }
 
     /**
-     * To Keyframed: the constant becomes the one keyframe, at that time. To Constant: the value at that time becomes
-     * the constant, and the keyframes go. False for Keyframed when there is no graph.
+     * To Keyframed: the constant becomes the one keyframe, at that time, unless the graph has some already. To
+     * Constant: the value at that time becomes the constant, and the keyframes go. False for Keyframed when there is no
+     * graph.
      */
     bool setFunctionType(EffectValParamFnType type, double atTime, ChangeKind kind = ChangeKind::Single);
 
@@ -139,7 +140,7 @@ private:
         {
         }
 
-        bool set(const EffectValParamFnType& type, ChangeKind kind) override;
+        bool set(const EffectValParamFnType& type, ChangeKind kind = ChangeKind::Single) override;
 
         bool store(EffectValParamFnType type, ChangeKind kind) { return ValServer::set(type, kind); }
 
@@ -174,7 +175,8 @@ public:
     JournalSuspension& operator=(const JournalSuspension&) = delete;
 
 private:
-    Kt::Ptr<EffectValParamBase> param_;
+    Kt::Ptr<EffectValParamBase> keepAlive_; // of a shared parameter, until its observers have been told
+    EffectValParamBase& param_;
 };
 
 } // namespace oribund

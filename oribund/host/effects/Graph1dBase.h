@@ -36,6 +36,7 @@ public:
 
     static constexpr double kMaxTime = 1e6;
     static constexpr double kMaxValue = 1e100;
+    static constexpr int kMaxChannels = 8;
 
     ~Graph1dBase() override;
     Graph1dBase(const Graph1dBase&) = delete;
@@ -104,7 +105,8 @@ public:
 
     /**
      * Everything between startBatch() and the endBatch() that matches it reaches the observers as one change, at the
-     * end; as none if nothing changed. Batches nest: the outermost one counts.
+     * end; as none if nothing changed. Batches nest: the outermost one counts. `channels` says which channels the
+     * caller has in mind; observers are told which ones did change.
      */
     void startBatch(unsigned channels, BatchReason reason, ChangeKind kind);
     void endBatch(unsigned channels, BatchReason reason);
@@ -148,10 +150,13 @@ private:
     friend class BezierCurve;
 
     const KeyStore& keys() const noexcept;
-    bool freeTime(double time) const noexcept;
+
+    bool exists(int index) const noexcept { return index >= 0 && index < size(); }
+
+    bool isFree(double time, int except = -1) const noexcept;
+    bool sameTimes(std::span<const std::vector<Keyframe>> channels) const noexcept;
     int insertInAll(double time, std::span<const double> values, ChangeKind kind);
     void notifyObservers(unsigned channels, BatchReason reason, ChangeKind kind);
-    bool notifyOwn(const Change& change);
 
     std::span<BezierCurve* const> channels_;
     Graph1dBase* parent_ = nullptr; // of a channel: the graph that keeps its times in step

@@ -71,6 +71,9 @@ public:
         return {chunk, countUpTo(keys.times(), keys.count, time) - 1};
     }
 
+    /** The first keyframe; invalid when there is none. */
+    Position begin() const noexcept { return {0, size_ > 0 ? 0 : -1}; }
+
     /** The neighbours of a valid position; invalid at the ends. */
     Position next(const Position& position) const noexcept
     {
@@ -174,8 +177,7 @@ private:
     void makeRoom(Position& position);
     void splitChunk(int chunk);
     void mergeWithNext(int chunk);
-    void copyKeys(const Chunk& from, int first, int count, Chunk& to, int at);
-    void renumber(int firstChunk);
+    static void copyKeys(const Chunk& from, int first, int count, Chunk& to, int at);
 
     int size_ = 0;
     std::vector<Chunk> chunks_;

@@ -11,10 +11,10 @@ class EffectValParamBase;
 enum class EffectValParamFnType : int;
 
 /**
- * With which a host records what a user does to parameters, to undo it. Receives each elementary change right after it
- * was made and before observers are told; each is small whatever the size of the graph. Undone and redone through the
- * restore functions of EffectValParamBase under a JournalSuspension. Must not edit the parameter from these calls,
- * cancelSeries() excepted.
+ * With which a host records what a user does to parameters, to undo it. Receives each elementary change before
+ * observers are told of it (use the arguments: the constant itself is stored only then); each is small whatever the
+ * size of the graph. Undone and redone through the restore functions of EffectValParamBase under a JournalSuspension.
+ * Must not edit the parameter from these calls, cancelSeries() excepted.
  */
 class iParamJournal
 {

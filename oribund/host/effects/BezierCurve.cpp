@@ -1,0 +1,413 @@
+#include "oribund/host/effects/BezierCurve.h"
+
+#include "oribund/host/base/Numeric.h"
+#include "oribund/host/effects/iGraphJournal.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace oribund
+{
+
+namespace
+{
+
+using Shape = KeyStore::Shape;
+
+TangentHandle usedHandle(double dt, double dv, bool automatic) noexcept
+{
+    return automatic ? TangentHandle{} : TangentHandle{dt, dv, false};
+}
+
+/** Of a normalised keyframe. */
+KeyStore::Key toKey(const Keyframe& keyframe) noexcept
+{
+    KeyStore::Key key;
+    key.time = keyframe.time;
+    key.value = keyframe.value;
+    if (keyframe.type == KeyframeType::Smooth)
+        key.flags |= KeyStore::kSmooth;
+    if (keyframe.in.automatic)
+        key.flags |= KeyStore::kInAutomatic;
+    if (keyframe.out.automatic)
+        key.flags |= KeyStore::kOutAutomatic;
+    key.shape = {keyframe.in.dt, keyframe.in.dv, keyframe.out.dt, keyframe.out.dv};
+    return key;
+}
+
+/** The keyframe without what an automatic handle does not use. */
+Keyframe normalised(Keyframe keyframe) noexcept
+{
+    keyframe.in = usedHandle(keyframe.in.dt, keyframe.in.dv, keyframe.in.automatic);
+    keyframe.out = usedHandle(keyframe.out.dt, keyframe.out.dv, keyframe.out.automatic);
+    return keyframe;
+}
+
+TangentHandle held(TangentHandle handle) noexcept
+{
+    handle.automatic = false;
+    return handle;
+}
+
+// Rounding may put a handle a hair on the wrong side of its keyframe.
+TangentHandle outgoing(const CubicSegment& segment) noexcept
+{
+    const auto& points = segment.points;
+    return {std::max(points[1].time - points[0].time, 0.0), points[1].value - points[0].value, false};
+}
+
+TangentHandle incoming(const CubicSegment& segment) noexcept
+{
+    const auto& points = segment.points;
+    return {std::min(points[2].time - points[3].time, 0.0), points[2].value - points[3].value, false};
+}
+
+/**
+ * The slope at a keyframe between two intervals: the weighted harmonic mean of the slopes of both, level where they
+ * turn or one of them is level. It never exceeds three times the lesser slope, which keeps the curve monotone.
+ */
+double monotoneSlope(double h0, double rise0, double h1, double rise1) noexcept
+{
+    if (!((rise0 > 0.0 && rise1 > 0.0) || (rise0 < 0.0 && rise1 < 0.0)))
+        return 0.0;
+    const double w0 = h0 + 2.0 * h1;
+    const double w1 = 2.0 * h0 + h1;
+    return (w0 + w1) / (w0 * h0 / rise0 + w1 * h1 / rise1);
+}
+
+} // namespace
+
+BezierCurve::BezierCurve()
+    : self_(this)
+{
+    setChannels(std::span(&self_, 1));
+}
+
+BezierCurve::~BezierCurve()
+{
+    announceEnd();
+}
+
+bool BezierCurve::isUsable(const Keyframe& keyframe) noexcept
+{
+    const auto usableHandle = [](const TangentHandle& handle, double direction) {
+        const double dt = handle.dt * direction;
+        return handle.automatic || (dt >= 0.0 && usableTime(dt) && usableValue(handle.dv));
+    };
+    return usableTime(keyframe.time) && usableValue(keyframe.value) && usableHandle(keyframe.in, -1.0) &&
+           usableHandle(keyframe.out, 1.0);
+}
+
+double BezierCurve::evaluate(double time) const noexcept
+{
+    const Position left = keys_.lower(time);
+    if (!left.valid())
+        return keys_.size() == 0 ? restValue_ : keys_.value(keys_.begin());
+    const Position right = keys_.next(left);
+    const double v0 = keys_.value(left);
+    if (!right.valid())
+        return v0;
+
+    const double t0 = keys_.time(left);
+    const double length = keys_.time(right) - t0;
+    const double rise = keys_.value(right) - v0;
+    const double u = (time - t0) / length;
+    const unsigned flags = keys_.flags(left);
+    if ((flags & KeyStore::kSmooth) == 0)
+        return v0 + rise * u;
+    if ((flags & KeyStore::kOutAutomatic) == 0 || (keys_.flags(right) & KeyStore::kInAutomatic) == 0)
+        return segmentBetween(left, right).evaluate(time);
+    // Both handles a third of the way: time is proportional to the curve's parameter, and nothing has to be solved.
+    const double m0 = keys_.shape(left).outDv * length;
+    const double m1 = keys_.shape(right).inDv * length;
+    return v0 + u * (m0 + u * (3.0 * rise - 2.0 * m0 - m1 + u * (m0 + m1 - 2.0 * rise)));
+}
+
+double BezierCurve::valueAt(int index) const noexcept
+{
+    return keys_.value(keys_.position(index));
+}
+
+Keyframe BezierCurve::keyframe(int index) const noexcept
+{
+    return keyframeAt(keys_.position(index));
+}
+
+Keyframe BezierCurve::keyframeAt(const Position& position) const noexcept
+{
+    const Shape& shape = keys_.shape(position);
+    const unsigned flags = keys_.flags(position);
+    Keyframe keyframe;
+    keyframe.time = keys_.time(position);
+    keyframe.value = keys_.value(position);
+    keyframe.type = (flags & KeyStore::kSmooth) != 0 ? KeyframeType::Smooth : KeyframeType::Linear;
+    keyframe.in = usedHandle(shape.inDt, shape.inDv, (flags & KeyStore::kInAutomatic) != 0);
+    keyframe.out = usedHandle(shape.outDt, shape.outDv, (flags & KeyStore::kOutAutomatic) != 0);
+    return keyframe;
+}
+
+CubicSegment BezierCurve::segmentBetween(const Position& left, const Position& right) const noexcept
+{
+    const CubicSegment::Point start{keys_.time(left), keys_.value(left)};
+    const CubicSegment::Point end{keys_.time(right), keys_.value(right)};
+    const double length = end.time - start.time;
+    if ((keys_.flags(left) & KeyStore::kSmooth) == 0) {
+        const double third = (end.value - start.value) / 3.0;
+        return {{start,
+                 {start.time + length / 3.0, start.value + third},
+                 {end.time - length / 3.0, end.value - third},
+                 end}};
+    }
+
+    CubicSegment::Point out{keys_.shape(left).outDt, keys_.shape(left).outDv};
+    CubicSegment::Point in{keys_.shape(right).inDt, keys_.shape(right).inDv};
+    if ((keys_.flags(left) & KeyStore::kOutAutomatic) != 0)
+        out = {length / 3.0, out.value * length / 3.0};
+    if ((keys_.flags(right) & KeyStore::kInAutomatic) != 0)
+        in = {-length / 3.0, -in.value * length / 3.0};
+    // Handles that reach past each other would make the curve run back in time.
+    if (const double reach = out.time - in.time; reach > length) {
+        const double fit = length / reach;
+        out = {out.time * fit, out.value * fit};
+        in = {in.time * fit, in.value * fit};
+    }
+    const double outTime = std::min(start.time + out.time, end.time);
+    return {{start,
+             {outTime, start.value + out.value},
+             {std::max(end.time + in.time, outTime), end.value + in.value},
+             end}};
+}
+
+CubicSegment BezierCurve::segment(int index) const noexcept
+{
+    const Position left = keys_.position(index);
+    return segmentBetween(left, keys_.next(left));
+}
+
+TangentHandle BezierCurve::outHandle(int index) const noexcept
+{
+    TangentHandle handle = keyframe(index).out;
+    if (index + 1 < size()) {
+        const bool automatic = handle.automatic;
+        handle = outgoing(segment(index));
+        handle.automatic = automatic;
+    }
+    return handle;
+}
+
+TangentHandle BezierCurve::inHandle(int index) const noexcept
+{
+    TangentHandle handle = keyframe(index).in;
+    if (index > 0) {
+        const bool automatic = handle.automatic;
+        handle = incoming(segment(index - 1));
+        handle.automatic = automatic;
+    }
+    return handle;
+}
+
+bool BezierCurve::setKeyframeValue(int index, double value, ChangeKind kind)
+{
+    if (!exists(index) || !usableValue(value))
+        return false;
+    const Position position = keys_.position(index);
+    double& stored = keys_.value(position);
+    if (stored == value)
+        return true;
+    const double before = std::exchange(stored, value);
+    refreshAround(position);
+    if (journal()) {
+        const Keyframe after = keyframeAt(position);
+        Keyframe was = after;
+        was.value = before;
+        journal()->keyframeChanged(channelIndex(), was, after, kind);
+    }
+    changed(ownMask(), BatchReason::SetValue, kind);
+    return true;
+}
+
+bool BezierCurve::setKeyframe(int index, const Keyframe& keyframe, ChangeKind kind)
+{
+    if (!exists(index) || !isUsable(keyframe) || !isFree(keyframe.time, index))
+        return false;
+    const GraphBatch batch(*this, BatchReason::Reshape, BatchReason::Reshape, kind);
+    index = moveKeyframe(index, keyframe.time, kind);
+    replaceRaw(index, keyframe, kind);
+    return true;
+}
+
+void BezierCurve::insertRaw(const Keyframe& keyframe, ChangeKind kind)
+{
+    const Keyframe added = normalised(keyframe);
+    refreshAround(keys_.insert(toKey(added)));
+    if (journal())
+        journal()->keyframeInserted(channelIndex(), added, kind);
+    changed(ownMask(), BatchReason::AddKeyframe, kind);
+}
+
+void BezierCurve::eraseRaw(int index, ChangeKind kind)
+{
+    const Position position = keys_.position(index);
+    const Keyframe keyframe = keyframeAt(position);
+    keys_.erase(position);
+    if (const Position next = keys_.lower(keyframe.time); next.valid())
+        refreshAround(next);
+    else if (keys_.size() > 0)
+        refreshAround(keys_.begin());
+    if (journal())
+        journal()->keyframeErased(channelIndex(), keyframe, kind);
+    changed(ownMask(), BatchReason::Remove, kind);
+}
+
+void BezierCurve::replaceRaw(int index, const Keyframe& keyframe, ChangeKind kind)
+{
+    const Position position = keys_.position(index);
+    const Keyframe before = keyframeAt(position);
+    Keyframe after = normalised(keyframe);
+    after.time = before.time;
+    if (before == after)
+        return;
+    const KeyStore::Key key = toKey(after);
+    keys_.value(position) = key.value;
+    keys_.shape(position) = key.shape;
+    keys_.flags(position) = key.flags;
+    refreshAround(position);
+    if (journal())
+        journal()->keyframeChanged(channelIndex(), before, after, kind);
+    changed(ownMask(), BatchReason::Reshape, kind);
+}
+
+void BezierCurve::assignRaw(std::span<const Keyframe> keyframes, ChangeKind kind)
+{
+    const std::vector<Keyframe> before = root().keyframes(channelIndex());
+    std::vector<Keyframe> after;
+    std::vector<KeyStore::Key> keys;
+    after.reserve(keyframes.size());
+    keys.reserve(keyframes.size());
+    for (const Keyframe& keyframe : keyframes) {
+        after.push_back(normalised(keyframe));
+        keys.push_back(toKey(after.back()));
+    }
+    if (before == after)
+        return;
+    keys_.assign(keys);
+    for (Position position = keys_.begin(); position.valid(); position = keys_.next(position))
+        refreshSlope(position);
+    if (journal()) {
+        std::for_each(before.rbegin(), before.rend(),
+                      [&](const Keyframe& k) { journal()->keyframeErased(channelIndex(), k, kind); });
+        std::for_each(after.begin(), after.end(),
+                      [&](const Keyframe& k) { journal()->keyframeInserted(channelIndex(), k, kind); });
+    }
+    changed(ownMask(), BatchReason::Replace, kind);
+}
+
+void BezierCurve::subdivideRaw(double time, ChangeKind kind)
+{
+    Keyframe added;
+    added.time = time;
+    added.value = evaluate(time);
+    const int left = lowerIndex(time);
+    const int right = left + 1;
+    if (left < 0) {
+        insertRaw(added, kind);
+        return;
+    }
+    Keyframe before = keyframe(left);
+    if (right == size()) {
+        // The level stretch behind the last keyframe takes its shape from here on.
+        before.type = KeyframeType::Linear;
+        replaceRaw(left, before, kind);
+        insertRaw(added, kind);
+        return;
+    }
+
+    // A new neighbour would turn automatic tangents: those that shape anything are held where they are.
+    Keyframe after = keyframe(right);
+    if (left > 0 && typeAt(left - 1) == KeyframeType::Smooth)
+        before.in = held(inHandle(left));
+    if (right + 1 < size() && after.type == KeyframeType::Smooth)
+        after.out = held(outHandle(right));
+    if (before.type == KeyframeType::Smooth) {
+        const auto [first, second] = segment(left).split(time);
+        before.out = outgoing(first);
+        added.in = incoming(first);
+        added.out = outgoing(second);
+        after.in = incoming(second);
+        added.type = KeyframeType::Smooth;
+    }
+    replaceRaw(left, before, kind);
+    replaceRaw(right, after, kind);
+    insertRaw(added, kind);
+}
+
+KeyframeType BezierCurve::typeForNew(double time) const noexcept
+{
+    return empty() ? KeyframeType::Linear : typeAt(std::max(lowerIndex(time), 0));
+}
+
+void BezierCurve::refreshAround(const Position& position) noexcept
+{
+    if (keys_.straightAround(position))
+        return;
+    refreshSlope(position);
+    if (const Position previous = keys_.previous(position); previous.valid())
+        refreshSlope(previous);
+    if (const Position next = keys_.next(position); next.valid())
+        refreshSlope(next);
+}
+
+void BezierCurve::refreshSlope(const Position& position) noexcept
+{
+    const unsigned flags = keys_.flags(position);
+    const Position previous = keys_.previous(position);
+    const bool shapesIn =
+        (flags & KeyStore::kInAutomatic) != 0 && previous.valid() && (keys_.flags(previous) & KeyStore::kSmooth) != 0;
+    const bool shapesOut = (flags & KeyStore::kOutAutomatic) != 0 && (flags & KeyStore::kSmooth) != 0;
+    if (!shapesIn && !shapesOut)
+        return;
+
+    // Level at the ends, where the curve goes over into a constant.
+    double slope = 0.0;
+    if (const Position next = keys_.next(position); next.valid() && previous.valid()) {
+        const double time = keys_.time(position);
+        const double value = keys_.value(position);
+        slope = monotoneSlope(time - keys_.time(previous), value - keys_.value(previous), keys_.time(next) - time,
+                              keys_.value(next) - value);
+    }
+    Shape& shape = keys_.shape(position);
+    if (shapesIn)
+        shape.inDv = slope;
+    if (shapesOut)
+        shape.outDv = slope;
+}
+
+bool BezierCurve::restoreInserted(const Keyframe& keyframe)
+{
+    const Position left = keys_.lower(keyframe.time);
+    if (!isUsable(keyframe) || (left.valid() && keys_.time(left) == keyframe.time))
+        return false;
+    insertRaw(keyframe, ChangeKind::Single);
+    return true;
+}
+
+bool BezierCurve::restoreErased(double time)
+{
+    const Position position = keys_.lower(time);
+    if (!position.valid() || keys_.time(position) != time)
+        return false;
+    eraseRaw(keys_.index(position), ChangeKind::Single);
+    return true;
+}
+
+bool BezierCurve::restoreChanged(const Keyframe& keyframe)
+{
+    const Position position = keys_.lower(keyframe.time);
+    if (!isUsable(keyframe) || !position.valid() || keys_.time(position) != keyframe.time)
+        return false;
+    replaceRaw(keys_.index(position), keyframe, ChangeKind::Single);
+    return true;
+}
+
+} // namespace oribund
