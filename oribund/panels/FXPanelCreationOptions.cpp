@@ -53,9 +53,9 @@ Border FXPanelCreationOptions::border(unsigned int)
     return border;
 }
 
-void FXPanelCreationOptions::setViewEffectID(const IdStamp& id)
+void FXPanelCreationOptions::setViewEffectID(const IdStamp& effectId)
 {
-    viewHandle.setViewEffectID(id);
+    viewHandle.setViewEffectID(effectId);
     if (const Kt::Ptr<EffectInstance> effect = viewHandle.getEffectPtr())
         title = UIString(effect->getName());
 }

@@ -39,7 +39,7 @@ public:
     static Border border(unsigned int flags);
 
     /** Points the handle at another effect of the FXVob; where it then yields one, that one's name is the title. */
-    void setViewEffectID(const IdStamp& id);
+    void setViewEffectID(const IdStamp& effectId);
 
     FXViewHandle viewHandle;
     /** The tab order that the panel's controls are to join; not owned, null for none. */

@@ -147,8 +147,7 @@ TEST(Clients, HearOfTimeEffectsAndEditUntilTheyGo)
     vob->setCurrentTime(1.0);
     vob->monitor->tell(EffectChangeCode::ParamSetChanged, handle.getViewEffectID());
     vob->edit->addModification(EditModification{});
-    EXPECT_EQ(client.changes,
-              (std::vector{EffectChangeCode::CurrentTimeMoved, EffectChangeCode::ParamSetChanged}));
+    EXPECT_EQ(client.changes, (std::vector{EffectChangeCode::CurrentTimeMoved, EffectChangeCode::ParamSetChanged}));
     EXPECT_EQ(client.times, 1);
     EXPECT_EQ(client.modifications, 1);
 

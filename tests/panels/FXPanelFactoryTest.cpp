@@ -115,8 +115,7 @@ protected:
 
     static inline std::unique_ptr<test::TestHost> host;
     test::FakeVob vob;
-    Kt::Ptr<EffectInstance> effect =
-        Kt::makePtr<EffectInstance>(IdStamp(0, 0, 7), String("blur"), WString(L"Blur"));
+    Kt::Ptr<EffectInstance> effect = Kt::makePtr<EffectInstance>(IdStamp(0, 0, 7), String("blur"), WString(L"Blur"));
     FXViewHandle handle = vob.add(effect);
     FXPanelFactory& factory = FXPanelFactory::instance();
 };
@@ -196,13 +195,13 @@ TEST_F(Factory, FindsCompoundViewsByTheirExactType)
     EXPECT_EQ(factory.getCompoundViewBuilders(), (std::vector<iCompoundEffectViewBuilder*>{&params, &later}));
 
     Glob parent(GlobCreationInfo(100, 100));
-    Glob* const view = factory.makeCompoundEffectView("params", &parent, &vob, 1, IdStamp(), {40, 30},
-                                                      Glob::UserTopLeft(0, 0), {});
+    Glob* const view =
+        factory.makeCompoundEffectView("params", &parent, &vob, 1, IdStamp(), {40, 30}, Glob::UserTopLeft(0, 0), {});
     ASSERT_TRUE(view);
     EXPECT_EQ(view->parent(), &parent);
-    EXPECT_EQ(factory.makeCompoundEffectView("keyframes", &parent, &vob, 1, IdStamp(), {40, 30},
-                                             Glob::UserTopLeft(0, 0), {}),
-              nullptr);
+    EXPECT_EQ(
+        factory.makeCompoundEffectView("keyframes", &parent, &vob, 1, IdStamp(), {40, 30}, Glob::UserTopLeft(0, 0), {}),
+        nullptr);
 
     EXPECT_FALSE(factory.isRegistered({}));
     static ViewBuilder nameless("", 2);

@@ -88,7 +88,8 @@ public:
 private:
     std::vector<std::pair<Kt::Ptr<EffectInstance>, NumRange<double>>>::const_iterator find(const IdStamp& id) const
     {
-        return std::find_if(effects.begin(), effects.end(), [&id](const auto& entry) { return entry.first->id() == id; });
+        return std::find_if(effects.begin(), effects.end(),
+                            [&id](const auto& entry) { return entry.first->id() == id; });
     }
 };
 

@@ -1,0 +1,187 @@
+#include "tests/controls/BindingFixture.h"
+
+#include "oribund/controls/AngleParamWidget.h"
+#include "oribund/controls/GraphColManager.h"
+
+#include <memory>
+#include <set>
+
+namespace oribund
+{
+namespace
+{
+
+using test::FakeWidget;
+
+class Refresh : public test::Binding
+{
+protected:
+    Kt::Ptr<EffectValParam<double>> param = addParam(1.0);
+    Kt::Ptr<FloatAdaptor> adaptor = Kt::makePtr<FloatAdaptor>(handle, EffectValParamAccessor<double>(*param));
+    FakeWidget<double> widget;
+
+    Refresh() { attach(widget, adaptor); }
+
+    /** How often the widget is told because of something. */
+    template <class Action>
+    std::size_t tellings(Action action)
+    {
+        const std::size_t before = widget.shown.size();
+        action();
+        return widget.shown.size() - before;
+    }
+};
+
+TEST_F(Refresh, EveryWidgetOfAnAdaptorShowsTheValueWhoeverChangesIt)
+{
+    FakeWidget<double> second;
+    attach(second, adaptor);
+    EXPECT_TRUE(second.ask(2.0));
+    EXPECT_EQ(widget.shown.back(), 2.0);
+    param->setConstant(3.0);
+    EXPECT_EQ(widget.shown.back(), 3.0);
+    EXPECT_EQ(second.shown.back(), 3.0);
+
+    param->setFunctionType(EffectValParamFnType::Keyframed, 0.0);
+    param->addKeyframeAt(1.0, 5.0);
+    setEffectTime(0.5);
+    EXPECT_EQ(widget.shown.back(), 4.0) << "follows the current time";
+    EXPECT_EQ(tellings([&] { param->setKeyframeValueAt(1, 5.0); }), 0u) << "nothing has changed";
+}
+
+TEST_F(Refresh, OnlyChangesOfThisEffectAndOfTheRightKindCount)
+{
+    const IdStamp own = effect->id();
+    const IdStamp other(0, 0, 8);
+    const auto& monitor = vob.monitor;
+    for (int code = 0; code <= 14; ++code) {
+        const bool expected = code == 2 || code == 3 || code == 6 || code == 7 || code == 8 || code == 10 || code == 12;
+        const auto kind = static_cast<EffectChangeCode>(code);
+        EXPECT_EQ(tellings([&] { monitor->tell(kind, own); }), expected ? 1u : 0u) << code;
+        EXPECT_EQ(tellings([&] { monitor->tell(kind, IdStamp::wildcard()); }), expected ? 1u : 0u) << code;
+        if (code != 2 && code != 10) {
+            EXPECT_EQ(tellings([&] { monitor->tell(kind, other); }), 0u) << code;
+        }
+        EXPECT_EQ(tellings([&] { monitor->tell(kind, other, EffectChangeDescription::kWholesaleRefresh); }), 1u)
+            << code;
+    }
+}
+
+TEST_F(Refresh, StaysBoundWhenParametersAreInsertedAndRemoved)
+{
+    effect->insertParam(0, test::makeParam<double>(50, 9.0));
+    vob.monitor->tell(EffectChangeCode::ParamSetChanged, effect->id());
+    EXPECT_TRUE(widget.ask(2.0));
+    EXPECT_EQ(param->constant(), 2.0);
+
+    effect->removeParam(param->id());
+    vob.monitor->tell(EffectChangeCode::ParamSetChanged, effect->id());
+    EXPECT_FALSE(widget.ask(3.0));
+    EXPECT_EQ(tellings([&] { param->setConstant(4.0); }), 0u) << "no longer a parameter of the effect";
+    EXPECT_EQ(widget.shown.back(), 2.0) << "keeps what it shows";
+
+    const auto replacement = test::makeParam<double>(1, 6.0);
+    effect->addParam(replacement);
+    vob.monitor->tell(EffectChangeCode::ParamSetRestored, effect->id());
+    EXPECT_EQ(widget.shown.back(), 6.0);
+    EXPECT_EQ(tellings([&] { replacement->setConstant(7.0); }), 1u) << "bound to the new parameter of that id";
+}
+
+TEST_F(Refresh, WithoutAnEffectWidgetsKeepWhatTheyShow)
+{
+    vob.monitor->effects.clear();
+    vob.monitor->tell(EffectChangeCode::ParamSetChanged, effect->id());
+    EXPECT_FALSE(widget.ask(3.0));
+    EXPECT_EQ(tellings([&] { adaptor->forceWidgetUpdate(eRedrawFlag::Yes); }), 0u);
+    EXPECT_EQ(adaptor->getDataValue(), 0.0);
+    EXPECT_EQ(param->constant(), 1.0);
+}
+
+TEST_F(Refresh, EnabledStateIsWrittenOnlyWhenItChanges)
+{
+    EXPECT_TRUE(widget.enabled) << "an editable parameter enables the first widget";
+    const int writes = widget.enabledWrites;
+    param->setConstant(2.0);
+    EXPECT_EQ(widget.enabledWrites, writes);
+    effect->editable = false;
+    vob.monitor->tell(EffectChangeCode::EditabilityChanged, effect->id());
+    EXPECT_FALSE(widget.enabled);
+    EXPECT_EQ(widget.enabledWrites, writes + 1);
+    EXPECT_FALSE(Kt::makePtr<FloatAdaptor>(handle, EffectValParamAccessor<double>(*param))->getWidgetEnabledState())
+        << "an adaptor without widgets";
+}
+
+TEST_F(Refresh, WhatIsDestroyedHearsNothing)
+{
+    auto shortLived = std::make_unique<FakeWidget<double>>();
+    attach(*shortLived, Kt::makePtr<FloatAdaptor>(handle, EffectValParamAccessor<double>(*param)));
+    shortLived.reset();
+    param->setConstant(2.0);
+    setEffectTime(0.3);
+    vob.monitor->tell(EffectChangeCode::ParamSetChanged, effect->id());
+    EXPECT_EQ(widget.shown.back(), 2.0);
+}
+
+TEST_F(Refresh, AnEditRepaintsOnceAfterwards)
+{
+    struct Watcher : ValWidget<double> {
+        void setWidgetValue(const double&, eRedrawFlag) override { heldOff = heldOff && !Drawable::redrawsEnabled(); }
+
+        double getWidgetValue() const override { return 0.0; }
+
+        void setWidgetEnabled(bool) override {}
+
+        bool isWidgetEnabled() const override { return true; }
+
+        bool heldOff = true;
+    } watcher;
+
+    watcher.setDataAdaptor(Kt::Ptr<ValAdaptorBase<double>>(adaptor));
+    EXPECT_TRUE(widget.ask(8.0));
+    EXPECT_TRUE(watcher.heldOff);
+    EXPECT_TRUE(Drawable::redrawsEnabled());
+}
+
+TEST_F(Refresh, ACancelledSeriesPutsTheOldValueBackWithoutAJournal)
+{
+    widget.ask(2.0, ChangeKind::Start);
+    widget.ask(3.0, ChangeKind::Continuation);
+    widget.cancel(1.0);
+    EXPECT_EQ(param->constant(), 1.0);
+    EXPECT_EQ(widget.shown.back(), 1.0);
+}
+
+TEST_F(Refresh, AMaskIsBoundThroughTheSameView)
+{
+    const auto mask = Kt::makePtr<test::FakeEffect>(IdStamp(0, 0, 70), String("mask"), WString(L"Mask"));
+    const auto softness = test::makeParam<double>(71, 0.5);
+    mask->addParam(softness);
+    effect->setMask(mask);
+    FXViewHandle maskHandle = handle;
+    maskHandle.setViewEffectID(mask->id());
+    FakeWidget<double> maskWidget;
+    attach(maskWidget, Kt::makePtr<FloatAdaptor>(maskHandle, EffectValParamAccessor<double>(*softness)));
+    EXPECT_TRUE(maskWidget.ask(0.75));
+    EXPECT_EQ(softness->constant(), 0.75);
+    EXPECT_EQ(param->constant(), 1.0);
+}
+
+TEST_F(Refresh, TheDialTurnsTheAngleAndHasTheColourOfItsGraph)
+{
+    const auto angle = addParam(Angle{370.0});
+    AngleParamWidget::InitArgs args;
+    args.width = args.height = 40;
+    AngleParamWidget dial(args, handle, *angle);
+    EXPECT_EQ(dial.getWidgetValue(), 10.0);
+    dial.userStep(5.0);
+    (void)dial.getWidgetValue();
+
+    std::set<std::uint32_t> colours;
+    for (int number = 1; number <= 12; ++number)
+        colours.insert(GraphColManager::getColourFor(IdStamp(1, 0, number)).toRGB());
+    EXPECT_EQ(colours.size(), 12u);
+    EXPECT_EQ(GraphColManager::getColourFor(angle->id()), GraphColManager::getColourFor(angle->id()));
+}
+
+} // namespace
+} // namespace oribund

@@ -1,0 +1,251 @@
+#include "tests/controls/BindingFixture.h"
+
+#include "oribund/controls/DegreesParamAdaptor.h"
+#include "oribund/controls/KeyframeButtonAdaptor.h"
+
+namespace oribund
+{
+namespace
+{
+
+using test::FakeWidget;
+
+class Writing : public test::Binding
+{
+protected:
+    template <class Adaptor, class P, class... More>
+    Kt::Ptr<Adaptor> adaptorFor(const Kt::Ptr<EffectValParam<P>>& param, More... more)
+    {
+        using Accessor = std::remove_cvref_t<decltype(accessorOf(std::declval<Adaptor&>()))>;
+        return Kt::makePtr<Adaptor>(handle, Accessor(*param, more...));
+    }
+
+    template <class T, class A, class O>
+    static A& accessorOf(EffectValParamAdaptor<T, A, O>&);
+};
+
+TEST_F(Writing, AConstantIsReplacedAndNeverAnimated)
+{
+    const auto param = addParam(1.0);
+    const auto adaptor = adaptorFor<FloatAdaptor>(param);
+    std::vector<ValEventKind> heard;
+
+    struct Listener {
+        std::vector<ValEventKind>& heard;
+
+        int hear(const ValServerEvent<double>& event)
+        {
+            heard.push_back(event.kind);
+            return 0;
+        }
+    } listener{heard};
+
+    MethodCallback<Listener, ValServerEvent<double>> callback(&listener, &Listener::hear);
+    callback.attach(param->constantServer().notifier());
+
+    setEffectTime(0.5);
+    EXPECT_TRUE(adaptor->requestSetValue(2.0, ChangeKind::Start));
+    EXPECT_TRUE(adaptor->requestSetValue(3.0, ChangeKind::Continuation));
+    EXPECT_EQ(heard, (std::vector{ValEventKind::AboutToChange, ValEventKind::Changed, ValEventKind::Changed}))
+        << "only what opens something new is announced";
+    EXPECT_EQ(param->constant(), 3.0);
+    EXPECT_EQ(param->graph()->size(), 0);
+}
+
+TEST_F(Writing, AnAnimatedParameterIsWrittenOnAKeyframeAtTheCurrentTime)
+{
+    const auto param = addParam(1.0);
+    param->setFunctionType(EffectValParamFnType::Keyframed, 0.5);
+    const auto adaptor = adaptorFor<FloatAdaptor>(param);
+
+    struct Listener {
+        std::vector<ChangeDescription<Graph1dBase>> heard;
+
+        int hear(const ValServerEvent<ChangeDescription<Graph1dBase>>& event)
+        {
+            heard.push_back(*event.value);
+            return 0;
+        }
+    } listener;
+
+    MethodCallback<Listener, ValServerEvent<ChangeDescription<Graph1dBase>>> callback(&listener, &Listener::hear);
+    callback.attach(param->graph()->changes());
+
+    setEffectTime(0.5 + 5e-10);
+    EXPECT_TRUE(adaptor->requestSetValue(4.0, ChangeKind::Single));
+    EXPECT_EQ(param->graph()->size(), 1) << "the keyframe that is exactly there";
+    setEffectTime(0.504);
+    EXPECT_TRUE(adaptor->requestSetValue(5.0, ChangeKind::Start));
+    ASSERT_EQ(param->graph()->size(), 2) << "one frame away";
+    EXPECT_EQ(param->getValue(0.5), 4.0);
+    EXPECT_EQ(param->getValue(0.504), 5.0);
+    ASSERT_EQ(listener.heard.size(), 2u) << "a new keyframe and its value are one batch";
+    EXPECT_EQ(listener.heard[1].kind, ChangeKind::Start);
+    EXPECT_EQ(listener.heard[1].reason, BatchReason::EndAddKeyframe);
+    EXPECT_EQ(param->constant(), 1.0);
+}
+
+TEST_F(Writing, AddsAKeyframeOfItsOwnOnlyWhereThereIsNone)
+{
+    const auto param = addParam(1.0);
+    EffectValParamAccessor<double> accessor(*param);
+    EXPECT_EQ(accessor.addKeyframe(effect, 2.0, 0.5, ChangeKind::Single), -1) << "it is constant";
+    param->setFunctionType(EffectValParamFnType::Keyframed, 0.25);
+    EXPECT_EQ(accessor.addKeyframe(effect, 2.0, 0.5, ChangeKind::Single), 1);
+    EXPECT_EQ(accessor.addKeyframe(effect, 3.0, 0.5, ChangeKind::Single), -1);
+    EXPECT_EQ(param->getValue(0.5), 2.0);
+}
+
+TEST_F(Writing, TimesOutsideTheEffectAreClampedButForATolerance)
+{
+    const auto param = addParam(1.0);
+    param->setFunctionType(EffectValParamFnType::Keyframed, 0.5);
+    const auto adaptor = adaptorFor<FloatAdaptor>(param);
+    setEffectTime(1.5);
+    adaptor->requestSetValue(2.0, ChangeKind::Single);
+    EXPECT_EQ(param->graph()->timeAt(1), 1.0);
+    setEffectTime(-0.01);
+    adaptor->requestSetValue(3.0, ChangeKind::Single);
+    EXPECT_EQ(param->graph()->timeAt(0), 0.0);
+    setEffectTime(-0.0000000005);
+    EXPECT_LT(adaptor->getClampedTime(), 0.0);
+    EXPECT_GT(adaptor->getClampedTime(), -1e-9);
+}
+
+TEST_F(Writing, ASeriesStartsOnceAndGoesOnUntilItIsEnded)
+{
+    struct Listener {
+        std::vector<ChangeKind> kinds;
+
+        int hear(const ValServerEvent<ColourData>& event)
+        {
+            if (event.kind == ValEventKind::Changed)
+                kinds.push_back(event.change);
+            return 0;
+        }
+    } listener;
+
+    const auto param = addParam(ColourData{});
+    MethodCallback<Listener, ValServerEvent<ColourData>> callback(&listener, &Listener::hear);
+    callback.attach(param->constantServer().notifier());
+    const auto adaptor = adaptorFor<ColourAdaptor>(param);
+    FakeWidget<ColourData> widget;
+    attach(widget, adaptor);
+    adaptor->setInChangeSeries(true);
+
+    widget.ask(ColourData{{0.1}}, ChangeKind::Single);
+    widget.ask(ColourData{{0.2}}, ChangeKind::Start);
+    widget.ask(ColourData{{0.3}}, ChangeKind::Single);
+    widget.finish();
+    widget.ask(ColourData{{0.4}}, ChangeKind::Continuation);
+    EXPECT_EQ(listener.kinds,
+              (std::vector{ChangeKind::Start, ChangeKind::Continuation, ChangeKind::Continuation, ChangeKind::Start}));
+}
+
+TEST_F(Writing, AnEditOfTheDegreesKeepsTheWholeTurns)
+{
+    const auto angle = addParam(Angle{725.0});
+    const auto degrees = Kt::makePtr<DegreesParamAdaptor<double>>(handle, *angle);
+    const auto text = Kt::makePtr<DegreesParamAdaptor<WString>>(handle, *angle);
+    const auto raw = Kt::makePtr<RawDegreesParamAdaptor<WString>>(handle, *angle);
+
+    EXPECT_EQ(degrees->getDataValue(), 5.0);
+    EXPECT_EQ(text->getDataValue(), WString(L"5"));
+    EXPECT_EQ(raw->getDataValue(), WString(L"725"));
+    EXPECT_TRUE(degrees->requestSetValue(90.0, ChangeKind::Single));
+    EXPECT_EQ(angle->constant().degrees, 810.0);
+    EXPECT_TRUE(text->requestSetValue(L"400.5", ChangeKind::Single));
+    EXPECT_EQ(angle->constant().degrees, 760.5);
+    EXPECT_TRUE(raw->requestSetValue(L"360", ChangeKind::Single));
+    EXPECT_EQ(angle->constant().degrees, 360.0);
+    EXPECT_EQ(degrees->getDataValue(), 0.0);
+    angle->setConstant(Angle{-30.0});
+    EXPECT_EQ(degrees->getDataValue(), -30.0);
+    EXPECT_TRUE(degrees->requestSetValue(45.0, ChangeKind::Single));
+    EXPECT_EQ(angle->constant().degrees, 45.0);
+}
+
+TEST_F(Writing, TextThatIsNoNumberLeavesTheParameterAsItIs)
+{
+    const auto number = addParam(1.5);
+    const auto angle = addParam(Angle{30.0});
+    const auto colour = addParam(ColourData{{0.25, 0.5, 0.75, 1.0}});
+    const std::vector<Kt::Ptr<ValAdaptorBase<WString>>> adaptors{
+        Kt::Ptr<ValAdaptorBase<WString>>(adaptorFor<FloatTextAdaptor>(number)),
+        Kt::Ptr<ValAdaptorBase<WString>>(adaptorFor<AngleTextAdaptor>(angle)),
+        Kt::Ptr<ValAdaptorBase<WString>>(Kt::makePtr<DegreesParamAdaptor<WString>>(handle, *angle)),
+        Kt::Ptr<ValAdaptorBase<WString>>(adaptorFor<ColourComponentTextAdaptor>(colour, 1u)),
+    };
+    for (const auto& adaptor : adaptors) {
+        const WString before = adaptor->getDataValue();
+        for (const wchar_t* text : {L"", L"abc", L"12px", L"1e999", L"nan", L"1,5"})
+            EXPECT_FALSE(adaptor->requestSetValue(text, ChangeKind::Single)) << toUTF8(WString(text)).c_str();
+        EXPECT_EQ(adaptor->getDataValue(), before);
+        EXPECT_TRUE(adaptor->requestSetValue(L" 0.125 ", ChangeKind::Single));
+        EXPECT_EQ(adaptor->getDataValue(), WString(L"0.125"));
+    }
+}
+
+TEST_F(Writing, AComponentIsWrittenWithoutTouchingTheOthers)
+{
+    const auto colour = addParam(ColourData{{0.25, 0.5, 0.75, 1.0}});
+    EXPECT_TRUE(adaptorFor<ColourComponentAdaptor>(colour, 2u)->requestSetValue(0.1, ChangeKind::Single));
+    EXPECT_EQ(colour->constant(), (ColourData{{0.25, 0.5, 0.1, 1.0}}));
+
+    const auto position = addParam(Vector2d{0.1, 0.2});
+    position->setFunctionType(EffectValParamFnType::Keyframed, 0.0);
+    setEffectTime(1.0);
+    const auto y = adaptorFor<PositionAdaptor>(position, 1u);
+    EXPECT_TRUE(y->requestSetValue(0.6, ChangeKind::Single));
+    EXPECT_EQ(position->getValue(1.0), (Vector2d{0.1, 0.6}));
+    EXPECT_EQ(position->getValue(0.0), (Vector2d{0.1, 0.2}));
+    setEffectTime(0.5);
+    EXPECT_NEAR(y->getDataValue(), 0.4, 1e-12);
+}
+
+TEST_F(Writing, AChoiceOutsideItsListIsRefused)
+{
+    const auto list = addParam(ListParam<int>({{10, UIString(L"ten")}, {20, UIString(L"twenty")}}, 0));
+    const auto input = addParam(VideoInputParam({WString(L"A"), WString(L"B")}, 1));
+    const auto listAdaptor = adaptorFor<IntListAdaptor>(list);
+    const auto inputAdaptor = adaptorFor<VideoInputAdaptor>(input);
+    EXPECT_EQ(inputAdaptor->getDataValue(), 1u);
+    EXPECT_TRUE(listAdaptor->requestSetValue(1, ChangeKind::Single));
+    EXPECT_EQ(list->constant().selectedItem()->value, 20);
+    EXPECT_FALSE(listAdaptor->requestSetValue(2, ChangeKind::Single));
+    EXPECT_FALSE(inputAdaptor->requestSetValue(static_cast<unsigned>(-1), ChangeKind::Single));
+    EXPECT_EQ(listAdaptor->getDataValue(), 1u);
+}
+
+TEST_F(Writing, TheKeyframeButtonAnimatesAddsRemovesAndMakesConstantAgain)
+{
+    using Button = KeyframeButtonAdaptor<EffectValParamAccessor<double>>;
+    const auto param = addParam(3.0);
+    const auto adaptor = Kt::makePtr<Button>(handle, EffectValParamAccessor<double>(*param));
+    FakeWidget<String> button;
+    attach(button, adaptor);
+    EXPECT_EQ(button.shown.back(), String(KeyframeState::kNone));
+
+    adaptor->widgetLeftClicked();
+    EXPECT_EQ(button.shown.back(), String(KeyframeState::kHere));
+    param->setKeyframeValueAt(0, 5.0);
+    setEffectTime(0.5);
+    EXPECT_EQ(button.shown.back(), String(KeyframeState::kElsewhere));
+    adaptor->widgetLeftClicked();
+    EXPECT_EQ(param->graph()->size(), 2);
+    EXPECT_EQ(param->getValue(0.5), 5.0) << "a keyframe does not change the value";
+    adaptor->widgetLeftClicked();
+    EXPECT_EQ(button.shown.back(), String(KeyframeState::kElsewhere));
+    setEffectTime(0.0);
+    adaptor->widgetLeftClicked();
+    EXPECT_EQ(button.shown.back(), String(KeyframeState::kNone));
+    EXPECT_EQ(param->functionType(), EffectValParamFnType::Constant);
+    EXPECT_EQ(param->constant(), 5.0) << "the last keyframe leaves its value behind";
+
+    effect->editable = false;
+    adaptor->widgetLeftClicked();
+    EXPECT_EQ(param->functionType(), EffectValParamFnType::Constant);
+}
+
+} // namespace
+} // namespace oribund
