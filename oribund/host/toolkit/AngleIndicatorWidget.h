@@ -7,6 +7,9 @@
 #include "oribund/host/toolkit/StandardPanel.h"
 #include "oribund/host/toolkit/TabOrderable.h"
 
+#include <optional>
+#include <vector>
+
 namespace oribund
 {
 
@@ -43,6 +46,7 @@ public:
     void userCancel();
     void userStep(double degrees);
 
+    void getTabOrderables(std::vector<TabOrderable*>& stops) override;
     void draw(CanvasRenderer& renderer) override;
     std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
@@ -66,12 +70,12 @@ protected:
 
     bool handleMouseEvent(const Event& event) override;
     bool handleKeyEvent(const Event& event) override;
-    void handleFocusEvent(bool gained) override;
 
 private:
     XY<double> centre() const;
     double radius() const;
     void edit(double degrees, ChangeKind kind);
+    void show(double degrees);
     void finish(bool cancelled);
 
     double angle_ = 0.0;

@@ -26,12 +26,17 @@ public:
     /** Whether the pointer is over it. */
     bool isHot() const { return hot_; }
 
+    void setEnabled(bool enabled, eRedrawFlag redrawFlag = eRedrawFlag::Yes) override;
+    void setActive(bool active, eRedrawFlag redrawFlag = eRedrawFlag::Yes) override;
+
 protected:
     bool handleMouseEvent(const Event& event) override;
-    void handleFocusEvent(bool gained) override;
 
     /** For constructors: the size asked for at creation, with a natural one where that has zeros. */
     void applyNaturalSize(const GlobCreationInfo& info, const XY<int>& natural);
+
+    /** The part of it that is drawn: as high as a control, in the middle of its row. */
+    Kt::Box<int> controlBox() const;
 
     /** `normal`, or the palette's colour for what cannot be used now. */
     Colour ink(const Colour& normal) const;

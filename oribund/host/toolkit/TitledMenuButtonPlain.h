@@ -48,9 +48,9 @@ protected:
     void layoutChildren() override;
 
 private:
-    Label* title_;
-    ValMenuButton* button_;
-    int titleWidth_;
+    Label* title_ = nullptr;
+    ValMenuButton* button_ = nullptr;
+    int titleWidth_ = 0;
     TitleResize titleResize_ = TitleResize::Fixed;
     bool autoSized_ = false;
 };

@@ -40,6 +40,7 @@ protected:
 private:
     const Look* findLook(const String& value) const;
     void showLook(const Look& look, eRedrawFlag flag);
+    void showText(const WString& text, eRedrawFlag flag);
 
     String value_;
     std::vector<Look> looks_;

@@ -1,0 +1,174 @@
+#include "oribund/host/toolkit/ColourSwatch.h"
+
+#include "oribund/host/canvas/Canvas.h"
+#include "oribund/host/canvas/CanvasRenderer.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/toolkit/Event.h"
+#include "oribund/host/toolkit/GlobPeer.h"
+#include "oribund/host/toolkit/Skin.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace oribund
+{
+
+namespace
+{
+
+/** A chequered ground, against which one sees how opaque a colour is. */
+void drawChequers(CanvasRenderer& renderer, const Kt::Box<double>& box)
+{
+    constexpr double kSide = 4.0;
+    const Colour dark = Colour::fromRGB(0x666666);
+    const Colour light = Colour::fromRGB(0x999999);
+    renderer.fillRect(box, dark);
+    const ClipGuard clip(renderer, box);
+    bool shifted = false;
+    for (double y = box.top; y < box.bottom; y += kSide, shifted = !shifted) {
+        for (double x = box.left + (shifted ? kSide : 0.0); x < box.right; x += 2 * kSide)
+            renderer.fillRect({x, y, x + kSide, y + kSide}, light);
+    }
+}
+
+} // namespace
+
+ColourSwatch::ColourSwatch(const InitArgs& args)
+    : Control(args)
+    , colour_(args.colour)
+    , hasAlpha_(args.hasAlpha)
+{
+    applyNaturalSize(args, {2 * UifStd::getControlHeight(), UifStd::getControlHeight()});
+}
+
+void ColourSwatch::setColour(const Colour& colour, eRedrawFlag redrawFlag)
+{
+    if (isChooserOpen()) {
+        colourAfterChoice_ = colour;
+        return;
+    }
+    if (colour == colour_)
+        return;
+    colour_ = colour;
+    changed(PeerChange::kState | PeerChange::kContents, redrawFlag);
+}
+
+void ColourSwatch::show(const Colour& colour)
+{
+    if (colour == colour_)
+        return;
+    colour_ = colour;
+    changed(PeerChange::kState | PeerChange::kContents);
+}
+
+void ColourSwatch::userClick()
+{
+    if (!canInteract() || isChooserOpen())
+        return;
+    series_.begin(colour_);
+    colourAfterChoice_.reset();
+    // Without a skin the chooser counts as open all the same, as a menu does.
+    if (Skin* skin = canvas() ? canvas()->skin() : nullptr)
+        skin->openColourChooser(*this);
+}
+
+void ColourSwatch::userChoose(const Colour& colour)
+{
+    if (!isChooserOpen() || !canInteract() || colour == colour_)
+        return;
+    const GlobRef<ColourSwatch> self(this);
+    const RedrawHold hold;
+    const Colour before = colour_;
+    show(colour);
+    const bool accepted = handleEdit(colour, series_.nextKind());
+    if (!self)
+        return;
+    series_.noteResult(accepted);
+    if (!accepted && colour_ == colour)
+        show(before);
+}
+
+bool ColourSwatch::handleEdit(const Colour& colour, ChangeKind kind)
+{
+    edits_.notify({this, colour, kind});
+    return true;
+}
+
+void ColourSwatch::handleSeriesEnd() {}
+
+void ColourSwatch::handleSeriesCancel(const Colour& original)
+{
+    handleEdit(original, ChangeKind::Continuation);
+}
+
+void ColourSwatch::userAccept()
+{
+    finish(false);
+}
+
+void ColourSwatch::userCancel()
+{
+    finish(true);
+}
+
+void ColourSwatch::finish(bool cancelled)
+{
+    if (!isChooserOpen())
+        return;
+    const RedrawHold hold;
+    const Colour original = series_.original();
+    const bool written = series_.hasWritten();
+    const std::optional<Colour> after = std::exchange(colourAfterChoice_, std::nullopt);
+    series_.end();
+    if (after && !(cancelled && written))
+        show(*after);
+    else if (cancelled)
+        show(original);
+    if (!written)
+        return;
+    if (cancelled)
+        handleSeriesCancel(original);
+    else
+        handleSeriesEnd();
+}
+
+bool ColourSwatch::handleMouseEvent(const Event& event)
+{
+    if (event.isPress(MouseButton::Left))
+        return true;
+    if (event.code == EventCode::MouseRelease && event.button == MouseButton::Left) {
+        if (hitTest(event.position))
+            userClick();
+        return true;
+    }
+    return Control::handleMouseEvent(event);
+}
+
+bool ColourSwatch::handleKeyEvent(const Event& event)
+{
+    if (isChooserOpen() && event.isKeyPress(Key::Escape)) {
+        userCancel();
+        return true;
+    }
+    if (!isPlainKey(event) || (event.key != Key::Space && event.key != Key::Enter))
+        return Control::handleKeyEvent(event);
+    if (!event.autoRepeat)
+        userClick();
+    return true;
+}
+
+void ColourSwatch::draw(CanvasRenderer& renderer)
+{
+    const Kt::Box<int> box = controlBox();
+    const Kt::Box<double> inner = CanvasRenderer::toDouble(box.inset(2));
+    drawBox(renderer, box, getPalette().field());
+    const double opacity = hasAlpha_ ? std::clamp(colour_.a, 0.0, 1.0) : 1.0;
+    if (opacity < 1.0)
+        drawChequers(renderer, inner);
+    const Colour shown{std::clamp(colour_.r, 0.0, 1.0), std::clamp(colour_.g, 0.0, 1.0),
+                       std::clamp(colour_.b, 0.0, 1.0), opacity};
+    // Greyed, but still the colour that it is.
+    renderer.fillRect(inner, canInteract() ? shown : shown.mix(getPalette().window(), 0.6));
+}
+
+} // namespace oribund

@@ -1,0 +1,53 @@
+#include "oribund/host/toolkit/ValSlider.h"
+
+namespace oribund
+{
+
+ValSlider::ValSlider(const InitArgs& args)
+    : Slider(args)
+{
+}
+
+ValSlider::~ValSlider() = default;
+
+void ValSlider::setWidgetValue(const double& value, eRedrawFlag flag)
+{
+    setValue(value, flag);
+}
+
+double ValSlider::getWidgetValue() const
+{
+    return getValue();
+}
+
+void ValSlider::setWidgetEnabled(bool enabled)
+{
+    setEnabled(enabled);
+}
+
+bool ValSlider::isWidgetEnabled() const
+{
+    return isEnabled();
+}
+
+bool ValSlider::handleEdit(double value, ChangeKind kind)
+{
+    const GlobRef<ValSlider> self(this);
+    const bool accepted = requestDataChange(value, kind);
+    // Adaptors may put a value in another form and then tell nobody, as nothing has changed for them.
+    if (self && !isDragging())
+        refreshFromData();
+    return accepted;
+}
+
+void ValSlider::handleSeriesEnd()
+{
+    endDataSeries();
+}
+
+void ValSlider::handleSeriesCancel(double original)
+{
+    cancelDataSeries(original);
+}
+
+} // namespace oribund
