@@ -1,0 +1,80 @@
+#include "workbench/model/EditModel.h"
+
+#include "oribund/host/base/UIString.h"
+#include "oribund/host/services/TextTable.h"
+#include "workbench/model/Editor.h"
+#include "workbench/model/Ids.h"
+
+#include <algorithm>
+
+namespace workbench
+{
+
+EditModel::EditModel(const EditData& data, const EffectCatalogue& catalogue)
+    : catalogue_(catalogue)
+    , name_(data.name)
+    , format_(data.format)
+    , timeline_(catalogue, *this)
+    , undo_(timeline_, *this)
+{
+    timeline_.build(data);
+}
+
+EditModel::~EditModel() = default;
+
+EditData EditModel::snapshot() const
+{
+    EditData data;
+    data.name = name_;
+    data.format = format_;
+    timeline_.snapshot(data);
+    return data;
+}
+
+void EditModel::setReadOnly(bool readOnly)
+{
+    if (readOnly_ == readOnly)
+        return;
+    undo_.endGesture();
+    readOnly_ = readOnly;
+    addModification({});
+}
+
+ObjectId EditModel::newId()
+{
+    lastId_ = std::max(lastId_, timeline_.highestId()) + 1;
+    return lastId_;
+}
+
+oribund::Cookie EditModel::getCookie() const
+{
+    return oribund::Cookie(oribund::String(name_));
+}
+
+double EditModel::getEndTime() const
+{
+    return timeline_.endFrame() * format_.frameLength();
+}
+
+void EditModel::startModify(const oribund::UIString& title)
+{
+    undo_.beginModify(title.isLiteral() ? title.expand(title.text()) : oribund::displayText(title));
+}
+
+void EditModel::endModify()
+{
+    undo_.endModify();
+}
+
+void EditModel::requestEnabled(ObjectId effect, bool enabled)
+{
+    Editor(*this).setEffectsEnabled({&effect, 1}, enabled);
+}
+
+void EditModel::paramEdited(const ModelEffect& effect, const oribund::EffectValParamBase& param,
+                            oribund::EffectChangeCode code)
+{
+    paramEdits_.notify({effect.id(), param.id(), code});
+}
+
+} // namespace workbench

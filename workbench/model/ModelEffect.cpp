@@ -1,0 +1,139 @@
+#include "workbench/model/ModelEffect.h"
+
+#include "workbench/model/Ids.h"
+#include "workbench/model/ParamConversion.h"
+#include "workbench/model/ParamWatch.h"
+#include "workbench/model/undo/EffectJournal.h"
+
+#include <utility>
+
+namespace workbench
+{
+
+namespace
+{
+constexpr int kGroupStamp = 3;
+
+oribund::WString nameOf(const EffectData& data, const ModelEffect::Description& description)
+{
+    return oribund::toWide(description ? description->title : data.service + " (not installed)");
+}
+} // namespace
+
+ModelEffect::ModelEffect(const EffectData& data, Description description)
+    : EffectInstance(stampOf(data.id), oribund::String(data.service), nameOf(data, description))
+    , description_(std::move(description))
+    , rest_(data.rest)
+{
+    applyEnabled(data.enabled);
+    addParams();
+    for (const ParamData& param : data.params) {
+        const auto* const known = description_ ? description_->find(param.property) : nullptr;
+        if (known)
+            applyParam(param);
+        else
+            unknownParams_.push_back(param);
+    }
+    watchParams();
+}
+
+ModelEffect::~ModelEffect()
+{
+    setJournal(nullptr);
+}
+
+void ModelEffect::setHost(iModelEffectHost* host)
+{
+    host_ = host;
+    effectJournal_ = host ? std::make_unique<EffectJournal>(host->undoStack(), objectOf(id())) : nullptr;
+    setJournal(effectJournal_.get());
+}
+
+EffectData ModelEffect::data() const
+{
+    EffectData data;
+    data.id = objectOf(id());
+    data.service = std::string(tagTypeId().view());
+    data.enabled = isEnabled();
+    for (const auto& param : params())
+        data.params.push_back(dataOf(*param));
+    data.params.insert(data.params.end(), unknownParams_.begin(), unknownParams_.end());
+    data.rest = rest_;
+    return data;
+}
+
+std::vector<ParamData> ModelEffect::animatedParams() const
+{
+    std::vector<ParamData> animated;
+    for (const auto& param : params())
+        if (param->functionType() == oribund::EffectValParamFnType::Keyframed)
+            animated.push_back(dataOf(*param));
+    for (const ParamData& param : unknownParams_)
+        if (param.keyframed)
+            animated.push_back(param);
+    return animated;
+}
+
+bool ModelEffect::canEditParam(const oribund::EffectValParamBase& param) const
+{
+    return (!host_ || host_->mayEdit()) && EffectInstance::canEditParam(param);
+}
+
+void ModelEffect::setEnabled(bool enabled)
+{
+    if (host_)
+        host_->requestEnabled(objectOf(id()), enabled);
+    else
+        applyEnabled(enabled);
+}
+
+void ModelEffect::applyParam(const ParamData& data)
+{
+    for (const auto& param : params())
+        if (param->name() == std::string_view(data.property))
+            return restoreParam(*param, data);
+    for (ParamData& unknown : unknownParams_)
+        if (unknown.property == data.property)
+            unknown = data;
+}
+
+void ModelEffect::addParams()
+{
+    if (!description_)
+        return;
+    std::string group;
+    int groups = 0;
+    for (const ParamDescription& description : description_->params) {
+        if (description.group != group) {
+            if (!group.empty())
+                endGroup();
+            group = description.group;
+            if (!group.empty())
+                startGroup(oribund::IdStamp(kGroupStamp, ++groups, 0), oribund::toWide(group));
+        }
+        oribund::ParamInfo info;
+        info.id = paramStamp(paramCount());
+        info.name = oribund::String(description.property);
+        info.description = oribund::UIString(oribund::toWide(description.name));
+        info.displayFlags = description.displayFlags;
+        info.unitText = oribund::toWide(description.unit);
+        info.group = group.empty() ? oribund::IdStamp() : oribund::IdStamp(kGroupStamp, groups, 0);
+        info.keyframable = description.animatable;
+        addParam(makeParam(description, std::move(info)));
+    }
+    if (!group.empty())
+        endGroup();
+}
+
+void ModelEffect::watchParams()
+{
+    for (const auto& param : params()) {
+        const oribund::EffectValParamBase* const watched = param.get();
+        watches_.push_back(ParamWatch::make(*param, [this, watched](oribund::EffectChangeCode code) {
+            if (host_)
+                host_->paramEdited(*this, *watched, code);
+        }));
+    }
+}
+
+} // namespace workbench

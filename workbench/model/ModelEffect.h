@@ -1,0 +1,89 @@
+#pragma once
+
+#include "oribund/host/effects/EffectChange.h"
+#include "oribund/host/effects/EffectInstance.h"
+#include "workbench/model/EditData.h"
+#include "workbench/model/EffectDescription.h"
+
+#include <memory>
+#include <vector>
+
+namespace workbench
+{
+
+class EffectJournal;
+class ModelEffect;
+class ParamWatch;
+class UndoStack;
+
+/** What an effect needs of the edit that holds it. */
+class iModelEffectHost
+{
+public:
+    virtual bool mayEdit() const = 0;
+
+    /** Where edits of the effect's parameters are recorded. */
+    virtual UndoStack& undoStack() = 0;
+
+    /** Switches an effect on or off, undoably. */
+    virtual void requestEnabled(ObjectId effect, bool enabled) = 0;
+
+    /** A parameter has changed, for whatever reason; comes with the parameter's own notification. */
+    virtual void paramEdited(const ModelEffect& effect, const oribund::EffectValParamBase& param,
+                             oribund::EffectChangeCode code) = 0;
+
+protected:
+    ~iModelEffectHost() = default;
+};
+
+/**
+ * An effect on a segment, with the parameters and groups of its catalogue entry. One that the catalogue does not know
+ * has no parameters, and keeps everything that was saved of it.
+ */
+class ModelEffect : public oribund::EffectInstance
+{
+public:
+    using Description = std::shared_ptr<const EffectDescription>;
+
+    /** The description may be empty. */
+    ModelEffect(const EffectData& data, Description description);
+    ~ModelEffect() override;
+
+    /** The edit that holds it, or null while none does. */
+    void setHost(iModelEffectHost* host);
+
+    /** Empty for an unknown effect. Its parameters are those of params(), in the same order. */
+    const Description& description() const { return description_; }
+
+    /** The service's properties as they were saved, where the catalogue does not know better. */
+    const PropertyList& rest() const { return rest_; }
+
+    /** Everything as plain values. */
+    EffectData data() const;
+
+    /** Those of the parameters that have keyframes. */
+    std::vector<ParamData> animatedParams() const;
+
+    bool canEditParam(const oribund::EffectValParamBase& param) const override;
+
+    /** Asks the edit, which makes it an undoable step. */
+    void setEnabled(bool enabled) override;
+
+    // For undo steps: not recorded.
+    void applyEnabled(bool enabled) { oribund::EffectInstance::setEnabled(enabled); }
+
+    void applyParam(const ParamData& data);
+
+private:
+    void addParams();
+    void watchParams();
+
+    Description description_;
+    PropertyList rest_;
+    std::vector<ParamData> unknownParams_;
+    iModelEffectHost* host_ = nullptr;
+    std::unique_ptr<EffectJournal> effectJournal_;
+    std::vector<std::unique_ptr<ParamWatch>> watches_;
+};
+
+} // namespace workbench

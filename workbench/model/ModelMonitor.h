@@ -1,0 +1,34 @@
+#pragma once
+
+#include "oribund/host/edit/CompoundEffectMonitor.h"
+#include "oribund/host/edit/EditModification.h"
+#include "workbench/model/EditModel.h"
+
+namespace workbench
+{
+
+class ModelVob;
+
+/** The effects of an edit as a viewer's panels see them: those of the segment under the current time on each track. */
+class ModelMonitor : public oribund::CompoundEffectMonitor
+{
+public:
+    /** Both outlive the monitor. */
+    ModelMonitor(ModelVob& vob, EditModel& edit);
+    ~ModelMonitor() override;
+
+    std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> getEffects(const oribund::IdStamp& track) const override;
+    oribund::Kt::Ptr<oribund::EffectInstance> findEffect(const oribund::IdStamp& effect) const override;
+    oribund::NumRange<double> getEditRegion(const oribund::IdStamp& effect) const override;
+
+private:
+    int handleModification(const oribund::EditModification& modification);
+    int handleParam(const ParamEdited& edited);
+
+    ModelVob& vob_;
+    EditModel& edit_;
+    oribund::MethodCallback<ModelMonitor, oribund::EditModification> modifications_;
+    oribund::MethodCallback<ModelMonitor, ParamEdited> params_;
+};
+
+} // namespace workbench

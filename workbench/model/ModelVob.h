@@ -1,0 +1,80 @@
+#pragma once
+
+#include "oribund/host/edit/Vob.h"
+#include "workbench/model/EditModel.h"
+
+#include <memory>
+#include <vector>
+
+namespace workbench
+{
+
+class ModelMonitor;
+
+/** What moves the current time by itself: the engine, through whoever wires it. */
+class iTransport
+{
+public:
+    virtual void startPlay() = 0;
+    virtual void stopPlay() = 0;
+
+protected:
+    ~iTransport() = default;
+};
+
+/** The edit in the workbench's viewer: current time, play state, view range, selected tracks. */
+class ModelVob : public oribund::Vob
+{
+public:
+    ModelVob();
+    ~ModelVob() override;
+
+    /** Shows another edit, from its start; what follows this viewer has to bind again. Empty for none. */
+    void setEdit(const EditModelPtr& edit);
+
+    const EditModelPtr& editModel() const { return edit_; }
+
+    /** Who plays; null for nobody. Outlives the viewer or is taken off again. */
+    void setTransport(iTransport* transport) { transport_ = transport; }
+
+    oribund::EditPtr getEdit() const override { return edit_; }
+
+    oribund::ValServer<double>& getCurrentTimeServer() override { return time_; }
+
+    void setCurrentTime(double time) override;
+    oribund::CompoundEffectMonitor* getEffectMonitor() override;
+
+    bool isPlaying() const override { return playing_.get(); }
+
+    void stopPlay() override;
+
+    oribund::NumRange<double> getViewRange() const override { return viewRange_; }
+
+    void setViewRange(const oribund::NumRange<double>& range) override;
+
+    std::vector<oribund::IdStamp> getSelectedChans() const override { return selected_; }
+
+    void startPlay();
+
+    /** For the transport: play has begun or ended. */
+    void playStateChanged(bool playing) { playing_.set(playing); }
+
+    oribund::ValServer<bool>& playServer() { return playing_; }
+
+    void setSelectedChans(std::vector<oribund::IdStamp> tracks);
+
+    /** The current frame, and the time of a frame. */
+    int currentFrame() const;
+    double timeOf(int frame) const;
+
+private:
+    EditModelPtr edit_;
+    std::unique_ptr<ModelMonitor> monitor_;
+    iTransport* transport_ = nullptr;
+    std::vector<oribund::IdStamp> selected_;
+    oribund::NumRange<double> viewRange_;
+    oribund::ValServer<bool> playing_{false};
+    oribund::ValServer<double> time_{0.0};
+};
+
+} // namespace workbench

@@ -1,0 +1,204 @@
+#include "workbench/model/projection/ParamBaker.h"
+
+#include "oribund/host/effects/BezierCurve.h"
+#include "oribund/host/effects/EffectValParamBase.h"
+#include "workbench/model/EffectDescription.h"
+#include "workbench/model/KeyframeTimes.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <functional>
+
+namespace workbench
+{
+
+using oribund::Graph1dBase;
+using oribund::ParamValue;
+
+namespace
+{
+/** The text of the value at an effect time. */
+using TextAt = std::function<std::string(double time)>;
+
+/** A keyframe string for a service: "frame=value" runs straight to the next, "frame|=value" holds until it. */
+class AnimationText
+{
+public:
+    AnimationText(const BakeSpan& span, TextAt textAt)
+        : span_(span)
+        , textAt_(std::move(textAt))
+    {
+    }
+
+    void straight(int frame) { add(frame, "=", textAt(frame)); }
+
+    /** As straight(), where the value may be given for one frame after the other: what stays the same is left out. */
+    void hold(int frame)
+    {
+        if (std::string text = textAt(frame); text != last_ || text_.empty())
+            add(frame, "|=", std::move(text));
+    }
+
+    std::string take() { return std::move(text_); }
+
+private:
+    std::string textAt(int frame) const { return textAt_(KeyframeTimes::toTime(frame, span_.length)); }
+
+    void add(int frame, const char* sign, std::string text)
+    {
+        if (frame <= lastFrame_ && !text_.empty())
+            return;
+        if (!text_.empty())
+            text_ += ';';
+        text_ += std::to_string(frame - span_.first) + sign + text;
+        last_ = std::move(text);
+        lastFrame_ = frame;
+    }
+
+    const BakeSpan& span_;
+    TextAt textAt_;
+    std::string text_;
+    std::string last_;
+    int lastFrame_ = 0;
+};
+
+/** Values that can be interpolated: both ends of what is straight, and every frame of what is not. */
+std::string bakeNumbers(const Graph1dBase& graph, const BakeSpan& span, TextAt textAt)
+{
+    AnimationText text(span, std::move(textAt));
+    // Frames up to `to` that the piece from one keyframe to the next covers.
+    const auto piece = [&](double from, double to, bool isStraight) {
+        // Keyframes may lie further away than an int can say.
+        if (from > span.last || to < span.first)
+            return;
+        const int first = static_cast<int>(std::ceil(std::max<double>(from, span.first)));
+        const int last = static_cast<int>(std::floor(std::min<double>(to, span.last)));
+        if (first > last)
+            return;
+        text.straight(first);
+        if (!isStraight)
+            for (int frame = first + 1; frame < last; ++frame)
+                text.straight(frame);
+        text.straight(last);
+    };
+
+    const int count = graph.size();
+    const auto frameOf = [&](int key) { return KeyframeTimes::toFrame(graph.timeAt(key), span.length); };
+    piece(span.first, frameOf(0), true);
+    const int firstKey = std::max(graph.lowerIndex(KeyframeTimes::toTime(span.first, span.length)), 0);
+    for (int key = firstKey; key + 1 < count && frameOf(key) <= span.last; ++key)
+        piece(frameOf(key), frameOf(key + 1), graph.typeAt(key) == oribund::KeyframeType::Linear);
+    text.straight(static_cast<int>(std::clamp<double>(std::ceil(frameOf(count - 1)), span.first, span.last)));
+    return text.take();
+}
+
+std::string bakeSteps(const BakeSpan& span, TextAt textAt)
+{
+    AnimationText text(span, std::move(textAt));
+    for (int frame = span.first; frame <= span.last; ++frame)
+        text.hold(frame);
+    return text.take();
+}
+
+double rawOf(const ParamDescription& description, double shown)
+{
+    const double raw = (shown - description.offset) / description.scale;
+    return description.integer ? std::round(raw) : raw;
+}
+
+std::string colourText(const oribund::ColourData& colour)
+{
+    static const char digits[] = "0123456789abcdef";
+    std::string text = "#";
+    for (const std::size_t i : {3u, 0u, 1u, 2u}) {
+        const auto byte = static_cast<unsigned>(std::lround(std::clamp(colour[i], 0.0, 1.0) * 255.0));
+        text += digits[byte >> 4];
+        text += digits[byte & 15];
+    }
+    return text;
+}
+
+std::string pointText(const ParamDescription& description, const oribund::Vector2d& point)
+{
+    std::string text = description.format;
+    for (const auto& [mark, value] : {std::pair("%1", point.x), std::pair("%2", point.y)})
+        if (const auto at = text.find(mark); at != std::string::npos)
+            text.replace(at, 2, serviceNumber(rawOf(description, value)));
+    return text;
+}
+
+std::string listText(const ParamDescription& description, int selected)
+{
+    return selected >= 0 && selected < static_cast<int>(description.items.size())
+               ? description.items[static_cast<std::size_t>(selected)].raw
+               : std::string();
+}
+
+/** One value as the text of the one property that holds it all. */
+std::string valueText(const ParamDescription& description, const ParamValue& value)
+{
+    return std::visit(
+        [&]<class P>(const P& v) -> std::string {
+            if constexpr (std::is_same_v<P, double>)
+                return serviceNumber(rawOf(description, v));
+            else if constexpr (std::is_same_v<P, bool>)
+                return v ? "1" : "0";
+            else if constexpr (std::is_same_v<P, oribund::Angle>)
+                return serviceNumber(rawOf(description, v.degrees));
+            else if constexpr (std::is_same_v<P, oribund::ColourData>)
+                return colourText(v);
+            else if constexpr (std::is_same_v<P, oribund::Vector2d>)
+                return pointText(description, v);
+            else
+                return listText(description, v.selectedIndex());
+        },
+        value);
+}
+
+double channelOf(const ParamValue& value, std::size_t channel)
+{
+    if (const auto* const colour = std::get_if<oribund::ColourData>(&value))
+        return channel < 4 ? (*colour)[channel] : 0.0;
+    const auto* const point = std::get_if<oribund::Vector2d>(&value);
+    return point && channel < 2 ? (*point)[channel] : 0.0;
+}
+} // namespace
+
+std::string serviceNumber(double value)
+{
+    if (value == 0.0)
+        return "0"; // and not "-0"
+    std::array<char, 32> buffer;
+    const auto end =
+        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general, 12).ptr;
+    return std::string(buffer.data(), end);
+}
+
+void bakeParam(const ParamDescription& description, const oribund::EffectValParamBase& param, const BakeSpan& span,
+               ProjectedProperties& properties)
+{
+    const bool animated =
+        param.functionType() == oribund::EffectValParamFnType::Keyframed && param.graph() && !param.graph()->empty();
+    const auto write = [&](const std::string& property, bool isStepwise, const auto& textOf) {
+        const TextAt textAt = [&](double time) { return textOf(param.valueAt(time)); };
+        if (!animated)
+            properties.push_back({property, textOf(param.constantValue())});
+        else if (isStepwise || description.integer)
+            properties.push_back({property, bakeSteps(span, textAt)});
+        else
+            properties.push_back({property, bakeNumbers(*param.graph(), span, textAt)});
+    };
+
+    if (description.components.empty()) {
+        write(description.property, description.kind == ParamKind::Colour,
+              [&](const ParamValue& value) { return valueText(description, value); });
+        return;
+    }
+    for (std::size_t channel = 0; channel < description.components.size(); ++channel)
+        write(description.components[channel], false,
+              [&](const ParamValue& value) { return serviceNumber(rawOf(description, channelOf(value, channel))); });
+}
+
+} // namespace workbench

@@ -1,0 +1,83 @@
+#include "workbench/model/undo/EditCommand.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace workbench
+{
+
+EditCommand::EditCommand(oribund::WString title)
+    : title_(std::move(title))
+{
+}
+
+void EditCommand::add(EditChangePtr change)
+{
+    if (change->isAssignment()) {
+        for (auto earlier = changes_.rbegin(); earlier != changes_.rend() && (*earlier)->isAssignment(); ++earlier)
+            if ((*earlier)->absorb(*change))
+                return;
+    }
+    changes_.push_back(std::move(change));
+}
+
+ParamDelta& EditCommand::paramDelta(ObjectId effect, const oribund::IdStamp& param)
+{
+    for (auto change = changes_.rbegin(); change != changes_.rend() && (*change)->isAssignment(); ++change) {
+        auto* const delta = dynamic_cast<ParamDelta*>(change->get());
+        if (delta && delta->concerns(effect, param))
+            return *delta;
+    }
+    auto added = std::make_unique<ParamDelta>(effect, param);
+    ParamDelta& delta = *added;
+    changes_.push_back(std::move(added));
+    return delta;
+}
+
+void EditCommand::apply(Timeline& timeline, std::vector<oribund::EditModification>& told)
+{
+    for (const EditChangePtr& change : changes_) {
+        change->apply(timeline);
+        told.push_back(change->modification());
+    }
+}
+
+void EditCommand::revert(Timeline& timeline, std::vector<oribund::EditModification>& told)
+{
+    for (auto change = changes_.rbegin(); change != changes_.rend(); ++change) {
+        (*change)->revert(timeline);
+        told.push_back((*change)->modification());
+    }
+}
+
+bool EditCommand::isNull() const
+{
+    return std::all_of(changes_.begin(), changes_.end(), [](const EditChangePtr& change) { return change->isNull(); });
+}
+
+oribund::WString EditCommand::describe(const Timeline& timeline) const
+{
+    if (!title_.empty())
+        return title_;
+    int params = 0;
+    const ParamDelta* last = nullptr;
+    for (const EditChangePtr& change : changes_) {
+        const auto* const delta = dynamic_cast<const ParamDelta*>(change.get());
+        if (delta && !delta->isNull()) {
+            ++params;
+            last = delta;
+        }
+    }
+    if (params == 1)
+        return last->describe(timeline);
+    return oribund::toWide("Change " + std::to_string(params) + " parameters");
+}
+
+void EditCommand::close(const Timeline& timeline)
+{
+    title_ = describe(timeline);
+    std::erase_if(changes_, [](const EditChangePtr& change) { return change->isNull(); });
+}
+
+} // namespace workbench
