@@ -3,8 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <memory>
+#include <latch>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -118,14 +117,12 @@ TEST(Ptr, IsCountedRightByManyThreads)
     int destroyed = 0;
     auto shared = Kt::makePtr<Shape>(&destroyed);
     std::vector<std::thread> threads;
+    std::latch ready(4);
     for (int t = 0; t < 4; ++t) {
-        threads.emplace_back([mine = shared] {
-            std::vector<Kt::Ptr<Shape>> copies;
-            for (int i = 0; i < 20000; ++i) {
-                copies.push_back(mine);
-                if (copies.size() > 16)
-                    copies.clear();
-            }
+        threads.emplace_back([mine = shared, &ready] {
+            ready.arrive_and_wait();
+            for (int i = 0; i < 500000; ++i)
+                const Kt::Ptr<Shape> copy = mine;
         });
     }
     shared.reset(); // the threads alone keep it

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <latch>
 #include <string>
 #include <thread>
 #include <unordered_set>
@@ -38,6 +39,15 @@ TEST(LightweightString, CopiesShareUntilOneIsAppendedTo)
     b += " handle";
     EXPECT_EQ(a, "curve");
     EXPECT_EQ(b, "curve handle");
+    // Room in the shared buffer belongs to neither.
+    String c = b;
+    c += "s";
+    b += "!";
+    const String d = c;
+    c += "+";
+    EXPECT_EQ(b, "curve handle!");
+    EXPECT_EQ(c, "curve handles+");
+    EXPECT_EQ(d, "curve handles");
 
     // The sole owner grows in place: of many appends only a few move the text.
     String grown("x");
@@ -88,9 +98,11 @@ TEST(LightweightString, CopiesMayBeUsedByManyThreads)
     const String shared("shared by all of them");
     std::vector<std::thread> threads;
     std::atomic<int> wrong{0};
+    std::latch ready(4);
     for (int t = 0; t < 4; ++t) {
-        threads.emplace_back([&shared, &wrong] {
-            for (int i = 0; i < 20000; ++i) {
+        threads.emplace_back([&shared, &wrong, &ready] {
+            ready.arrive_and_wait();
+            for (int i = 0; i < 50000; ++i) {
                 String mine = shared;
                 mine += '!';
                 wrong += mine.size() != shared.size() + 1;

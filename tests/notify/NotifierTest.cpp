@@ -9,6 +9,7 @@
 #include <optional>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 using namespace oribund;
@@ -231,6 +232,25 @@ TEST_F(NotifierTest, ObserverMayDestroyTheNotifier)
     notifier = std::make_unique<Notifier<Message>>();
     c->callback.attach(*notifier);
     EXPECT_THAT(send(), ElementsAre("c"));
+}
+
+TEST_F(NotifierTest, ANotifierInTheDestroyedOnesPlaceIsLeftAlone)
+{
+    std::optional<Notifier<Message>> here(std::in_place);
+    Observer a("a", heard, *here);
+    bool innerDone = false;
+    a.then = [&](const Message& message) {
+        if (message.number == 2) {
+            here.emplace();
+            return;
+        }
+        here->notify({2});
+        innerDone = true;
+        EXPECT_FALSE(here->notifying());
+    };
+    here->notify({1});
+    EXPECT_TRUE(innerDone);
+    EXPECT_FALSE(here->hasObservers());
 }
 
 TEST_F(NotifierTest, ExceptionOfAnObserverLeavesTheNotifierUsable)

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <latch>
 #include <memory>
 #include <thread>
 #include <vector>
@@ -37,9 +38,11 @@ TEST(Threads, RegisteringAndLeavingKeepsTheListWhole)
     constant.callback.attach(notifier);
     std::vector<std::thread> threads;
     std::vector<std::unique_ptr<Counter>> stayed(4);
+    std::latch ready(4);
     for (int t = 0; t < 4; ++t) {
-        threads.emplace_back([&notifier, &mine = stayed[t]] {
-            for (int i = 0; i < 5000; ++i) {
+        threads.emplace_back([&notifier, &ready, &mine = stayed[t]] {
+            ready.arrive_and_wait();
+            for (int i = 0; i < 20000; ++i) {
                 mine = std::make_unique<Counter>();
                 mine->callback.attach(notifier);
                 Counter passing;
