@@ -75,7 +75,7 @@ public:
     WString text;
     bool autoRepeat = false;
     String message;
-    /** Of a message: who sent it. Valid during the call. */
+    /** Of a message: who sent it, null when it is gone. Valid during the call. */
     Glob* sender = nullptr;
 
     static Event mousePress(const XY<int>& at, MouseButton button = MouseButton::Left, unsigned modifiers = 0);

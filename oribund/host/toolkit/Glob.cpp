@@ -476,9 +476,11 @@ bool Glob::userEvent(const Event& event)
 
 bool Glob::sendMsg(const String& message)
 {
-    const Event event = Event::messageFrom(this, message);
+    Event event = Event::messageFrom(this, message);
+    const GlobRef<Glob> self(this);
     GlobRef<Glob> receiver(this);
     while (receiver) {
+        event.sender = self.get(); // a receiver may have destroyed it
         const GlobRef<Glob> next(receiver->parent_);
         if (receiver->react(event))
             return true;

@@ -1,0 +1,123 @@
+#pragma once
+
+#include "oribund/host/canvas/Canvas.h"
+#include "oribund/host/toolkit/Event.h"
+#include "oribund/host/toolkit/Glob.h"
+#include "oribund/host/toolkit/GlobPeer.h"
+#include "oribund/host/toolkit/Skin.h"
+#include "oribund/host/toolkit/StandardPanel.h"
+#include "oribund/host/toolkit/TabOrderable.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace oribund::test
+{
+
+/** A glob that writes down what happens to it. */
+class Probe : public Glob, public TabOrderable
+{
+public:
+    Probe(const char* name, const XY<int>& size)
+        : Glob(infoFor(name, size))
+        , name_(name)
+    {
+    }
+
+    Glob& tabGlob() override { return *this; }
+
+    bool react(const Event& event) override
+    {
+        seen.push_back(event);
+        if (journal)
+            *journal += name_ + describe(event) + " ";
+        // Nothing of this glob may be used after the hook: it may have destroyed it.
+        const bool answer = takes;
+        if (const auto hook = onEvent)
+            hook(event);
+        return answer;
+    }
+
+    std::size_t count(EventCode code) const
+    {
+        std::size_t n = 0;
+        for (const Event& event : seen)
+            n += event.code == code;
+        return n;
+    }
+
+    const Event& last() const { return seen.back(); }
+
+    bool takes = false;
+    std::function<void(const Event&)> onEvent;
+    std::string* journal = nullptr;
+    std::vector<Event> seen;
+
+private:
+    static GlobCreationInfo infoFor(const char* name, const XY<int>& size)
+    {
+        GlobCreationInfo info(static_cast<unsigned short>(size.x), static_cast<unsigned short>(size.y));
+        info.id = name;
+        return info;
+    }
+
+    static std::string describe(const Event& event)
+    {
+        switch (event.code) {
+        case EventCode::MousePress:
+            return "+";
+        case EventCode::MouseRelease:
+            return "-";
+        case EventCode::MouseMove:
+            return "~";
+        case EventCode::MouseEnter:
+            return ">";
+        case EventCode::MouseLeave:
+            return "<";
+        case EventCode::MouseCancel:
+            return "x";
+        case EventCode::FocusIn:
+            return "(";
+        case EventCode::FocusOut:
+            return ")";
+        case EventCode::KeyPress:
+            return "k";
+        default:
+            return "?";
+        }
+    }
+
+    std::string name_;
+};
+
+/** A canvas of 200 by 100 with an open panel that fills it. */
+class Scene
+{
+public:
+    explicit Scene(Skin* skin = nullptr)
+        : canvas({200, 100}, skin)
+    {
+        panel = std::make_unique<StandardPanel>(GlobCreationInfo(200, 100, &canvas));
+        panel->open();
+    }
+
+    Probe* add(const char* name, const Kt::Box<int>& box, Glob* parent = nullptr)
+    {
+        auto probe = std::make_unique<Probe>(name, box.size());
+        Probe* raw = probe.get();
+        if (parent) {
+            raw->setPosition(box.topLeft());
+            parent->addChild(std::move(probe));
+        } else {
+            panel->addWidget(std::move(probe), Glob::UserTopLeft(box.left, box.top));
+        }
+        return raw;
+    }
+
+    Canvas canvas;
+    std::unique_ptr<StandardPanel> panel;
+};
+
+} // namespace oribund::test

@@ -1,0 +1,120 @@
+#include "CoreProbe.h"
+
+#include "oribund/host/toolkit/EventRouter.h"
+#include "oribund/host/toolkit/TabOrderManager.h"
+
+#include <gtest/gtest.h>
+
+namespace oribund::test
+{
+namespace
+{
+
+/** Four focusable probes named a to d on a panel. */
+class TabOrder : public testing::Test
+{
+protected:
+    TabOrder()
+    {
+        for (int i = 0; i < 4; ++i) {
+            const char name[] = {static_cast<char>('a' + i), '\0'};
+            probes.push_back(scene.add(name, {i * 40, 0, i * 40 + 30, 30}));
+            probes.back()->setFocusable(true);
+        }
+    }
+
+    /** The names of what gets the focus in `steps` presses of Tab. */
+    std::string tab(int steps, unsigned modifiers = 0)
+    {
+        std::string visited;
+        for (int i = 0; i < steps; ++i) {
+            if (!scene.canvas.inject(Event::keyPress(Key::Tab, modifiers)))
+                visited += "!";
+            else
+                visited += scene.canvas.focusOwner()->idString().c_str();
+        }
+        return visited;
+    }
+
+    Scene scene;
+    std::vector<Probe*> probes;
+};
+
+TEST_F(TabOrder, IsThatOfTheTreeUnlessOneIsSet)
+{
+    EXPECT_EQ(tab(5), "abcda");
+    EXPECT_EQ(tab(5, Event::kShift), "dcbad");
+}
+
+TEST_F(TabOrder, FollowsTheManager)
+{
+    TabOrderManager order;
+    order.addTabStop(probes[2]);
+    order.addTabStop(probes[0], -2);
+    order.addTabStop(probes[1], 0);
+    EXPECT_EQ(tab(5), "bcadb") << "what is not in the order comes in its own place";
+    order.addTabStop(probes[1]);
+    EXPECT_EQ(order.tabStops().size(), 3u) << "moved, not doubled";
+    probes[3]->takeFocus();
+    EXPECT_EQ(tab(3), "cab");
+}
+
+TEST_F(TabOrder, LeavesOutWhatCannotBeUsed)
+{
+    probes[1]->setVisible(false);
+    probes[2]->setEnabled(false);
+    EXPECT_EQ(tab(3), "ada");
+    scene.panel->setActive(false);
+    EXPECT_EQ(tab(1), "!");
+    EXPECT_EQ(scene.canvas.focusOwner(), nullptr);
+}
+
+TEST_F(TabOrder, IsOfferedToTheFocusOwnerFirst)
+{
+    probes[0]->takeFocus();
+    probes[0]->takes = true;
+    EXPECT_EQ(tab(1), "a") << "an editor of code types it";
+}
+
+TEST_F(TabOrder, StopsAndOrdersMayGoInAnyOrder)
+{
+    auto order = std::make_unique<TabOrderManager>();
+    order->addTabStop(probes[0]);
+    order->addTabStop(probes[1]);
+    delete probes[0];
+    ASSERT_EQ(order->tabStops().size(), 1u);
+    order->addTabStop(nullptr);
+    EXPECT_EQ(order->tabStops().size(), 1u);
+    order.reset();
+    EXPECT_EQ(probes[1]->tabOrderManager(), nullptr);
+    EXPECT_EQ(tab(2), "bc");
+
+    TabOrderManager one;
+    TabOrderManager two;
+    one.addTabStop(probes[1]);
+    two.addTabStop(probes[1]);
+    EXPECT_TRUE(one.tabStops().empty()) << "a stop is in one order at most";
+    one.removeTabStop(probes[1]);
+    EXPECT_EQ(probes[1]->tabOrderManager(), &two);
+}
+
+TEST_F(TabOrder, TakesTheStopsOfAHostTogether)
+{
+    TabOrderManager order;
+    order.addTabStop(probes[3]);
+    Scene other;
+    other.add("x", {0, 0, 10, 10});
+    other.add("y", {0, 0, 10, 10});
+    order.addTabStopsFrom(other.panel.get(), 0);
+    ASSERT_EQ(order.tabStops().size(), 3u);
+    EXPECT_EQ(order.tabStops()[0]->tabGlob().idString(), "x");
+    EXPECT_EQ(order.tabStops()[1]->tabGlob().idString(), "y");
+    EXPECT_EQ(order.tabStops()[2], probes[3]);
+    order.addTabStopsFrom(other.panel.get(), -2);
+    EXPECT_EQ(order.tabStops()[0], probes[3]);
+    ASSERT_EQ(order.tabStops().size(), 3u);
+    EXPECT_EQ(order.tabStops()[2]->tabGlob().idString(), "y");
+}
+
+} // namespace
+} // namespace oribund::test
