@@ -106,6 +106,16 @@ std::string lowerCase(std::string_view text)
     return result;
 }
 
+std::string inQuotes(std::string_view name)
+{
+    std::string result;
+    result.reserve(name.size() + 2);
+    result += '"';
+    result += name;
+    result += '"';
+    return result;
+}
+
 std::string unquoted(std::string_view text)
 {
     text = trimmed(text);

@@ -13,6 +13,9 @@ namespace workbench
 
 std::string lowerCase(std::string_view text);
 
+/** A name as it stands in a message. */
+std::string inQuotes(std::string_view name);
+
 /** Without blanks and one pair of quotes around it. */
 std::string unquoted(std::string_view text);
 

@@ -1,0 +1,147 @@
+#include "workbench/engine/CatalogueReader.h"
+#include "workbench/engine/EffectMapping.h"
+#include "workbench/engine/MltSession.h"
+#include "workbench/engine/RawMetadata.h"
+
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <set>
+
+namespace workbench
+{
+namespace
+{
+
+using testing::IsEmpty;
+
+class CatalogueTest : public testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        session = MltSession::open();
+        result = new CatalogueResult(readCatalogue(*session));
+    }
+
+    static void TearDownTestSuite()
+    {
+        delete result;
+        session.reset();
+    }
+
+    static std::shared_ptr<MltSession> session;
+    static CatalogueResult* result;
+};
+
+std::shared_ptr<MltSession> CatalogueTest::session;
+CatalogueResult* CatalogueTest::result = nullptr;
+
+TEST_F(CatalogueTest, offersWhatIsInstalled)
+{
+    const auto& all = result->catalogue.all();
+    const auto usable = std::count_if(all.begin(), all.end(), [](const auto& entry) { return entry->blockedBecause.empty(); });
+    const auto curated = std::count_if(all.begin(), all.end(), [](const auto& entry) { return entry->curated; });
+    EXPECT_GE(all.size(), 450U);
+    EXPECT_GE(usable, 330);
+    EXPECT_GE(curated, 65);
+    EXPECT_EQ(result->catalogue.find("no such effect"), nullptr);
+}
+
+TEST_F(CatalogueTest, everyEntryIsSound)
+{
+    EXPECT_THAT(result->problems, IsEmpty());
+    for (const auto& effect : result->catalogue.all())
+        EXPECT_THAT(checkEffect(*effect), IsEmpty());
+}
+
+TEST_F(CatalogueTest, noNameIsLeftAsAnIdentifier)
+{
+    for (const auto& effect : result->catalogue.all())
+        for (const ParamDescription& param : effect->params) {
+            EXPECT_EQ(param.name.find('_'), std::string::npos) << effect->service << ": " << param.name;
+            EXPECT_EQ(param.name.find("av."), std::string::npos) << effect->service << ": " << param.name;
+            EXPECT_EQ(param.property.find("DEPRECATED"), std::string::npos) << effect->service;
+        }
+}
+
+TEST_F(CatalogueTest, whatCannotWorkIsBlockedWithAReason)
+{
+    for (const char* service : {"frei0r.curves", "frei0r.3dflippo", "avfilter.gblur_vulkan", "sox.echo", "movit.blur"}) {
+        const auto effect = result->catalogue.find(service);
+        ASSERT_TRUE(effect) << service;
+        EXPECT_FALSE(effect->blockedBecause.empty()) << service;
+    }
+}
+
+TEST_F(CatalogueTest, curatedEffectsShowUnitsThatPeopleKnow)
+{
+    const auto saturation = result->catalogue.find("frei0r.saturat0r");
+    ASSERT_TRUE(saturation);
+    const ParamDescription& amount = saturation->params.at(0);
+    EXPECT_EQ(saturation->title, "Saturation");
+    EXPECT_EQ(amount.unit, "%");
+    EXPECT_DOUBLE_EQ(amount.defaultValue, 100.0);
+    EXPECT_NEAR((amount.defaultValue - amount.offset) / amount.scale, 0.125, 1e-12); // raw "unchanged"
+    EXPECT_TRUE(amount.animatable);
+    EXPECT_EQ(result->catalogue.find("frei0r.hueshift0r")->params.at(0).kind, ParamKind::Angle);
+    EXPECT_EQ(result->catalogue.find("lift_gamma_gain")->params.at(1).components.size(), 3U);
+    EXPECT_EQ(result->catalogue.find("volume")->medium, EffectDescription::Medium::Audio);
+}
+
+TEST(EffectMapping, makesSenseOfUnevenMetadata)
+{
+    RawEffect raw{"x", "", "Blurs the picture", {"Video"}, {}};
+    raw.params = {
+        {"end (*DEPRECATED*)", "End", "float", "", "", "", "0", "1", "1", {}, false, true},
+        {"swapped", "Swapped", "float", "", "dB", "", "0", "-30", "-15", {}, false, false},
+        {"huge", "Huge", "integer", "", "", "", "-2147483648", "2147483647", "3", {}, false, false},
+        {"outside", "Outside", "float", "", "", "", "0", "1", "4", {}, false, false},
+        {"quoted", "", "string", "", "", "", "", "", "'1.5'", {}, false, false},
+        {"look", "", "string", "One of: heat, sepia, xray", "", "", "", "", "sepia", {}, false, false},
+        {"unknown", "", "string", "", "", "", "", "", "", {"a", "b"}, false, false},
+        {"switch", "", "integer", "", "", "checkbox", "0", "1", "1", {}, false, false},
+        {"tint", "", "color", "", "", "", "", "", "0xff000080", {}, false, true},
+        {"free", "", "string", "any text", "", "", "", "", "hello", {}, false, false},
+        {"level", "", "float", "", "", "", "", "", "", {}, true, false},
+        {"swapped", "Again", "float", "", "", "", "0", "1", "0", {}, false, false},
+    };
+    const auto effect = mapEffect(raw);
+    ASSERT_TRUE(effect);
+    EXPECT_EQ(effect->category, "Blur and sharpen");
+    EXPECT_THAT(checkEffect(*effect), IsEmpty());
+    ASSERT_EQ(effect->params.size(), 8U);
+    EXPECT_DOUBLE_EQ(effect->find("swapped")->minimum, -30.0);
+    EXPECT_LE(effect->find("huge")->maximum, 1000.0);
+    EXPECT_GE(effect->find("outside")->maximum, 4.0);
+    EXPECT_DOUBLE_EQ(effect->find("quoted")->defaultValue, 1.5);
+    EXPECT_EQ(effect->find("look")->items.at(1).raw, "sepia");
+    EXPECT_EQ(effect->find("look")->defaultItem, 1);
+    EXPECT_EQ(effect->find("unknown")->items.front().raw, ""); // the service's own choice
+    EXPECT_TRUE(effect->find("switch")->defaultBool);
+    EXPECT_NEAR(effect->find("tint")->defaultColour[3], 0.5, 0.01);
+    EXPECT_TRUE(effect->find("tint")->animatable);
+}
+
+TEST(EffectMapping, aliasesAreShownOnce)
+{
+    RawEffect raw{"avfilter.x", "x", "", {"Audio"}, {}};
+    raw.params = {{"av.frequency", "", "float", "set central frequency", "", "", "0", "999999", "100", {}, false, false},
+                  {"av.f", "", "float", "set central frequency", "", "", "0", "999999", "100", {}, false, false},
+                  {"av.fade", "", "float", "set fade", "", "", "0", "1", "0", {}, false, false}};
+    const auto effect = mapEffect(raw);
+    ASSERT_TRUE(effect);
+    ASSERT_EQ(effect->params.size(), 2U);
+    EXPECT_EQ(effect->params[0].property, "av.frequency");
+    EXPECT_EQ(effect->params[1].property, "av.fade");
+}
+
+TEST(EffectMapping, leavesOutWhatIsNoEffect)
+{
+    EXPECT_FALSE(mapEffect({"resize", "Pad", "", {"Video", "Hidden"}, {}}));
+    EXPECT_FALSE(mapEffect({"deinterlace", "", "", {}, {}}));
+    EXPECT_TRUE(mapEffect({"invert", "Invert", "", {"Video"}, {}}));
+}
+
+} // namespace
+} // namespace workbench

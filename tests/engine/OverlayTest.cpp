@@ -1,0 +1,124 @@
+#include "workbench/engine/Overlay.h"
+
+#include <gmock/gmock.h>
+
+namespace workbench
+{
+namespace
+{
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+EffectDescription plainEffect()
+{
+    EffectDescription effect;
+    effect.service = "f";
+    effect.title = "F";
+    effect.category = "Other";
+    ParamDescription param;
+    param.property = "0";
+    param.name = "Zero";
+    param.defaultValue = 0.25;
+    param.animatable = true;
+    effect.params = {param};
+    param.property = "1";
+    effect.params.push_back(param);
+    return effect;
+}
+
+struct Applied {
+    EffectDescription effect = plainEffect();
+    std::vector<std::string> problems;
+};
+
+Applied apply(const std::string& json)
+{
+    Applied result;
+    const Overlay overlay(json, result.problems);
+    overlay.apply(result.effect, result.problems);
+    return result;
+}
+
+TEST(Overlay, convertsTheMetadataIntoShownUnits)
+{
+    const Applied result = apply(R"({ "effects": [ { "service": "f", "title": "Good", "fixed": { "9": "1" },
+        "params": [ { "property": "0", "name": "Amount", "unit": "%", "scale": 200, "offset": -100, "demo": 40 } ] } ] })");
+    EXPECT_THAT(result.problems, IsEmpty());
+    EXPECT_EQ(result.effect.title, "Good");
+    EXPECT_TRUE(result.effect.curated);
+    EXPECT_THAT(result.effect.fixedProperties, ElementsAre(std::pair<std::string, std::string>("9", "1")));
+    ASSERT_THAT(result.effect.params, SizeIs(1)); // what it does not list is not shown
+    const ParamDescription& param = result.effect.params[0];
+    EXPECT_DOUBLE_EQ(param.minimum, -100.0);
+    EXPECT_DOUBLE_EQ(param.maximum, 100.0);
+    EXPECT_DOUBLE_EQ(param.defaultValue, -50.0);
+    EXPECT_TRUE(param.animatable);
+    EXPECT_EQ(std::get<double>(*param.demo), 40.0);
+}
+
+TEST(Overlay, aNegativeScaleTurnsTheRangeRound)
+{
+    const Applied result =
+        apply(R"({ "effects": [ { "service": "f", "params": [ { "property": "0", "scale": -100 } ] } ] })");
+    EXPECT_THAT(result.problems, IsEmpty());
+    EXPECT_DOUBLE_EQ(result.effect.params.at(0).minimum, -100.0);
+    EXPECT_DOUBLE_EQ(result.effect.params.at(0).maximum, 0.0);
+}
+
+TEST(Overlay, everyKindOfValueIsRead)
+{
+    const Applied result = apply(R"({ "effects": [ { "service": "f", "params": [
+        { "property": "a", "name": "A", "kind": "colour", "default": "#102030", "demo": "#80ff0000" },
+        { "property": "b", "name": "B", "kind": "point", "default": [ 0.5, 1 ], "demo": [ 1, 2 ], "components": [ "x", "y" ] },
+        { "property": "c", "name": "C", "kind": "textlist", "items": [ [ "One", "1" ], [ "Two", "2" ] ], "default": "2" },
+        { "property": "d", "name": "D", "kind": "bool", "default": true } ] } ] })");
+    EXPECT_THAT(result.problems, IsEmpty());
+    ASSERT_THAT(result.effect.params, SizeIs(4));
+    EXPECT_NEAR(result.effect.params[0].defaultColour[2], 48.0 / 255.0, 1e-12);
+    EXPECT_NEAR((std::get<std::array<double, 4>>(*result.effect.params[0].demo))[3], 128.0 / 255.0, 1e-12);
+    EXPECT_EQ(result.effect.params[1].defaultPoint[1], 1.0);
+    EXPECT_THAT(result.effect.params[1].components, ElementsAre("x", "y"));
+    EXPECT_EQ(result.effect.params[2].defaultItem, 1);
+    EXPECT_TRUE(result.effect.params[3].defaultBool);
+}
+
+TEST(Overlay, aMistakeCostsOnlyItsOwnEntry)
+{
+    const Applied result = apply(R"({ "effects": [ 7, { "title": "no service" }, { "service": "f", "params": [
+        { "property": "0", "min": 5, "max": 1 },
+        { "property": "1", "default": "text" },
+        { "property": "2", "kind": "nonsense" },
+        { "name": "no property" },
+        { "property": "3", "name": "Three", "kind": "textlist", "items": [ [ "One", "1" ] ], "default": "2" },
+        { "property": "1", "name": "Good", "max": 2 } ] } ] })");
+    EXPECT_THAT(result.problems, SizeIs(7));
+    ASSERT_THAT(result.effect.params, SizeIs(1));
+    EXPECT_EQ(result.effect.params[0].name, "Good");
+}
+
+TEST(Overlay, brokenTextLeavesTheEffectsAsTheyAre)
+{
+    for (const char* text : {"", "{", "[]", "nonsense", "\xff\xfe"}) {
+        const Applied result = apply(text);
+        EXPECT_THAT(result.problems, SizeIs(1)) << text;
+        EXPECT_EQ(result.effect, plainEffect());
+    }
+}
+
+TEST(Overlay, blocksByNameAndByPattern)
+{
+    for (const char* pattern : {"f", "*", "*f", "f*", "*f*"})
+        EXPECT_EQ(apply(R"({ "blocked": [ { "service": ")" + std::string(pattern) + R"(", "reason": "because" } ] })")
+                      .effect.blockedBecause,
+                  "because")
+            << pattern;
+    for (const char* pattern : {"g", "f.*", "*g*", "ff"})
+        EXPECT_EQ(apply(R"({ "blocked": [ { "service": ")" + std::string(pattern) + R"(" } ] })").effect.blockedBecause, "")
+            << pattern;
+}
+
+} // namespace
+} // namespace workbench

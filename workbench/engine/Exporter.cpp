@@ -1,0 +1,277 @@
+#include "workbench/engine/Exporter.h"
+
+#include "workbench/engine/ExportPreset.h"
+#include "workbench/engine/FilterTrace.h"
+#include "workbench/engine/MetadataText.h"
+#include "workbench/engine/MltGraph.h"
+#include "workbench/engine/MltSession.h"
+#include "workbench/engine/ProjectionQueries.h"
+
+#include <mlt++/Mlt.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <future>
+#include <utility>
+#include <vector>
+
+namespace workbench
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using Clock = std::chrono::steady_clock;
+using Outcome = ExportResult::Outcome;
+
+constexpr std::chrono::milliseconds kPoll{20};
+
+/** The unfinished file, beside the finished one; removed unless it was completed. */
+class PartialFile
+{
+public:
+    explicit PartialFile(const fs::path& target)
+        : target_(target)
+        , partial_(target)
+    {
+        partial_.replace_filename(target.stem().string() + ".part" + target.extension().string());
+    }
+
+    ~PartialFile()
+    {
+        std::error_code ignored;
+        if (!completed_)
+            fs::remove(partial_, ignored);
+    }
+
+    PartialFile(const PartialFile&) = delete;
+    PartialFile& operator=(const PartialFile&) = delete;
+
+    const fs::path& path() const { return partial_; }
+
+    bool writable() const { return std::ofstream(partial_, std::ios::binary).good(); }
+
+    bool complete()
+    {
+        std::error_code error;
+        if (fs::file_size(partial_, error) == 0 || error)
+            return false;
+        fs::rename(partial_, target_, error);
+        completed_ = !error;
+        return completed_;
+    }
+
+private:
+    fs::path target_;
+    fs::path partial_;
+    bool completed_ = false;
+};
+
+/** What the framework's threads tell of a running consumer. */
+struct Signals {
+    std::atomic<int> frames{0};
+    std::atomic<bool> failed{false};
+
+    static void frameRendered(mlt_properties, void* self, mlt_event_data) { ++static_cast<Signals*>(self)->frames; }
+
+    static void consumerFailed(mlt_properties, void* self, mlt_event_data)
+    {
+        static_cast<Signals*>(self)->failed = true;
+    }
+};
+
+ExportResult failure(std::string message)
+{
+    return {Outcome::Failed, std::move(message)};
+}
+
+/** What encodes. On the heap as a whole, because all of it is left behind when an effect never comes back. */
+struct Encoding {
+    FilterTrace trace;
+    Signals signals;
+    std::unique_ptr<MltGraph> graph;
+    std::unique_ptr<Mlt::Producer> range;
+    std::unique_ptr<Mlt::Consumer> consumer;
+    std::unique_ptr<Mlt::Event> rendered;
+    std::unique_ptr<Mlt::Event> failed;
+    int total = 0;
+
+    bool start(const ExportPreset& preset, const std::string& path, int from, int to);
+};
+
+bool Encoding::start(const ExportPreset& preset, const std::string& path, int from, int to)
+{
+    total = to - from + 1;
+    range.reset(graph->producer().cut(from, to));
+    consumer = std::make_unique<Mlt::Consumer>(graph->profile(), "avformat", path.c_str());
+    if (!range || !consumer->is_valid())
+        return false;
+    for (const auto& [name, value] : preset.properties)
+        consumer->set(name.c_str(), value.c_str());
+    consumer->set("real_time", -1);
+    consumer->set("terminate_on_pause", 1);
+    consumer->set("rescale", "bicubic");
+    rendered.reset(consumer->listen("consumer-frame-render", &signals, Signals::frameRendered));
+    failed.reset(consumer->listen("consumer-fatal-error", &signals, Signals::consumerFailed));
+    range->seek(0);
+    range->set_speed(1.0);
+    consumer->connect(*range);
+    return consumer->start() == 0;
+}
+
+/** Stopping waits for the frames in work; true when it succeeded within the time. The encoding must not be touched
+ * after a false. */
+bool stopWithin(const std::shared_ptr<Encoding>& encoding, std::chrono::milliseconds patience)
+{
+    auto stopped = std::make_shared<std::promise<void>>();
+    std::future<void> done = stopped->get_future();
+    std::thread stopper([encoding, stopped] {
+        encoding->consumer->stop();
+        stopped->set_value();
+    });
+    if (done.wait_for(patience) == std::future_status::ready) {
+        stopper.join();
+        return true;
+    }
+    stopper.detach();
+    MltSession::noteAbandonedThread();
+    return false;
+}
+
+} // namespace
+
+/** One export, on its thread. */
+struct Exporter::Job {
+    std::shared_ptr<MltSession> session;
+    Projection projection;
+    ExportSettings settings;
+    ExportCallbacks callbacks;
+    std::atomic<bool> cancelled{false};
+    std::atomic<bool> hasEnded{false};
+
+    void run();
+    ExportResult perform();
+    ExportResult encode(const std::shared_ptr<Encoding>& encoding);
+    std::string describeStall(const FilterTrace& trace) const;
+};
+
+void Exporter::Job::run()
+{
+    const ExportResult result = perform();
+    if (callbacks.finished)
+        callbacks.finished(result);
+    hasEnded = true;
+}
+
+ExportResult Exporter::Job::perform()
+{
+    const std::vector<ExportPreset> presets = exportPresets(*session);
+    const ExportPreset* preset = findExportPreset(presets, settings.path);
+    const fs::path target(settings.path);
+    if (!preset)
+        return failure(inQuotes(target.filename().string()) + " has no extension of a format that can be written.");
+    PartialFile file(target);
+    if (!file.writable())
+        return failure("Cannot write into " + inQuotes(target.parent_path().string()) + ".");
+
+    const auto encoding = std::make_shared<Encoding>();
+    MltGraph::Options options;
+    options.trace = &encoding->trace;
+    encoding->graph = MltGraph::build(session, projection, std::move(options));
+    for (const EngineProblem& problem : encoding->graph->problems())
+        if (problem.kind == EngineProblem::Kind::MediaMissing)
+            return failure(problem.message);
+
+    const int last = std::max(0, encoding->graph->length() - 1);
+    const int from = std::clamp(settings.from, 0, last);
+    const int to = settings.to < 0 ? last : std::clamp(settings.to, from, last);
+    if (!encoding->start(*preset, file.path().string(), from, to))
+        return failure("The encoder cannot be started.");
+    ExportResult result = encode(encoding);
+    if (result.outcome == Outcome::Done && !file.complete())
+        return failure("The file could not be completed; is the disk full?");
+    return result;
+}
+
+ExportResult Exporter::Job::encode(const std::shared_ptr<Encoding>& encoding)
+{
+    const Signals& signals = encoding->signals;
+    const int total = encoding->total;
+    int told = -1;
+    bool stalled = false;
+    Clock::time_point lastProgress = Clock::now();
+    while (!encoding->consumer->is_stopped() && !cancelled && !signals.failed && !stalled) {
+        std::this_thread::sleep_for(kPoll);
+        if (const int frames = std::min(total, signals.frames.load()); frames != told) {
+            told = frames;
+            lastProgress = Clock::now();
+            if (callbacks.progress)
+                callbacks.progress(frames, total);
+        }
+        stalled = Clock::now() - lastProgress > settings.stallTimeout;
+    }
+    const std::string stall = stalled ? describeStall(encoding->trace) : std::string();
+    stopWithin(encoding, stalled ? std::chrono::milliseconds(100) : settings.stallTimeout);
+    if (stalled)
+        return failure(stall);
+    if (cancelled)
+        return {Outcome::Cancelled, "The export was cancelled."};
+    if (signals.failed || signals.frames < total)
+        return failure("The encoder stopped before the end.");
+    if (callbacks.progress)
+        callbacks.progress(total, total);
+    return {};
+}
+
+std::string Exporter::Job::describeStall(const FilterTrace& trace) const
+{
+    const ProjectedFilter* effect = findEffect(projection, trace.current());
+    return effect ? "The effect " + inQuotes(effect->service) + " does not come back."
+                  : "No frame came for a long time.";
+}
+
+Exporter::Exporter(std::shared_ptr<MltSession> session)
+    : session_(std::move(session))
+{
+}
+
+Exporter::~Exporter()
+{
+    cancel();
+    wait();
+}
+
+bool Exporter::start(Projection projection, ExportSettings settings, ExportCallbacks callbacks)
+{
+    if (running())
+        return false;
+    wait();
+    job_ = std::make_shared<Job>();
+    job_->session = session_;
+    job_->projection = std::move(projection);
+    job_->settings = std::move(settings);
+    job_->callbacks = std::move(callbacks);
+    thread_ = std::thread([job = job_] { job->run(); });
+    return true;
+}
+
+void Exporter::cancel()
+{
+    if (job_)
+        job_->cancelled = true;
+}
+
+bool Exporter::running() const
+{
+    return job_ && !job_->hasEnded;
+}
+
+void Exporter::wait()
+{
+    if (thread_.joinable())
+        thread_.join();
+}
+
+} // namespace workbench
