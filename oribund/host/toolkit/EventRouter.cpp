@@ -21,8 +21,8 @@ class TabStops
 public:
     explicit TabStops(Glob& root) { visit(root); }
 
-    /** The stop after or before the one at or around `from`; null when there is none. */
-    Glob* next(const Glob* from, bool forward) const
+    /** The stop after or before the one at or around `from`; null when there is none, or only round the end. */
+    Glob* next(const Glob* from, bool forward, bool wrap) const
     {
         if (stops_.empty())
             return nullptr;
@@ -32,6 +32,8 @@ public:
         const auto here = exact != stops_.end() ? exact : at;
         if (here == stops_.end())
             return forward ? stops_.front() : stops_.back();
+        if (!wrap && *here == (forward ? stops_.back() : stops_.front()))
+            return nullptr;
         const auto index = static_cast<std::size_t>(here - stops_.begin());
         return stops_[(index + (forward ? 1 : stops_.size() - 1)) % stops_.size()];
     }
@@ -172,6 +174,7 @@ bool EventRouter::deliver(Glob& glob, Event event)
 
 bool EventRouter::routeMouse(Glob* target, const Event& event)
 {
+    const GlobRef<Glob> under(target);
     switch (event.code) {
     case EventCode::MousePress:
     case EventCode::MouseDoubleClick:
@@ -192,7 +195,7 @@ bool EventRouter::routeMouse(Glob* target, const Event& event)
     default:
         break;
     }
-    return target && bubble(*target, event);
+    return under && bubble(*under, event);
 }
 
 bool EventRouter::routePress(Glob* target, const Event& event)
@@ -306,7 +309,7 @@ bool EventRouter::routeKey(const Event& event, Glob* target)
     return event.isKeyPress(Key::Tab) && moveFocus(!event.has(Event::kShift));
 }
 
-bool EventRouter::moveFocus(bool forward)
+bool EventRouter::moveFocus(bool forward, bool wrap)
 {
     if (roots_.empty())
         return false;
@@ -315,7 +318,7 @@ bool EventRouter::moveFocus(bool forward)
         if (candidate->isAncestorOf(focus_.get()))
             root = candidate;
     }
-    Glob* stop = TabStops(*root).next(focus_.get(), forward);
+    Glob* stop = TabStops(*root).next(focus_.get(), forward, wrap);
     if (!stop)
         return false;
     setFocus(stop);
