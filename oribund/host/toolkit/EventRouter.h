@@ -43,8 +43,11 @@ public:
     /** Moves the keyboard to a glob, which must be able to take it, or to none. Tells both. */
     void setFocus(Glob* glob);
 
-    /** To the next or previous tab stop, round the end; false when there is none. */
-    bool moveFocus(bool forward);
+    /**
+     * To the next or previous tab stop; false when there is none. Past the last one it goes on with the first, or,
+     * without `wrap`, moves nothing and returns false, so that a host can take the keyboard elsewhere.
+     */
+    bool moveFocus(bool forward, bool wrap = true);
 
     /** An event for a certain glob, in its coordinates: what the pointer is over is known already. */
     bool route(Glob& target, const Event& event);
