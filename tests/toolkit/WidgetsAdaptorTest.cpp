@@ -1,0 +1,229 @@
+#include "WidgetsSupport.h"
+
+#include "oribund/host/toolkit/ButtonAdaptor.h"
+#include "oribund/host/toolkit/ValButton.h"
+#include "oribund/host/toolkit/ValSlider.h"
+#include "oribund/host/toolkit/ValTextBox.h"
+
+#include <gmock/gmock.h>
+
+namespace oribund::test
+{
+namespace
+{
+
+using testing::ElementsAre;
+
+/** A widget without a glob, which writes down what it is told. */
+class Listener : public ValWidget<double>
+{
+public:
+    Listener(std::string name, std::vector<std::string>& journal)
+        : name_(std::move(name))
+        , journal_(journal)
+    {
+    }
+
+    void setWidgetValue(const double& newValue, eRedrawFlag) override
+    {
+        value = newValue;
+        journal_.push_back(name_ + "=" + std::to_string(static_cast<int>(newValue)));
+        if (onValue)
+            onValue();
+    }
+
+    double getWidgetValue() const override { return value; }
+
+    void setWidgetEnabled(bool on) override
+    {
+        enabled = on;
+        journal_.push_back(name_ + (on ? " on" : " off"));
+    }
+
+    bool isWidgetEnabled() const override { return enabled; }
+
+    using ValWidget<double>::requestDataChange;
+
+    double value = 0.0;
+    bool enabled = true;
+    std::function<void()> onValue;
+
+private:
+    std::string name_;
+    std::vector<std::string>& journal_;
+};
+
+class Adaptors : public testing::Test
+{
+protected:
+    std::vector<std::string> journal;
+    Kt::Ptr<StoreAdaptor<double>> adaptor = Kt::makePtr<StoreAdaptor<double>>(1.0);
+};
+
+TEST_F(Adaptors, WidgetsAreToldInTheOrderInWhichTheyWereAttached)
+{
+    Listener b("b", journal);
+    Listener a("a", journal);
+    Listener c("c", journal);
+    a.setDataAdaptor(adaptor);
+    b.setDataAdaptor(adaptor);
+    c.setDataAdaptor(adaptor);
+    a.setDataAdaptor(adaptor); // once is enough
+    journal.clear();
+
+    EXPECT_TRUE(c.requestDataChange(7.0, ChangeKind::Single));
+    adaptor->setWidgetEnabledState(false);
+    EXPECT_THAT(journal, ElementsAre("a=7", "b=7", "c=7", "a off", "b off", "c off"));
+    EXPECT_EQ(adaptor->getNumWidgets(), 3u);
+}
+
+TEST_F(Adaptors, TheEnabledStateIsThatOfTheFirstWidgetAndOfNoneDisabled)
+{
+    EXPECT_FALSE(adaptor->getWidgetEnabledState());
+    Listener a("a", journal);
+    Listener b("b", journal);
+    a.setDataAdaptor(adaptor);
+    b.setDataAdaptor(adaptor);
+    b.enabled = false;
+    EXPECT_TRUE(adaptor->getWidgetEnabledState());
+    a.setDataAdaptor(nullptr);
+    EXPECT_FALSE(adaptor->getWidgetEnabledState());
+}
+
+TEST_F(Adaptors, AnAdaptorOfAnotherTypeIsKeptButNotUsed)
+{
+    Listener widget("w", journal);
+    const auto textAdaptor = Kt::makePtr<StoreAdaptor<WString>>(L"5");
+    widget.setAdaptor(textAdaptor);
+    EXPECT_EQ(widget.getAdaptor().get(), textAdaptor.get());
+    EXPECT_FALSE(widget.getDataAdaptor());
+    EXPECT_FALSE(widget.requestDataChange(1.0, ChangeKind::Single));
+    textAdaptor->forceWidgetUpdate(eRedrawFlag::Yes);
+    EXPECT_TRUE(journal.empty());
+    EXPECT_EQ(textAdaptor->getNumWidgets(), 0u);
+}
+
+TEST_F(Adaptors, AWidgetMayGoOrComeWhileTheValueIsOnItsWay)
+{
+    auto first = std::make_unique<Listener>("1", journal);
+    auto second = std::make_unique<Listener>("2", journal);
+    auto third = std::make_unique<Listener>("3", journal);
+    Listener late("late", journal);
+    for (Listener* widget : {first.get(), second.get(), third.get()})
+        widget->setDataAdaptor(adaptor);
+    journal.clear();
+    second->onValue = [&] {
+        first.reset();
+        third.reset();
+        late.setAdaptor(adaptor);
+        second.reset();
+    };
+    adaptor->forceWidgetUpdate(eRedrawFlag::Yes);
+    EXPECT_THAT(journal, ElementsAre("1=1", "2=1"));
+    EXPECT_EQ(adaptor->getNumWidgets(), 1u);
+    adaptor->forceWidgetUpdate(eRedrawFlag::Yes);
+    EXPECT_EQ(journal.back(), "late=1");
+}
+
+TEST_F(Adaptors, TheLastWidgetMayGoDuringAPushAndTakeTheAdaptorWithIt)
+{
+    auto only = std::make_unique<Listener>("only", journal);
+    only->setDataAdaptor(adaptor);
+    StoreAdaptor<double>* raw = adaptor.get();
+    adaptor = nullptr;
+    only->onValue = [&] { only.reset(); };
+    raw->forceWidgetUpdate(eRedrawFlag::Yes);
+    EXPECT_FALSE(only);
+}
+
+TEST_F(Adaptors, AnEditRepaintsEachWidgetThatShowsTheValueOnce)
+{
+    Desk desk;
+    auto* slider = desk.add<ValSlider>();
+    auto* other = desk.add<ValSlider>(0, 40);
+    slider->setRange(0.0, 10.0);
+    other->setRange(0.0, 10.0);
+    slider->setDataAdaptor(adaptor);
+    other->setDataAdaptor(adaptor);
+    // The adaptor tells of the edit several times over, as a parameter and its effect do.
+    adaptor->onRequest = [&] {
+        for (const double step : {3.0, 2.0, 5.0}) {
+            adaptor->value = step;
+            adaptor->forceWidgetUpdate(eRedrawFlag::Yes);
+        }
+    };
+    const unsigned before = slider->repaintCount();
+    const unsigned otherBefore = other->repaintCount();
+    slider->userSet(6.0);
+    EXPECT_EQ(other->getValue(), 6.0);
+    EXPECT_EQ(slider->repaintCount() - before, 1u);
+    EXPECT_EQ(other->repaintCount() - otherBefore, 1u);
+    EXPECT_TRUE(Drawable::redrawsEnabled());
+}
+
+class Opener : public ButtonAdaptor<String>
+{
+public:
+    void widgetLeftClicked() override
+    {
+        ++clicks;
+        if (onClick)
+            onClick();
+    }
+
+    int clicks = 0;
+    std::function<void()> onClick;
+};
+
+TEST(ButtonAdaptors, AClickReachesThemAndTheirValueIsTheButtonsText)
+{
+    Desk desk;
+    ValButton::InitArgs args;
+    args.text = L"Reset";
+    auto* button = desk.add<ValButton>(args);
+    const auto opener = Kt::makePtr<Opener>();
+    EXPECT_TRUE(opener->getDataValue().empty());
+    button->setDataAdaptor(opener);
+    EXPECT_EQ(button->getText(), L"Reset");
+    EXPECT_EQ(opener->getDataValue(), "Reset");
+    desk.click({5, 10});
+    EXPECT_EQ(opener->clicks, 1);
+}
+
+TEST(ButtonAdaptors, TheButtonMayBeDestroyedByItsClick)
+{
+    Desk desk;
+    auto* button = desk.add<ValButton>();
+    const auto opener = Kt::makePtr<Opener>();
+    opener->onClick = [&] { desk.panel->destroyWidget(*button); };
+    button->setDataAdaptor(opener);
+    desk.click({5, 10});
+    EXPECT_EQ(opener->clicks, 1);
+    EXPECT_EQ(opener->getNumWidgets(), 0u);
+    EXPECT_TRUE(Drawable::redrawsEnabled());
+}
+
+TEST(ButtonAdaptors, AValueWithALookIsShownByIt)
+{
+    Desk desk;
+    auto* button = desk.add<ValButton>();
+    const auto state = Kt::makePtr<StoreAdaptor<String>>("none");
+    button->addLook({"here", Image::icon("key-here"), Button::eOn, L"Remove the keyframe"});
+    button->addLook({"animated", Image::icon("key"), Button::eMixed, L"Add a keyframe"});
+    button->setDataAdaptor(state);
+    EXPECT_EQ(button->getText(), L"none");
+
+    state->setNewWidgetValue("here", eRedrawFlag::Yes);
+    EXPECT_EQ(button->getIcon(), Image::icon("key-here"));
+    EXPECT_EQ(button->getState(), Button::eOn);
+    EXPECT_TRUE(button->getText().empty());
+    EXPECT_EQ(button->accessibleName(), UIString(L"Remove the keyframe"));
+
+    state->setNewWidgetValue("gone", eRedrawFlag::Yes);
+    EXPECT_EQ(button->getText(), L"gone");
+    EXPECT_TRUE(button->getIcon().empty());
+    EXPECT_EQ(button->getState(), Button::eOff);
+}
+
+} // namespace
+} // namespace oribund::test

@@ -1,0 +1,290 @@
+#include "WidgetsSupport.h"
+
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/notify/MethodCallback.h"
+#include "oribund/host/toolkit/Button.h"
+#include "oribund/host/toolkit/Label.h"
+#include "oribund/host/toolkit/Menu.h"
+#include "oribund/host/toolkit/TitledMenuButtonPlain.h"
+#include "oribund/host/toolkit/ValCheckbox.h"
+#include "oribund/host/toolkit/ValMenuButton.h"
+
+#include <gmock/gmock.h>
+
+namespace oribund::test
+{
+namespace
+{
+
+using testing::ElementsAre;
+
+/** Listens to one kind of event. */
+template <class Event>
+class Hearer
+{
+public:
+    explicit Hearer(Notifier<Event>& notifier) { callback_.attach(notifier); }
+
+    std::vector<Event> heard;
+    std::function<void()> onEvent;
+
+private:
+    int hear(const Event& event)
+    {
+        heard.push_back(event);
+        if (onEvent)
+            onEvent();
+        return 0;
+    }
+
+    MethodCallback<Hearer, Event, int> callback_{this, &Hearer::hear};
+};
+
+TEST(Buttons, AClickIsAPressAndReleaseOnItOrAKey)
+{
+    Desk desk;
+    auto* button = desk.add<Button>();
+    Hearer hearer(button->clicks());
+    desk.press({5, 10});
+    EXPECT_TRUE(button->isPressed());
+    desk.drag({200, 200});
+    EXPECT_FALSE(button->isPressed());
+    desk.release({200, 200});
+    EXPECT_EQ(hearer.heard.size(), 0u) << "let go elsewhere";
+    desk.click({5, 10});
+    desk.key(Key::Space);
+    desk.key(Key::Enter);
+    EXPECT_EQ(hearer.heard.size(), 3u);
+    Event repeat = Event::keyPress(Key::Space);
+    repeat.autoRepeat = true;
+    desk.canvas.inject(repeat);
+    button->setEnabled(false);
+    desk.click({5, 10});
+    button->userClick();
+    EXPECT_EQ(hearer.heard.size(), 3u);
+}
+
+TEST(Buttons, TheMessageGoesToWhoeverTheButtonStandsIn)
+{
+    class Panel : public StandardPanel
+    {
+    public:
+        using StandardPanel::StandardPanel;
+        std::vector<String> messages;
+
+    protected:
+        bool handleMessageEvent(const String& message, Glob*) override
+        {
+            messages.push_back(message);
+            return true;
+        }
+    };
+
+    Canvas canvas({100, 100});
+    Panel panel(GlobCreationInfo(100, 100, &canvas));
+    Button::InitArgs args;
+    args.message = "reset";
+    auto* button = panel.addWidget(std::make_unique<Button>(args), Glob::UserTopLeft(0, 0));
+    button->userClick();
+    EXPECT_THAT(panel.messages, ElementsAre("reset"));
+}
+
+TEST(Buttons, StatesAreShownAndCheckableOnesSwitch)
+{
+    Desk desk;
+    Button::InitArgs args;
+    args.text = L"Loop";
+    args.checkable = true;
+    auto* button = desk.add<Button>(args);
+    const Colour accent = button->getPalette().accent();
+    EXPECT_FALSE(Desk::draws(*button, accent));
+    button->userClick();
+    EXPECT_EQ(button->getState(), Button::eOn);
+    EXPECT_TRUE(Desk::draws(*button, accent));
+    button->setState(Button::eMixed);
+    EXPECT_TRUE(Desk::draws(*button, accent));
+    button->userClick();
+    EXPECT_EQ(button->getState(), Button::eOn) << "what is half on is switched on first";
+    button->setState(17);
+    EXPECT_EQ(button->getState(), Button::eOff);
+    EXPECT_GT(Button::calcSizeFor(L"100000%").x, UifStd::measure(L"100000%"));
+}
+
+class Checkboxes : public testing::Test
+{
+protected:
+    Checkboxes() { box->setDataAdaptor(adaptor); }
+
+    Kt::Ptr<StoreAdaptor<bool>> adaptor = Kt::makePtr<StoreAdaptor<bool>>();
+    Desk desk;
+    ValCheckbox* box = desk.add<ValCheckbox>();
+};
+
+TEST_F(Checkboxes, ATogglesWritesOnceHoweverOftenItIsAskedTo)
+{
+    Hearer hearer(box->events());
+    // As a panel does that answers the event with the box's own message.
+    hearer.onEvent = [&] { box->sendMsg(box->getMessage()); };
+    desk.click({5, 12});
+    ASSERT_EQ(hearer.heard.size(), 1u);
+    EXPECT_EQ(static_cast<int>(hearer.heard[0].kind), 0);
+    EXPECT_TRUE(hearer.heard[0].checked);
+    EXPECT_TRUE(adaptor->value);
+    EXPECT_EQ(adaptor->kinds(), ".");
+
+    hearer.onEvent = nullptr;
+    desk.key(Key::Space);
+    EXPECT_FALSE(adaptor->value);
+    EXPECT_EQ(adaptor->kinds(), "..");
+    box->setChecked(true); // by the program: no edit, until the box gets its message
+    EXPECT_EQ(adaptor->kinds(), "..");
+    box->sendMsg(box->getMessage());
+    EXPECT_TRUE(adaptor->value);
+    EXPECT_FALSE(box->sendMsg("other"));
+}
+
+TEST_F(Checkboxes, RefusedOrDisabledItShowsWhatItShowedBefore)
+{
+    adaptor->refuses = true;
+    box->userToggle();
+    EXPECT_FALSE(box->isChecked());
+    adaptor->refuses = false;
+    adaptor->setWidgetEnabledState(false);
+    desk.click({5, 12});
+    box->userToggle();
+    EXPECT_FALSE(box->isChecked());
+    EXPECT_EQ(adaptor->kinds(), ".");
+}
+
+TEST_F(Checkboxes, ItMayBeDestroyedByItsOwnEvent)
+{
+    Hearer hearer(box->events());
+    hearer.onEvent = [&] { desk.panel->destroyWidget(*box); };
+    desk.click({5, 12});
+    EXPECT_EQ(adaptor->kinds(), "");
+    EXPECT_TRUE(Drawable::redrawsEnabled());
+}
+
+class MenuButtons : public testing::Test
+{
+protected:
+    MenuButtons()
+    {
+        button->setItems({L"Normal", L"Add", L"Multiply", L"Alpha"});
+        button->setDataAdaptor(adaptor);
+    }
+
+    Kt::Ptr<StoreAdaptor<unsigned>> adaptor = Kt::makePtr<StoreAdaptor<unsigned>>(1u);
+    Desk desk;
+    ValMenuButton* button = desk.add<ValMenuButton>();
+};
+
+TEST_F(MenuButtons, TheMenuListsTheItemsAndAChoiceIsAnEdit)
+{
+    EXPECT_EQ(button->getSelectedText(), L"Add");
+    desk.press({5, 10});
+    ASSERT_TRUE(button->isMenuOpen());
+    const auto& items = button->menu().items();
+    ASSERT_EQ(items.size(), 4u);
+    EXPECT_TRUE(items[1].checked);
+    EXPECT_FALSE(items[0].checked);
+    button->userChooseMenuItem(items[2]);
+    EXPECT_EQ(adaptor->value, 2u);
+    EXPECT_FALSE(button->isMenuOpen());
+    button->userSelect(2);
+    button->userSelect(9);
+    EXPECT_EQ(adaptor->kinds(), ".");
+}
+
+TEST_F(MenuButtons, ArrowsAndLettersChooseWithoutTheMenu)
+{
+    button->takeFocus();
+    desk.key(Key::Up);
+    desk.key(Key::Up); // the first is the last upwards
+    EXPECT_EQ(adaptor->value, 0u);
+    desk.type(L"a");
+    EXPECT_EQ(adaptor->value, 1u);
+    desk.type(L"A");
+    EXPECT_EQ(adaptor->value, 3u) << "the next with that letter";
+    desk.key(Key::Down);
+    desk.type(L"x");
+    EXPECT_EQ(adaptor->value, 3u);
+    EXPECT_EQ(adaptor->kinds(), "...");
+    button->setItems({});
+    for (const Key key : {Key::Up, Key::Down, Key::Home, Key::End})
+        desk.key(key);
+    desk.type(L"a");
+    EXPECT_EQ(adaptor->kinds(), "...");
+    EXPECT_TRUE(button->getSelectedText().empty());
+}
+
+TEST_F(MenuButtons, ARefusedChoiceIsTakenBackAndADisabledButtonOffersNone)
+{
+    adaptor->refuses = true;
+    button->userSelect(3);
+    EXPECT_EQ(button->getSelected(), 1u);
+    button->setEnabled(false);
+    desk.press({5, 10});
+    EXPECT_FALSE(button->isMenuOpen());
+    button->userSelect(0);
+    EXPECT_EQ(adaptor->kinds(), ".");
+}
+
+TEST_F(MenuButtons, ItMayBeDestroyedByTheChoiceMadeInItsMenu)
+{
+    adaptor->onRequest = [&] { desk.panel->destroyWidget(*button); };
+    desk.press({5, 10});
+    const MenuItem chosen = button->menu().items()[0];
+    button->userChooseMenuItem(chosen);
+    EXPECT_EQ(adaptor->getNumWidgets(), 0u);
+    chosen.action(); // too late, and harmless
+    EXPECT_EQ(adaptor->kinds(), ".");
+}
+
+TEST(TitledMenu, TheMenuFillsTheRowUnlessItIsSizedToItsItems)
+{
+    Desk desk;
+    TitledMenuButtonPlain::InitArgs args;
+    args.title = L"Blend";
+    args.titleWidth = 80;
+    args.width = 300;
+    args.items = {L"Normal", L"Multiply"};
+    args.selected = 1;
+    auto* row = desk.add<TitledMenuButtonPlain>(args);
+    ValMenuButton& menu = row->menuButton();
+    EXPECT_EQ(row->getHeight(), UifStd::getRowHeight());
+    EXPECT_EQ(menu.getSelectedText(), L"Multiply");
+    EXPECT_EQ(menu.accessibleName(), UIString(L"Blend"));
+    EXPECT_EQ(row->title().box(), (Kt::Box<int>{0, 0, 80, row->getHeight()}));
+    EXPECT_EQ(menu.box(), (Kt::Box<int>{80 + UifStd::getWidgetGap(), 0, 300, row->getHeight()}));
+
+    row->autoSize();
+    EXPECT_EQ(menu.getWidth(), menu.calcNaturalSize().x);
+    row->setTitleWidth(100);
+    EXPECT_EQ(menu.getPosition().x, 100 + UifStd::getWidgetGap());
+
+    const int narrow = menu.calcNaturalSize().x + 40;
+    row->resize({narrow, row->getHeight()});
+    EXPECT_LT(menu.getWidth(), menu.calcNaturalSize().x) << "a fixed title leaves it what remains";
+    row->setTitleResize(TitledMenuButtonPlain::TitleResize::Shrinks);
+    EXPECT_EQ(menu.getWidth(), menu.calcNaturalSize().x);
+    row->resize({10, row->getHeight()});
+    EXPECT_EQ(menu.box(), (Kt::Box<int>{0, 0, 10, row->getHeight()}));
+}
+
+TEST(Labels, ATextThatIsCutShortIsItsTooltip)
+{
+    Desk desk;
+    Label::InitArgs args;
+    args.text = L"Saturation";
+    auto* label = desk.add<Label>(args);
+    EXPECT_TRUE(label->tooltip().empty());
+    label->resize({20, 20});
+    EXPECT_EQ(label->tooltip(), UIString(L"Saturation"));
+    label->setTooltip(L"Strength of colour");
+    EXPECT_EQ(label->tooltip(), UIString(L"Strength of colour"));
+    EXPECT_EQ(label->accessibleName(), UIString(L"Saturation"));
+}
+
+} // namespace
+} // namespace oribund::test
