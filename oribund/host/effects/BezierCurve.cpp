@@ -44,12 +44,6 @@ Keyframe normalised(Keyframe keyframe) noexcept
     return keyframe;
 }
 
-TangentHandle held(TangentHandle handle) noexcept
-{
-    handle.automatic = false;
-    return handle;
-}
-
 // Rounding may put a handle a hair on the wrong side of its keyframe.
 TangentHandle outgoing(const CubicSegment& segment) noexcept
 {
@@ -325,10 +319,10 @@ void BezierCurve::subdivideRaw(double time, ChangeKind kind)
 
     // A new neighbour would turn automatic tangents: those that shape anything are held where they are.
     Keyframe after = keyframe(right);
-    if (left > 0 && typeAt(left - 1) == KeyframeType::Smooth)
-        before.in = held(inHandle(left));
-    if (right + 1 < size() && after.type == KeyframeType::Smooth)
-        after.out = held(outHandle(right));
+    if (before.in.automatic && left > 0 && typeAt(left - 1) == KeyframeType::Smooth)
+        before.in = automaticHandle(left, left - 1);
+    if (after.out.automatic && right + 1 < size() && after.type == KeyframeType::Smooth)
+        after.out = automaticHandle(right, right + 1);
     if (before.type == KeyframeType::Smooth) {
         const auto [first, second] = segment(left).split(time);
         before.out = outgoing(first);
@@ -340,6 +334,13 @@ void BezierCurve::subdivideRaw(double time, ChangeKind kind)
     replaceRaw(left, before, kind);
     replaceRaw(right, after, kind);
     insertRaw(added, kind);
+}
+
+TangentHandle BezierCurve::automaticHandle(int index, int towards) const noexcept
+{
+    const Shape& shape = keys_.shape(keys_.position(index));
+    const double dt = (timeAt(towards) - timeAt(index)) / 3.0;
+    return {dt, dt * (towards < index ? shape.inDv : shape.outDv), false};
 }
 
 KeyframeType BezierCurve::typeForNew(double time) const noexcept

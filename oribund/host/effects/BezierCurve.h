@@ -59,6 +59,8 @@ private:
     void assignRaw(std::span<const Keyframe> keyframes, ChangeKind kind);
     void subdivideRaw(double time, ChangeKind kind);
     KeyframeType typeForNew(double time) const noexcept;
+    /** The automatic handle of a keyframe towards a neighbour as an explicit one that runs the same way. */
+    TangentHandle automaticHandle(int index, int towards) const noexcept;
 
     Keyframe keyframeAt(const Position& position) const noexcept;
     CubicSegment segmentBetween(const Position& left, const Position& right) const noexcept;

@@ -97,11 +97,18 @@ bool EffectInstance::canEditParam(const EffectValParamBase& param) const
 
 bool EffectInstance::addEmbeddedChild(const EffectPtr& child)
 {
-    if (!child || child.get() == this)
+    if (!child || child->holds(*this))
         return false;
     child->setJournal(journal_);
     children_.push_back(child);
     return true;
+}
+
+bool EffectInstance::holds(const EffectInstance& effect) const noexcept
+{
+    return &effect == this || (mask_ && mask_->holds(effect)) ||
+           std::any_of(children_.begin(), children_.end(),
+                       [&](const EffectPtr& child) { return child->holds(effect); });
 }
 
 EffectInstance::ChildPath EffectInstance::findEmbeddedChild(const IdStamp& id) const
@@ -137,7 +144,7 @@ EffectInstance::EffectPtr EffectInstance::getEmbeddedChild(const ChildPath& path
 
 bool EffectInstance::setMask(const EffectPtr& mask)
 {
-    if (mask.get() == this)
+    if (mask && mask->holds(*this))
         return false;
     if (mask_)
         mask_->setJournal(nullptr);

@@ -77,7 +77,7 @@ public:
 
     const std::vector<EffectPtr>& embeddedChildren() const noexcept { return children_; }
 
-    /** Refuses nothing, and this effect itself. */
+    /** Refuses an empty pointer, and what this effect is embedded in. */
     bool addEmbeddedChild(const EffectPtr& child);
     /** The first child of that id at any depth; empty for the mask, and for an id that is not embedded here. */
     ChildPath findEmbeddedChild(const IdStamp& id) const;
@@ -87,6 +87,7 @@ public:
     /** The effect that limits where this one works; may be empty. */
     const EffectPtr& getMask() const noexcept { return mask_; }
 
+    /** Empty for none. Refuses what this effect is embedded in. */
     bool setMask(const EffectPtr& mask);
 
     virtual bool isEnabled() const { return enabled_; }
@@ -100,6 +101,8 @@ public:
 
 private:
     bool search(const IdStamp& id, ChildPath& path) const;
+    /** Whether that effect is this one, or embedded in it at any depth, masks included. */
+    bool holds(const EffectInstance& effect) const noexcept;
 
     IdStamp id_;
     String tagTypeId_;

@@ -1,0 +1,230 @@
+#include "oribund/host/effects/MultiGraph.h"
+#include "tests/effects/CurveSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+using namespace oribund;
+using namespace oribund::test;
+
+namespace
+{
+
+/** Two keyframes, 0 to 1, with these handles. */
+void ease(BezierCurve& curve, const TangentHandle& out, const TangentHandle& in)
+{
+    Keyframe first = smooth(0.0, 0.0);
+    first.out = out;
+    Keyframe last = smooth(1.0, 1.0);
+    last.in = in;
+    ASSERT_TRUE(fill(curve, {first, last}));
+}
+
+template <class Curve>
+std::vector<double> sampled(const Curve& curve)
+{
+    std::vector<double> values;
+    for (int i = -50; i <= 1050; ++i)
+        values.push_back(curve.evaluate(i / 1000.0));
+    return values;
+}
+
+double largestDifference(const std::vector<double>& a, const std::vector<double>& b)
+{
+    double largest = 0.0;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        largest = std::max(largest, std::abs(a[i] - b[i]));
+    return largest;
+}
+
+} // namespace
+
+TEST(CurveShape, PassesThroughEveryKeyframeWithoutAJump)
+{
+    Random random(1);
+    for (int round = 0; round < 20; ++round) {
+        BezierCurve curve;
+        ASSERT_TRUE(fill(curve, random.keyframes(30)));
+        for (const Keyframe& keyframe : curve.keyframes()) {
+            EXPECT_EQ(curve.evaluate(keyframe.time), keyframe.value);
+            // A handle straight up makes the curve leave like a root: steep, yet without a jump.
+            EXPECT_NEAR(curve.evaluate(keyframe.time - 1e-12), keyframe.value, 1e-3);
+            EXPECT_NEAR(curve.evaluate(keyframe.time + 1e-12), keyframe.value, 1e-3);
+        }
+    }
+}
+
+TEST(CurveShape, AutomaticTangentsNeverOvershootAndMeetSmoothly)
+{
+    Random random(2);
+    BezierCurve curve;
+    std::vector<Keyframe> keys = random.keyframes(300);
+    for (Keyframe& keyframe : keys)
+        keyframe = smooth(keyframe.time, std::round(keyframe.value * 3.0));
+    ASSERT_TRUE(fill(curve, keys));
+    for (int i = 0; i + 1 < curve.size(); ++i) {
+        const double from = keys[i].value;
+        const double to = keys[i + 1].value;
+        double before = from;
+        for (int step = 1; step <= 40; ++step) {
+            const double time = keys[i].time + (keys[i + 1].time - keys[i].time) * step / 40.0;
+            const double value = curve.evaluate(time);
+            ASSERT_GE((value - before) * (to >= from ? 1.0 : -1.0), -1e-13) << "segment " << i << " turns back";
+            before = value;
+        }
+        if (i > 0) {
+            const double in = curve.segment(i - 1).slope(keys[i].time);
+            ASSERT_NEAR(curve.segment(i).slope(keys[i].time), in, 1e-9 * (1.0 + std::abs(in))) << "kink at " << i;
+        }
+    }
+}
+
+TEST(CurveShape, TwoSmoothKeyframesEaseInAndOut)
+{
+    BezierCurve curve;
+    ASSERT_TRUE(fill(curve, {smooth(0.0, 0.0), smooth(1.0, 1.0)}));
+    EXPECT_NEAR(curve.evaluate(0.5), 0.5, 1e-15);
+    EXPECT_NEAR(curve.evaluate(0.25), 0.15625, 1e-15);
+    EXPECT_LT(curve.evaluate(0.01), 0.001) << "starts from rest";
+    EXPECT_GT(curve.evaluate(0.99), 0.999) << "comes to rest";
+}
+
+TEST(CurveShape, HandlesShapeTheCurveTheyAreDrawnAt)
+{
+    BezierCurve curve;
+    // Handles on the straight line, however long, leave it straight.
+    ease(curve, {0.05, 0.05, false}, {-0.6, -0.6, false});
+    for (const double time : {0.01, 0.3, 0.5, 0.77, 0.999})
+        EXPECT_NEAR(curve.evaluate(time), time, 1e-13);
+
+    // Control points (0,0) (0.5,1) (0.5,0) (1,1): at parameter 1/4 time 0.296875, value 0.4375.
+    ease(curve, {0.5, 1.0, false}, {-0.5, -1.0, false});
+    EXPECT_NEAR(curve.evaluate(0.296875), 0.4375, 1e-14);
+    EXPECT_EQ(curve.outHandle(0), (TangentHandle{0.5, 1.0, false}));
+
+    // Handles past each other are shortened alike, and come back when there is room again.
+    ease(curve, {1.5, 3.0, false}, {-1.5, 0.0, false});
+    EXPECT_EQ(curve.outHandle(0), (TangentHandle{0.5, 1.0, false}));
+    EXPECT_EQ(curve.inHandle(1), (TangentHandle{-0.5, 0.0, false}));
+    ASSERT_EQ(curve.moveKeyframe(1, 4.0), 1);
+    EXPECT_EQ(curve.outHandle(0), (TangentHandle{1.5, 3.0, false}));
+}
+
+TEST(CubicSegment, FindsTheOneParameterOfEachTime)
+{
+    Random random(3);
+    for (int round = 0; round < 2000; ++round) {
+        double a = random.real(0.0, 1.0);
+        double b = random.real(0.0, 1.0);
+        if (round % 10 == 0)
+            a = round % 20 == 0 ? 0.0 : 1.0;
+        if (round % 15 == 0)
+            b = round % 30 == 0 ? 0.0 : 1.0;
+        if (a > b)
+            std::swap(a, b);
+        double before = 0.0;
+        for (int i = 0; i <= 100; ++i) {
+            const double s = i / 100.0;
+            const double u = solveUnitCubic(a, b, s);
+            const double x = 3.0 * u * (1.0 - u) * ((1.0 - u) * a + u * b) + u * u * u;
+            ASSERT_NEAR(x, s, 1e-14) << a << ' ' << b;
+            ASSERT_GE(u, before);
+            before = u;
+        }
+    }
+}
+
+TEST(CubicSegment, PartsRunWhereTheWholeRan)
+{
+    Random random(4);
+    for (int round = 0; round < 500; ++round) {
+        double a = random.real(2.0, 5.0);
+        double b = random.real(2.0, 5.0);
+        if (a > b)
+            std::swap(a, b);
+        const CubicSegment whole{{{{2.0, 1.0}, {a, random.real(-9.0, 9.0)}, {b, random.real(-9.0, 9.0)}, {5.0, 0.0}}}};
+        const double cut = random.real(2.0, 5.0);
+        const auto [left, right] = whole.split(cut);
+        const auto [inner, rest] = right.split(random.real(cut, 5.0));
+        EXPECT_EQ(left.points[0], whole.points[0]);
+        EXPECT_EQ(left.points[3], right.points[0]);
+        EXPECT_EQ(right.points[3], whole.points[3]);
+        for (const CubicSegment& part : {left, right, inner, rest}) {
+            const double start = part.points[0].time;
+            const double end = part.points[3].time;
+            for (int i = 1; i < 3; ++i)
+                EXPECT_GE(part.points[i + 1].time, part.points[i].time - 1e-14) << "control points ascend";
+            for (const double s : {0.1, 0.5, 0.9}) {
+                const double time = start + (end - start) * s;
+                EXPECT_NEAR(part.evaluate(time), whole.evaluate(time), 1e-8);
+            }
+        }
+    }
+}
+
+TEST(CurveShape, SubdividingChangesNothingThatIsSeen)
+{
+    Random random(5);
+    for (int round = 0; round < 100; ++round) {
+        BezierCurve curve;
+        const int count = 1 + random.index(6);
+        ASSERT_TRUE(fill(curve, random.keyframes(count)));
+        const auto before = sampled(curve);
+        for (int cut = 0; cut < 4; ++cut) {
+            const double time = random.real(-0.05, 1.05);
+            const double value = curve.evaluate(time);
+            const int index = curve.subdivide(time);
+            ASSERT_GE(index, 0);
+            EXPECT_EQ(curve.keyframe(index).time, time);
+            EXPECT_EQ(curve.keyframe(index).value, value);
+        }
+        EXPECT_EQ(curve.size(), count + 4);
+        ASSERT_LT(largestDifference(before, sampled(curve)), 1e-9) << "round " << round;
+    }
+}
+
+TEST(CurveShape, AnAddedKeyframeIsPlainAndOnTheCurve)
+{
+    BezierCurve curve;
+    EXPECT_EQ(curve.addKeyframe(0.3), 0);
+    EXPECT_EQ(curve.keyframe(0), key(0.3, 0.0));
+    ASSERT_TRUE(fill(curve, {smooth(0.2, 1.0), key(0.6, 3.0), key(0.8, -1.0)}));
+    const double value = curve.evaluate(0.3);
+    EXPECT_EQ(curve.addKeyframe(0.3), 1);
+    EXPECT_EQ(curve.keyframe(1), smooth(0.3, value)) << "in a smooth stretch it is smooth";
+    EXPECT_EQ(curve.addKeyframe(0.7), 3);
+    EXPECT_EQ(curve.keyframe(3).type, KeyframeType::Linear);
+    EXPECT_NEAR(curve.keyframe(3).value, 1.0, 1e-12);
+    EXPECT_EQ(curve.addKeyframe(0.1), 0);
+    EXPECT_EQ(curve.keyframe(0), smooth(0.1, 1.0));
+    EXPECT_EQ(curve.addKeyframe(0.9), 6);
+    EXPECT_EQ(curve.keyframe(6), key(0.9, -1.0));
+}
+
+TEST(MultiGraph, SubdividesAllChannelsAndKeepsThemInStep)
+{
+    Random random(6);
+    MultiGraph<4> graph;
+    std::vector<std::vector<Keyframe>> channels;
+    for (int i = 0; i < 4; ++i) {
+        Random times(60);
+        channels.push_back(times.keyframes(5));
+        for (Keyframe& keyframe : channels.back())
+            keyframe = random.keyframe(keyframe.time);
+    }
+    ASSERT_TRUE(graph.setKeyframes(channels));
+    std::vector<std::vector<double>> before;
+    for (int i = 0; i < 4; ++i)
+        before.push_back(sampled(graph.curve(i)));
+    ASSERT_EQ(graph.channel(2).subdivide(channels[0][2].time + 0.01), 3) << "asked of one channel, done in all";
+    for (int i = 0; i < 4; ++i) {
+        EXPECT_EQ(graph.curve(i).timeAt(3), channels[0][2].time + 0.01);
+        EXPECT_LT(largestDifference(before[i], sampled(graph.curve(i))), 1e-9);
+    }
+    channels[1][1].time += 0.001;
+    EXPECT_FALSE(graph.setKeyframes(channels)) << "out of step";
+    channels.pop_back();
+    EXPECT_FALSE(graph.setKeyframes(channels));
+}

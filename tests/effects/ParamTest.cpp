@@ -1,0 +1,192 @@
+#include "oribund/host/effects/EffectValParam.h"
+#include "oribund/host/effects/ParamVisitor.h"
+#include "oribund/host/notify/MethodCallback.h"
+#include "tests/effects/CurveSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <string>
+
+using namespace oribund;
+using namespace oribund::test;
+
+namespace
+{
+
+constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr auto kConstant = EffectValParamFnType::Constant;
+constexpr auto kKeyframed = EffectValParamFnType::Keyframed;
+
+/** Writes down, in order, what the three servers of a parameter tell. */
+class Log
+{
+public:
+    explicit Log(EffectValParam<double>& param)
+        : param_(param)
+    {
+        value_.attach(param.constantServer().notifier());
+        type_.attach(param.fnTypeServer().notifier());
+        graph_.attach(param.graph()->changes());
+    }
+
+    std::string take() { return std::exchange(text_, {}); }
+
+private:
+    int onValue(const ValServerEvent<double>& event)
+    {
+        text_ += event.kind == ValEventKind::AboutToChange ? 'a' : 'c';
+        text_ += std::to_string(static_cast<int>(event.change)) + ' ';
+        return 0;
+    }
+
+    int onType(const ValServerEvent<EffectValParamFnType>&)
+    {
+        text_ += "type ";
+        EXPECT_EQ(param_.graph()->empty(), param_.functionType() == kConstant) << "type and graph agree";
+        return 0;
+    }
+
+    int onGraph(const Graph1dBase::Event&)
+    {
+        text_ += "graph ";
+        return 0;
+    }
+
+    EffectValParam<double>& param_;
+    std::string text_;
+    MethodCallback<Log, ValServerEvent<double>, int> value_{this, &Log::onValue};
+    MethodCallback<Log, ValServerEvent<EffectValParamFnType>, int> type_{this, &Log::onType};
+    MethodCallback<Log, Graph1dBase::Event, int> graph_{this, &Log::onGraph};
+};
+
+ListParam<int> threeItems(int selected)
+{
+    return ListParam<int>({{10, L"ten"}, {20, L"twenty"}, {30, L"thirty"}}, selected);
+}
+
+} // namespace
+
+TEST(Param, ConstantIsClampedComparedAnnouncedStoredAndTold)
+{
+    EffectValParam<double> param(ParamInfo{}, 7.0, 1.0, 0.0);
+    EXPECT_EQ(param.getMin(), 0.0) << "swapped ends of a range are put right";
+    EXPECT_EQ(param.constant(), 1.0) << "the default is brought into the range";
+    Log log(param);
+    EXPECT_TRUE(param.setConstant(0.5, ChangeKind::Start));
+    EXPECT_EQ(log.take(), "a0 c0 ");
+    EXPECT_TRUE(param.setConstant(-3.0, ChangeKind::Continuation));
+    EXPECT_EQ(log.take(), "c4 ") << "the continuation of a change is not announced";
+    EXPECT_EQ(param.constant(), 0.0);
+    EXPECT_TRUE(param.setConstant(-8.0));
+    EXPECT_FALSE(param.setConstant(kNaN));
+    EXPECT_FALSE(param.setConstantValue(ParamValue(true)));
+    EXPECT_EQ(log.take(), "");
+    EXPECT_TRUE(param.constantServer().set(2.0)) << "the server is no way round the range";
+    EXPECT_EQ(param.constant(), 1.0);
+    EXPECT_EQ(log.take(), "a3 c3 ");
+}
+
+TEST(Param, BecomesAnimatedAndConstantAgainWithoutAJump)
+{
+    EffectValParam<double> param(ParamInfo{}, 0.25, 0.0, 1.0);
+    Log log(param);
+    EXPECT_EQ(param.addKeyframeAt(0.5, 0.5), -1) << "an edit never makes a constant animated";
+    ASSERT_TRUE(param.setFunctionType(kKeyframed, 0.3));
+    EXPECT_EQ(log.take(), "type graph ");
+    EXPECT_EQ(param.graph()->keyframes(), (std::vector<Keyframe>{key(0.3, 0.25)}));
+    EXPECT_EQ(param.addKeyframeAt(0.8, 7.0), 1);
+    EXPECT_EQ(param.addKeyframeAt(0.8, 0.5), -1);
+    EXPECT_EQ(param.addKeyframeAt(0.9, kNaN), -1);
+    EXPECT_EQ(param.getValue(0.8), 1.0) << "clamped";
+    EXPECT_TRUE(param.setKeyframeValueAt(1, 0.75));
+    EXPECT_FALSE(param.setKeyframeValueAt(2, 0.75));
+    EXPECT_EQ(log.take(), "graph graph ");
+    EXPECT_TRUE(param.setFunctionType(kKeyframed, 0.9));
+    EXPECT_FALSE(param.setFunctionType(kConstant, kNaN));
+    EXPECT_FALSE(param.setFunctionType(static_cast<EffectValParamFnType>(2), 0.5));
+    EXPECT_EQ(log.take(), "");
+    ASSERT_TRUE(param.setFunctionType(kConstant, 0.55));
+    EXPECT_NEAR(param.constant(), 0.5, 1e-12);
+    EXPECT_EQ(param.getValue(0.0), param.constant());
+    EXPECT_EQ(log.take(), "c3 type graph ");
+
+    EXPECT_TRUE(param.fnTypeServer().set(kKeyframed));
+    EXPECT_EQ(param.graph()->timeAt(0), 0.0) << "asked of the server: at the start";
+    EXPECT_TRUE(param.graph()->removeKeyframe(0));
+    EXPECT_NEAR(param.getValue(0.5), 0.5, 1e-12) << "animated without keyframes: the constant";
+}
+
+TEST(Param, ALongHandleDoesNotLeadOutOfTheRange)
+{
+    EffectValParam<double> param(ParamInfo{}, 1.0, 0.0, 1.0);
+    param.setFunctionType(kKeyframed, 0.0);
+    param.addKeyframeAt(1.0, 1.0);
+    Keyframe up = smooth(0.0, 1.0);
+    up.out = {0.3, 5.0, false};
+    ASSERT_TRUE(param.graph()->channel(0).setKeyframe(0, up));
+    EXPECT_GT(param.graph()->curve(0).evaluate(0.3), 1.0);
+    EXPECT_EQ(param.getValue(0.3), 1.0);
+}
+
+TEST(Param, ComponentsAreClampedAndAnimatedEachInItsRange)
+{
+    EffectValParam<Vector2d> point(ParamInfo{}, {0.5, 0.5}, {0.0, -1.0}, {1.0, 2.0});
+    EXPECT_TRUE(point.setConstant({3.0, -3.0}));
+    EXPECT_EQ(point.constant(), (Vector2d{1.0, -1.0}));
+    EXPECT_FALSE(point.setConstant({0.5, kNaN}));
+    point.setFunctionType(kKeyframed, 0.0);
+    EXPECT_EQ(point.addKeyframeAt(1.0, {0.0, 5.0}), 1);
+    EXPECT_EQ(point.getValue(0.5), (Vector2d{0.5, 0.5}));
+
+    EffectValParam<ColourData> colour(ParamInfo{}, ColourData{{0.1, 0.2, 0.3, 1.0}});
+    colour.setFunctionType(kKeyframed, 0.5);
+    EXPECT_EQ(colour.getValue(0.9), (ColourData{{0.1, 0.2, 0.3, 1.0}}));
+    EffectValParam<Angle> angle(ParamInfo{}, Angle{725.0});
+    EXPECT_EQ(angle.getValue(0.0), Angle{725.0}) << "whole turns are kept";
+}
+
+TEST(Param, ValuesWithoutNumbersAreConstant)
+{
+    EffectValParam<bool> toggle(ParamInfo{}, true);
+    EXPECT_FALSE(toggle.isKeyframable());
+    EXPECT_FALSE(toggle.setFunctionType(kKeyframed, 0.0));
+    EXPECT_FALSE(toggle.fnTypeServer().set(kKeyframed));
+    EXPECT_EQ(toggle.functionType(), kConstant);
+
+    EffectValParam<ListParam<int>> list(ParamInfo{}, threeItems(1));
+    EXPECT_TRUE(list.setConstant(threeItems(2)));
+    EXPECT_EQ(list.getValue(0.3).selectedItem()->value, 30);
+    EXPECT_EQ(std::get<ListParam<int>>(list.defaultValue()).selectedIndex(), 1);
+
+    ParamInfo info;
+    info.keyframable = false;
+    EffectValParam<double> fixed(info, 0.5);
+    EXPECT_EQ(fixed.graph(), nullptr);
+    EXPECT_FALSE(fixed.setFunctionType(kKeyframed, 0.0));
+    EXPECT_EQ(fixed.addKeyframeAt(0.1, 0.2), -1);
+}
+
+TEST(Param, AVisitorGetsEachTypeAsWhatItIs)
+{
+    const auto visited = [](EffectValParamBase& param) {
+        ParamValue seen;
+        visitParam(param, [&](auto& typed) { seen = typed.constant(); });
+        return seen == param.constantValue() ? static_cast<int>(seen.index()) : -1;
+    };
+    EffectValParam<double> number(ParamInfo{}, 0.5);
+    EffectValParam<bool> toggle(ParamInfo{}, true);
+    EffectValParam<Angle> angle(ParamInfo{}, Angle{90.0});
+    EffectValParam<ColourData> colour(ParamInfo{}, ColourData{{1.0, 0.0, 0.0, 1.0}});
+    EffectValParam<Vector2d> point(ParamInfo{}, Vector2d{1.0, 2.0});
+    EffectValParam<ListParam<int>> list(ParamInfo{}, threeItems(0));
+    EffectValParam<ListParam<String>> texts(ParamInfo{}, ListParam<String>({{String("a"), L"A"}}));
+    EffectValParam<VideoInputParam> input(ParamInfo{}, VideoInputParam({L"Main"}));
+    EffectValParamBase* const all[] = {&number, &toggle, &angle, &colour, &point, &list, &texts, &input};
+    for (int i = 0; i < 8; ++i) {
+        EXPECT_EQ(visited(*all[i]), i);
+        EXPECT_TRUE(all[i]->setConstantValue(all[i]->defaultValue()));
+        EXPECT_FALSE(all[i]->setConstantValue(all[(i + 1) % 8]->defaultValue())) << "another type's value";
+    }
+}
