@@ -294,8 +294,7 @@ TEST(Groups, ShowTheirTitle)
     EXPECT_EQ(group.getSizeState(), Glob::eSizeNormal) << "not minimisable";
 
     group.setTitle(L"Light");
-    group.setTitle(L"Light");
-    EXPECT_EQ(group.titleChanges, 1);
+    EXPECT_EQ(group.titleChanges, 0) << "it was not the user";
     EXPECT_EQ(titleColour(), Colour::fromRGB(0x123456));
     EXPECT_EQ(group.accessibleName(), UIString(L"Light"));
 
@@ -307,6 +306,90 @@ TEST(Groups, ShowTheirTitle)
     group.setTitleRowShown(false);
     EXPECT_TRUE(group.getTitleArea().empty());
     EXPECT_EQ(titleColour(), CanvasRenderer::kNone);
+}
+
+class TitleEdit : public testing::Test
+{
+protected:
+    TitleEdit()
+    {
+        MinimizableGroup::InitArgs args(200, 0, &canvas);
+        args.title = L"Blur";
+        group = std::make_unique<NamedGroup>(args);
+        group->open();
+        group->setTitleEditable(true);
+    }
+
+    void type(const wchar_t* text)
+    {
+        for (; *text; ++text)
+            canvas.inject(Event::character(*text));
+    }
+
+    bool isEditing() const { return canvas.focusOwner() && canvas.focusOwner() != group.get(); }
+
+    Canvas canvas{{300, 300}};
+    std::unique_ptr<NamedGroup> group;
+};
+
+TEST_F(TitleEdit, EnterTakesTheNewTitleAndEscapeDoesNot)
+{
+    ASSERT_TRUE(group->takeFocus());
+    canvas.inject(Event::keyPress(Key::F2));
+    ASSERT_TRUE(isEditing());
+    type(L"Soft");
+    EXPECT_EQ(group->getTitle(), UIString(L"Blur"));
+    canvas.inject(Event::keyPress(Key::Enter));
+    EXPECT_EQ(group->getTitle(), UIString(L"Soft"));
+    EXPECT_EQ(group->titleChanges, 1);
+    EXPECT_TRUE(group->hasFocus()) << "back where it came from";
+    EXPECT_EQ(group->getSizeState(), Glob::eSizeNormal) << "the key must not fold the group";
+
+    canvas.inject(Event::keyPress(Key::F2));
+    type(L"Hard");
+    canvas.inject(Event::keyPress(Key::Escape));
+    EXPECT_FALSE(isEditing());
+    EXPECT_EQ(group->getTitle(), UIString(L"Soft"));
+    EXPECT_EQ(group->titleChanges, 1);
+}
+
+TEST_F(TitleEdit, EndsWithTheFocusOrWithThePermission)
+{
+    ASSERT_TRUE(group->beginTitleEdit());
+    type(L"Soft");
+    group->setSizeState(Glob::eSizeMinimised);
+    EXPECT_TRUE(isEditing()) << "the title row stays";
+    canvas.inject(Event::mousePress({290, 290}));
+    EXPECT_TRUE(isEditing()) << "a press beside the panel is for others";
+    canvas.inject(Event::keyPress(Key::Tab));
+    EXPECT_EQ(group->getTitle(), UIString(L"Soft")) << "what was typed counts";
+    EXPECT_FALSE(isEditing());
+
+    ASSERT_TRUE(group->beginTitleEdit());
+    type(L"Hard");
+    group->setTitleEditable(false);
+    EXPECT_FALSE(isEditing());
+    EXPECT_EQ(group->getTitle(), UIString(L"Soft"));
+    EXPECT_FALSE(group->beginTitleEdit());
+    EXPECT_FALSE(group->userSetTitle(L"Other"));
+    group->setTitleEditable(true);
+    EXPECT_FALSE(group->userSetTitle(L"")) << "a group without a name could not be found again";
+}
+
+TEST_F(TitleEdit, AClickStartsItWhereItDoesNotFold)
+{
+    const XY<int> title = group->getTitleArea().centre();
+    canvas.inject(Event::mousePress(title));
+    EXPECT_FALSE(isEditing());
+    canvas.inject(Event::mouseRelease(title));
+    group->setSizeState(Glob::eSizeNormal);
+    group->setSizeChangeEnabled(false);
+    canvas.inject(Event::mousePress(title));
+    EXPECT_TRUE(isEditing());
+    canvas.inject(Event::mouseRelease(title));
+    EXPECT_TRUE(isEditing());
+    group.reset();
+    EXPECT_EQ(canvas.focusOwner(), nullptr);
 }
 
 } // namespace

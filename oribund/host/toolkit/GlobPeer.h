@@ -27,6 +27,9 @@ inline constexpr unsigned kAll = 1023;
  * Owned by its glob, made after the peer of the glob's parent and destroyed before it. It reads the glob when it is
  * refreshed, and answers the user by calling the glob's user...() methods; a refresh that follows from such a call, or
  * that tells it nothing new, must not come back as user input.
+ *
+ * Any of those calls may destroy the glob and with it the peer, which therefore touches nothing of its own after one
+ * and leaves the end of its native widget to the native event loop.
  */
 class ORIBUND_API GlobPeer
 {

@@ -75,7 +75,7 @@ void MinimizableGroup::setSizeChangeEnabled(bool enabled)
     if (enabled == sizeChangeEnabled_)
         return;
     sizeChangeEnabled_ = enabled;
-    if (!enabled)
+    if (!wantsFocus())
         dropFocus();
     changed(PeerChange::kState | PeerChange::kContents);
 }
@@ -96,12 +96,7 @@ void MinimizableGroup::handleChildrenChanged(Glob* child)
 
 bool MinimizableGroup::wantsFocus() const
 {
-    return canToggle();
-}
-
-bool MinimizableGroup::focusOnPress(const XY<int>& local) const
-{
-    return getTitleArea().contains(local);
+    return canToggle() || WidgetGroupEx::wantsFocus();
 }
 
 bool MinimizableGroup::handleMouseEvent(const Event& event)
@@ -153,12 +148,8 @@ int MinimizableGroup::titleTextOffset() const
 void MinimizableGroup::draw(CanvasRenderer& renderer)
 {
     WidgetGroupEx::draw(renderer);
-    if (!isTitleRowShown())
-        return;
-    if (minimisable_)
+    if (minimisable_ && isTitleRowShown())
         drawArrow(renderer);
-    if (hasFocus())
-        renderer.frameRect(CanvasRenderer::toDouble(getTitleArea()), getPalette().focus());
 }
 
 void MinimizableGroup::drawArrow(CanvasRenderer& renderer)

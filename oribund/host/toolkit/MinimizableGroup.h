@@ -42,7 +42,6 @@ public:
 
     int calcHeight() const override;
     bool wantsFocus() const override;
-    bool focusOnPress(const XY<int>& local) const override;
     void draw(CanvasRenderer& renderer) override;
 
 protected:

@@ -3,7 +3,9 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextTable.h"
+#include "oribund/host/toolkit/Event.h"
 #include "oribund/host/toolkit/GlobPeer.h"
+#include "oribund/host/toolkit/TitleBox.h"
 
 #include <algorithm>
 
@@ -68,7 +70,44 @@ void WidgetGroupEx::setTitle(const UIString& title)
         return;
     title_ = title;
     changed(PeerChange::kState | PeerChange::kContents | PeerChange::kTooltip);
-    handleTitleChange();
+}
+
+void WidgetGroupEx::setTitleEditable(bool editable)
+{
+    if (editable == titleEditable_)
+        return;
+    titleEditable_ = editable;
+    if (Glob* box = titleBox_.get(); box && !editable)
+        delete box;
+}
+
+bool WidgetGroupEx::beginTitleEdit()
+{
+    if (!titleEditable_ || !titleRowShown_ || !isShown() || !canInteract())
+        return false;
+    if (!titleBox_) {
+        TextBox::InitArgs args;
+        args.palette = getPalette();
+        args.text = displayText(title_);
+        auto box = std::make_unique<TitleBox>(args, *this);
+        box->setAccessibleName(title_);
+        titleBox_ = GlobRef<Glob>(box.get());
+        addChild(std::move(box));
+    }
+    return titleBox_ && titleBox_->takeFocus();
+}
+
+bool WidgetGroupEx::userSetTitle(const WString& title)
+{
+    if (!titleEditable_ || title.empty() || !canInteract())
+        return false;
+    if (UIString(title) == title_)
+        return true;
+    GlobRef<WidgetGroupEx> self(this);
+    setTitle(title);
+    if (self)
+        handleTitleChange();
+    return true;
 }
 
 void WidgetGroupEx::handleTitleChange() {}
@@ -167,8 +206,8 @@ void WidgetGroupEx::handleChildRemoved(const Glob* child)
 
 bool WidgetGroupEx::widgetVisibilityCanChange(const Glob* widget) const
 {
-    return std::none_of(titleWidgets_.begin(), titleWidgets_.end(),
-                        [widget](const TitleWidget& t) { return t.widget == widget; });
+    return !(titleBox_ == widget) && std::none_of(titleWidgets_.begin(), titleWidgets_.end(),
+                                                  [widget](const TitleWidget& t) { return t.widget == widget; });
 }
 
 void WidgetGroupEx::layoutChildren()
@@ -178,17 +217,50 @@ void WidgetGroupEx::layoutChildren()
         const int y = title.top + (title.height() - t.widget->getHeight()) / 2;
         t.widget->setPosition({title.right - t.fromRight - t.widget->getWidth(), y});
     }
+    if (titleBox_) {
+        const Kt::Box<int> text = titleTextArea();
+        titleBox_->setPosition(text.topLeft());
+        titleBox_->resize(text.size());
+    }
     WidgetGroup::layoutChildren();
 }
 
-int WidgetGroupEx::titleTextRight() const
+Kt::Box<int> WidgetGroupEx::titleTextArea() const
 {
-    int right = getTitleArea().right;
+    Kt::Box<int> area = getTitleArea();
+    area.left += titleTextOffset();
     for (const TitleWidget& t : titleWidgets_) {
         if (t.widget->isVisible())
-            right = std::min(right, t.widget->box().left - UifStd::getWidgetGap());
+            area.right = std::min(area.right, t.widget->box().left - UifStd::getWidgetGap());
     }
-    return right;
+    area.right = std::max(area.left, area.right);
+    return area;
+}
+
+// Input
+
+bool WidgetGroupEx::wantsFocus() const
+{
+    return titleEditable_ && titleRowShown_;
+}
+
+bool WidgetGroupEx::focusOnPress(const XY<int>& local) const
+{
+    return getTitleArea().contains(local);
+}
+
+bool WidgetGroupEx::handleMouseEvent(const Event& event)
+{
+    if (event.isPress(MouseButton::Left) && titleTextArea().contains(event.position) && beginTitleEdit())
+        return true;
+    return WidgetGroup::handleMouseEvent(event);
+}
+
+bool WidgetGroupEx::handleKeyEvent(const Event& event)
+{
+    if (event.isKeyPress(Key::F2) && hasFocus() && beginTitleEdit())
+        return true;
+    return WidgetGroup::handleKeyEvent(event);
 }
 
 // Look
@@ -206,13 +278,12 @@ void WidgetGroupEx::draw(CanvasRenderer& renderer)
 
 void WidgetGroupEx::drawTitle(CanvasRenderer& renderer)
 {
-    Kt::Box<double> box = CanvasRenderer::toDouble(getTitleArea());
-    box.left += titleTextOffset();
-    box.right = titleTextRight();
     Glib::FontDesc titleFont = font();
     titleFont.bold = true;
     const bool lit = titleActive_ && canInteract();
-    renderer.text(box, displayText(title_), titleFont,
+    if (hasFocus())
+        renderer.frameRect(CanvasRenderer::toDouble(getTitleArea()), getPalette().focus());
+    renderer.text(CanvasRenderer::toDouble(titleTextArea()), displayText(title_), titleFont,
                   lit ? titlePalette_.headingText() : titlePalette_.disabledText());
 }
 

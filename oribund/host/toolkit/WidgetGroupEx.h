@@ -32,6 +32,17 @@ public:
 
     void setTitle(const UIString& title);
 
+    /** Whether the user may change the title: with F2, or by a click on it that is not needed for folding. */
+    void setTitleEditable(bool editable);
+
+    bool isTitleEditable() const { return titleEditable_; }
+
+    /** Shows an entry in the title row and gives it the keyboard; false when the title cannot be edited now. */
+    bool beginTitleEdit();
+
+    /** The user gives the group another title; false when that is not allowed. An empty one is not. */
+    bool userSetTitle(const WString& title);
+
     /** Whether there is a title row; at first when there is a title. */
     void setTitleRowShown(bool shown);
 
@@ -75,11 +86,13 @@ public:
     UIString accessibleName() const override;
     MouseCursor contextCursor(const XY<int>& local) const override;
     bool widgetVisibilityCanChange(const Glob* widget) const override;
+    bool wantsFocus() const override;
+    bool focusOnPress(const XY<int>& local) const override;
     void draw(CanvasRenderer& renderer) override;
     void setPalette(const Palette& palette, eRedrawFlag redrawFlag = eRedrawFlag::Yes) override;
 
 protected:
-    /** The title was given another text. */
+    /** The user has given the title another text. */
     virtual void handleTitleChange();
 
     /** Where the title's text starts, from the row's left edge. */
@@ -87,6 +100,8 @@ protected:
 
     void layoutChildren() override;
     void handleChildRemoved(const Glob* child) override;
+    bool handleMouseEvent(const Event& event) override;
+    bool handleKeyEvent(const Event& event) override;
 
     int separatorHeight() const;
 
@@ -98,16 +113,18 @@ private:
 
     void placeInTitle(std::unique_ptr<Glob> widget, int fromRight);
     void drawTitle(CanvasRenderer& renderer);
-    int titleTextRight() const;
+    Kt::Box<int> titleTextArea() const;
 
     UIString title_;
     UIString titleContext_;
     Palette titlePalette_;
     MouseCursor titleCursor_ = MouseCursor::Inherit;
     std::vector<TitleWidget> titleWidgets_;
+    GlobRef<Glob> titleBox_;
     int separatorStyle_ = eNoSeparator;
     bool titleActive_ = true;
     bool titleRowShown_ = false;
+    bool titleEditable_ = false;
 };
 
 } // namespace oribund
