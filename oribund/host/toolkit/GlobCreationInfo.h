@@ -1,5 +1,6 @@
 #pragma once
 
+#include "oribund/host/base/Export.h"
 #include "oribund/host/base/LightweightString.h"
 #include "oribund/host/base/iVirtual.h"
 #include "oribund/host/canvas/Border.h"
@@ -11,7 +12,7 @@ namespace oribund
 class Canvas;
 
 /** What every glob is made from; each widget class derives its own InitArgs from it. A plain value. */
-struct GlobCreationInfo : iVirtual {
+struct ORIBUND_API GlobCreationInfo : iVirtual {
     /** Logical pixels; 0 where the widget is to choose. */
     unsigned short width = 0;
     unsigned short height = 0;
