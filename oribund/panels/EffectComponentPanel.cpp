@@ -44,8 +44,6 @@ void EffectComponentPanel::init(const FXPanelCreationOptions& options)
         if (!(flags_ & Options::kMinimisable))
             setTitleCursor(MouseCursor::Text);
     }
-    if (options.tabOrderManager)
-        options.tabOrderManager->addTabStopsFrom(this);
     resize(options.width, options.height);
 }
 

@@ -116,7 +116,7 @@ protected:
     static inline std::unique_ptr<test::TestHost> host;
     test::FakeVob vob;
     Kt::Ptr<EffectInstance> effect = Kt::makePtr<EffectInstance>(IdStamp(0, 0, 7), String("blur"), WString(L"Blur"));
-    FXViewHandle handle = vob.add(effect);
+    FXViewHandle view = vob.add(effect);
     FXPanelFactory& factory = FXPanelFactory::instance();
 };
 
@@ -127,17 +127,17 @@ TEST_F(Factory, AsksTheBuildersInOrderOfRegistration)
     const auto second = Kt::makePtr<PanelBuilder>("blur");
     factory.add(other);
     EXPECT_FALSE(factory.canMakeComponentPanel(effect));
-    EXPECT_EQ(factory.makeComponentPanel(optionsFor(handle)), nullptr);
+    EXPECT_EQ(factory.makeComponentPanel(optionsFor(view)), nullptr);
     factory.add(first);
     factory.add(second);
 
-    std::unique_ptr<EffectComponentPanel> panel(factory.makeComponentPanel(optionsFor(handle)));
+    std::unique_ptr<EffectComponentPanel> panel(factory.makeComponentPanel(optionsFor(view)));
     ASSERT_TRUE(panel);
     EXPECT_EQ(first->built, 1);
     EXPECT_EQ(second->asked, 0);
 
     factory.removePanelBuilder("blur");
-    panel.reset(factory.makeComponentPanel(optionsFor(handle)));
+    panel.reset(factory.makeComponentPanel(optionsFor(view)));
     EXPECT_TRUE(panel);
     EXPECT_EQ(second->built, 1);
     factory.removePanelBuilder("blur");
@@ -165,7 +165,7 @@ TEST_F(Factory, AsksNobodyWithoutAnEffect)
     factory.add(builder);
     vob.monitor->effects.clear();
     vob.monitor->tell(EffectChangeCode::ParamSetChanged, effect->id());
-    EXPECT_EQ(factory.makeComponentPanel(optionsFor(handle)), nullptr);
+    EXPECT_EQ(factory.makeComponentPanel(optionsFor(view)), nullptr);
     EXPECT_FALSE(factory.createOverlayRenderer(nullptr, effect));
     EXPECT_FALSE(factory.createOverlayRenderer(&vob, {}));
     EXPECT_EQ(builder->asked, 0);
@@ -195,10 +195,10 @@ TEST_F(Factory, FindsCompoundViewsByTheirExactType)
     EXPECT_EQ(factory.getCompoundViewBuilders(), (std::vector<iCompoundEffectViewBuilder*>{&params, &later}));
 
     Glob parent(GlobCreationInfo(100, 100));
-    Glob* const view =
+    Glob* const made =
         factory.makeCompoundEffectView("params", &parent, &vob, 1, IdStamp(), {40, 30}, Glob::UserTopLeft(0, 0), {});
-    ASSERT_TRUE(view);
-    EXPECT_EQ(view->parent(), &parent);
+    ASSERT_TRUE(made);
+    EXPECT_EQ(made->parent(), &parent);
     EXPECT_EQ(
         factory.makeCompoundEffectView("keyframes", &parent, &vob, 1, IdStamp(), {40, 30}, Glob::UserTopLeft(0, 0), {}),
         nullptr);
@@ -234,7 +234,7 @@ TEST_F(Factory, OptionsCarryTheEffectItsNameAndTheStandardBorder)
     EXPECT_EQ(byEffect.height, 0);
     EXPECT_EQ(byEffect.tabOrderManager, nullptr);
 
-    const FXPanelCreationOptions byHandle(handle, 320, nullptr, 0x13A);
+    const FXPanelCreationOptions byHandle(view, 320, nullptr, 0x13A);
     EXPECT_FALSE(byHandle.minimisable);
     EXPECT_EQ(byHandle.title, UIString(L"Blur"));
     EXPECT_EQ(byHandle.GlobCreationInfo::border, FXPanelCreationOptions::border(77));
@@ -249,7 +249,7 @@ TEST_F(Factory, OptionsCarryTheEffectItsNameAndTheStandardBorder)
 TEST_F(Factory, OptionsPointAtAnotherEffectOfTheSameView)
 {
     effect->setMask(Kt::makePtr<EffectInstance>(IdStamp(0, 0, 8), String("mask"), WString(L"Mask of Blur")));
-    FXPanelCreationOptions options(handle, 320, nullptr, 0x13A);
+    FXPanelCreationOptions options(view, 320, nullptr, 0x13A);
     options.setViewEffectID(IdStamp(0, 0, 8));
     EXPECT_EQ(options.title, UIString(L"Mask of Blur"));
     EXPECT_EQ(options.viewHandle.getEffectPtr(), effect->getMask());

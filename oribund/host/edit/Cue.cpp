@@ -9,7 +9,8 @@ std::size_t CueList::add(const Cue& cue)
 {
     const auto after =
         std::upper_bound(cues_.begin(), cues_.end(), cue.time, [](double time, const Cue& c) { return time < c.time; });
-    return static_cast<std::size_t>(cues_.insert(after, cue) - cues_.begin());
+    const auto added = cues_.insert(after, cue);
+    return static_cast<std::size_t>(added - cues_.begin());
 }
 
 bool CueList::remove(const IdStamp& id)
