@@ -178,10 +178,12 @@ TEST_F(Swatches, WhatIsTriedOutInTheChooserIsOneSeries)
     swatch->userCancel(); // nothing is open any more
     EXPECT_EQ(adaptor->cancels, 0);
 
+    adaptor->setNewWidgetValue(red(0.25), eRedrawFlag::Yes);
     swatch->userClick();
     swatch->userChoose({0, 1, 0, 1});
     swatch->userAccept();
     EXPECT_EQ(adaptor->kinds(), "SCS");
+    EXPECT_EQ(adaptor->value, (ColourData{{0, 1, 0, 0.25}})) << "an opacity that is not offered stays";
 }
 
 TEST_F(Swatches, CancellingPutsTheColourBack)

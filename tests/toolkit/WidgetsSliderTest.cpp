@@ -171,12 +171,13 @@ TEST_F(Sliders, DisablingItEndsADragAndKeepsWhatWasSet)
 
 TEST_F(Sliders, ItMayBeDestroyedByItsOwnEdit)
 {
+    const XY<int> later = at(70);
     desk.press(at(50));
     adaptor->onRequest = [&] { desk.panel->destroyWidget(*slider); };
     desk.drag(at(60));
     EXPECT_EQ(adaptor->getNumWidgets(), 0u);
-    desk.drag(at(70));
-    desk.release(at(70));
+    desk.drag(later);
+    desk.release(later);
     EXPECT_EQ(adaptor->kinds(), "SC");
     EXPECT_TRUE(Drawable::redrawsEnabled());
 }

@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-#include <utility>
 
 namespace oribund
 {
@@ -46,11 +45,7 @@ void AngleIndicatorWidget::setAngle(double degrees, eRedrawFlag redrawFlag)
 {
     if (!std::isfinite(degrees))
         return;
-    if (isDragging()) {
-        angleAfterDrag_ = degrees;
-        return;
-    }
-    if (degrees == angle_)
+    if (series_.defer(degrees) || degrees == angle_)
         return;
     angle_ = degrees;
     changed(PeerChange::kState | PeerChange::kContents, redrawFlag);
@@ -127,7 +122,6 @@ void AngleIndicatorWidget::userPress(double direction)
         return;
     const double from = getIndicatorValue();
     series_.begin(from);
-    angleAfterDrag_.reset();
     turned_ = from;
     lastDirection_ = from;
     userDrag(direction);
@@ -160,18 +154,13 @@ void AngleIndicatorWidget::finish(bool cancelled)
     if (!isDragging())
         return;
     const RedrawHold hold;
-    const double original = series_.original();
-    const bool written = series_.hasWritten();
-    const std::optional<double> after = std::exchange(angleAfterDrag_, std::nullopt);
-    series_.end();
-    if (after && !(cancelled && written))
-        show(*after);
-    else if (cancelled)
-        show(original);
-    if (!written)
+    const auto outcome = series_.close(cancelled);
+    if (outcome.shown)
+        show(*outcome.shown);
+    if (!outcome.written)
         return;
     if (cancelled)
-        handleSeriesCancel(original);
+        handleSeriesCancel(outcome.original);
     else
         handleSeriesEnd();
 }

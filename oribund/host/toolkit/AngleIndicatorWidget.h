@@ -7,7 +7,6 @@
 #include "oribund/host/toolkit/StandardPanel.h"
 #include "oribund/host/toolkit/TabOrderable.h"
 
-#include <optional>
 #include <vector>
 
 namespace oribund
@@ -82,7 +81,6 @@ private:
     EditSeries<double> series_;
     double turned_ = 0.0; ///< the angle under the pointer, whole turns included
     double lastDirection_ = 0.0;
-    std::optional<double> angleAfterDrag_;
 };
 
 } // namespace oribund

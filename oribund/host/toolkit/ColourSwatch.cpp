@@ -8,7 +8,6 @@
 #include "oribund/host/toolkit/Skin.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace oribund
 {
@@ -43,11 +42,7 @@ ColourSwatch::ColourSwatch(const InitArgs& args)
 
 void ColourSwatch::setColour(const Colour& colour, eRedrawFlag redrawFlag)
 {
-    if (isChooserOpen()) {
-        colourAfterChoice_ = colour;
-        return;
-    }
-    if (colour == colour_)
+    if (series_.defer(colour) || colour == colour_)
         return;
     colour_ = colour;
     changed(PeerChange::kState | PeerChange::kContents, redrawFlag);
@@ -66,14 +61,14 @@ void ColourSwatch::userClick()
     if (!canInteract() || isChooserOpen())
         return;
     series_.begin(colour_);
-    colourAfterChoice_.reset();
     // Without a skin the chooser counts as open all the same, as a menu does.
     if (Skin* skin = canvas() ? canvas()->skin() : nullptr)
         skin->openColourChooser(*this);
 }
 
-void ColourSwatch::userChoose(const Colour& colour)
+void ColourSwatch::userChoose(const Colour& choice)
 {
+    const Colour colour = hasAlpha_ ? choice : choice.withAlpha(colour_.a);
     if (!isChooserOpen() || !canInteract() || colour == colour_)
         return;
     const GlobRef<ColourSwatch> self(this);
@@ -116,18 +111,13 @@ void ColourSwatch::finish(bool cancelled)
     if (!isChooserOpen())
         return;
     const RedrawHold hold;
-    const Colour original = series_.original();
-    const bool written = series_.hasWritten();
-    const std::optional<Colour> after = std::exchange(colourAfterChoice_, std::nullopt);
-    series_.end();
-    if (after && !(cancelled && written))
-        show(*after);
-    else if (cancelled)
-        show(original);
-    if (!written)
+    const auto outcome = series_.close(cancelled);
+    if (outcome.shown)
+        show(*outcome.shown);
+    if (!outcome.written)
         return;
     if (cancelled)
-        handleSeriesCancel(original);
+        handleSeriesCancel(outcome.original);
     else
         handleSeriesEnd();
 }

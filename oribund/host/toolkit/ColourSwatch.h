@@ -6,8 +6,6 @@
 #include "oribund/host/toolkit/Control.h"
 #include "oribund/host/toolkit/EditSeries.h"
 
-#include <optional>
-
 namespace oribund
 {
 
@@ -32,7 +30,7 @@ public:
         using GlobCreationInfo::GlobCreationInfo;
 
         Colour colour;
-        /** Whether the opacity can be chosen too. */
+        /** Whether the opacity is shown and can be chosen; if not it stays as it is. */
         bool hasAlpha = false;
     };
 
@@ -51,7 +49,7 @@ public:
     /** The user wants to choose a colour. */
     void userClick();
     /** The user tries out a colour in the open chooser. */
-    void userChoose(const Colour& colour);
+    void userChoose(const Colour& choice);
     /** The chooser is closed and its last colour stands. */
     void userAccept();
     /** The chooser is closed and nothing is to have happened. */
@@ -79,7 +77,6 @@ private:
     Colour colour_;
     bool hasAlpha_;
     EditSeries<Colour> series_;
-    std::optional<Colour> colourAfterChoice_;
     Notifier<ColourSwatchEvent> edits_;
 };
 

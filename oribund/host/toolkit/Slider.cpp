@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace oribund
 {
@@ -52,11 +51,7 @@ void Slider::setValue(double value, eRedrawFlag redrawFlag)
 {
     if (std::isnan(value))
         return;
-    if (isDragging()) {
-        valueAfterDrag_ = value;
-        return;
-    }
-    if (value == value_)
+    if (series_.defer(value) || value == value_)
         return;
     value_ = value;
     changed(kLook, redrawFlag);
@@ -155,7 +150,6 @@ void Slider::userPress(double value)
     if (!canInteract() || isDragging())
         return;
     series_.begin(value_);
-    valueAfterDrag_.reset();
     userDrag(value);
 }
 
@@ -186,18 +180,13 @@ void Slider::finish(bool cancelled)
     if (!isDragging())
         return;
     const RedrawHold hold;
-    const double original = series_.original();
-    const bool written = series_.hasWritten();
-    const std::optional<double> after = std::exchange(valueAfterDrag_, std::nullopt);
-    series_.end();
-    if (after && !(cancelled && written))
-        show(*after);
-    else if (cancelled)
-        show(original);
-    if (!written)
+    const auto outcome = series_.close(cancelled);
+    if (outcome.shown)
+        show(*outcome.shown);
+    if (!outcome.written)
         return;
     if (cancelled)
-        handleSeriesCancel(original);
+        handleSeriesCancel(outcome.original);
     else
         handleSeriesEnd();
 }

@@ -130,7 +130,6 @@ private:
     std::optional<double> resetValue_;
     bool snapToStep_;
     EditSeries<double> series_;
-    std::optional<double> valueAfterDrag_;
     Grip grip_;
     double wheelRest_ = 0.0;
     Notifier<SliderEvent> edits_;

@@ -75,7 +75,7 @@ public:
     bool userCommit(const WString& text);
     /** Throws away what was typed. */
     void userCancel();
-    /** The Up or Down key, or a wheel over the box: so many steps up or, if negative, down. True when it was used. */
+    /** The Up or Down key: so many steps up or, if negative, down. True when it was used. */
     bool userStep(int steps);
 
     UIString accessibleName() const override;

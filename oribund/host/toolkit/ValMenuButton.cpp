@@ -32,7 +32,11 @@ bool ValMenuButton::isWidgetEnabled() const
 
 bool ValMenuButton::handleChoice(unsigned index)
 {
-    return requestDataChange(index, ChangeKind::Single);
+    const GlobRef<ValMenuButton> self(this);
+    const bool accepted = requestDataChange(index, ChangeKind::Single);
+    if (self)
+        refreshFromData();
+    return accepted;
 }
 
 } // namespace oribund
