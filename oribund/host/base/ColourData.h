@@ -1,5 +1,7 @@
 #pragma once
 
+#include "oribund/host/base/Export.h"
+
 #include <array>
 #include <cstddef>
 
@@ -7,7 +9,7 @@ namespace oribund
 {
 
 /** The value of a colour parameter or of a soft range: four doubles, whose meaning the parameter knows. */
-struct ColourData {
+struct ORIBUND_API ColourData {
     std::array<double, 4> values{};
 
     constexpr double& operator[](std::size_t i) noexcept { return values[i]; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "oribund/host/base/Export.h"
 #include "oribund/host/base/LightweightString.h"
 #include "oribund/host/base/SharedList.h"
 #include "oribund/host/base/UIString.h"
@@ -13,7 +14,7 @@ namespace oribund
 
 /** One choice of a list: the value that the effect sees and the text that a person sees. */
 template <class T>
-struct ListItem {
+struct ORIBUND_API ListItem {
     T value{};
     UIString label;
 
@@ -22,7 +23,7 @@ struct ListItem {
 
 /** The value of a parameter that is one choice of a list. Copies share the list. */
 template <class T>
-class ListParam
+class ORIBUND_API ListParam
 {
 public:
     using Item = ListItem<T>;

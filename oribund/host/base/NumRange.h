@@ -1,5 +1,7 @@
 #pragma once
 
+#include "oribund/host/base/Export.h"
+
 #include <algorithm>
 #include <type_traits>
 #include <utility>
@@ -17,7 +19,7 @@ struct Unordered {
 
 /** A closed range of numbers or times. What a range contains does not depend on its direction. */
 template <class T, class Order = Ordered>
-class NumRange
+class ORIBUND_API NumRange
 {
 public:
     constexpr NumRange() noexcept = default;

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "oribund/host/base/Export.h"
+
 #include <cstddef>
 
 namespace oribund
 {
 
 /** A point or offset of two doubles, as a position parameter carries it; [0] is x, [1] is y. */
-struct Vector2d {
+struct ORIBUND_API Vector2d {
     double x = 0.0;
     double y = 0.0;
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "oribund/host/base/Export.h"
 #include "oribund/host/base/LightweightString.h"
 #include "oribund/host/base/SharedList.h"
 
@@ -11,7 +12,7 @@ namespace oribund
 {
 
 /** The value of a parameter that says which of an effect's video inputs is used. Copies share the names. */
-class VideoInputParam
+class ORIBUND_API VideoInputParam
 {
 public:
     /** No inputs, none selected. */
