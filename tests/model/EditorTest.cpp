@@ -1,0 +1,263 @@
+#include "tests/model/SampleEdit.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+
+using namespace sample;
+using oribund::ChangeKind;
+
+namespace
+{
+/** Two linked clips that touch, an effect with keyframes on the second picture, a transition, a cue. */
+struct Filled : Bench {
+    ObjectId first = editor.addClip({media(), 100, 50, kVideo, kAudio}, 0).object;
+    ObjectId second = editor.addClip({media(), 300, 50, kVideo, kAudio}, 50).object;
+    ObjectId tint = editor.addEffect(second, "tint").object;
+    ObjectId transition = editor.addTransition(first, {0, 0, 0, 10, "", false, 0.0}).object;
+    ObjectId cue = editor.addCue({{}, 1.0, L"here", {}, {}, 4}).object;
+
+    Filled()
+    {
+        const auto level = param<double>(tint, kLevel);
+        level->setFunctionType(oribund::EffectValParamFnType::Keyframed, 0.2);
+        level->addKeyframeAt(0.6, 80.0);
+    }
+
+    /** The frames of the edit at which the level of the effect has keyframes. */
+    std::vector<double> keyFrames(ObjectId effect)
+    {
+        const Segment& where = *timeline().segmentOfEffect(effect);
+        std::vector<double> frames;
+        for (const auto& key : param<double>(effect, kLevel)->graph()->keyframes())
+            frames.push_back(where.data.start + key.time * where.data.length);
+        return frames;
+    }
+};
+
+MATCHER_P(IsNear, expected, "")
+{
+    return std::abs(arg - expected) < 1e-6;
+}
+} // namespace
+
+TEST(Editor, EveryCommandIsOneStepThatCanBeUndoneAndRedone)
+{
+    const std::pair<const char*, std::function<EditOutcome(Filled&)>> commands[] = {
+        {"Add track V2", [](Filled& f) { return f.editor.addTrack(TrackKind::Video, 0, "V2"); }},
+        {"Remove track V1", [](Filled& f) { return f.editor.removeTrack(kVideo); }},
+        {"Switch off track A1", [](Filled& f) { return f.editor.setTrackEnabled(kAudio, false); }},
+        {"Rename track V1 to Main", [](Filled& f) { return f.editor.renameTrack(kVideo, "Main"); }},
+        {"Add cat.mp4",
+         [](Filled& f) {
+             return f.editor.addClip({media("/m/cat.mp4"), 0, 9, kVideo, kAudio}, 200);
+         }},
+        {"Add cat.mp4",
+         [](Filled& f) {
+             return f.editor.addClip({media("/m/cat.mp4"), 0, 60, kVideo, kAudio}, 20, Collision::Overwrite);
+         }},
+        {"Remove cup.mp4", [](Filled& f) { return f.editor.removeSegment(f.second); }},
+        {"Move cup.mp4", [](Filled& f) { return f.editor.moveSegment(f.second, kVideo, 300); }},
+        {"Move cup.mp4", [](Filled& f) { return f.editor.moveSegment(f.second, kVideo, 25, Collision::Overwrite); }},
+        {"Trim cup.mp4", [](Filled& f) { return f.editor.trimStart(f.second, 60); }},
+        {"Trim cup.mp4", [](Filled& f) { return f.editor.trimEnd(f.second, 70); }},
+        {"Split cup.mp4", [](Filled& f) { return f.editor.splitSegment(f.second, 77); }},
+        {"Unlink cup.mp4", [](Filled& f) { return f.editor.unlink(f.second); }},
+        {"Add Tint", [](Filled& f) { return f.editor.addEffect(f.first, "tint"); }},
+        {"Remove Tint", [](Filled& f) { return f.editor.removeEffect(f.tint); }},
+        {"Switch off Tint",
+         [](Filled& f) {
+             return f.editor.setEffectsEnabled({&f.tint, 1}, false);
+         }},
+        {"Change transition",
+         [](Filled& f) {
+             return f.editor.changeTransition({f.transition, 0, 0, 4, "w", true, 1});
+         }},
+        {"Remove transition", [](Filled& f) { return f.editor.removeTransition(f.transition); }},
+        {"Add cue",
+         [](Filled& f) {
+             return f.editor.addCue({{}, 2.0, L"there", {}, {}, 4});
+         }},
+        {"Change cue",
+         [](Filled& f) {
+             return f.editor.changeCue({stampOf(f.cue), 0.5, L"moved", {}, {}, 4});
+         }},
+        {"Remove cue", [](Filled& f) { return f.editor.removeCue(stampOf(f.cue)); }},
+    };
+    for (const auto& [title, command] : commands) {
+        SCOPED_TRACE(title);
+        Filled f;
+        const EditData before = f.edit->snapshot();
+        const std::size_t steps = f.undo().size();
+        const EditOutcome outcome = command(f);
+        ASSERT_TRUE(outcome) << outcome.refused;
+        const EditData after = f.edit->snapshot();
+        EXPECT_NE(before, after);
+        EXPECT_EQ(findFault(after), "");
+        EXPECT_EQ(f.undo().size(), steps + 1);
+        EXPECT_EQ(f.undoTitle(), title);
+        ASSERT_TRUE(f.undo().undo());
+        EXPECT_EQ(f.edit->snapshot(), before);
+        ASSERT_TRUE(f.undo().redo());
+        EXPECT_EQ(f.edit->snapshot(), after);
+
+        f.undo().undo();
+        f.edit->setReadOnly(true);
+        EXPECT_EQ(command(f).refused, "The edit is read-only.");
+        EXPECT_EQ(f.edit->snapshot(), before);
+        EXPECT_TRUE(f.undo().canRedo()) << "a refused command must not cost the redo";
+    }
+}
+
+TEST(Editor, RefusesWhatDoesNotFitAndLeavesEverythingAsItWas)
+{
+    Filled f;
+    f.editor.unlink(f.first);
+    const EditData before = f.edit->snapshot();
+    const std::size_t steps = f.undo().size();
+    const EditOutcome refusals[] = {
+        f.editor.addClip({media(), 0, 10, kVideo, kNoObject}, 45),      // occupied
+        f.editor.addClip({media(), 990, 20, kVideo, kNoObject}, 500),   // beyond the media
+        f.editor.addClip({media(), 0, 10, kAudio, kNoObject}, 500),     // a picture on a track for sound
+        f.editor.addClip({media(), 0, 10, kNoObject, kNoObject}, 500),  // nowhere
+        f.editor.addClip({media(), 0, 10, kVideo, kNoObject}, -1),      // before the start
+        f.editor.moveSegment(f.second, kVideo, 30),                     // occupied
+        f.editor.moveSegment(f.second, kAudio, 300),                    // wrong kind
+        f.editor.moveSegment(999, kVideo, 300),                         // no such segment
+        f.editor.trimEnd(f.first, 51),                                  // into the neighbour
+        f.editor.trimStart(f.second, 100),                              // nothing left
+        f.editor.trimEnd(f.second, 1000),                               // beyond the media
+        f.editor.splitSegment(f.second, 50),                            // at its start
+        f.editor.addEffect(f.second, "none"),                           // not installed
+        f.editor.addEffect(f.second, "crash"),                          // blocked
+        f.editor.addEffect(f.second, "echo"),                           // for sound
+        f.editor.addTransition(f.first, {0, 0, 0, 4, "", false, 0.0}),  // there is one
+        f.editor.addTransition(f.second, {0, 0, 0, 4, "", false, 0.0}), // nothing follows
+        f.editor.addCue({{}, 1.0, L"again", {}, {}, 4}),                // there is one
+        f.editor.addCue({{}, NAN, L"never", {}, {}, 4}),
+    };
+    for (const EditOutcome& refusal : refusals)
+        EXPECT_FALSE(refusal) << &refusal - refusals;
+    EXPECT_EQ(f.edit->snapshot(), before);
+    EXPECT_EQ(f.undo().size(), steps);
+}
+
+TEST(Editor, LinkedSegmentsAreEditedTogether)
+{
+    Filled f;
+    const auto sound = [&](int frame) { return f.timeline().segmentAt(kAudio, frame); };
+    f.editor.moveSegment(f.second, kVideo, 70);
+    EXPECT_EQ(sound(70)->data.start, 70);
+    EXPECT_EQ(sound(60), nullptr);
+    f.editor.trimEnd(f.second, 90);
+    EXPECT_EQ(sound(70)->data.end(), 90);
+    const ObjectId right = f.editor.splitSegment(f.second, 80).object;
+    EXPECT_EQ(sound(80)->data.link, f.segment(right).link);
+    EXPECT_NE(f.segment(right).link, f.segment(f.second).link);
+    f.editor.removeSegment(right);
+    EXPECT_EQ(sound(85), nullptr);
+    EXPECT_NE(sound(75), nullptr);
+}
+
+TEST(Editor, KeyframesStayAtTheirFramesWhenSegmentsAreCut)
+{
+    using testing::ElementsAre;
+    Filled f;
+    ASSERT_THAT(f.keyFrames(f.tint), ElementsAre(IsNear(60), IsNear(80)));
+    f.editor.trimStart(f.second, 70);
+    EXPECT_THAT(f.keyFrames(f.tint), ElementsAre(IsNear(60), IsNear(80)));
+    f.editor.trimEnd(f.second, 97);
+    EXPECT_THAT(f.keyFrames(f.tint), ElementsAre(IsNear(60), IsNear(80)));
+    const ObjectId right = f.editor.splitSegment(f.second, 75).object;
+    const ObjectId copy = objectOf(f.timeline().findSegment(right)->effects.front()->id());
+    EXPECT_THAT(f.keyFrames(f.tint), ElementsAre(IsNear(60), IsNear(80)));
+    EXPECT_THAT(f.keyFrames(copy), ElementsAre(IsNear(60), IsNear(80)));
+    EXPECT_DOUBLE_EQ(f.param<double>(copy, kLevel)->getValue(0.0), 50.0 + 30.0 * 15 / 20);
+    f.editor.moveSegment(right, kVideo, 175);
+    EXPECT_THAT(f.keyFrames(copy), ElementsAre(IsNear(160), IsNear(180)));
+}
+
+TEST(Editor, OverwritingTakesAwayExactlyWhatLiesBelow)
+{
+    Bench b;
+    const ObjectId under = b.addPicture(0, 100);
+    const ObjectId over = b.editor.addClip({media(), 0, 20, kVideo, kNoObject}, 40, Collision::Overwrite).object;
+    ASSERT_TRUE(b.timeline().findSegment(over));
+    EXPECT_EQ(b.segment(under).end(), 40);
+    const Segment* const rest = b.timeline().segmentAt(kVideo, 60);
+    ASSERT_TRUE(rest);
+    EXPECT_EQ(rest->data.start, 60);
+    EXPECT_EQ(rest->data.end(), 100);
+    EXPECT_EQ(rest->data.in, 160) << "the same pictures at the same frames";
+
+    b.editor.moveSegment(over, kVideo, 50, Collision::Overwrite);
+    EXPECT_EQ(b.timeline().segmentAt(kVideo, 45), nullptr);
+    EXPECT_EQ(b.timeline().segmentAt(kVideo, 70)->data.in, 170);
+}
+
+TEST(Editor, TransitionsAreLimitedByMediaAndFollowTheirCut)
+{
+    Bench b;
+    const ObjectId first = b.addPicture(0, 50, 946); // 4 frames are left after it
+    const ObjectId second = b.addPicture(50, 50, 3); // 3 before it
+    const ObjectId id = b.editor.addTransition(first, {0, 0, 0, 40, "", false, 0.0}).object;
+    const auto length = [&] {
+        const TransitionData* const t = b.timeline().findTransition(id);
+        return t ? t->length : 0;
+    };
+    EXPECT_EQ(length(), 7); // 3 frames before the cut, 4 after it
+    b.editor.trimEnd(first, 49);
+    EXPECT_EQ(length(), 0) << "the segments no longer touch";
+    b.undo().undo();
+    b.editor.trimEnd(second, 52);
+    EXPECT_EQ(length(), 4) << "no more of it after the cut than the segment has";
+    const ObjectId right = b.editor.splitSegment(first, 20).object;
+    EXPECT_EQ(b.timeline().findTransition(id)->left, right);
+    b.editor.moveSegment(second, kVideo, 60);
+    EXPECT_EQ(length(), 0);
+
+    Bench tight;
+    const ObjectId whole = tight.addPicture(0, 1000, 0);
+    tight.addPicture(1000, 1000, 0);
+    EXPECT_EQ(tight.editor.longestTransition(whole), 0);
+    EXPECT_FALSE(tight.editor.addTransition(whole, {0, 0, 0, 10, "", false, 0.0}));
+}
+
+TEST(Editor, StillsAreAsLongAsAnybodyWants)
+{
+    Bench b;
+    MediaInfo still = media("/m/still.png", 0);
+    still.hasAudio = false;
+    EXPECT_FALSE(b.editor.addClip({still, 0, 0, kVideo, kNoObject}, 100));
+    const ObjectId id = b.editor.addClip({still, 0, 100, kVideo, kAudio}, 100).object;
+    EXPECT_EQ(b.segment(id).link, kNoObject);
+    EXPECT_TRUE(b.editor.trimEnd(id, 100000));
+    EXPECT_TRUE(b.editor.trimStart(id, 0));
+    EXPECT_EQ(b.segment(id).in, 0);
+    EXPECT_TRUE(b.editor.splitSegment(id, 5000));
+    EXPECT_GT(b.editor.longestTransition(id), 1000);
+}
+
+TEST(Editor, EffectsAreReordered)
+{
+    Bench b;
+    const ObjectId clip = b.addPicture(0, 50);
+    const ObjectId a = b.editor.addEffect(clip, "tint").object;
+    const ObjectId c = b.editor.addEffect(clip, "tint").object;
+    const ObjectId first = b.editor.addEffect(clip, "tint", 0).object;
+    const auto order = [&] {
+        std::vector<ObjectId> ids;
+        for (const auto& effect : b.timeline().findSegment(clip)->effects)
+            ids.push_back(objectOf(effect->id()));
+        return ids;
+    };
+    EXPECT_EQ(order(), (std::vector{first, a, c}));
+    b.editor.moveEffect(first, 2);
+    EXPECT_EQ(order(), (std::vector{a, c, first}));
+    b.editor.moveEffect(c, -5);
+    EXPECT_EQ(order(), (std::vector{c, a, first}));
+    b.undo().undo();
+    b.undo().undo();
+    EXPECT_EQ(order(), (std::vector{first, a, c}));
+}

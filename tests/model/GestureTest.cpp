@@ -1,0 +1,252 @@
+#include "tests/model/SampleEdit.h"
+
+#include "oribund/host/base/UIString.h"
+#include "oribund/host/effects/iParamJournal.h"
+
+#include <gtest/gtest.h>
+
+using namespace sample;
+using oribund::ChangeKind;
+using oribund::EffectValParamFnType;
+
+namespace
+{
+class Gesture : public testing::Test, public Bench
+{
+protected:
+    ObjectId clip = addPicture(0, 100);
+    ObjectId tint = editor.addEffect(clip, "tint").object;
+    oribund::Kt::Ptr<oribund::EffectValParam<double>> level = param<double>(tint, kLevel);
+    std::size_t steps = undo().size();
+
+    std::size_t added() { return undo().size() - steps; }
+
+    void dragLevel(std::initializer_list<double> values)
+    {
+        ChangeKind kind = ChangeKind::Start;
+        for (const double value : values) {
+            level->setConstant(value, kind);
+            kind = ChangeKind::Continuation;
+        }
+    }
+
+    void animate()
+    {
+        level->setFunctionType(EffectValParamFnType::Keyframed, 0.0);
+        level->addKeyframeAt(0.5, 80.0);
+        undo().endGesture();
+        steps = undo().size();
+    }
+};
+} // namespace
+
+TEST_F(Gesture, ADragIsOneStepWithItsEndsInTheText)
+{
+    dragLevel({60, 70, 12.5, 65});
+    EXPECT_EQ(undoTitle(), "Level 50 % to 65 %") << "while it is still open";
+    undo().endGesture();
+    ASSERT_EQ(added(), 1u);
+    EXPECT_EQ(undoTitle(), "Level 50 % to 65 %");
+    undo().undo();
+    EXPECT_EQ(level->constant(), 50.0);
+    undo().redo();
+    EXPECT_EQ(level->constant(), 65.0);
+}
+
+TEST_F(Gesture, ASeriesEndsWithTheNextThingThatIsNotItsContinuation)
+{
+    dragLevel({60, 61});
+    dragLevel({62, 63});
+    level->setConstant(64);
+    level->setConstant(65, ChangeKind::Continuation); // of the single change
+    editor.setEffectsEnabled({&tint, 1}, false);
+    level->setConstant(66, ChangeKind::Continuation); // of nothing: a step of its own
+    param<bool>(tint, kOn)->setConstant(true);
+    undo().endGesture();
+    EXPECT_EQ(added(), 6u);
+    const char* const titles[] = {"On Off to On",       "Level 65 % to 66 %", "Switch off Tint",
+                                  "Level 63 % to 65 %", "Level 61 % to 63 %", "Level 50 % to 61 %"};
+    for (const char* title : titles) {
+        EXPECT_EQ(undoTitle(), title);
+        undo().undo();
+    }
+    EXPECT_EQ(level->constant(), 50.0);
+}
+
+TEST_F(Gesture, WhatComesToNothingLeavesNoStepAndKeepsTheRedo)
+{
+    level->setConstant(70);
+    undo().undo();
+    ASSERT_TRUE(undo().canRedo());
+    dragLevel({80, 90, 50});
+    undo().endGesture();
+    EXPECT_TRUE(undo().canRedo());
+    EXPECT_EQ(added(), 1u);
+    undo().redo();
+    EXPECT_EQ(level->constant(), 70.0);
+    edit->startModify(oribund::UIString(L"Nothing"));
+    edit->endModify();
+    EXPECT_EQ(added(), 1u);
+}
+
+TEST_F(Gesture, CancellingRestoresWhatWasThere)
+{
+    const auto before = edit->snapshot();
+    EXPECT_FALSE(undo().cancelGesture());
+    dragLevel({60, 70});
+    EXPECT_TRUE(level->journal()->cancelSeries());
+    EXPECT_EQ(edit->snapshot(), before);
+    EXPECT_EQ(added(), 0u);
+    EXPECT_FALSE(undo().cancelGesture());
+
+    undo().beginGesture(L"Shuffle");
+    editor.moveSegment(clip, kVideo, 50);
+    level->setConstant(1);
+    editor.removeEffect(tint);
+    EXPECT_TRUE(undo().cancelGesture());
+    EXPECT_EQ(edit->snapshot(), before);
+    undo().beginGesture(L"Shuffle");
+    editor.moveSegment(clip, kVideo, 50);
+    param<double>(tint, kLevel)->setConstant(1);
+    undo().endGesture();
+    EXPECT_EQ(added(), 1u);
+    EXPECT_EQ(undoTitle(), "Shuffle");
+    undo().undo();
+    EXPECT_EQ(edit->snapshot(), before);
+}
+
+TEST_F(Gesture, UndoDuringADragTakesTheDragBack)
+{
+    dragLevel({60, 70});
+    EXPECT_TRUE(undo().undo());
+    EXPECT_EQ(level->constant(), 50.0);
+    EXPECT_EQ(undoTitle(), "Add Tint");
+    edit->startModify(oribund::UIString(L"Open"));
+    EXPECT_FALSE(undo().undo()) << "in the middle of a modification";
+    edit->endModify();
+}
+
+TEST_F(Gesture, AnimatingAndKeyframesAreOneStepEach)
+{
+    const auto before = edit->snapshot();
+    level->setFunctionType(EffectValParamFnType::Keyframed, 0.25);
+    undo().endGesture();
+    EXPECT_EQ(added(), 1u);
+    EXPECT_EQ(undoTitle(), "Animate Level");
+    level->addKeyframeAt(0.5, 80.0);
+    EXPECT_EQ(undoTitle(), "Add keyframe to Level");
+    level->setKeyframeValueAt(1, 30.0);
+    EXPECT_EQ(undoTitle(), "Level 80 % to 30 %");
+    level->graph()->moveKeyframe(1, 0.75);
+    EXPECT_EQ(undoTitle(), "Move keyframe of Level");
+    level->graph()->removeKeyframe(0);
+    EXPECT_EQ(undoTitle(), "Remove keyframe from Level");
+    level->setFunctionType(EffectValParamFnType::Constant, 0.0);
+    EXPECT_EQ(undoTitle(), "Stop animating Level");
+    undo().endGesture();
+    EXPECT_EQ(added(), 6u);
+    const auto after = edit->snapshot();
+    for (int i = 0; i < 6; ++i)
+        ASSERT_TRUE(undo().undo());
+    EXPECT_EQ(edit->snapshot(), before);
+    while (undo().redo()) {
+    }
+    EXPECT_EQ(edit->snapshot(), after);
+}
+
+TEST_F(Gesture, ColourKeyframesAreOneStepForAllChannels)
+{
+    const auto colour = param<oribund::ColourData>(tint, kColour);
+    const auto before = edit->snapshot();
+    colour->setFunctionType(EffectValParamFnType::Keyframed, 0.0);
+    colour->addKeyframeAt(0.5, {{1.0, 0.5, 0.0, 1.0}});
+    colour->setKeyframeValueAt(1, {{0.0, 0.0, 1.0, 1.0}});
+    undo().endGesture();
+    EXPECT_EQ(added(), 3u);
+    EXPECT_EQ(undoTitle(), "Colour #ff8000 to #0000ff");
+    for (int i = 0; i < 3; ++i)
+        ASSERT_TRUE(undo().undo());
+    EXPECT_EQ(edit->snapshot(), before);
+}
+
+TEST_F(Gesture, DraggingAKeyframeOverManyPlacesIsHeldAsOneMove)
+{
+    animate();
+    const auto before = edit->snapshot();
+    const auto graph = level->graph();
+    int index = 1;
+    for (int i = 1; i <= 200; ++i)
+        index = graph->moveKeyframe(index, 0.5 + i * 0.001, i == 1 ? ChangeKind::Start : ChangeKind::Continuation);
+    undo().endGesture();
+    EXPECT_EQ(added(), 1u);
+    EXPECT_EQ(undoTitle(), "Move keyframe of Level");
+    const auto after = edit->snapshot();
+    undo().undo();
+    EXPECT_EQ(edit->snapshot(), before);
+    undo().redo();
+    EXPECT_EQ(edit->snapshot(), after);
+    undo().undo();
+    // There and back again is nothing, to the last bit.
+    graph->moveKeyframe(1, 0.7, ChangeKind::Start);
+    graph->moveKeyframe(1, 0.5, ChangeKind::Continuation);
+    undo().endGesture();
+    EXPECT_TRUE(undo().canRedo());
+}
+
+TEST_F(Gesture, ADragThatOverwritesGivesBackWhatItPassed)
+{
+    const ObjectId other = addPicture(200, 10, 500);
+    const auto before = edit->snapshot();
+    steps = undo().size();
+    editor.moveSegment(clip, kVideo, 120, Collision::Overwrite, ChangeKind::Start);
+    EXPECT_EQ(timeline().findSegment(other), nullptr);
+    EXPECT_FALSE(editor.moveSegment(clip, kVideo, -1, Collision::Overwrite, ChangeKind::Continuation));
+    EXPECT_EQ(segment(clip).start, 120) << "a place that is refused leaves the last good one";
+    EXPECT_EQ(timeline().findSegment(other), nullptr);
+    editor.moveSegment(clip, kVideo, 300, Collision::Overwrite, ChangeKind::Continuation);
+    EXPECT_NE(timeline().findSegment(other), nullptr);
+    undo().endGesture();
+    EXPECT_EQ(added(), 1u);
+    undo().undo();
+    EXPECT_EQ(edit->snapshot(), before);
+
+    for (int end = 99; end >= 40; --end)
+        editor.trimEnd(clip, end, end == 99 ? ChangeKind::Start : ChangeKind::Continuation);
+    undo().endGesture();
+    EXPECT_EQ(added(), 1u) << "and in place of the one undone";
+    undo().undo();
+    EXPECT_EQ(edit->snapshot(), before);
+}
+
+TEST_F(Gesture, SavedStateIsRecognisedAgain)
+{
+    undo().setClean();
+    level->setConstant(60);
+    EXPECT_FALSE(undo().isClean());
+    undo().undo();
+    EXPECT_TRUE(undo().isClean());
+    undo().redo();
+    undo().setClean();
+    undo().undo();
+    level->setConstant(70); // the way to what was saved is lost
+    undo().endGesture();
+    EXPECT_FALSE(undo().isClean());
+    undo().undo();
+    EXPECT_FALSE(undo().isClean());
+}
+
+TEST_F(Gesture, StepsOutliveTheObjectsTheyAreAbout)
+{
+    dragLevel({60, 70});
+    editor.removeSegment(clip);
+    const auto after = edit->snapshot();
+    level.reset(nullptr);
+    while (undo().undo()) {
+    }
+    EXPECT_TRUE(edit->snapshot().tracks[0].segments.empty());
+    while (undo().redo()) {
+    }
+    EXPECT_EQ(edit->snapshot(), after);
+    undo().undo();
+    EXPECT_EQ(param<double>(tint, kLevel)->constant(), 70.0);
+}

@@ -1,0 +1,127 @@
+#include "tests/model/SampleEdit.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+using namespace sample;
+using oribund::EffectValParamFnType;
+
+namespace
+{
+EffectData everythingSet()
+{
+    EffectData data;
+    data.id = 40;
+    data.service = "tint";
+    data.enabled = false;
+    const oribund::Keyframe smooth{0.5, 70.0, oribund::KeyframeType::Smooth, {-0.1, 3.0, false}, {0.2, -4.0, false}};
+    const ChannelData channel{key(-0.25, 10.0), smooth, key(1.5, 20.0)};
+    const ChannelData part{key(0.1, 0.2), key(0.9, 0.7)};
+    data.params = {
+        {"Level", 12.0, true, {channel}},
+        {"Grey", std::array<double, 4>{0.1, 0.2, 0.3, 0.4}, false, {}},
+        {"Colour", std::array<double, 4>{0.5, 0.6, 0.7, 0.8}, true, {part, part, part, part}},
+        {"Centre", std::array<double, 2>{3.0, 4.0}, true, {part, part}},
+        {"Turn", 725.0, false, {}},
+        {"On", true, false, {}},
+        {"Mode", std::string("20"), false, {}},
+        {"Whole", 7.0, false, {}},
+    };
+    return data;
+}
+} // namespace
+
+TEST(ModelEffect, GivesBackEverySettingExactly)
+{
+    const ModelEffect effect(everythingSet(), catalogue().find("tint"));
+    EXPECT_EQ(effect.data(), everythingSet());
+    EXPECT_EQ(effect.animatedParams().size(), 3u);
+    EXPECT_FALSE(effect.isEnabled());
+    EXPECT_TRUE(effect.tagTypeId() == "tint");
+    EXPECT_TRUE(effect.getName() == L"Tint");
+}
+
+TEST(ModelEffect, PresentsGroupsAsDescribed)
+{
+    using Kind = oribund::ParamPresentationDetails::Kind;
+    const ModelEffect effect(everythingSet(), catalogue().find("tint"));
+    std::string order;
+    for (const auto& entry : effect.presentation())
+        order += entry.kind == Kind::GroupStart ? '(' : entry.kind == Kind::GroupEnd ? ')' : 'p';
+    EXPECT_EQ(order, "ppppp(pp)p");
+    EXPECT_TRUE(effect.presentation()[5].title.text() == L"Options");
+    EXPECT_TRUE(effect.paramAt(kLevel)->isKeyframable());
+    EXPECT_FALSE(effect.paramAt(kMode)->isKeyframable());
+    EXPECT_TRUE(effect.paramAt(kLevel)->unitText() == L"%");
+}
+
+TEST(ModelEffect, WhatDoesNotFitIsLeftAtItsDefault)
+{
+    EffectData data = everythingSet();
+    data.params = {
+        {"Level", std::string("much"), true, {}},            // no keyframes
+        {"Colour", 1.0, true, {ChannelData{key(0.0, 1.0)}}}, // one channel for four
+        {"Mode", std::string("30"), false, {}},              // no such item
+        {"On", 3.0, true, {ChannelData{key(0.0, 1.0)}}},     // never animated
+        {"Turn", std::numeric_limits<double>::quiet_NaN(), false, {}},
+        {"Whole", 5000.0, false, {}}, // out of range
+    };
+    const ModelEffect effect(data, catalogue().find("tint"));
+    const ModelEffect fresh({40, "tint", false, {}, {}}, catalogue().find("tint"));
+    EffectData expected = fresh.data();
+    expected.params[kWhole].constant = 1000.0;
+    EXPECT_EQ(effect.data(), expected);
+}
+
+TEST(ModelEffect, UnknownEffectsAndParametersAreKeptAsTheyWere)
+{
+    EffectData gone = everythingSet();
+    gone.service = "frei0r.gone";
+    gone.rest = {{"0", "0.5"}, {"speed", "0=1;10=2"}};
+    EffectData newer = everythingSet();
+    newer.id = 41;
+    newer.params.push_back({"Added later", 3.0, true, {ChannelData{key(0.5, 1.0)}}});
+
+    Bench b;
+    const ObjectId clip = b.addPicture(0, 100);
+    const ObjectId first = b.editor.addEffect(clip, gone).object;
+    const ObjectId second = b.editor.addEffect(clip, newer).object;
+    EXPECT_TRUE(b.timeline().findEffect(first)->getName() == L"frei0r.gone (not installed)");
+    EXPECT_EQ(b.timeline().findEffect(first)->paramCount(), 0);
+    b.editor.removeEffect(first);
+    b.undo().undo();
+    gone.id = first;
+    newer.id = second;
+    EXPECT_EQ(b.timeline().findEffect(first)->data(), gone);
+    EXPECT_EQ(b.timeline().findEffect(second)->data(), newer);
+
+    // Their keyframes stay at their frames too, for the day on which the effect is known.
+    b.editor.trimEnd(clip, 50);
+    EXPECT_EQ(b.timeline().findEffect(second)->data().params.back().channels[0][0].time, 1.0);
+}
+
+TEST(ModelEffect, SwitchingItFromAPanelIsAnUndoableStepOfTheEdit)
+{
+    Bench b;
+    const auto effect = b.timeline().findEffect(b.editor.addEffect(b.addPicture(0, 100), "tint").object);
+    effect->setEnabled(false);
+    EXPECT_EQ(b.undoTitle(), "Switch off Tint");
+    EXPECT_FALSE(effect->isEnabled());
+    b.undo().undo();
+    EXPECT_TRUE(effect->isEnabled());
+
+    EXPECT_TRUE(effect->canEditParam(*effect->paramAt(0)));
+    b.edit->setReadOnly(true);
+    EXPECT_FALSE(effect->canEditParam(*effect->paramAt(0)));
+    effect->setEnabled(false);
+    EXPECT_TRUE(effect->isEnabled());
+
+    // A panel may hold an effect longer than the edit does.
+    b.edit->setReadOnly(false);
+    const std::size_t steps = b.undo().size();
+    b.editor.removeEffect(objectOf(effect->id()));
+    effect->setEnabled(false);
+    effect->paramAt(0)->setConstantValue(oribund::ParamValue(1.0));
+    EXPECT_EQ(b.undo().size(), steps + 1);
+}

@@ -1,0 +1,168 @@
+#include "tests/model/SampleEdit.h"
+
+#include "oribund/host/edit/CompoundEffectMonitor.h"
+#include "oribund/host/edit/CompoundEffectMonitorClient.h"
+#include "oribund/host/edit/FXVob.h"
+#include "workbench/model/ModelVob.h"
+
+#include <gtest/gtest.h>
+
+using namespace sample;
+using oribund::EffectChangeCode;
+
+namespace
+{
+struct Listener : oribund::CompoundEffectMonitorClient {
+    using CompoundEffectMonitorClient::CompoundEffectMonitorClient;
+
+    void handleFXModifications(const ChangeDescription& change) override { heard.push_back(change); }
+
+    std::vector<ChangeDescription> heard;
+};
+
+class Viewer : public testing::Test, public Bench
+{
+protected:
+    Viewer() { vob.setEdit(edit); }
+
+    ObjectId clip = addPicture(50, 100);
+    ObjectId tint = editor.addEffect(clip, "tint").object;
+    ModelVob vob;
+};
+
+struct Transport final : iTransport {
+    explicit Transport(ModelVob& v)
+        : vob(v)
+    {
+    }
+
+    void startPlay() override { vob.playStateChanged(true); }
+
+    void stopPlay() override { vob.playStateChanged(false); }
+
+    ModelVob& vob;
+};
+} // namespace
+
+TEST_F(Viewer, ShowsTheEffectsUnderTheCurrentTime)
+{
+    auto& monitor = *vob.getEffectMonitor();
+    EXPECT_TRUE(monitor.getEffects(stampOf(kVideo)).empty());
+    vob.setCurrentTime(2.0);
+    ASSERT_EQ(monitor.getEffects(stampOf(kVideo)).size(), 1u);
+    EXPECT_TRUE(monitor.getEffects(stampOf(kAudio)).empty());
+    vob.setCurrentTime(5.96);
+    EXPECT_EQ(vob.currentFrame(), 149) << "the last frame of the segment";
+    EXPECT_EQ(monitor.getEffects(stampOf(kVideo)).size(), 1u);
+    vob.setCurrentTime(100.0);
+    EXPECT_DOUBLE_EQ(vob.getCurrentTime(), 6.0);
+    EXPECT_TRUE(monitor.getEffects(stampOf(kVideo)).empty());
+
+    const auto region = monitor.getEditRegion(stampOf(tint));
+    EXPECT_DOUBLE_EQ(region.start(), 2.0);
+    EXPECT_DOUBLE_EQ(region.end(), 6.0);
+    EXPECT_TRUE(monitor.getEditRegion(stampOf(999)).empty());
+    EXPECT_FALSE(monitor.findEffect(stampOf(clip)));
+}
+
+TEST_F(Viewer, FramesAreFoundAgainFromTheirTimesAtEveryRate)
+{
+    for (const auto& [numerator, denominator] : {std::pair(24000, 1001), std::pair(30000, 1001), std::pair(50, 1)}) {
+        FormatData format;
+        format.fpsNumerator = numerator;
+        format.fpsDenominator = denominator;
+        EditData data = emptyEdit("rates", format);
+        data.media.push_back({10, media("/m/long.mp4", 1000000)});
+        data.tracks[0].segments.push_back({11, 10, 0, "", 0, 0, 200000, {}});
+        vob.setEdit(oribund::Kt::makePtr<EditModel>(data, catalogue()));
+        for (int frame = 0; frame < 200000; frame += 997) {
+            vob.setCurrentTime(vob.timeOf(frame));
+            ASSERT_EQ(vob.currentFrame(), frame);
+        }
+    }
+}
+
+TEST_F(Viewer, ClientsHearOfParametersEffectsAndStructure)
+{
+    Listener listener(vob.getEffectMonitor());
+    const auto heardLast = [&](EffectChangeCode code, const oribund::IdStamp& effect) {
+        const bool right =
+            !listener.heard.empty() && listener.heard.back().code == code && listener.heard.back().effect == effect;
+        listener.heard.clear();
+        return right;
+    };
+    const auto level = param<double>(tint, kLevel);
+    level->setConstant(10);
+    EXPECT_EQ(listener.heard.size(), 1u);
+    EXPECT_EQ(listener.heard.back().param, level->id());
+    EXPECT_TRUE(heardLast(EffectChangeCode::ParamValueChanged, stampOf(tint)));
+    level->setConstant(10);
+    EXPECT_TRUE(listener.heard.empty());
+    level->setFunctionType(oribund::EffectValParamFnType::Keyframed, 0.0);
+    listener.heard.clear();
+    level->addKeyframeAt(0.5, 20);
+    EXPECT_TRUE(heardLast(EffectChangeCode::KeyframesChanged, stampOf(tint)));
+    level->graph()->moveKeyframe(1, 0.6);
+    EXPECT_TRUE(heardLast(EffectChangeCode::KeyframesMoved, stampOf(tint)));
+    undo().undo();
+    EXPECT_FALSE(listener.heard.empty());
+    listener.heard.clear();
+    editor.setEffectsEnabled({&tint, 1}, false);
+    EXPECT_TRUE(heardLast(EffectChangeCode::EnabledChanged, stampOf(tint)));
+    editor.removeEffect(tint);
+    EXPECT_EQ(listener.heard.back().flags, oribund::EffectChangeDescription::kWholesaleRefresh);
+    editor.addCue({{}, 1.0, L"", {}, {}, 4});
+    listener.heard.clear();
+    vob.setCurrentTime(3.0);
+    EXPECT_TRUE(heardLast(EffectChangeCode::CurrentTimeMoved, oribund::IdStamp::wildcard()));
+}
+
+TEST_F(Viewer, ObserversSeeTheWholeOfAnOperation)
+{
+    struct Observer {
+        EditModel& edit;
+        int seen = 0;
+        oribund::MethodCallback<Observer, oribund::EditModification> callback{this, &Observer::hear};
+
+        int hear(const oribund::EditModification&)
+        {
+            ++seen;
+            EXPECT_EQ(findFault(edit.snapshot()), "");
+            EXPECT_EQ(edit.timeline().findTrack(kVideo)->segments.size(), 3u) << "half of it was told";
+            return 0;
+        }
+    } observer{*edit};
+
+    observer.callback.attach(edit->modifications());
+    editor.addClip({media(), 0, 10, kVideo, kNoObject}, 80, Collision::Overwrite);
+    EXPECT_GT(observer.seen, 0);
+}
+
+TEST_F(Viewer, AnEffectThatComesBackByUndoIsTheOneThatPanelsHold)
+{
+    auto& monitor = *vob.getEffectMonitor();
+    const auto fxVob = monitor.getFXVob(monitor.findEffect(stampOf(tint)));
+    editor.removeSegment(clip);
+    EXPECT_FALSE(fxVob->getEffectPtr());
+    undo().undo();
+    ASSERT_TRUE(fxVob->getEffectPtr());
+    EXPECT_EQ(fxVob->getEffectPtr(), monitor.findEffect(stampOf(tint)));
+    editor.moveSegment(clip, kVideo, 100);
+    EXPECT_DOUBLE_EQ(fxVob->getEditRegion().start(), 4.0);
+}
+
+TEST_F(Viewer, PlaysThroughItsTransport)
+{
+    vob.startPlay();
+    EXPECT_FALSE(vob.isPlaying()) << "nobody plays";
+    Transport transport(vob);
+    vob.setTransport(&transport);
+    vob.startPlay();
+    EXPECT_TRUE(vob.isPlaying());
+    vob.setEdit({});
+    EXPECT_FALSE(vob.isPlaying());
+    EXPECT_EQ(vob.getEffectMonitor(), nullptr);
+    EXPECT_FALSE(vob.getEdit());
+    vob.setCurrentTime(1.0);
+    EXPECT_EQ(vob.getCurrentTime(), 0.0);
+}
