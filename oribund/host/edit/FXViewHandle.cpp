@@ -27,7 +27,7 @@ Kt::Ptr<EffectInstance> FXViewHandle::getEffectPtr() const
     const Kt::Ptr<EffectInstance>& effect = fxVob_->getEffectPtr();
     if (viewEffectId_ == effect->id())
         return effect;
-    if (const Kt::Ptr<EffectInstance> mask = effect->getMask(); mask && mask->id() == viewEffectId_)
+    if (Kt::Ptr<EffectInstance> mask = effect->getMask(); mask && mask->id() == viewEffectId_)
         return mask;
     const auto path = effect->findEmbeddedChild(viewEffectId_);
     return path.empty() ? Kt::Ptr<EffectInstance>() : effect->getEmbeddedChild(path);

@@ -2,6 +2,7 @@
 
 #include "oribund/host/edit/CompoundEffectMonitorClient.h"
 #include "oribund/host/edit/FXViewHandle.h"
+#include "oribund/host/effects/EffectInstance.h"
 
 namespace oribund
 {

@@ -28,11 +28,16 @@ P allComponents([[maybe_unused]] double number) noexcept
 template <class P, class Pick>
 P combine(const P& a, const P& b, Pick pick) noexcept
 {
-    auto numbers = ParamTraits<P>::split(a);
-    const auto others = ParamTraits<P>::split(b);
-    for (std::size_t i = 0; i < numbers.size(); ++i)
-        numbers[i] = pick(numbers[i], others[i]);
-    return ParamTraits<P>::join(numbers);
+    // Some compilers instantiate this for every P, whatever the constraints of its callers; so below.
+    if constexpr (isNumericParam<P>) {
+        auto numbers = ParamTraits<P>::split(a);
+        const auto others = ParamTraits<P>::split(b);
+        for (std::size_t i = 0; i < numbers.size(); ++i)
+            numbers[i] = pick(numbers[i], others[i]);
+        return ParamTraits<P>::join(numbers);
+    } else {
+        return a;
+    }
 }
 
 double lesser(double a, double b) noexcept
@@ -142,15 +147,19 @@ void EffectValParam<P>::restGraph([[maybe_unused]] const P& value) noexcept
 template <class P>
 int EffectValParam<P>::addKeyframeAt(double time, const P& value, ChangeKind kind) requires isNumericParam<P>
 {
-    if (functionType() != EffectValParamFnType::Keyframed || !usableParamValue(value))
-        return -1;
-    return graph_.addKeyframeWithValues(time, ParamTraits<P>::split(clamp(value)), kind);
+    if constexpr (isNumericParam<P>) {
+        if (functionType() == EffectValParamFnType::Keyframed && usableParamValue(value))
+            return graph_.addKeyframeWithValues(time, ParamTraits<P>::split(clamp(value)), kind);
+    }
+    return -1;
 }
 
 template <class P>
 bool EffectValParam<P>::setKeyframeValueAt(int index, const P& value, ChangeKind kind) requires isNumericParam<P>
 {
-    return usableParamValue(value) && graph_.setKeyframeValues(index, ParamTraits<P>::split(clamp(value)), kind);
+    if constexpr (isNumericParam<P>)
+        return usableParamValue(value) && graph_.setKeyframeValues(index, ParamTraits<P>::split(clamp(value)), kind);
+    return false;
 }
 
 template <class P>

@@ -132,7 +132,7 @@ bool Button::handleKeyEvent(const Event& event)
 
 UIString Button::accessibleName() const
 {
-    const UIString own = Control::accessibleName();
+    UIString own = Control::accessibleName();
     if (!own.empty())
         return own;
     return text_.empty() ? tooltip() : UIString(text_);

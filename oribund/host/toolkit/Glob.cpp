@@ -45,7 +45,7 @@ Glob::~Glob()
     if (parent_) {
         invalidateBox();
         Glob* parent = std::exchange(parent_, nullptr);
-        parent->detach(*this).release();
+        static_cast<void>(parent->detach(*this).release());
         parent->handleChildRemoved(this);
     }
     while (!children_.empty()) {
