@@ -46,6 +46,19 @@ TEST_F(TabOrder, IsThatOfTheTreeUnlessOneIsSet)
     EXPECT_EQ(tab(5, Event::kShift), "dcbad");
 }
 
+TEST_F(TabOrder, EndsAtTheLastStopWhenAskedTo)
+{
+    EventRouter& router = EventRouter::of(scene.canvas);
+    probes[2]->takeFocus();
+    EXPECT_TRUE(router.moveFocus(true, false));
+    EXPECT_FALSE(router.moveFocus(true, false));
+    EXPECT_TRUE(probes[3]->hasFocus());
+    probes[0]->takeFocus();
+    EXPECT_FALSE(router.moveFocus(false, false));
+    EXPECT_TRUE(router.moveFocus(false));
+    EXPECT_TRUE(probes[3]->hasFocus());
+}
+
 TEST_F(TabOrder, FollowsTheManager)
 {
     TabOrderManager order;
