@@ -13,7 +13,7 @@ namespace oribund
 namespace
 {
 
-using Shape = KeyStore::Shape;
+using Point = KeyStore::Point;
 
 TangentHandle usedHandle(double dt, double dv, bool automatic) noexcept
 {
@@ -23,17 +23,12 @@ TangentHandle usedHandle(double dt, double dv, bool automatic) noexcept
 /** Of a normalised keyframe. */
 KeyStore::Key toKey(const Keyframe& keyframe) noexcept
 {
-    KeyStore::Key key;
-    key.time = keyframe.time;
-    key.value = keyframe.value;
-    if (keyframe.type == KeyframeType::Smooth)
-        key.flags |= KeyStore::kSmooth;
+    unsigned flags = keyframe.type == KeyframeType::Smooth ? KeyStore::kSmooth : 0u;
     if (keyframe.in.automatic)
-        key.flags |= KeyStore::kInAutomatic;
+        flags |= KeyStore::kInAutomatic;
     if (keyframe.out.automatic)
-        key.flags |= KeyStore::kOutAutomatic;
-    key.shape = {keyframe.in.dt, keyframe.in.dv, keyframe.out.dt, keyframe.out.dv};
-    return key;
+        flags |= KeyStore::kOutAutomatic;
+    return {keyframe.time, {keyframe.value, keyframe.in.dt, keyframe.in.dv, keyframe.out.dt, keyframe.out.dv, flags}};
 }
 
 /** The keyframe without what an automatic handle does not use. */
@@ -63,11 +58,12 @@ TangentHandle incoming(const CubicSegment& segment) noexcept
  */
 double monotoneSlope(double h0, double rise0, double h1, double rise1) noexcept
 {
-    if (!((rise0 > 0.0 && rise1 > 0.0) || (rise0 < 0.0 && rise1 < 0.0)))
+    const double product = rise0 * rise1;
+    if (!(product > 0.0))
         return 0.0;
     const double w0 = h0 + 2.0 * h1;
     const double w1 = 2.0 * h0 + h1;
-    return (w0 + w1) / (w0 * h0 / rise0 + w1 * h1 / rise1);
+    return (w0 + w1) * product / (w0 * h0 * rise1 + w1 * h1 * rise0);
 }
 
 } // namespace
@@ -95,27 +91,31 @@ bool BezierCurve::isUsable(const Keyframe& keyframe) noexcept
 
 double BezierCurve::evaluate(double time) const noexcept
 {
-    const Position left = keys_.lower(time);
+    return evaluateAfter(keys_.lower(time), time);
+}
+
+double BezierCurve::evaluateAfter(const Position& left, double time) const noexcept
+{
     if (!left.valid())
         return keys_.size() == 0 ? restValue_ : keys_.value(keys_.begin());
     const Position right = keys_.next(left);
-    const double v0 = keys_.value(left);
+    const Point& p0 = keys_.point(left);
     if (!right.valid())
-        return v0;
+        return p0.value;
 
+    const Point& p1 = keys_.point(right);
     const double t0 = keys_.time(left);
     const double length = keys_.time(right) - t0;
-    const double rise = keys_.value(right) - v0;
+    const double rise = p1.value - p0.value;
     const double u = (time - t0) / length;
-    const unsigned flags = keys_.flags(left);
-    if ((flags & KeyStore::kSmooth) == 0)
-        return v0 + rise * u;
-    if ((flags & KeyStore::kOutAutomatic) == 0 || (keys_.flags(right) & KeyStore::kInAutomatic) == 0)
+    if (!p0.isSmooth())
+        return p0.value + rise * u;
+    if ((p0.flags & KeyStore::kOutAutomatic) == 0 || (p1.flags & KeyStore::kInAutomatic) == 0)
         return segmentBetween(left, right).evaluate(time);
     // Both handles a third of the way: time is proportional to the curve's parameter, and nothing has to be solved.
-    const double m0 = keys_.shape(left).outDv * length;
-    const double m1 = keys_.shape(right).inDv * length;
-    return v0 + u * (m0 + u * (3.0 * rise - 2.0 * m0 - m1 + u * (m0 + m1 - 2.0 * rise)));
+    const double m0 = p0.outDv * length;
+    const double m1 = p1.inDv * length;
+    return p0.value + u * (m0 + u * (3.0 * rise - 2.0 * m0 - m1 + u * (m0 + m1 - 2.0 * rise)));
 }
 
 double BezierCurve::valueAt(int index) const noexcept
@@ -130,23 +130,24 @@ Keyframe BezierCurve::keyframe(int index) const noexcept
 
 Keyframe BezierCurve::keyframeAt(const Position& position) const noexcept
 {
-    const Shape& shape = keys_.shape(position);
-    const unsigned flags = keys_.flags(position);
+    const Point& point = keys_.point(position);
     Keyframe keyframe;
     keyframe.time = keys_.time(position);
-    keyframe.value = keys_.value(position);
-    keyframe.type = (flags & KeyStore::kSmooth) != 0 ? KeyframeType::Smooth : KeyframeType::Linear;
-    keyframe.in = usedHandle(shape.inDt, shape.inDv, (flags & KeyStore::kInAutomatic) != 0);
-    keyframe.out = usedHandle(shape.outDt, shape.outDv, (flags & KeyStore::kOutAutomatic) != 0);
+    keyframe.value = point.value;
+    keyframe.type = point.isSmooth() ? KeyframeType::Smooth : KeyframeType::Linear;
+    keyframe.in = usedHandle(point.inDt, point.inDv, (point.flags & KeyStore::kInAutomatic) != 0);
+    keyframe.out = usedHandle(point.outDt, point.outDv, (point.flags & KeyStore::kOutAutomatic) != 0);
     return keyframe;
 }
 
 CubicSegment BezierCurve::segmentBetween(const Position& left, const Position& right) const noexcept
 {
-    const CubicSegment::Point start{keys_.time(left), keys_.value(left)};
-    const CubicSegment::Point end{keys_.time(right), keys_.value(right)};
+    const Point& p0 = keys_.point(left);
+    const Point& p1 = keys_.point(right);
+    const CubicSegment::Point start{keys_.time(left), p0.value};
+    const CubicSegment::Point end{keys_.time(right), p1.value};
     const double length = end.time - start.time;
-    if ((keys_.flags(left) & KeyStore::kSmooth) == 0) {
+    if (!p0.isSmooth()) {
         const double third = (end.value - start.value) / 3.0;
         return {{start,
                  {start.time + length / 3.0, start.value + third},
@@ -154,11 +155,11 @@ CubicSegment BezierCurve::segmentBetween(const Position& left, const Position& r
                  end}};
     }
 
-    CubicSegment::Point out{keys_.shape(left).outDt, keys_.shape(left).outDv};
-    CubicSegment::Point in{keys_.shape(right).inDt, keys_.shape(right).inDv};
-    if ((keys_.flags(left) & KeyStore::kOutAutomatic) != 0)
+    CubicSegment::Point out{p0.outDt, p0.outDv};
+    CubicSegment::Point in{p1.inDt, p1.inDv};
+    if ((p0.flags & KeyStore::kOutAutomatic) != 0)
         out = {length / 3.0, out.value * length / 3.0};
-    if ((keys_.flags(right) & KeyStore::kInAutomatic) != 0)
+    if ((p1.flags & KeyStore::kInAutomatic) != 0)
         in = {-length / 3.0, -in.value * length / 3.0};
     // Handles that reach past each other would make the curve run back in time.
     if (const double reach = out.time - in.time; reach > length) {
@@ -206,10 +207,10 @@ bool BezierCurve::setKeyframeValue(int index, double value, ChangeKind kind)
     if (!exists(index) || !usableValue(value))
         return false;
     const Position position = keys_.position(index);
-    double& stored = keys_.value(position);
-    if (stored == value)
+    const double before = keys_.value(position);
+    if (before == value)
         return true;
-    const double before = std::exchange(stored, value);
+    keys_.setValue(position, value);
     refreshAround(position);
     if (journal()) {
         const Keyframe after = keyframeAt(position);
@@ -231,13 +232,27 @@ bool BezierCurve::setKeyframe(int index, const Keyframe& keyframe, ChangeKind ki
     return true;
 }
 
-void BezierCurve::insertRaw(const Keyframe& keyframe, ChangeKind kind)
+void BezierCurve::insertRaw(const Position& left, const Keyframe& keyframe, ChangeKind kind)
 {
     const Keyframe added = normalised(keyframe);
-    refreshAround(keys_.insert(toKey(added)));
+    refreshAround(keys_.insertAfter(left, toKey(added)));
     if (journal())
         journal()->keyframeInserted(channelIndex(), added, kind);
-    changed(ownMask(), BatchReason::AddKeyframe, kind);
+    changed(ownMask(), BatchReason::EndAddKeyframe, kind);
+}
+
+void BezierCurve::insertRaw(const Keyframe& keyframe, ChangeKind kind)
+{
+    insertRaw(keys_.lower(keyframe.time), keyframe, kind);
+}
+
+void BezierCurve::insertOnCurve(const Position& left, double time, const double* value, ChangeKind kind)
+{
+    Keyframe added;
+    added.time = time;
+    added.value = value ? *value : evaluateAfter(left, time);
+    added.type = typeAfter(left);
+    insertRaw(left, added, kind);
 }
 
 void BezierCurve::eraseRaw(int index, ChangeKind kind)
@@ -245,10 +260,8 @@ void BezierCurve::eraseRaw(int index, ChangeKind kind)
     const Position position = keys_.position(index);
     const Keyframe keyframe = keyframeAt(position);
     keys_.erase(position);
-    if (const Position next = keys_.lower(keyframe.time); next.valid())
-        refreshAround(next);
-    else if (keys_.size() > 0)
-        refreshAround(keys_.begin());
+    if (keys_.smoothCount() > 0)
+        refreshAround(keys_.position(std::max(index - 1, 0)));
     if (journal())
         journal()->keyframeErased(channelIndex(), keyframe, kind);
     changed(ownMask(), BatchReason::Remove, kind);
@@ -262,10 +275,7 @@ void BezierCurve::replaceRaw(int index, const Keyframe& keyframe, ChangeKind kin
     after.time = before.time;
     if (before == after)
         return;
-    const KeyStore::Key key = toKey(after);
-    keys_.value(position) = key.value;
-    keys_.shape(position) = key.shape;
-    keys_.flags(position) = key.flags;
+    keys_.setPoint(position, toKey(after).point);
     refreshAround(position);
     if (journal())
         journal()->keyframeChanged(channelIndex(), before, after, kind);
@@ -287,7 +297,7 @@ void BezierCurve::assignRaw(std::span<const Keyframe> keyframes, ChangeKind kind
         return;
     keys_.assign(keys);
     for (Position position = keys_.begin(); position.valid(); position = keys_.next(position))
-        refreshSlope(position);
+        refreshSlope(keys_.previous(position), position, keys_.next(position));
     if (journal()) {
         std::for_each(before.rbegin(), before.rend(),
                       [&](const Keyframe& k) { journal()->keyframeErased(channelIndex(), k, kind); });
@@ -338,50 +348,47 @@ void BezierCurve::subdivideRaw(double time, ChangeKind kind)
 
 TangentHandle BezierCurve::automaticHandle(int index, int towards) const noexcept
 {
-    const Shape& shape = keys_.shape(keys_.position(index));
+    const Point& point = keys_.point(keys_.position(index));
     const double dt = (timeAt(towards) - timeAt(index)) / 3.0;
-    return {dt, dt * (towards < index ? shape.inDv : shape.outDv), false};
+    return {dt, dt * (towards < index ? point.inDv : point.outDv), false};
 }
 
-KeyframeType BezierCurve::typeForNew(double time) const noexcept
+KeyframeType BezierCurve::typeAfter(const Position& left) const noexcept
 {
-    return empty() ? KeyframeType::Linear : typeAt(std::max(lowerIndex(time), 0));
+    const Position model = left.valid() ? left : keys_.begin();
+    return model.valid() && keys_.point(model).isSmooth() ? KeyframeType::Smooth : KeyframeType::Linear;
 }
 
 void BezierCurve::refreshAround(const Position& position) noexcept
 {
-    if (keys_.straightAround(position))
+    if (keys_.smoothCount() == 0)
         return;
-    refreshSlope(position);
-    if (const Position previous = keys_.previous(position); previous.valid())
-        refreshSlope(previous);
-    if (const Position next = keys_.next(position); next.valid())
-        refreshSlope(next);
+    const Position previous = keys_.previous(position);
+    const Position next = keys_.next(position);
+    refreshSlope(previous, position, next);
+    if (previous.valid())
+        refreshSlope(keys_.previous(previous), previous, position);
+    if (next.valid())
+        refreshSlope(position, next, keys_.next(next));
 }
 
-void BezierCurve::refreshSlope(const Position& position) noexcept
+void BezierCurve::refreshSlope(const Position& previous, const Position& position, const Position& next) noexcept
 {
-    const unsigned flags = keys_.flags(position);
-    const Position previous = keys_.previous(position);
+    const Point& point = keys_.point(position);
     const bool shapesIn =
-        (flags & KeyStore::kInAutomatic) != 0 && previous.valid() && (keys_.flags(previous) & KeyStore::kSmooth) != 0;
-    const bool shapesOut = (flags & KeyStore::kOutAutomatic) != 0 && (flags & KeyStore::kSmooth) != 0;
+        (point.flags & KeyStore::kInAutomatic) != 0 && previous.valid() && keys_.point(previous).isSmooth();
+    const bool shapesOut = (point.flags & KeyStore::kOutAutomatic) != 0 && point.isSmooth();
     if (!shapesIn && !shapesOut)
         return;
 
     // Level at the ends, where the curve goes over into a constant.
     double slope = 0.0;
-    if (const Position next = keys_.next(position); next.valid() && previous.valid()) {
+    if (next.valid() && previous.valid()) {
         const double time = keys_.time(position);
-        const double value = keys_.value(position);
-        slope = monotoneSlope(time - keys_.time(previous), value - keys_.value(previous), keys_.time(next) - time,
-                              keys_.value(next) - value);
+        slope = monotoneSlope(time - keys_.time(previous), point.value - keys_.value(previous), keys_.time(next) - time,
+                              keys_.value(next) - point.value);
     }
-    Shape& shape = keys_.shape(position);
-    if (shapesIn)
-        shape.inDv = slope;
-    if (shapesOut)
-        shape.outDv = slope;
+    keys_.setSlopes(position, shapesIn ? slope : point.inDv, shapesOut ? slope : point.outDv);
 }
 
 bool BezierCurve::restoreInserted(const Keyframe& keyframe)

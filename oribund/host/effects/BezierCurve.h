@@ -53,19 +53,24 @@ private:
     friend class Graph1dBase;
     using Position = KeyStore::Position;
 
+    double evaluateAfter(const Position& left, double time) const noexcept;
+    void insertRaw(const Position& left, const Keyframe& keyframe, ChangeKind kind);
     void insertRaw(const Keyframe& keyframe, ChangeKind kind);
+    /** A keyframe with that value, or with the curve's; `left` is lower() of the time. */
+    void insertOnCurve(const Position& left, double time, const double* value, ChangeKind kind);
     void eraseRaw(int index, ChangeKind kind);
     void replaceRaw(int index, const Keyframe& keyframe, ChangeKind kind);
     void assignRaw(std::span<const Keyframe> keyframes, ChangeKind kind);
     void subdivideRaw(double time, ChangeKind kind);
-    KeyframeType typeForNew(double time) const noexcept;
+    /** The type that a keyframe behind `left` takes over. */
+    KeyframeType typeAfter(const Position& left) const noexcept;
     /** The automatic handle of a keyframe towards a neighbour as an explicit one that runs the same way. */
     TangentHandle automaticHandle(int index, int towards) const noexcept;
 
     Keyframe keyframeAt(const Position& position) const noexcept;
     CubicSegment segmentBetween(const Position& left, const Position& right) const noexcept;
     void refreshAround(const Position& position) noexcept;
-    void refreshSlope(const Position& position) noexcept;
+    void refreshSlope(const Position& previous, const Position& position, const Position& next) noexcept;
 
     KeyStore keys_;
     double restValue_ = 0.0;

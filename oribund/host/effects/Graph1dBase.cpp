@@ -73,8 +73,7 @@ double Graph1dBase::timeAt(int index) const noexcept
 
 KeyframeType Graph1dBase::typeAt(int index) const noexcept
 {
-    const bool smooth = (keys().flags(keys().position(index)) & KeyStore::kSmooth) != 0;
-    return smooth ? KeyframeType::Smooth : KeyframeType::Linear;
+    return keys().point(keys().position(index)).isSmooth() ? KeyframeType::Smooth : KeyframeType::Linear;
 }
 
 int Graph1dBase::lowerIndex(double time) const noexcept
@@ -93,8 +92,15 @@ int Graph1dBase::nearestIndex(double time) const noexcept
 
 int Graph1dBase::indexAt(double time) const noexcept
 {
-    const int nearest = nearestIndex(time);
-    return nearest >= 0 && valEqualsVal(timeAt(nearest), time) ? nearest : -1;
+    const KeyStore::Position lower = keys().lower(time);
+    const double before = lower.valid() ? time - keys().time(lower) : kMaxTime;
+    if (before == 0.0)
+        return keys().index(lower);
+    const KeyStore::Position next = lower.valid() ? keys().next(lower) : keys().begin();
+    const double after = next.valid() ? keys().time(next) - time : kMaxTime;
+    if (before <= kValueTolerance && before <= after)
+        return keys().index(lower);
+    return after <= kValueTolerance ? keys().index(next) : -1;
 }
 
 bool Graph1dBase::isFree(double time, int except) const noexcept
@@ -109,13 +115,7 @@ bool Graph1dBase::isFree(double time, int except) const noexcept
 
 int Graph1dBase::addKeyframe(double time, ChangeKind kind)
 {
-    if (parent_)
-        return parent_->addKeyframe(time, kind);
-    std::array<double, kMaxChannels> values;
-    const std::size_t count = channels_.size();
-    for (std::size_t i = 0; i < count; ++i)
-        values[i] = channels_[i]->evaluate(time);
-    return insertInAll(time, std::span(values.data(), count), kind);
+    return parent_ ? parent_->addKeyframe(time, kind) : insertInAll(time, nullptr, kind);
 }
 
 int Graph1dBase::addKeyframeWithValues(double time, std::span<const double> values, ChangeKind kind)
@@ -126,21 +126,30 @@ int Graph1dBase::addKeyframeWithValues(double time, std::span<const double> valu
         if (!usableValue(value))
             return -1;
     }
-    return insertInAll(time, values, kind);
+    return insertInAll(time, values.data(), kind);
 }
 
-int Graph1dBase::insertInAll(double time, std::span<const double> values, ChangeKind kind)
+int Graph1dBase::insertInAll(double time, const double* values, ChangeKind kind)
 {
-    if (!usableTime(time) || !isFree(time))
+    if (!usableTime(time))
         return -1;
-    const int index = lowerIndex(time) + 1;
+    // Keyframes mostly come in order.
+    KeyStore::Position left = keys().last();
+    if (left.valid() && time < keys().time(left))
+        left = keys().lower(time);
+    const KeyStore::Position right = left.valid() ? keys().next(left) : keys().begin();
+    if ((left.valid() && time - keys().time(left) <= kValueTolerance) ||
+        (right.valid() && keys().time(right) - time <= kValueTolerance))
+        return -1;
+    const int index = keys().index(left) + 1;
+    if (channels_.size() == 1) {
+        channels_.front()->insertOnCurve(left, time, values, kind);
+        return index;
+    }
     const GraphBatch batch(*this, BatchReason::AddKeyframe, BatchReason::EndAddKeyframe, kind);
-    for (std::size_t i = 0; i < values.size(); ++i) {
-        Keyframe keyframe;
-        keyframe.time = time;
-        keyframe.value = values[i];
-        keyframe.type = channels_[i]->typeForNew(time);
-        channels_[i]->insertRaw(keyframe, kind);
+    for (std::size_t i = 0; i < channels_.size(); ++i) {
+        BezierCurve& curve = *channels_[i];
+        curve.insertOnCurve(curve.keys_.lower(time), time, values ? values + i : nullptr, kind);
     }
     return index;
 }
@@ -164,6 +173,10 @@ bool Graph1dBase::removeKeyframe(int index, ChangeKind kind)
         return parent_->removeKeyframe(index, kind);
     if (!exists(index))
         return false;
+    if (channels_.size() == 1) {
+        channels_.front()->eraseRaw(index, kind);
+        return true;
+    }
     const GraphBatch batch(*this, BatchReason::Remove, BatchReason::Remove, kind);
     for (BezierCurve* const curve : channels_)
         curve->eraseRaw(index, kind);
@@ -300,7 +313,7 @@ void Graph1dBase::changed(unsigned channels, BatchReason reason, ChangeKind kind
     Graph1dBase& graph = root();
     if (graph.depth_ > 0)
         graph.pending_ |= channels;
-    else
+    else if (graph.channels_.size() > 1 || graph.notifier_.hasObservers())
         graph.notifyObservers(channels, reason, kind);
 }
 

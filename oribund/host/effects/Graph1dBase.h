@@ -155,7 +155,7 @@ private:
 
     bool isFree(double time, int except = -1) const noexcept;
     bool sameTimes(std::span<const std::vector<Keyframe>> channels) const noexcept;
-    int insertInAll(double time, std::span<const double> values, ChangeKind kind);
+    int insertInAll(double time, const double* values, ChangeKind kind);
     void notifyObservers(unsigned channels, BatchReason reason, ChangeKind kind);
 
     std::span<BezierCurve* const> channels_;

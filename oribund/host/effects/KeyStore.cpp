@@ -27,12 +27,6 @@ void closeGap(T* elements, int at, int count) noexcept
     std::memmove(elements + at, elements + at + 1, static_cast<std::size_t>(count - at - 1) * sizeof(T));
 }
 
-template <class T>
-void copyPart(const T* from, int count, T* to) noexcept
-{
-    std::memcpy(to, from, static_cast<std::size_t>(count) * sizeof(T));
-}
-
 int capacityFor(int count) noexcept
 {
     int capacity = kSmallestCapacity;
@@ -44,37 +38,29 @@ int capacityFor(int count) noexcept
 } // namespace
 
 KeyStore::Chunk::Chunk(int keys)
-    : block(std::make_unique_for_overwrite<std::byte[]>(static_cast<std::size_t>(keys) * (kFlagsAt + 1)))
+    : block(std::make_unique_for_overwrite<std::byte[]>(static_cast<std::size_t>(keys) *
+                                                        (sizeof(double) + sizeof(Point))))
     , capacity(keys)
 {
 }
 
-int KeyStore::chunkOfIndex(int index) const noexcept
-{
-    const auto after = std::upper_bound(starts_.begin(), starts_.end(), index);
-    return static_cast<int>(after - starts_.begin()) - 1;
-}
-
-KeyStore::Position KeyStore::insert(const Key& key)
+KeyStore::Position KeyStore::insertAfter(const Position& left, const Key& key)
 {
     if (chunks_.empty())
         addChunk(0, kSmallestCapacity);
-    Position position = lower(key.time);
-    ++position.offset;
-    makeRoom(position);
+    Position position{left.valid() ? left.chunk : 0, left.offset + 1};
+    if (const Chunk& full = at(position.chunk); full.count == full.capacity)
+        makeRoom(position);
 
     Chunk& chunk = at(position.chunk);
     const int offset = position.offset;
     openGap(chunk.times(), offset, chunk.count);
-    openGap(chunk.values(), offset, chunk.count);
-    openGap(chunk.shapes(), offset, chunk.count);
-    openGap(chunk.flags(), offset, chunk.count);
+    openGap(chunk.points(), offset, chunk.count);
     chunk.times()[offset] = key.time;
-    chunk.values()[offset] = key.value;
-    chunk.shapes()[offset] = key.shape;
-    chunk.flags()[offset] = key.flags;
+    chunk.points()[offset] = key.point;
     ++chunk.count;
     ++size_;
+    smooth_ += key.point.isSmooth() ? 1 : 0;
     if (offset == 0)
         firstTimes_[static_cast<std::size_t>(position.chunk)] = key.time;
     for (std::size_t i = static_cast<std::size_t>(position.chunk) + 1; i < starts_.size(); ++i)
@@ -85,10 +71,9 @@ KeyStore::Position KeyStore::insert(const Key& key)
 void KeyStore::erase(const Position& position)
 {
     Chunk& chunk = at(position.chunk);
+    smooth_ -= chunk.points()[position.offset].isSmooth() ? 1 : 0;
     closeGap(chunk.times(), position.offset, chunk.count);
-    closeGap(chunk.values(), position.offset, chunk.count);
-    closeGap(chunk.shapes(), position.offset, chunk.count);
-    closeGap(chunk.flags(), position.offset, chunk.count);
+    closeGap(chunk.points(), position.offset, chunk.count);
     --chunk.count;
     --size_;
     for (std::size_t i = static_cast<std::size_t>(position.chunk) + 1; i < starts_.size(); ++i)
@@ -113,15 +98,15 @@ void KeyStore::assign(std::span<const Key> keys)
     firstTimes_.clear();
     starts_.clear();
     size_ = count;
+    smooth_ = 0;
     for (int first = 0; first < count; first += kAssignedFill) {
         const int part = std::min(kAssignedFill, count - first);
         Chunk chunk(capacityFor(part));
         for (int i = 0; i < part; ++i) {
             const Key& key = keys[static_cast<std::size_t>(first + i)];
             chunk.times()[i] = key.time;
-            chunk.values()[i] = key.value;
-            chunk.shapes()[i] = key.shape;
-            chunk.flags()[i] = key.flags;
+            chunk.points()[i] = key.point;
+            smooth_ += key.point.isSmooth() ? 1 : 0;
         }
         chunk.count = part;
         firstTimes_.push_back(chunk.times()[0]);
@@ -147,8 +132,6 @@ void KeyStore::dropChunk(int chunk)
 void KeyStore::makeRoom(Position& position)
 {
     Chunk& chunk = at(position.chunk);
-    if (chunk.count < chunk.capacity)
-        return;
     if (chunk.capacity < kChunkSize) {
         Chunk larger(chunk.capacity * 2);
         copyKeys(chunk, 0, chunk.count, larger, 0);
@@ -204,10 +187,8 @@ void KeyStore::mergeWithNext(int chunk)
 
 void KeyStore::copyKeys(const Chunk& from, int first, int count, Chunk& to, int at)
 {
-    copyPart(from.times() + first, count, to.times() + at);
-    copyPart(from.values() + first, count, to.values() + at);
-    copyPart(from.shapes() + first, count, to.shapes() + at);
-    copyPart(from.flags() + first, count, to.flags() + at);
+    std::copy_n(from.times() + first, count, to.times() + at);
+    std::copy_n(from.points() + first, count, to.points() + at);
 }
 
 } // namespace oribund

@@ -13,31 +13,33 @@ namespace oribund
 
 /**
  * The keyframes of one curve, in ascending time. Chunks of at most kChunkSize keyframes keep insertion cheap in long
- * curves, and within a chunk times, values, shapes and flags lie apart, so that a search reads nothing but times and a
- * straight curve nothing but times and values. Knows no rule about what a keyframe may be: its user does.
+ * curves, and within a chunk the times lie apart from the rest, so that a search reads nothing but times. Knows no rule
+ * about what a keyframe may be: its user does.
  */
 class ORIBUND_API KeyStore
 {
 public:
     static constexpr int kChunkSize = 256;
 
-    /** Offsets of the handles; the value offset of an automatic one is the slope that was worked out for it. */
-    struct Shape {
+    static constexpr unsigned kSmooth = 1;
+    static constexpr unsigned kInAutomatic = 2;
+    static constexpr unsigned kOutAutomatic = 4;
+
+    /** A keyframe but for its time. The value offset of an automatic handle is the slope that was worked out for it. */
+    struct Point {
+        double value = 0.0;
         double inDt = 0.0;
         double inDv = 0.0;
         double outDt = 0.0;
         double outDv = 0.0;
-    };
+        unsigned flags = 0;
 
-    static constexpr unsigned char kSmooth = 1;
-    static constexpr unsigned char kInAutomatic = 2;
-    static constexpr unsigned char kOutAutomatic = 4;
+        bool isSmooth() const noexcept { return (flags & kSmooth) != 0; }
+    };
 
     struct Key {
         double time = 0.0;
-        double value = 0.0;
-        Shape shape;
-        unsigned char flags = 0;
+        Point point;
     };
 
     /** Where a keyframe lies, until the next insertion or removal. */
@@ -71,8 +73,13 @@ public:
         return {chunk, countUpTo(keys.times(), keys.count, time) - 1};
     }
 
-    /** The first keyframe; invalid when there is none. */
+    /** The first keyframe, and the last one; invalid when there is none. */
     Position begin() const noexcept { return {0, size_ > 0 ? 0 : -1}; }
+
+    Position last() const noexcept
+    {
+        return size_ > 0 ? Position{static_cast<int>(chunks_.size()) - 1, chunks_.back().count - 1} : Position{};
+    }
 
     /** The neighbours of a valid position; invalid at the ends. */
     Position next(const Position& position) const noexcept
@@ -91,71 +98,70 @@ public:
 
     double time(const Position& p) const noexcept { return at(p.chunk).times()[p.offset]; }
 
-    double value(const Position& p) const noexcept { return at(p.chunk).values()[p.offset]; }
+    const Point& point(const Position& p) const noexcept { return at(p.chunk).points()[p.offset]; }
 
-    double& value(const Position& p) noexcept { return at(p.chunk).values()[p.offset]; }
+    double value(const Position& p) const noexcept { return point(p).value; }
 
-    const Shape& shape(const Position& p) const noexcept { return at(p.chunk).shapes()[p.offset]; }
+    void setValue(const Position& p, double value) noexcept { at(p.chunk).points()[p.offset].value = value; }
 
-    Shape& shape(const Position& p) noexcept { return at(p.chunk).shapes()[p.offset]; }
-
-    unsigned char flags(const Position& p) const noexcept { return at(p.chunk).flags()[p.offset]; }
-
-    unsigned char& flags(const Position& p) noexcept { return at(p.chunk).flags()[p.offset]; }
-
-    /** Whether two keyframes before to one after the position share its chunk and are straight. */
-    bool straightAround(const Position& p) const noexcept
+    void setSlopes(const Position& p, double in, double out) noexcept
     {
-        const Chunk& keys = at(p.chunk);
-        if (p.offset < 2 || p.offset + 1 >= keys.count)
-            return false;
-        const unsigned char* flags = keys.flags() + p.offset;
-        return ((flags[-2] | flags[-1] | flags[0] | flags[1]) & kSmooth) == 0;
+        Point& point = at(p.chunk).points()[p.offset];
+        point.inDv = in;
+        point.outDv = out;
     }
 
-    /** Puts a keyframe behind those that are not after it. */
-    Position insert(const Key& key);
+    void setPoint(const Position& p, const Point& point) noexcept
+    {
+        Point& stored = at(p.chunk).points()[p.offset];
+        smooth_ += static_cast<int>(point.isSmooth()) - static_cast<int>(stored.isSmooth());
+        stored = point;
+    }
+
+    /** How many keyframes are smooth. */
+    int smoothCount() const noexcept { return smooth_; }
+
+    /** Puts a keyframe behind the one at `left`, which is lower() of its time. */
+    Position insertAfter(const Position& left, const Key& key);
+
+    Position insert(const Key& key) { return insertAfter(lower(key.time), key); }
+
     void erase(const Position& position);
     /** Replaces everything; `keys` ascend in time. */
     void assign(std::span<const Key> keys);
 
 private:
-    // One block holds the times, the values, the shapes and the flags, each `capacity` long.
+    // One block holds the times and behind them the points, `capacity` of each.
     struct Chunk {
         Chunk() = default;
         explicit Chunk(int keys);
 
         double* times() const noexcept { return reinterpret_cast<double*>(block.get()); }
 
-        double* values() const noexcept { return times() + capacity; }
-
-        Shape* shapes() const noexcept { return reinterpret_cast<Shape*>(block.get() + capacity * kShapesAt); }
-
-        unsigned char* flags() const noexcept
+        Point* points() const noexcept
         {
-            return reinterpret_cast<unsigned char*>(block.get() + capacity * kFlagsAt);
+            return reinterpret_cast<Point*>(block.get() + static_cast<std::size_t>(capacity) * sizeof(double));
         }
-
-        static constexpr std::size_t kShapesAt = 2 * sizeof(double);
-        static constexpr std::size_t kFlagsAt = kShapesAt + sizeof(Shape);
 
         std::unique_ptr<std::byte[]> block;
         int count = 0;
         int capacity = 0;
     };
 
-    static int countUpTo(const double* times, int count, double time) noexcept
+    /** How many of the ascending `numbers` are not above `limit`. */
+    template <class T>
+    static int countUpTo(const T* numbers, int count, T limit) noexcept
     {
-        const double* first = times;
+        const T* first = numbers;
         while (count > kScanSize) {
             const int half = count / 2;
-            first += first[half - 1] <= time ? half : 0;
+            first += first[half - 1] <= limit ? half : 0;
             count -= half;
         }
         std::ptrdiff_t scanned = 0;
         for (int i = 0; i < count; ++i)
-            scanned += first[i] <= time ? 1 : 0;
-        return static_cast<int>(first - times + scanned);
+            scanned += first[i] <= limit ? 1 : 0;
+        return static_cast<int>(first - numbers + scanned);
     }
 
     // Below this many, comparing all is quicker than halving.
@@ -171,7 +177,11 @@ private:
         return upTo > 0 ? upTo - 1 : 0;
     }
 
-    int chunkOfIndex(int index) const noexcept;
+    int chunkOfIndex(int index) const noexcept
+    {
+        return countUpTo(starts_.data(), static_cast<int>(starts_.size()), index) - 1;
+    }
+
     void addChunk(int chunk, int capacity);
     void dropChunk(int chunk);
     void makeRoom(Position& position);
@@ -180,6 +190,7 @@ private:
     static void copyKeys(const Chunk& from, int first, int count, Chunk& to, int at);
 
     int size_ = 0;
+    int smooth_ = 0;
     std::vector<Chunk> chunks_;
     std::vector<double> firstTimes_; // of each chunk
     std::vector<int> starts_;        // index of the first keyframe of each chunk
