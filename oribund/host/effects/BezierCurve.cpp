@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <optional>
 
 namespace oribund
 {
@@ -232,38 +233,40 @@ bool BezierCurve::setKeyframe(int index, const Keyframe& keyframe, ChangeKind ki
     return true;
 }
 
-void BezierCurve::insertRaw(const Position& left, const Keyframe& keyframe, ChangeKind kind)
+void BezierCurve::insertRaw(const Position& left, const KeyStore::Key& key, ChangeKind kind)
 {
-    const Keyframe added = normalised(keyframe);
-    refreshAround(keys_.insertAfter(left, toKey(added)));
+    const Position position = keys_.insertAfter(left, key);
+    refreshAround(position);
     if (journal())
-        journal()->keyframeInserted(channelIndex(), added, kind);
+        journal()->keyframeInserted(channelIndex(), keyframeAt(position), kind);
     changed(ownMask(), BatchReason::EndAddKeyframe, kind);
 }
 
 void BezierCurve::insertRaw(const Keyframe& keyframe, ChangeKind kind)
 {
-    insertRaw(keys_.lower(keyframe.time), keyframe, kind);
+    insertRaw(keys_.lower(keyframe.time), toKey(normalised(keyframe)), kind);
 }
 
 void BezierCurve::insertOnCurve(const Position& left, double time, const double* value, ChangeKind kind)
 {
-    Keyframe added;
-    added.time = time;
-    added.value = value ? *value : evaluateAfter(left, time);
-    added.type = typeAfter(left);
-    insertRaw(left, added, kind);
+    KeyStore::Key key;
+    key.time = time;
+    key.point.value = value ? *value : evaluateAfter(left, time);
+    key.point.flags = KeyStore::kInAutomatic | KeyStore::kOutAutomatic;
+    if (const Position model = left.valid() ? left : keys_.begin(); model.valid())
+        key.point.flags |= keys_.point(model).flags & KeyStore::kSmooth;
+    insertRaw(left, key, kind);
 }
 
 void BezierCurve::eraseRaw(int index, ChangeKind kind)
 {
     const Position position = keys_.position(index);
-    const Keyframe keyframe = keyframeAt(position);
+    const auto recorded = journal() ? std::optional(keyframeAt(position)) : std::nullopt;
     keys_.erase(position);
     if (keys_.smoothCount() > 0)
         refreshAround(keys_.position(std::max(index - 1, 0)));
-    if (journal())
-        journal()->keyframeErased(channelIndex(), keyframe, kind);
+    if (recorded)
+        journal()->keyframeErased(channelIndex(), *recorded, kind);
     changed(ownMask(), BatchReason::Remove, kind);
 }
 
@@ -297,7 +300,7 @@ void BezierCurve::assignRaw(std::span<const Keyframe> keyframes, ChangeKind kind
         return;
     keys_.assign(keys);
     for (Position position = keys_.begin(); position.valid(); position = keys_.next(position))
-        refreshSlope(keys_.previous(position), position, keys_.next(position));
+        refreshSlope(position);
     if (journal()) {
         std::for_each(before.rbegin(), before.rend(),
                       [&](const Keyframe& k) { journal()->keyframeErased(channelIndex(), k, kind); });
@@ -353,42 +356,60 @@ TangentHandle BezierCurve::automaticHandle(int index, int towards) const noexcep
     return {dt, dt * (towards < index ? point.inDv : point.outDv), false};
 }
 
-KeyframeType BezierCurve::typeAfter(const Position& left) const noexcept
-{
-    const Position model = left.valid() ? left : keys_.begin();
-    return model.valid() && keys_.point(model).isSmooth() ? KeyframeType::Smooth : KeyframeType::Linear;
-}
-
 void BezierCurve::refreshAround(const Position& position) noexcept
 {
     if (keys_.smoothCount() == 0)
         return;
-    const Position previous = keys_.previous(position);
-    const Position next = keys_.next(position);
-    refreshSlope(previous, position, next);
-    if (previous.valid())
-        refreshSlope(keys_.previous(previous), previous, position);
-    if (next.valid())
-        refreshSlope(position, next, keys_.next(next));
+    const KeyStore::Run run = keys_.run(position.chunk);
+    const int offset = position.offset;
+    if ((offset >= 2 || run.first) && (offset + 2 < run.count || run.last)) {
+        for (int i = std::max(offset - 1, 0); i <= std::min(offset + 1, run.count - 1); ++i)
+            refreshInRun(run, i);
+        return;
+    }
+    refreshSlope(position);
+    if (const Position previous = keys_.previous(position); previous.valid())
+        refreshSlope(previous);
+    if (const Position next = keys_.next(position); next.valid())
+        refreshSlope(next);
 }
 
-void BezierCurve::refreshSlope(const Position& previous, const Position& position, const Position& next) noexcept
+void BezierCurve::refreshSlope(const Position& position) noexcept
 {
-    const Point& point = keys_.point(position);
-    const bool shapesIn =
-        (point.flags & KeyStore::kInAutomatic) != 0 && previous.valid() && keys_.point(previous).isSmooth();
+    // Neighbours may lie in other chunks: a run of its own for the three of them.
+    double times[3];
+    Point points[3];
+    int count = 0;
+    int own = 0;
+    for (const Position& p : {keys_.previous(position), position, keys_.next(position)}) {
+        if (!p.valid())
+            continue;
+        own = p.chunk == position.chunk && p.offset == position.offset ? count : own;
+        times[count] = keys_.time(p);
+        points[count++] = keys_.point(p);
+    }
+    refreshInRun({times, points, count, true, true}, own);
+    keys_.setPoint(position, points[own]);
+}
+
+void BezierCurve::refreshInRun(const KeyStore::Run& run, int i) noexcept
+{
+    Point& point = run.points[i];
+    const bool shapesIn = (point.flags & KeyStore::kInAutomatic) != 0 && i > 0 && run.points[i - 1].isSmooth();
     const bool shapesOut = (point.flags & KeyStore::kOutAutomatic) != 0 && point.isSmooth();
     if (!shapesIn && !shapesOut)
         return;
 
     // Level at the ends, where the curve goes over into a constant.
     double slope = 0.0;
-    if (next.valid() && previous.valid()) {
-        const double time = keys_.time(position);
-        slope = monotoneSlope(time - keys_.time(previous), point.value - keys_.value(previous), keys_.time(next) - time,
-                              keys_.value(next) - point.value);
+    if (i > 0 && i + 1 < run.count) {
+        slope = monotoneSlope(run.times[i] - run.times[i - 1], point.value - run.points[i - 1].value,
+                              run.times[i + 1] - run.times[i], run.points[i + 1].value - point.value);
     }
-    keys_.setSlopes(position, shapesIn ? slope : point.inDv, shapesOut ? slope : point.outDv);
+    if (shapesIn)
+        point.inDv = slope;
+    if (shapesOut)
+        point.outDv = slope;
 }
 
 bool BezierCurve::restoreInserted(const Keyframe& keyframe)

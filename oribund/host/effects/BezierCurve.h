@@ -54,7 +54,7 @@ private:
     using Position = KeyStore::Position;
 
     double evaluateAfter(const Position& left, double time) const noexcept;
-    void insertRaw(const Position& left, const Keyframe& keyframe, ChangeKind kind);
+    void insertRaw(const Position& left, const KeyStore::Key& key, ChangeKind kind);
     void insertRaw(const Keyframe& keyframe, ChangeKind kind);
     /** A keyframe with that value, or with the curve's; `left` is lower() of the time. */
     void insertOnCurve(const Position& left, double time, const double* value, ChangeKind kind);
@@ -62,15 +62,14 @@ private:
     void replaceRaw(int index, const Keyframe& keyframe, ChangeKind kind);
     void assignRaw(std::span<const Keyframe> keyframes, ChangeKind kind);
     void subdivideRaw(double time, ChangeKind kind);
-    /** The type that a keyframe behind `left` takes over. */
-    KeyframeType typeAfter(const Position& left) const noexcept;
     /** The automatic handle of a keyframe towards a neighbour as an explicit one that runs the same way. */
     TangentHandle automaticHandle(int index, int towards) const noexcept;
 
     Keyframe keyframeAt(const Position& position) const noexcept;
     CubicSegment segmentBetween(const Position& left, const Position& right) const noexcept;
     void refreshAround(const Position& position) noexcept;
-    void refreshSlope(const Position& previous, const Position& position, const Position& next) noexcept;
+    void refreshSlope(const Position& position) noexcept;
+    static void refreshInRun(const KeyStore::Run& run, int i) noexcept;
 
     KeyStore keys_;
     double restValue_ = 0.0;

@@ -104,18 +104,29 @@ public:
 
     void setValue(const Position& p, double value) noexcept { at(p.chunk).points()[p.offset].value = value; }
 
-    void setSlopes(const Position& p, double in, double out) noexcept
-    {
-        Point& point = at(p.chunk).points()[p.offset];
-        point.inDv = in;
-        point.outDv = out;
-    }
-
     void setPoint(const Position& p, const Point& point) noexcept
     {
         Point& stored = at(p.chunk).points()[p.offset];
         smooth_ += static_cast<int>(point.isSmooth()) - static_cast<int>(stored.isSmooth());
         stored = point;
+    }
+
+    /**
+     * Keyframes that lie in one piece, for working on neighbours; the flags are not to be changed in it. `first` and
+     * `last` say whether nothing comes before or after it.
+     */
+    struct Run {
+        const double* times;
+        Point* points;
+        int count;
+        bool first;
+        bool last;
+    };
+
+    Run run(int chunk) noexcept
+    {
+        const Chunk& keys = at(chunk);
+        return {keys.times(), keys.points(), keys.count, chunk == 0, chunk + 1 == static_cast<int>(chunks_.size())};
     }
 
     /** How many keyframes are smooth. */
