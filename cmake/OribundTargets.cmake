@@ -47,6 +47,7 @@ function(oribund_bench name)
   add_executable(bench_${name} ${arg_SOURCES})
   target_include_directories(bench_${name} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(bench_${name} PRIVATE ${arg_LINK} benchmark::benchmark_main)
+  add_dependencies(benchmarks bench_${name})
 endfunction()
 
 # oribund_fuzz(NAME SOURCES a.cpp ... LINK libraries ...)
