@@ -23,6 +23,7 @@ struct Filled : Bench {
         const auto level = param<double>(tint, kLevel);
         level->setFunctionType(oribund::EffectValParamFnType::Keyframed, 0.2);
         level->addKeyframeAt(0.6, 80.0);
+        undo().endGesture();
     }
 
     /** The frames of the edit at which the level of the effect has keyframes. */

@@ -119,7 +119,7 @@ TEST(ModelEffect, SwitchingItFromAPanelIsAnUndoableStepOfTheEdit)
 
     // A panel may hold an effect longer than the edit does.
     b.edit->setReadOnly(false);
-    const std::size_t steps = b.undo().size();
+    const std::size_t steps = b.undo().position();
     b.editor.removeEffect(objectOf(effect->id()));
     effect->setEnabled(false);
     effect->paramAt(0)->setConstantValue(oribund::ParamValue(1.0));

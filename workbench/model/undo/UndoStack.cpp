@@ -139,7 +139,7 @@ void UndoStack::endParamBatch()
 
 void UndoStack::openSeries(ChangeKind kind)
 {
-    if (busy() || how_ == Open::Gesture)
+    if (depth_ > 0 || how_ == Open::Gesture)
         return;
     if (kind == ChangeKind::Continuation && how_ == Open::Series && seriesTitle_.empty())
         return;
