@@ -37,7 +37,7 @@ void drawEntry(const QStyleOption& option, QPainter& painter)
 {
     const bool focused = option.state.testFlag(QStyle::State_HasFocus);
     drawBox(painter, option.rect, option.palette.color(QPalette::Base),
-            focused ? focusColour() : option.palette.color(QPalette::Mid), 2.0);
+            focused ? focusColour() : option.palette.color(QPalette::Mid), 0.0);
 }
 
 void drawMark(const QStyleOption& option, QPainter& painter, bool round)
@@ -49,7 +49,7 @@ void drawMark(const QStyleOption& option, QPainter& painter, bool round)
     const QPalette& palette = option.palette;
     const bool focused = option.state.testFlag(QStyle::State_HasFocus);
     drawBox(painter, box, palette.color(on || partly ? QPalette::Highlight : QPalette::Base),
-            focused ? focusColour() : palette.color(QPalette::Mid), round ? side / 2.0 : 2.0);
+            focused ? focusColour() : palette.color(QPalette::Mid), round ? side / 2.0 : 0.0);
     const QRectF inside = QRectF(box).adjusted(2, 2, -2, -2);
     const QColor mark = palette.color(QPalette::HighlightedText);
     if (partly) {

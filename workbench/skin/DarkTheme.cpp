@@ -31,7 +31,7 @@ QMainWindow::separator:hover { background: $focus; }
 QSplitter::handle { background: $ground; }
 QSplitter::handle:hover { background: $focus; }
 QMenuBar { background: $ground; color: $text; padding: 1px; }
-QMenuBar::item { padding: $pad2 $pad4; border-radius: 2px; background: transparent; }
+QMenuBar::item { padding: $pad2 $pad4; background: transparent; }
 QMenuBar::item:selected { background: $raised; }
 QMenu { background: $field; color: $text; border: 1px solid $border; padding: $pad1 0; }
 QMenu::item { padding: $pad2 $pad8 $pad2 $pad8; }
@@ -46,7 +46,7 @@ QStatusBar::item { border: none; }
 QDockWidget { color: $heading; }
 QDockWidget::title { background: $ground; padding: $pad2; text-align: left; }
 QToolTip { background: $tip; color: $heading; border: 1px solid $border; padding: $pad1; }
-QPushButton { background: $button; color: $buttonText; border: 1px solid $border; border-radius: 2px;
+QPushButton { background: $button; color: $buttonText; border: 1px solid $border;
     padding: $pad1 $pad5; min-height: $control; }
 QPushButton:hover { background: $raised; }
 QPushButton:pressed, QPushButton:checked { background: $accent; color: $accentText; }
@@ -54,19 +54,18 @@ QPushButton:default { border-color: $accent; }
 QPushButton:focus { border-color: $focus; }
 QPushButton:disabled { color: $disabled; background: $window; border-color: $line; }
 QPushButton:flat { background: transparent; border-color: transparent; }
-QToolButton { background: transparent; color: $buttonText; border: 1px solid transparent; border-radius: 2px;
+QToolButton { background: transparent; color: $buttonText; border: 1px solid transparent;
     padding: $pad1; }
 QToolButton:hover { background: $raised; }
 QToolButton:pressed, QToolButton:checked { background: $accent; color: $accentText; }
 QToolButton:focus { border-color: $focus; }
 QToolButton:disabled { color: $disabled; background: transparent; }
 QToolButton::menu-indicator { width: 0; }
-QComboBox { background: $button; color: $buttonText; border: 1px solid $border; border-radius: 2px;
-    padding: 0 $pad2; min-height: $control; }
+QComboBox { background: $button; color: $buttonText; border: 1px solid $border;
+    padding: $pad1 $pad2; min-height: $control; }
 QComboBox:hover { background: $raised; }
 QComboBox:focus, QComboBox:on { border-color: $focus; }
 QComboBox:disabled { color: $disabled; background: $window; border-color: $line; }
-QComboBox::drop-down { border: none; width: $control; }
 QComboBox QAbstractItemView { background: $field; border: 1px solid $border; selection-background-color: $accent; }
 QAbstractItemView { background: $field; alternate-background-color: $stripe; color: $fieldText; border: 1px solid $line;
     selection-background-color: $accent; selection-color: $accentText; outline: none; }
@@ -82,7 +81,11 @@ QTabBar::tab:selected { background: $window; color: $heading; border-bottom: 2px
 QTabBar::tab:hover:!selected { color: $heading; }
 QTabBar::tab:focus { border-bottom: 2px solid $focus; }
 QTabWidget::pane { border: 1px solid $line; }
-QProgressBar { background: $field; color: $heading; border: 1px solid $border; border-radius: 2px; text-align: center;
+QAbstractSpinBox { background: $field; color: $fieldText; border: 1px solid $border; padding: $pad1;
+    min-height: $control; min-width: $entry; }
+QAbstractSpinBox:focus { border-color: $focus; }
+QAbstractSpinBox:disabled { color: $disabled; border-color: $line; }
+QProgressBar { background: $field; color: $heading; border: 1px solid $border; text-align: center;
     min-height: $control; }
 QProgressBar::chunk { background: $accent; }
 QScrollBar { background: $ground; border: none; margin: 0; }
@@ -94,11 +97,11 @@ QScrollBar::handle:horizontal { min-width: 24px; }
 QScrollBar::handle:hover { background: $disabled; }
 QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }
 QScrollBar::add-page, QScrollBar::sub-page { background: transparent; }
-QGroupBox { border: 1px solid $line; border-radius: 2px; margin-top: $row; padding: $pad2; }
+QGroupBox { border: 1px solid $line; margin-top: $row; padding: $pad2; }
 QGroupBox::title { subcontrol-origin: margin; left: $pad2; color: $heading; }
-QSlider::groove:horizontal { background: $field; border: 1px solid $border; height: 4px; border-radius: 2px; }
-QSlider::sub-page:horizontal { background: $accent; border: 1px solid $border; border-radius: 2px; }
-QSlider::handle:horizontal { background: $text; width: 10px; margin: -5px 0; border-radius: 2px; }
+QSlider::groove:horizontal { background: $field; border: 1px solid $border; height: 4px; }
+QSlider::sub-page:horizontal { background: $accent; border: 1px solid $border; }
+QSlider::handle:horizontal { background: $text; width: 10px; margin: -5px 0; }
 QSlider::handle:horizontal:focus { background: $focus; }
 )";
 
@@ -143,6 +146,7 @@ QList<Substitution> lengthNames()
         {"pad5", px(gap * 2)},
         {"pad8", px(gap * 4)},
         {"control", px(UifStd::getControlHeight() - 2)},
+        {"entry", px(UifStd::getControlHeight() * 2)},
         {"glyph", px(UifStd::getDefaultFontSize() + 1)},
         {"row", px(UifStd::getRowHeight() / 2)},
         {"scroll", px(UifStd::getScrollBarWidth())},

@@ -1,0 +1,201 @@
+#include "tests/skin/SkinSupport.h"
+
+#include "tests/toolkit/WidgetsSupport.h"
+
+#include "oribund/host/toolkit/Menu.h"
+#include "oribund/host/toolkit/ValColourSwatch.h"
+#include "oribund/host/toolkit/ValMenuButton.h"
+
+#include <gtest/gtest.h>
+
+#include <QColorDialog>
+#include <QMenu>
+
+namespace workbench::test
+{
+namespace
+{
+
+using namespace oribund;
+using oribund::test::StoreAdaptor;
+
+QMenu* openedMenu()
+{
+    return qobject_cast<QMenu*>(QApplication::activePopupWidget());
+}
+
+/** A panel with a context menu. */
+class MenuPanel : public MenuGlob
+{
+public:
+    using MenuGlob::MenuGlob;
+
+    std::vector<std::string> chosen;
+
+protected:
+    void reviewMenu(const Event*) override
+    {
+        const auto note = [this](const char* what) { return [this, what] { chosen.emplace_back(what); }; };
+        editMenu().addHeading(L"Keyframes");
+        editMenu().addItem(L"Copy & paste", note("copy")).checked = true;
+        editMenu().addItem(L"Not now", note("never")).enabled = false;
+        editMenu().addSeparator();
+        editMenu().addSubmenu(L"More").addItem(L"Inner", note("inner"));
+    }
+};
+
+class MenuOfGlob : public testing::Test
+{
+protected:
+    MenuOfGlob()
+    {
+        glob =
+            stage.panel().addWidget(std::make_unique<MenuPanel>(GlobCreationInfo(100, 100)), Glob::UserTopLeft(0, 0));
+        QTest::mouseClick(Stage::nativeOf(*glob), Qt::RightButton, {}, {20, 30});
+        menu = openedMenu();
+    }
+
+    ~MenuOfGlob() override
+    {
+        while (QWidget* popup = QApplication::activePopupWidget())
+            popup->close();
+        settle();
+    }
+
+    Stage stage;
+    MenuPanel* glob;
+    QMenu* menu;
+};
+
+TEST_F(MenuOfGlob, ShowsTheItemsAsTheyAre)
+{
+    ASSERT_TRUE(menu);
+    const auto actions = menu->actions();
+    ASSERT_EQ(actions.size(), 5);
+    EXPECT_FALSE(actions[0]->isEnabled());
+    EXPECT_EQ(actions[1]->text(), "Copy && paste");
+    EXPECT_TRUE(actions[1]->isChecked());
+    EXPECT_FALSE(actions[2]->isEnabled());
+    EXPECT_TRUE(actions[3]->isSeparator());
+    ASSERT_TRUE(actions[4]->menu());
+    EXPECT_EQ(menu->pos(), Stage::nativeOf(*glob)->mapToGlobal(QPoint(20, 30)));
+}
+
+TEST_F(MenuOfGlob, DoesWhatIsChosenOnce)
+{
+    ASSERT_TRUE(menu);
+    menu->actions()[4]->menu()->actions()[0]->trigger();
+    menu->close();
+    settle();
+    EXPECT_EQ(glob->chosen, std::vector<std::string>{"inner"});
+    EXPECT_FALSE(glob->isMenuOpen());
+}
+
+TEST_F(MenuOfGlob, ClosedWithoutAChoiceItIsClosedForTheGlobToo)
+{
+    ASSERT_TRUE(menu);
+    EXPECT_TRUE(glob->isMenuOpen());
+    QTest::keyClick(menu, Qt::Key_Escape);
+    settle();
+    EXPECT_FALSE(glob->isMenuOpen());
+    EXPECT_TRUE(glob->chosen.empty());
+}
+
+TEST_F(MenuOfGlob, GoesWithItsGlob)
+{
+    QPointer<QMenu> open = menu;
+    ASSERT_TRUE(open);
+    stage.panel().destroyWidget(*glob);
+    settle();
+    EXPECT_TRUE(open.isNull());
+}
+
+TEST(DropDownPeer, ChoosesByMenuAndByKeys)
+{
+    Stage stage;
+    const auto store = Kt::makePtr<StoreAdaptor<unsigned>>(1u);
+    ValMenuButton::InitArgs args;
+    args.items = {L"One", L"Two", L"Three"};
+    ValMenuButton* button = stage.add<ValMenuButton>(args, 10, 10);
+    button->setDataAdaptor(store);
+    QTest::mouseClick(Stage::nativeOf(*button), Qt::LeftButton, {}, {5, 10});
+    QMenu* menu = openedMenu();
+    ASSERT_TRUE(menu);
+    EXPECT_TRUE(menu->actions()[1]->isChecked());
+    QTest::keyClick(menu, Qt::Key_Down);
+    QTest::keyClick(menu, Qt::Key_Return);
+    settle();
+    EXPECT_EQ(store->value, 2u);
+    EXPECT_EQ(stage.focused(), button);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
+    EXPECT_EQ(store->value, 1u);
+    EXPECT_EQ(store->requests.size(), 2u);
+}
+
+class SwatchPeer : public testing::Test
+{
+protected:
+    SwatchPeer()
+    {
+        swatch = stage.add<ValColourSwatch>(10, 10);
+        swatch->setDataAdaptor(store);
+        QTest::mouseClick(Stage::nativeOf(*swatch), Qt::LeftButton, {}, {5, 10});
+        chooser = stage.window.findChild<QColorDialog*>();
+    }
+
+    Kt::Ptr<StoreAdaptor<ColourData>> store = Kt::makePtr<StoreAdaptor<ColourData>>(ColourData{{1.0, 0.0, 0.0, 1.0}});
+    Stage stage;
+    ValColourSwatch* swatch;
+    QColorDialog* chooser;
+};
+
+TEST_F(SwatchPeer, WhatIsTriedOutIsOneSeries)
+{
+    ASSERT_TRUE(chooser);
+    EXPECT_FALSE(chooser->isModal());
+    EXPECT_EQ(chooser->currentColor(), QColor(Qt::red));
+    EXPECT_TRUE(store->requests.empty());
+    chooser->setCurrentColor(Qt::green);
+    chooser->setCurrentColor(Qt::blue);
+    EXPECT_EQ(store->kinds(), "SC");
+    EXPECT_EQ(store->value, (ColourData{{0.0, 0.0, 1.0, 1.0}}));
+    chooser->accept();
+    EXPECT_EQ(store->kinds(), "SC");
+    EXPECT_EQ(store->seriesEnds, 1);
+    EXPECT_FALSE(swatch->isChooserOpen());
+}
+
+TEST_F(SwatchPeer, CancelPutsTheColourBack)
+{
+    ASSERT_TRUE(chooser);
+    chooser->setCurrentColor(Qt::green);
+    chooser->reject();
+    EXPECT_EQ(store->value, (ColourData{{1.0, 0.0, 0.0, 1.0}}));
+    EXPECT_EQ(store->cancels, 1);
+    EXPECT_EQ(swatch->getColour(), (Colour{1.0, 0.0, 0.0, 1.0}));
+    settle();
+    EXPECT_EQ(stage.window.findChild<QColorDialog*>(), nullptr);
+}
+
+TEST_F(SwatchPeer, EscapeInThePanelClosesTheChooserToo)
+{
+    ASSERT_TRUE(chooser);
+    chooser->setCurrentColor(Qt::green);
+    QTest::keyClick(Stage::nativeOf(*swatch), Qt::Key_Escape);
+    EXPECT_EQ(store->value, (ColourData{{1.0, 0.0, 0.0, 1.0}}));
+    EXPECT_FALSE(chooser->isVisible());
+}
+
+TEST_F(SwatchPeer, TheChooserGoesWithItsSwatch)
+{
+    QPointer<QColorDialog> open = chooser;
+    ASSERT_TRUE(open);
+    stage.panel().destroyWidget(*swatch);
+    open->setCurrentColor(Qt::green);
+    EXPECT_TRUE(store->requests.empty());
+    settle();
+    EXPECT_TRUE(open.isNull());
+}
+
+} // namespace
+} // namespace workbench::test
