@@ -1,0 +1,14 @@
+#pragma once
+
+#include <filesystem>
+
+namespace workbench
+{
+
+/** The user's folder for this program's settings: below $XDG_CONFIG_HOME, else below ~/.config. */
+std::filesystem::path settingsFolder();
+
+/** The user's folder for what this program must not lose between runs: below $XDG_STATE_HOME, else ~/.local/state. */
+std::filesystem::path recoveryFolder();
+
+} // namespace workbench
