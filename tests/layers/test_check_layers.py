@@ -42,7 +42,8 @@ class CheckLayers(unittest.TestCase):
                     "oribund/panels/P.cpp": 'auto s = R"x(\n#include <QWidget>\n)x";\n',
                     "workbench/engine/E.cpp": '#include <mlt++/Mlt.h>\n#include "oribund/panels/P.h"\n',
                     "workbench/app/W.cpp": "#include <QApplication>\n#include <unistd.h>\n",
-                    "examples/e/m.cpp": '#include <oribund/panels/P.h>\n',
+                    "examples/e/Own.h": "",
+                    "examples/e/m.cpp": '#include <oribund/panels/P.h>\n#include "Own.h"\n',
                 }
             ),
             [],
