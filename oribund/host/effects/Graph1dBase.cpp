@@ -21,6 +21,7 @@ void Graph1dBase::setChannels(std::span<BezierCurve* const> channels)
 {
     assert(!channels.empty() && channels.size() <= kMaxChannels);
     channels_ = channels;
+    times_ = &channels.front()->keys_;
     for (std::size_t i = 0; i < channels.size(); ++i) {
         if (channels[i] != this) {
             channels[i]->parent_ = this;
@@ -34,11 +35,6 @@ void Graph1dBase::announceEnd()
     Change change;
     change.graph = this;
     notifier_.notify(Event{ValEventKind::ServerGone, ChangeKind::Single, &change});
-}
-
-const KeyStore& Graph1dBase::keys() const noexcept
-{
-    return channels_.front()->keys_;
 }
 
 BezierCurve& Graph1dBase::curve(int index) noexcept

@@ -149,7 +149,8 @@ protected:
 private:
     friend class BezierCurve;
 
-    const KeyStore& keys() const noexcept;
+    const KeyStore& keys() const noexcept { return *times_; }
+
 
     bool exists(int index) const noexcept { return index >= 0 && index < size(); }
 
@@ -159,6 +160,7 @@ private:
     void notifyObservers(unsigned channels, BatchReason reason, ChangeKind kind);
 
     std::span<BezierCurve* const> channels_;
+    const KeyStore* times_ = nullptr; // of the first channel
     Graph1dBase* parent_ = nullptr; // of a channel: the graph that keeps its times in step
     int channelIndex_ = 0;
     int depth_ = 0;
