@@ -68,10 +68,14 @@ TEST_F(Adaptors, WidgetsAreToldInTheOrderInWhichTheyWereAttached)
     a.setDataAdaptor(adaptor);
     b.setDataAdaptor(adaptor);
     c.setDataAdaptor(adaptor);
-    a.setDataAdaptor(adaptor); // once is enough
+    adaptor->attachWidget(a); // once is enough
     journal.clear();
 
+    bool held = false;
+    adaptor->onRequest = [&] { held = !Drawable::redrawsEnabled(); };
     EXPECT_TRUE(c.requestDataChange(7.0, ChangeKind::Single));
+    EXPECT_TRUE(held);
+    EXPECT_TRUE(Drawable::redrawsEnabled());
     adaptor->setWidgetEnabledState(false);
     EXPECT_THAT(journal, ElementsAre("a=7", "b=7", "c=7", "a off", "b off", "c off"));
     EXPECT_EQ(adaptor->getNumWidgets(), 3u);
@@ -127,13 +131,30 @@ TEST_F(Adaptors, AWidgetMayGoOrComeWhileTheValueIsOnItsWay)
 
 TEST_F(Adaptors, TheLastWidgetMayGoDuringAPushAndTakeTheAdaptorWithIt)
 {
+    class Mortal : public StoreAdaptor<double>
+    {
+    public:
+        explicit Mortal(bool& gone)
+            : gone_(gone)
+        {
+        }
+
+        ~Mortal() override { gone_ = true; }
+
+    private:
+        bool& gone_;
+    };
+
+    bool gone = false;
     auto only = std::make_unique<Listener>("only", journal);
-    only->setDataAdaptor(adaptor);
-    StoreAdaptor<double>* raw = adaptor.get();
-    adaptor = nullptr;
-    only->onValue = [&] { only.reset(); };
-    raw->forceWidgetUpdate(eRedrawFlag::Yes);
-    EXPECT_FALSE(only);
+    only->setDataAdaptor(Kt::makePtr<Mortal>(gone));
+    Mortal* mortal = static_cast<Mortal*>(only->getAdaptor().get());
+    only->onValue = [&] {
+        only.reset();
+        EXPECT_FALSE(gone) << "it is still at work";
+    };
+    mortal->forceWidgetUpdate(eRedrawFlag::Yes);
+    EXPECT_TRUE(gone);
 }
 
 TEST_F(Adaptors, AnEditRepaintsEachWidgetThatShowsTheValueOnce)
