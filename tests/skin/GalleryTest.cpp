@@ -283,6 +283,7 @@ TEST(Gallery, NativeControlsFollowTheTheme)
 {
     const auto native = makeNativeControls();
     native->setObjectName("native");
+    native->show();
     for (const int scale : {1, 2}) {
         const QImage picture = render(*native, scale);
         const double luma = qGray(picture.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixel(0, 0));

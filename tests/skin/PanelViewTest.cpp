@@ -27,6 +27,7 @@ TEST(PanelView, GivesThePanelItsWidthAndScrollsItsHeight)
 {
     Stage stage(300, 200);
     stage.view->setPanel(makePanel(stage.view->canvas(), 900));
+    QCoreApplication::processEvents();
     const int width = stage.view->viewport()->width();
     EXPECT_LT(width, 300) << "no room for the scroll bar";
     EXPECT_EQ(stage.panel().getWidth(), width);

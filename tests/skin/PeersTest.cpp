@@ -258,8 +258,8 @@ TEST_F(ControlPeer, AClickOrSpaceTogglesOnce)
 
 TEST_F(ControlPeer, FollowsPlaceAndVisibility)
 {
-    slider->setPosition({30, 40});
     slider->resize(77, 21);
+    slider->setPosition({30, 40});
     EXPECT_EQ(sliderWidget->geometry(), QRect(30, 40, 77, 21));
     slider->setVisible(false);
     EXPECT_FALSE(sliderWidget->isVisible());

@@ -126,7 +126,8 @@ TEST(DropDownPeer, ChoosesByMenuAndByKeys)
     QTest::keyClick(menu, Qt::Key_Return);
     settle();
     EXPECT_EQ(store->value, 2u);
-    EXPECT_EQ(stage.focused(), button);
+    stage.activate();
+    ASSERT_EQ(stage.focused(), button);
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
     EXPECT_EQ(store->value, 1u);
     EXPECT_EQ(store->requests.size(), 2u);

@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include <memory>
+#include <stdexcept>
 
 namespace workbench::test
 {
@@ -25,6 +26,12 @@ public:
         view->setPanel(std::make_unique<oribund::StandardPanel>(oribund::GlobCreationInfo(
             static_cast<unsigned short>(width), static_cast<unsigned short>(height), &view->canvas())));
         window.show();
+        activate();
+    }
+
+    /** Gives the window the keyboard; also after a menu, which takes it along on a screen without a window manager. */
+    void activate()
+    {
         window.activateWindow();
         if (!QTest::qWaitForWindowActive(&window))
             throw std::runtime_error("the window does not become active");

@@ -66,12 +66,17 @@ void drawMark(const QStyleOption& option, QPainter& painter, bool round)
     }
 }
 
+void drawArrow(QPainter& painter, const QRect& rect, Glyph glyph, const QColor& colour)
+{
+    const double side = std::min({rect.width(), rect.height(), 10});
+    QRectF box(0, 0, side, side);
+    box.moveCenter(QRectF(rect).center());
+    paintGlyph(painter, glyph, box, colour);
+}
+
 void drawArrow(const QStyleOption& option, QPainter& painter, Glyph glyph)
 {
-    const double side = std::min({option.rect.width(), option.rect.height(), 10});
-    QRectF box(0, 0, side, side);
-    box.moveCenter(QRectF(option.rect).center());
-    paintGlyph(painter, glyph, box, option.palette.color(QPalette::ButtonText));
+    drawArrow(painter, option.rect, glyph, option.palette.color(QPalette::ButtonText));
 }
 
 } // namespace
@@ -121,6 +126,53 @@ void DarkStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     default:
         QProxyStyle::drawPrimitive(element, option, painter, widget);
     }
+}
+
+void DarkStyle::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                                   const QWidget* widget) const
+{
+    if (const auto* combo = qstyleoption_cast<const QStyleOptionComboBox*>(option); control == CC_ComboBox && combo)
+        drawCombo(*combo, *painter, widget);
+    else if (const auto* spin = qstyleoption_cast<const QStyleOptionSpinBox*>(option); control == CC_SpinBox && spin)
+        drawSpin(*spin, *painter, widget);
+    else
+        QProxyStyle::drawComplexControl(control, option, painter, widget);
+}
+
+void DarkStyle::drawCombo(const QStyleOptionComboBox& option, QPainter& painter, const QWidget* widget) const
+{
+    const QPalette& palette = option.palette;
+    QColor ground = palette.color(option.editable ? QPalette::Base : QPalette::Button);
+    if (option.state.testFlag(State_MouseOver) && option.state.testFlag(State_Enabled) && !option.editable)
+        ground = ground.lighter(120);
+    drawBox(painter, option.rect, ground,
+            option.state.testFlag(State_HasFocus) ? focusColour() : palette.color(QPalette::Mid), 0.0);
+    const QRect arrow = proxy()->subControlRect(CC_ComboBox, &option, SC_ComboBoxArrow, widget);
+    drawArrow(painter, arrow, Glyph::Down, palette.color(QPalette::ButtonText));
+}
+
+void DarkStyle::drawSpin(const QStyleOptionSpinBox& option, QPainter& painter, const QWidget* widget) const
+{
+    drawEntry(option, painter);
+    const auto arrow = [&](SubControl control, Glyph glyph, QAbstractSpinBox::StepEnabledFlag step) {
+        const bool usable = option.state.testFlag(State_Enabled) && option.stepEnabled.testFlag(step);
+        drawArrow(painter, proxy()->subControlRect(CC_SpinBox, &option, control, widget), glyph,
+                  option.palette.color(usable ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
+    };
+    if (option.buttonSymbols != QAbstractSpinBox::NoButtons) {
+        arrow(SC_SpinBoxUp, Glyph::Up, QAbstractSpinBox::StepUpEnabled);
+        arrow(SC_SpinBoxDown, Glyph::Down, QAbstractSpinBox::StepDownEnabled);
+    }
+}
+
+QSize DarkStyle::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                                  const QWidget* widget) const
+{
+    QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
+    // Boxes and entries that stand in one row are equally high.
+    if (type == CT_ComboBox || type == CT_SpinBox || type == CT_LineEdit)
+        result.setHeight(std::max(size.height(), oribund::UifStd::getRowHeight()));
+    return result;
 }
 
 int DarkStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const

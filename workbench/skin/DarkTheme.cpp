@@ -61,11 +61,6 @@ QToolButton:pressed, QToolButton:checked { background: $accent; color: $accentTe
 QToolButton:focus { border-color: $focus; }
 QToolButton:disabled { color: $disabled; background: transparent; }
 QToolButton::menu-indicator { width: 0; }
-QComboBox { background: $button; color: $buttonText; border: 1px solid $border;
-    padding: $pad1 $pad2; min-height: $control; }
-QComboBox:hover { background: $raised; }
-QComboBox:focus, QComboBox:on { border-color: $focus; }
-QComboBox:disabled { color: $disabled; background: $window; border-color: $line; }
 QComboBox QAbstractItemView { background: $field; border: 1px solid $border; selection-background-color: $accent; }
 QAbstractItemView { background: $field; alternate-background-color: $stripe; color: $fieldText; border: 1px solid $line;
     selection-background-color: $accent; selection-color: $accentText; outline: none; }
@@ -81,10 +76,6 @@ QTabBar::tab:selected { background: $window; color: $heading; border-bottom: 2px
 QTabBar::tab:hover:!selected { color: $heading; }
 QTabBar::tab:focus { border-bottom: 2px solid $focus; }
 QTabWidget::pane { border: 1px solid $line; }
-QAbstractSpinBox { background: $field; color: $fieldText; border: 1px solid $border; padding: $pad1;
-    min-height: $control; min-width: $entry; }
-QAbstractSpinBox:focus { border-color: $focus; }
-QAbstractSpinBox:disabled { color: $disabled; border-color: $line; }
 QProgressBar { background: $field; color: $heading; border: 1px solid $border; text-align: center;
     min-height: $control; }
 QProgressBar::chunk { background: $accent; }
@@ -146,7 +137,6 @@ QList<Substitution> lengthNames()
         {"pad5", px(gap * 2)},
         {"pad8", px(gap * 4)},
         {"control", px(UifStd::getControlHeight() - 2)},
-        {"entry", px(UifStd::getControlHeight() * 2)},
         {"glyph", px(UifStd::getDefaultFontSize() + 1)},
         {"row", px(UifStd::getRowHeight() / 2)},
         {"scroll", px(UifStd::getScrollBarWidth())},

@@ -85,8 +85,12 @@ QRectF QPainterRenderer::snapped(const QRectF& rect) const
 
 void QPainterRenderer::fillRect(const Box& box, const Colour& colour)
 {
-    if (colour.a > 0.0 && !box.empty())
-        painter_.fillRect(snapped(toQt(box)), toQt(colour));
+    if (colour.a <= 0.0 || box.empty())
+        return;
+    // Smoothing would turn the last bit of a rounded coordinate into a grey edge.
+    painter_.setRenderHint(QPainter::Antialiasing, false);
+    painter_.fillRect(snapped(toQt(box)), toQt(colour));
+    painter_.setRenderHint(QPainter::Antialiasing);
 }
 
 void QPainterRenderer::line(const XY<double>& from, const XY<double>& to, const Colour& colour, double width)
