@@ -64,6 +64,18 @@ TEST(Buttons, AClickIsAPressAndReleaseOnItOrAKey)
     EXPECT_EQ(hearer.heard.size(), 3u);
 }
 
+TEST(Buttons, DisabledUnderThePointerItForgetsThePointer)
+{
+    Desk desk;
+    auto* button = desk.add<Button>();
+    desk.canvas.inject(Event::mouseMove({5, 10}));
+    EXPECT_TRUE(button->isHot());
+    button->setEnabled(false);
+    desk.canvas.inject(Event::mouseMove({300, 200}));
+    button->setEnabled(true);
+    EXPECT_FALSE(button->isHot());
+}
+
 TEST(Buttons, TheMessageGoesToWhoeverTheButtonStandsIn)
 {
     class Panel : public StandardPanel
