@@ -2,6 +2,7 @@
 
 #include "oribund/host/base/UIString.h"
 #include "oribund/host/effects/iParamJournal.h"
+#include "oribund/host/notify/MethodCallback.h"
 
 #include <gtest/gtest.h>
 
@@ -249,4 +250,43 @@ TEST_F(Gesture, StepsOutliveTheObjectsTheyAreAbout)
     EXPECT_EQ(edit->snapshot(), after);
     undo().undo();
     EXPECT_EQ(param<double>(tint, kLevel)->constant(), 70.0);
+}
+
+TEST_F(Gesture, ObserversMayEditWhileAStepIsUndone)
+{
+    struct Meddler {
+        Bench& bench;
+        ObjectId clip;
+        oribund::EffectValParam<double>& whole;
+        oribund::EffectValParam<bool>& on;
+        int refused = 0;
+        oribund::MethodCallback<Meddler, oribund::ValServerEvent<double>> callback{this, &Meddler::hear};
+
+        int hear(const oribund::ValServerEvent<double>& event)
+        {
+            if (event.kind != oribund::ValEventKind::Changed)
+                return 0;
+            whole.setConstant(*event.value);
+            on.setConstant(!on.constant());
+            refused += !bench.editor.removeSegment(clip);
+            refused += !bench.undo().undo();
+            return 0;
+        }
+    };
+
+    const auto whole = param<double>(tint, kWhole);
+    Meddler meddler{*this, clip, *whole, *param<bool>(tint, kOn)};
+    level->setConstant(60);
+    level->setConstant(70);
+    const auto before = edit->snapshot();
+    meddler.callback.attach(level->constantServer().notifier());
+    EXPECT_TRUE(undo().undo());
+    EXPECT_EQ(meddler.refused, 2);
+    EXPECT_EQ(whole->constant(), 60.0);
+    EXPECT_EQ(undoTitle(), "Change 2 parameters");
+    undo().undo();
+    EXPECT_EQ(whole->constant(), 3.0);
+    meddler.callback.detach();
+    EXPECT_TRUE(undo().redoTitle() == L"Change 2 parameters") << "another way was taken";
+    EXPECT_NE(edit->snapshot(), before);
 }

@@ -8,19 +8,10 @@ namespace workbench
 {
 
 using oribund::ChangeKind;
+using namespace refusal;
 
 namespace
 {
-EditOutcome refuse(const std::string& reason)
-{
-    return {kNoObject, reason};
-}
-
-EditOutcome done(ObjectId object)
-{
-    return {object, {}};
-}
-
 SegmentSet idsOf(const std::vector<const Segment*>& segments)
 {
     SegmentSet ids;
@@ -28,12 +19,6 @@ SegmentSet idsOf(const std::vector<const Segment*>& segments)
         ids.insert(segment->id());
     return ids;
 }
-
-const char kReadOnly[] = "The edit is read-only.";
-const char kNoSegment[] = "There is no such segment.";
-const char kNoTrack[] = "There is no such track.";
-const char kOccupied[] = "Another segment is in the way.";
-const char kNoMedia[] = "The media has no more frames there.";
 
 /** Empty when all placements are possible: on the time line, in their media, free of other segments. */
 std::string faultOf(const EditModel& edit, const std::vector<Placement>& placements, const SegmentSet& group,
@@ -43,7 +28,7 @@ std::string faultOf(const EditModel& edit, const std::vector<Placement>& placeme
     for (const Placement& placement : placements) {
         const MediaInfo& media = timeline.findMedia(timeline.findSegment(placement.segment)->data.media)->info;
         if (placement.start < 0)
-            return "That is before the start of the edit.";
+            return kBeforeStart;
         if (placement.length < 1)
             return "Nothing of the segment would be left.";
         if (placement.in < 0 ||
@@ -72,66 +57,73 @@ void place(EditOperation& operation, const Timeline& timeline, const std::vector
 }
 } // namespace
 
-EditOutcome Editor::addTrack(TrackKind kind, int index, const std::string& name)
+const char* Editor::locked() const
 {
     if (edit_.isReadOnly())
-        return refuse(kReadOnly);
+        return kReadOnly;
+    return edit_.undoStack().isApplying() ? kBusy : nullptr;
+}
+
+EditOutcome Editor::addTrack(TrackKind kind, int index, const std::string& name)
+{
+    if (const char* reason = locked())
+        return EditOutcome::refuse(reason);
     TrackRecord record;
     record.index = std::clamp(index, 0, static_cast<int>(edit_.timeline().tracks().size()));
     record.data.id = edit_.newId();
     record.data.kind = kind;
     record.data.name = name;
     EditOperation(edit_, "Add track " + name).perform(insertion(record));
-    return done(record.data.id);
+    return EditOutcome::done(record.data.id);
 }
 
 EditOutcome Editor::removeTrack(ObjectId id)
 {
-    if (edit_.isReadOnly())
-        return refuse(kReadOnly);
+    if (const char* reason = locked())
+        return EditOutcome::refuse(reason);
     const Track* const track = edit_.timeline().findTrack(id);
     if (!track)
-        return refuse(kNoTrack);
+        return EditOutcome::refuse(kNoTrack);
     EditOperation(edit_, "Remove track " + track->data.name)
         .perform(removal(TrackRecord{edit_.timeline().trackIndex(id), edit_.timeline().dataOf(*track)}));
-    return done(id);
+    return EditOutcome::done(id);
 }
 
 EditOutcome Editor::setTrackEnabled(ObjectId id, bool enabled)
 {
-    if (edit_.isReadOnly())
-        return refuse(kReadOnly);
+    if (const char* reason = locked())
+        return EditOutcome::refuse(reason);
     const Track* const track = edit_.timeline().findTrack(id);
     if (!track)
-        return refuse(kNoTrack);
+        return EditOutcome::refuse(kNoTrack);
     const TrackState before{id, track->data.name, track->data.enabled};
     EditOperation(edit_, std::string(enabled ? "Switch on track " : "Switch off track ") + before.name)
         .perform(assignment(before, TrackState{id, before.name, enabled}));
-    return done(id);
+    return EditOutcome::done(id);
 }
 
 EditOutcome Editor::renameTrack(ObjectId id, const std::string& name)
 {
-    if (edit_.isReadOnly())
-        return refuse(kReadOnly);
+    if (const char* reason = locked())
+        return EditOutcome::refuse(reason);
     const Track* const track = edit_.timeline().findTrack(id);
     if (!track)
-        return refuse(kNoTrack);
+        return EditOutcome::refuse(kNoTrack);
     const TrackState before{id, track->data.name, track->data.enabled};
     EditOperation(edit_, "Rename track " + before.name + " to " + name)
         .perform(assignment(before, TrackState{id, name, before.enabled}));
-    return done(id);
+    return EditOutcome::done(id);
 }
 
 EditOutcome Editor::addClip(const Clip& clip, int start, Collision collision)
 {
-    if (edit_.isReadOnly())
-        return refuse(kReadOnly);
+    if (const char* reason = locked())
+        return EditOutcome::refuse(reason);
     const Timeline& timeline = edit_.timeline();
     const int available = mediaLength(clip.media, edit_.format());
     const int length = clip.length > 0 ? clip.length : available - clip.in;
     if (start < 0 || clip.in < 0 || length < 1 || (!clip.media.isStill() && clip.in + length > available))
-        return refuse(kNoMedia);
+        return EditOutcome::refuse(kNoMedia);
 
     std::vector<ObjectId> tracks;
     for (const auto& [id, kind, has] : {std::tuple(clip.videoTrack, TrackKind::Video, clip.media.hasVideo),
@@ -140,13 +132,13 @@ EditOutcome Editor::addClip(const Clip& clip, int start, Collision collision)
             continue;
         const Track* const track = timeline.findTrack(id);
         if (!track || track->data.kind != kind)
-            return refuse(kNoTrack);
+            return EditOutcome::refuse(kNoTrack);
         if (collision == Collision::Refuse && !isFree(timeline, id, start, start + length, {}))
-            return refuse(kOccupied);
+            return EditOutcome::refuse(kOccupied);
         tracks.push_back(id);
     }
     if (tracks.empty())
-        return refuse("The media has nothing for that track.");
+        return EditOutcome::refuse("The media has nothing for that track.");
 
     SegmentData data;
     data.name = clip.media.path.substr(clip.media.path.find_last_of('/') + 1);
@@ -168,29 +160,29 @@ EditOutcome Editor::addClip(const Clip& clip, int start, Collision collision)
         operation.perform(insertion(SegmentRecord{track, data}));
         operation.repairTransitions(track);
     }
-    return done(first);
+    return EditOutcome::done(first);
 }
 
 EditOutcome Editor::removeSegment(ObjectId id)
 {
-    if (edit_.isReadOnly())
-        return refuse(kReadOnly);
+    if (const char* reason = locked())
+        return EditOutcome::refuse(reason);
     const auto group = linkedGroup(edit_.timeline(), id);
     if (group.empty())
-        return refuse(kNoSegment);
+        return EditOutcome::refuse(kNoSegment);
     EditOperation operation(edit_, "Remove " + group.front()->data.name);
     for (const Segment* segment : group)
         operation.remove(*segment);
-    return done(id);
+    return EditOutcome::done(id);
 }
 
 EditOutcome Editor::moveSegment(ObjectId id, ObjectId track, int start, Collision collision, ChangeKind kind)
 {
-    if (edit_.isReadOnly())
-        return refuse(kReadOnly);
+    if (const char* reason = locked())
+        return EditOutcome::refuse(reason);
     const Timeline& timeline = edit_.timeline();
     if (!timeline.findSegment(id))
-        return refuse(kNoSegment);
+        return EditOutcome::refuse(kNoSegment);
     const std::string title = "Move " + timeline.findSegment(id)->data.name;
     // What an earlier place of a drag has overwritten comes back as the drag goes on.
     const bool rewound = collision == Collision::Overwrite && kind == ChangeKind::Continuation &&
@@ -198,7 +190,7 @@ EditOutcome Editor::moveSegment(ObjectId id, ObjectId track, int start, Collisio
     const auto refused = [&](const std::string& reason) {
         if (rewound)
             edit_.undoStack().replay();
-        return refuse(reason);
+        return EditOutcome::refuse(reason);
     };
 
     const auto group = linkedGroup(timeline, id);
@@ -218,7 +210,7 @@ EditOutcome Editor::moveSegment(ObjectId id, ObjectId track, int start, Collisio
         return refused(fault);
     EditOperation operation(edit_, title, kind);
     place(operation, timeline, placements, ids);
-    return done(id);
+    return EditOutcome::done(id);
 }
 
 namespace
@@ -238,41 +230,41 @@ EditOutcome trim(EditModel& edit, ObjectId id, int startBy, int endBy, ChangeKin
     }
     const SegmentSet ids = idsOf(group);
     if (const std::string fault = faultOf(edit, placements, ids, Collision::Refuse); !fault.empty())
-        return refuse(fault);
+        return EditOutcome::refuse(fault);
     EditOperation operation(edit, "Trim " + group.front()->data.name, kind);
     place(operation, timeline, placements, ids);
-    return done(id);
+    return EditOutcome::done(id);
 }
 } // namespace
 
 EditOutcome Editor::trimStart(ObjectId id, int start, ChangeKind kind)
 {
-    if (edit_.isReadOnly())
-        return refuse(kReadOnly);
+    if (const char* reason = locked())
+        return EditOutcome::refuse(reason);
     const Segment* const segment = edit_.timeline().findSegment(id);
-    return segment ? trim(edit_, id, start - segment->data.start, 0, kind) : refuse(kNoSegment);
+    return segment ? trim(edit_, id, start - segment->data.start, 0, kind) : EditOutcome::refuse(kNoSegment);
 }
 
 EditOutcome Editor::trimEnd(ObjectId id, int end, ChangeKind kind)
 {
-    if (edit_.isReadOnly())
-        return refuse(kReadOnly);
+    if (const char* reason = locked())
+        return EditOutcome::refuse(reason);
     const Segment* const segment = edit_.timeline().findSegment(id);
-    return segment ? trim(edit_, id, 0, end - segment->data.end(), kind) : refuse(kNoSegment);
+    return segment ? trim(edit_, id, 0, end - segment->data.end(), kind) : EditOutcome::refuse(kNoSegment);
 }
 
 EditOutcome Editor::splitSegment(ObjectId id, int frame)
 {
-    if (edit_.isReadOnly())
-        return refuse(kReadOnly);
+    if (const char* reason = locked())
+        return EditOutcome::refuse(reason);
     const auto group = linkedGroup(edit_.timeline(), id);
     if (group.empty())
-        return refuse(kNoSegment);
+        return EditOutcome::refuse(kNoSegment);
     const auto inside = [frame](const Segment* segment) {
         return segment->data.start < frame && frame < segment->data.end();
     };
     if (!inside(group.front()))
-        return refuse("There is nothing to cut there.");
+        return EditOutcome::refuse("There is nothing to cut there.");
     EditOperation operation(edit_, "Split " + group.front()->data.name);
     const ObjectId link = group.size() > 1 ? edit_.newId() : kNoObject;
     ObjectId right = kNoObject;
@@ -283,7 +275,7 @@ EditOutcome Editor::splitSegment(ObjectId id, int frame)
         right = right == kNoObject ? half : right;
         operation.repairTransitions(segment->track);
     }
-    return done(right);
+    return EditOutcome::done(right);
 }
 
 } // namespace workbench

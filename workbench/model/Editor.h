@@ -2,6 +2,7 @@
 
 #include "oribund/host/notify/ChangeKind.h"
 #include "workbench/model/EditModel.h"
+#include "workbench/model/EditOutcome.h"
 
 #include <span>
 #include <string>
@@ -9,14 +10,6 @@
 
 namespace workbench
 {
-
-/** What came of an operation: the object made or changed, or the reason why nothing was done, for a person to read. */
-struct EditOutcome {
-    ObjectId object = kNoObject;
-    std::string refused;
-
-    explicit operator bool() const { return refused.empty(); }
-};
 
 /** What happens to segments that lie where another one is put. */
 enum class Collision { Refuse, Overwrite };
@@ -89,6 +82,9 @@ public:
     EditOutcome removeCue(const oribund::IdStamp& cue);
 
 private:
+    /** Why nothing may be changed now; null when it may. */
+    const char* locked() const;
+
     EditModel& edit_;
 };
 

@@ -39,7 +39,9 @@ bool UndoStack::undo()
     if (done_ == 0)
         return false;
     --done_;
+    applying_ = true;
     steps_[done_].revert(timeline_, toTell_);
+    applying_ = false;
     tell();
     return true;
 }
@@ -52,7 +54,9 @@ bool UndoStack::redo()
     if (done_ == steps_.size())
         return false;
     ++done_;
+    applying_ = true;
     steps_[done_ - 1].apply(timeline_, toTell_);
+    applying_ = false;
     tell();
     return true;
 }
@@ -88,7 +92,7 @@ void UndoStack::endModify()
         return;
     if (how_ != Open::Gesture) {
         how_ = Open::Series;
-        if (!stays_)
+        if (!stays_ && !applying_)
             close();
     }
     tell();
@@ -98,7 +102,9 @@ bool UndoStack::rewind(const WString& title)
 {
     if (busy() || how_ != Open::Series || seriesTitle_ != title)
         return false;
+    applying_ = true;
     current_->revert(timeline_, toTell_);
+    applying_ = false;
     rewound_ = std::exchange(current_, std::make_unique<EditCommand>(title));
     return true;
 }
@@ -106,7 +112,9 @@ bool UndoStack::rewind(const WString& title)
 void UndoStack::replay()
 {
     current_ = std::exchange(rewound_, nullptr);
+    applying_ = true;
     current_->apply(timeline_, toTell_);
+    applying_ = false;
     toTell_.clear();
 }
 
@@ -114,7 +122,9 @@ void UndoStack::perform(EditChangePtr change)
 {
     if (!current_ || change->isNull())
         return;
+    applying_ = true;
     change->apply(timeline_);
+    applying_ = false;
     toTell_.push_back(change->modification());
     current_->add(std::move(change));
 }
@@ -170,7 +180,9 @@ bool UndoStack::cancelGesture()
     how_ = Open::Nothing;
     if (cancelled->isNull())
         return false;
+    applying_ = true;
     cancelled->revert(timeline_, toTell_);
+    applying_ = false;
     tell();
     return true;
 }
@@ -189,6 +201,8 @@ bool UndoStack::isClean() const
 
 void UndoStack::open(Open how, const WString& title)
 {
+    if (applying_ && current_)
+        return;
     close();
     current_ = std::make_unique<EditCommand>(title);
     how_ = how;

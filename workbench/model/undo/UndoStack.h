@@ -66,6 +66,10 @@ public:
     bool rewind(const oribund::WString& title);
     void replay();
 
+    /** Whether a change is just being made, undone or redone. What observers of single values do to the structure of
+       the edit at that moment is refused. */
+    bool isApplying() const { return applying_; }
+
     /** Makes a change and records it. Only between beginModify() and endModify(). */
     void perform(EditChangePtr change);
 
@@ -99,7 +103,7 @@ private:
     void close();
     void dropUndone();
 
-    bool busy() const { return depth_ > 0 || batchDepth_ > 0; }
+    bool busy() const { return depth_ > 0 || batchDepth_ > 0 || applying_; }
 
     void tell();
 
@@ -112,7 +116,8 @@ private:
     Open how_ = Open::Nothing;
     int depth_ = 0;
     int batchDepth_ = 0;
-    bool stays_ = false; ///< the step goes on as a series after endModify()
+    bool applying_ = false; ///< a step is being undone or redone; what observers do meanwhile stays in one open step
+    bool stays_ = false;    ///< the step goes on as a series after endModify()
     oribund::WString seriesTitle_;
     std::unique_ptr<EditCommand> rewound_;
     std::vector<oribund::EditModification> toTell_;
