@@ -40,7 +40,8 @@ CatalogueResult* CatalogueTest::result = nullptr;
 TEST_F(CatalogueTest, offersWhatIsInstalled)
 {
     const auto& all = result->catalogue.all();
-    const auto usable = std::count_if(all.begin(), all.end(), [](const auto& entry) { return entry->blockedBecause.empty(); });
+    const auto usable =
+        std::count_if(all.begin(), all.end(), [](const auto& entry) { return entry->blockedBecause.empty(); });
     const auto curated = std::count_if(all.begin(), all.end(), [](const auto& entry) { return entry->curated; });
     EXPECT_GE(all.size(), 450U);
     EXPECT_GE(usable, 330);
@@ -67,7 +68,8 @@ TEST_F(CatalogueTest, noNameIsLeftAsAnIdentifier)
 
 TEST_F(CatalogueTest, whatCannotWorkIsBlockedWithAReason)
 {
-    for (const char* service : {"frei0r.curves", "frei0r.3dflippo", "avfilter.gblur_vulkan", "sox.echo", "movit.blur"}) {
+    for (const char* service :
+         {"frei0r.curves", "frei0r.3dflippo", "avfilter.gblur_vulkan", "sox.echo", "movit.blur"}) {
         const auto effect = result->catalogue.find(service);
         ASSERT_TRUE(effect) << service;
         EXPECT_FALSE(effect->blockedBecause.empty()) << service;
@@ -126,9 +128,10 @@ TEST(EffectMapping, makesSenseOfUnevenMetadata)
 TEST(EffectMapping, aliasesAreShownOnce)
 {
     RawEffect raw{"avfilter.x", "x", "", {"Audio"}, {}};
-    raw.params = {{"av.frequency", "", "float", "set central frequency", "", "", "0", "999999", "100", {}, false, false},
-                  {"av.f", "", "float", "set central frequency", "", "", "0", "999999", "100", {}, false, false},
-                  {"av.fade", "", "float", "set fade", "", "", "0", "1", "0", {}, false, false}};
+    raw.params = {
+        {"av.frequency", "", "float", "set central frequency", "", "", "0", "999999", "100", {}, false, false},
+        {"av.f", "", "float", "set central frequency", "", "", "0", "999999", "100", {}, false, false},
+        {"av.fade", "", "float", "set fade", "", "", "0", "1", "0", {}, false, false}};
     const auto effect = mapEffect(raw);
     ASSERT_TRUE(effect);
     ASSERT_EQ(effect->params.size(), 2U);

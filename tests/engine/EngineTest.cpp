@@ -1,1 +1,329 @@
-#include <gtest/gtest.h>
+#include "workbench/engine/Engine.h"
+
+#include "tests/engine/SampleMedia.h"
+#include "workbench/engine/EffectProbe.h"
+#include "workbench/engine/FilterTrace.h"
+#include "workbench/engine/MltGraph.h"
+#include "workbench/engine/MltSession.h"
+#include "workbench/engine/ProjectionQueries.h"
+
+#include <gmock/gmock.h>
+#include <mlt++/Mlt.h>
+
+#include <atomic>
+#include <clocale>
+#include <condition_variable>
+#include <cstdlib>
+#include <mutex>
+
+namespace workbench
+{
+namespace
+{
+
+using namespace std::chrono_literals;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/** Collects what an engine tells. */
+struct Listener {
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::vector<FrameImagePtr> frames;
+    std::vector<int> positions;
+    std::vector<EngineProblem> problems;
+    std::vector<bool> playing;
+
+    EngineCallbacks callbacks()
+    {
+        return {[this](FrameImagePtr frame) { add(frames, std::move(frame)); },
+                [this](int position) { add(positions, position); }, [this](bool is) { add(playing, is); },
+                [this](const EngineProblem& problem) { add(problems, problem); }};
+    }
+
+    template <class T, class V>
+    void add(std::vector<T>& to, V value)
+    {
+        {
+            const std::lock_guard lock(mutex);
+            to.push_back(std::move(value));
+        }
+        changed.notify_all();
+    }
+
+    template <class Condition>
+    bool wait(Condition&& condition, std::chrono::milliseconds limit = 20s)
+    {
+        std::unique_lock lock(mutex);
+        return changed.wait_for(lock, limit, condition);
+    }
+
+    bool waitForFrame(int frame, std::uint64_t revision)
+    {
+        return wait(
+            [&] { return !frames.empty() && frames.back()->frame == frame && frames.back()->revision == revision; });
+    }
+};
+
+int brightnessAt(const FrameImage& image)
+{
+    const std::uint8_t* pixel = image.pixel(image.width / 2, image.height / 2);
+    return pixel[0] + pixel[1] + pixel[2];
+}
+
+class EngineTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        session = MltSession::open();
+        ASSERT_TRUE(session);
+    }
+
+    std::shared_ptr<MltSession> session;
+    Listener listener;
+};
+
+TEST_F(EngineTest, rendersTheFrameAndRevisionThatWereAskedFor)
+{
+    Engine engine(session, listener.callbacks());
+    engine.requestFrame(10, 320, 180); // nothing is loaded yet: nothing to show
+    const auto loaded = engine.load(sampleEdit("frei0r.brightness", {{"0", "0.5"}}));
+    engine.requestFrame(10, 160, 160);
+    ASSERT_TRUE(listener.waitForFrame(10, loaded));
+    const FrameImagePtr plain = listener.frames.back();
+    EXPECT_EQ(plain->width, 160);
+    EXPECT_EQ(plain->height, 90);
+    EXPECT_EQ(plain->rgba.size(), 160U * 90U * 4U);
+
+    const auto updated = engine.update({{kSampleEffect, "0", "0.9"}});
+    EXPECT_GT(updated, loaded);
+    engine.requestFrame(10, 160, 160);
+    ASSERT_TRUE(listener.waitForFrame(10, updated));
+    EXPECT_GT(brightnessAt(*listener.frames.back()), brightnessAt(*plain) + 50);
+    EXPECT_THAT(listener.problems, IsEmpty());
+}
+
+TEST_F(EngineTest, ofManyRequestsTheLatestWinsAndMediaStayOpen)
+{
+    Engine engine(session, listener.callbacks());
+    std::uint64_t revision = 0;
+    for (int i = 0; i < 200; ++i) {
+        revision = engine.load(sampleEdit("frei0r.brightness", {{"0", "0.5"}}));
+        engine.requestFrame(i % 70, 320, 180);
+    }
+    engine.requestFrame(42, 320, 180);
+    ASSERT_TRUE(listener.waitForFrame(42, revision));
+    EXPECT_LT(listener.frames.size(), 100U);
+}
+
+TEST_F(EngineTest, playsToTheEndAndStops)
+{
+    setenv("SDL_AUDIODRIVER", "dummy", 1);
+    Engine engine(session, listener.callbacks());
+    engine.load(sampleEdit());
+    engine.requestFrame(45, 160, 90);
+    engine.play();
+    ASSERT_TRUE(listener.wait([&] { return listener.playing.size() == 2; }));
+    EXPECT_THAT(listener.playing, ElementsAre(true, false));
+    ASSERT_GE(listener.positions.size(), 10U);
+    EXPECT_GE(listener.positions.front(), 45);
+    EXPECT_GE(listener.positions.back(), 70);
+    EXPECT_TRUE(std::is_sorted(listener.positions.begin(), listener.positions.end()));
+    EXPECT_GE(listener.frames.size(), 5U);
+    EXPECT_EQ(listener.frames.back()->height, 90);
+}
+
+TEST_F(EngineTest, pausesAndChangesWhilePlaying)
+{
+    setenv("SDL_AUDIODRIVER", "dummy", 1);
+    Engine engine(session, listener.callbacks());
+    engine.load(sampleEdit("frei0r.brightness", {{"0", "0.5"}}));
+    engine.requestFrame(0, 160, 90);
+    engine.play();
+    ASSERT_TRUE(listener.wait([&] { return listener.positions.size() >= 3; }));
+    const auto revision = engine.update({{kSampleEffect, "0", "1"}});
+    ASSERT_TRUE(listener.wait(
+        [&] { return listener.frames.back()->revision == revision && brightnessAt(*listener.frames.back()) > 700; }));
+    engine.pause();
+    ASSERT_TRUE(listener.wait([&] { return !listener.playing.empty() && !listener.playing.back(); }));
+    engine.requestFrame(7, 160, 90);
+    EXPECT_TRUE(listener.waitForFrame(7, revision));
+}
+
+TEST_F(EngineTest, missingMediaAndEffectsAreToldAndTheRestPlays)
+{
+    Projection edit = sampleEdit("no.such.effect", {});
+    edit.clips[1].filters.push_back({"effect2", "frei0r.brightness", 0, 74, {{"0", "0.9"}}});
+    Engine engine(session, listener.callbacks());
+    auto revision = engine.load(edit);
+    engine.requestFrame(3, 320, 180);
+    ASSERT_TRUE(listener.waitForFrame(3, revision));
+    ASSERT_EQ(listener.problems.size(), 1U);
+    EXPECT_EQ(listener.problems[0].kind, EngineProblem::Kind::EffectMissing);
+    EXPECT_EQ(listener.problems[0].subject, kSampleEffect);
+
+    edit.clips[1].resource = "/no/such/file.mp4";
+    revision = engine.load(edit);
+    engine.requestFrame(60, 320, 180);
+    ASSERT_TRUE(listener.waitForFrame(60, revision));
+    EXPECT_EQ(listener.problems[1].kind, EngineProblem::Kind::MediaMissing);
+    EXPECT_EQ(listener.problems[1].subject, "clip1");
+}
+
+/** Two clips in a row, with a dissolve between them. */
+Projection dissolve()
+{
+    Projection edit = sampleEdit();
+    edit.clips.push_back({"clip2", "color", "#ffff0000", 0, 49, {}, {}});
+    ProjectedEntry first;
+    first.kind = ProjectedEntry::Kind::Clip;
+    first.length = 30;
+    first.first = {"clip1", 0, 29};
+    ProjectedEntry mix;
+    mix.kind = ProjectedEntry::Kind::Mix;
+    mix.length = 20;
+    mix.first = {"clip1", 30, 49};
+    mix.second = {"clip2", 0, 19};
+    mix.transitions.push_back({"t", "luma", 0, 1, 0, 19, {}});
+    ProjectedEntry last;
+    last.kind = ProjectedEntry::Kind::Clip;
+    last.length = 25;
+    last.first = {"clip2", 20, 44};
+    edit.tracks[1].entries = {first, mix, last};
+    return edit;
+}
+
+TEST_F(EngineTest, dissolvesFromOneClipToTheNext)
+{
+    Engine engine(session, listener.callbacks());
+    const auto revision = engine.load(dissolve());
+    const auto redness = [&](int frame) {
+        engine.requestFrame(frame, 320, 180);
+        EXPECT_TRUE(listener.waitForFrame(frame, revision));
+        const std::uint8_t* pixel = listener.frames.back()->pixel(160, 90);
+        return pixel[0] - (pixel[1] + pixel[2]) / 2;
+    };
+    EXPECT_LT(redness(29), redness(40));
+    EXPECT_LT(redness(40), redness(48));
+    EXPECT_GT(redness(60), 240);
+}
+
+TEST_F(EngineTest, aHungEffectIsNamedAndBypassed)
+{
+    // Blocked in the catalogue because it never returns.
+    Projection edit = sampleEdit("frei0r.brightness", {{"0", "0.9"}});
+    edit.clips[1].filters.push_back({"bad", "frei0r.curves", 0, 74, {}});
+    EngineOptions options;
+    options.frameTimeout = 400ms;
+    const auto begin = std::chrono::steady_clock::now();
+    {
+        Engine engine(session, listener.callbacks(), options);
+        const auto revision = engine.load(edit);
+        engine.requestFrame(5, 320, 180);
+        EXPECT_LT(std::chrono::steady_clock::now() - begin, 200ms); // nobody waits
+        ASSERT_TRUE(listener.waitForFrame(5, revision));
+        ASSERT_EQ(listener.problems.size(), 1U);
+        EXPECT_EQ(listener.problems[0].kind, EngineProblem::Kind::EffectHung);
+        EXPECT_EQ(listener.problems[0].subject, "bad");
+        EXPECT_THAT(listener.problems[0].effects, ElementsAre("frei0r.brightness", "frei0r.curves"));
+
+        const auto next = engine.update({{kSampleEffect, "0", "0.2"}});
+        const int before = brightnessAt(*listener.frames.back());
+        engine.requestFrame(6, 320, 180);
+        ASSERT_TRUE(listener.waitForFrame(6, next)); // life goes on
+        EXPECT_LT(brightnessAt(*listener.frames.back()), before);
+    }
+    EXPECT_TRUE(MltSession::hasAbandonedThread());
+}
+
+TEST_F(EngineTest, anEffectThatHangsWhilePlayingIsBypassed)
+{
+    setenv("SDL_AUDIODRIVER", "dummy", 1);
+    Projection edit = sampleEdit("frei0r.curves", {});
+    edit.clips[1].filters[0].in = 20;
+    EngineOptions options;
+    options.frameTimeout = 500ms;
+    Engine engine(session, listener.callbacks(), options);
+    engine.load(edit);
+    engine.requestFrame(0, 160, 90);
+    engine.play();
+    ASSERT_TRUE(listener.wait([&] { return !listener.problems.empty(); }));
+    EXPECT_EQ(listener.problems[0].subject, kSampleEffect);
+    EXPECT_TRUE(listener.wait([&] { return !listener.positions.empty() && listener.positions.back() >= 40; }));
+}
+
+TEST_F(EngineTest, destroyingItInTheMiddleOfEverythingIsSafe)
+{
+    setenv("SDL_AUDIODRIVER", "dummy", 1);
+    for (int i = 0; i < 5; ++i) {
+        Engine engine(session, listener.callbacks());
+        engine.load(sampleEdit("frei0r.brightness", {{"0", "0.5"}}));
+        engine.requestFrame(i * 10, 320, 180);
+        if (i % 2 == 0)
+            engine.play();
+        std::this_thread::sleep_for(std::chrono::milliseconds(20 * i));
+    }
+}
+
+TEST(MltGraphLife, nothingOfAGraphOutlivesIt)
+{
+    auto session = MltSession::open();
+    FilterTrace trace;
+    MltGraph::Options options;
+    options.trace = &trace;
+    auto graph = MltGraph::build(session, sampleEdit("frei0r.brightness", {{"0", "0.5"}}), std::move(options));
+    std::vector<Mlt::Properties> held;
+    for (Mlt::Service* service : graph->services())
+        held.emplace_back(service->get_properties()); // one more reference to each
+    ASSERT_GE(held.size(), 6U);
+    delete graph->producer().get_frame();
+
+    MltGraph::Options rebuilt;
+    rebuilt.former = std::move(graph);
+    rebuilt.trace = &trace;
+    graph = MltGraph::build(session, dissolve(), std::move(rebuilt));
+    delete graph->producer().get_frame();
+    graph.reset();
+    for (Mlt::Properties& properties : held)
+        EXPECT_EQ(properties.ref_count(), 1) << (properties.get("mlt_service") ? properties.get("mlt_service") : "?");
+}
+
+TEST(MltSessionLife, numbersAreReadWithAPointWhateverTheLocale)
+{
+    auto session = MltSession::open();
+    if (std::setlocale(LC_NUMERIC, "de_DE.UTF-8")) {
+        MltSession::useNumericLocale();
+        EXPECT_EQ(std::atof("0.5"), 0.5);
+    }
+    EXPECT_EQ(MltSession::open(), session);
+}
+
+TEST(ProjectionQueries, findsTheEffectsOnAFrame)
+{
+    Projection edit = dissolve();
+    edit.clips[1].filters.push_back({"early", "a", 0, 35, {}});
+    edit.clips[1].filters.push_back({"off", "b", 0, 74, {{"disable", "1"}}});
+    edit.clips[2].filters.push_back({"second", "c", 0, 49, {}});
+    EXPECT_THAT(serviceNames(effectsAt(edit, 0)), ElementsAre("a"));
+    EXPECT_THAT(serviceNames(effectsAt(edit, 35)), ElementsAre("a", "c"));
+    EXPECT_THAT(serviceNames(effectsAt(edit, 36)), ElementsAre("c"));
+    EXPECT_THAT(serviceNames(effectsAt(edit, 75)), IsEmpty());
+    EXPECT_EQ(findEffect(edit, "second")->service, "c");
+    EXPECT_EQ(findEffect(edit, "none"), nullptr);
+}
+
+TEST(EffectProbe, tellsGoodFromBad)
+{
+    using Outcome = EffectProbeResult::Outcome;
+    EXPECT_EQ(probeEffect("frei0r.brightness", {{"0", "0.7"}}).outcome, Outcome::Works);
+    EXPECT_EQ(probeEffect("volume").outcome, Outcome::Works);
+    EXPECT_EQ(probeEffect("no.such.effect").outcome, Outcome::Missing);
+    const EffectProbeResult hung = probeEffect("frei0r.curves", {}, 1500ms);
+    EXPECT_EQ(hung.outcome, Outcome::Hangs);
+    EXPECT_THAT(hung.message, testing::HasSubstr("frei0r.curves"));
+}
+
+} // namespace
+} // namespace workbench

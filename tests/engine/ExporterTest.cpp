@@ -1,1 +1,124 @@
-#include <gtest/gtest.h>
+#include "workbench/engine/Exporter.h"
+
+#include "tests/engine/SampleMedia.h"
+#include "workbench/engine/ExportPreset.h"
+#include "workbench/engine/MediaProbe.h"
+#include "workbench/engine/MltSession.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+#include <unistd.h>
+
+namespace workbench
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using Outcome = ExportResult::Outcome;
+
+class ExporterTest : public testing::Test
+{
+protected:
+    void SetUp() override
+    {
+        session = MltSession::open();
+        folder = SampleMedia::folder() / testing::UnitTest::GetInstance()->current_test_info()->name();
+        fs::create_directories(folder);
+    }
+
+    ExportResult run(Projection edit, ExportSettings settings, bool cancelAtOnce = false)
+    {
+        Exporter exporter(session);
+        ExportResult result;
+        int finished = 0;
+        ExportCallbacks callbacks;
+        callbacks.progress = [&](int done, int total) {
+            EXPECT_LE(done, total);
+            EXPECT_GE(done, lastDone);
+            lastDone = done;
+        };
+        callbacks.finished = [&](const ExportResult& told) {
+            result = told;
+            ++finished;
+        };
+        EXPECT_TRUE(exporter.start(std::move(edit), std::move(settings), callbacks));
+        EXPECT_FALSE(exporter.start(sampleEdit(), {}, {}) && exporter.running());
+        if (cancelAtOnce)
+            exporter.cancel();
+        exporter.wait();
+        EXPECT_EQ(finished, 1);
+        EXPECT_FALSE(exporter.running());
+        return result;
+    }
+
+    std::size_t filesInFolder() const
+    {
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
+    }
+
+    std::shared_ptr<MltSession> session;
+    fs::path folder;
+    int lastDone = 0;
+};
+
+TEST_F(ExporterTest, everyFormatComesBackWithItsFramesAndSound)
+{
+    const auto presets = exportPresets(*session);
+    ASSERT_GE(presets.size(), 4U);
+    for (const ExportPreset& preset : presets) {
+        SCOPED_TRACE(preset.extension);
+        lastDone = 0;
+        const fs::path file = folder / ("film." + preset.extension);
+        const ExportResult result = run(sampleEdit("frei0r.brightness", {{"0", "0.6"}}), {file.string(), 10, 34});
+        ASSERT_EQ(result.outcome, Outcome::Done) << result.message;
+        EXPECT_EQ(lastDone, 25);
+        const MediaProbeResult probed = probeMedia(*session, file.string());
+        ASSERT_TRUE(probed.info) << probed.problem;
+        EXPECT_EQ(probed.warning, "");
+        EXPECT_TRUE(probed.info->hasAudio);
+        EXPECT_EQ(probed.info->hasVideo, preset.video);
+        EXPECT_NEAR(probed.info->frames, 25, 1);
+        EXPECT_EQ(probed.info->width, preset.video ? 320 : 0);
+    }
+    EXPECT_EQ(filesInFolder(), presets.size());
+}
+
+TEST_F(ExporterTest, aCancelledExportLeavesTheOldFileAlone)
+{
+    const fs::path file = folder / "film.mp4";
+    std::ofstream(file) << "old";
+    Projection lengthy = sampleEdit();
+    EXPECT_EQ(run(lengthy, {file.string()}, true).outcome, Outcome::Cancelled);
+    EXPECT_EQ(filesInFolder(), 1U);
+    EXPECT_EQ(fs::file_size(file), 3U);
+}
+
+TEST_F(ExporterTest, saysWhatIsWrong)
+{
+    EXPECT_EQ(run(sampleEdit(), {(folder / "film.xyz").string()}).outcome, Outcome::Failed);
+    EXPECT_EQ(run(sampleEdit(), {(folder / "film").string()}).outcome, Outcome::Failed);
+    EXPECT_EQ(run(sampleEdit(), {(folder / "no" / "film.mp4").string()}).outcome, Outcome::Failed);
+    EXPECT_EQ(run(sampleEdit(), {"/proc/film.mp4"}).outcome, Outcome::Failed);
+    Projection missing = sampleEdit();
+    missing.clips[1].resource = "/no/such/file.mp4";
+    const ExportResult result = run(missing, {(folder / "film.mp4").string()});
+    EXPECT_EQ(result.outcome, Outcome::Failed);
+    EXPECT_THAT(result.message, testing::HasSubstr("/no/such/file.mp4"));
+    EXPECT_EQ(filesInFolder(), 0U);
+}
+
+TEST_F(ExporterTest, givesUpOnAnEffectThatDoesNotComeBack)
+{
+    ExportSettings settings{(folder / "film.mp4").string()};
+    settings.stallTimeout = 700ms;
+    const ExportResult result = run(sampleEdit("frei0r.curves", {}), settings);
+    EXPECT_EQ(result.outcome, Outcome::Failed);
+    EXPECT_THAT(result.message, testing::HasSubstr("frei0r.curves"));
+    EXPECT_EQ(filesInFolder(), 0U);
+}
+
+} // namespace
+} // namespace workbench

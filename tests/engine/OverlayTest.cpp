@@ -116,7 +116,8 @@ TEST(Overlay, blocksByNameAndByPattern)
                   "because")
             << pattern;
     for (const char* pattern : {"g", "f.*", "*g*", "ff"})
-        EXPECT_EQ(apply(R"({ "blocked": [ { "service": ")" + std::string(pattern) + R"(" } ] })").effect.blockedBecause, "")
+        EXPECT_EQ(apply(R"({ "blocked": [ { "service": ")" + std::string(pattern) + R"(" } ] })").effect.blockedBecause,
+                  "")
             << pattern;
 }
 

@@ -136,9 +136,9 @@ void MltGraph::openClip(const ProjectedClip& wanted, MltGraph* former)
     clip->source.service = wanted.service;
     clip->source.resource = wanted.resource;
     clip->source.properties = wanted.properties;
-    clip->producer = wanted.service.empty()
-                         ? std::make_unique<Mlt::Producer>(*profile_, wanted.resource.c_str())
-                         : std::make_unique<Mlt::Producer>(*profile_, wanted.service.c_str(), wanted.resource.c_str());
+    // By way of the loader, as when a saved project is opened: it attaches what converts between formats.
+    const std::string source = wanted.service.empty() ? wanted.resource : wanted.service + ':' + wanted.resource;
+    clip->producer = std::make_unique<Mlt::Producer>(*profile_, source.c_str());
     if (!clip->producer->is_valid()) {
         report(EngineProblem::Kind::MediaMissing, wanted.id, "Cannot open " + inQuotes(wanted.resource) + ".");
         clip->producer = std::make_unique<Mlt::Producer>(*profile_, kStandInColour);
@@ -265,9 +265,8 @@ bool MltGraph::apply(const PropertyUpdate& update)
     const auto found = byId_.find(update.service);
     if (found == byId_.end())
         return false;
-    found->second->lock();
+    // Not under the service's lock: it is not recursive, and some effects take it when a property changes.
     found->second->set(update.property.c_str(), update.value.c_str());
-    found->second->unlock();
     return true;
 }
 

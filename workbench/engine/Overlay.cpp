@@ -69,6 +69,22 @@ int itemIndex(const ParamDescription& param, const std::string& raw)
     return found == param.items.end() ? -1 : static_cast<int>(found - param.items.begin());
 }
 
+/** "#rrggbb" and its like, or the three or four components as numbers. */
+std::optional<std::array<double, 4>> readColour(const Json& value)
+{
+    if (value.is_string())
+        return parseColour(value.get<std::string>());
+    std::array<double, 4> colour{0.0, 0.0, 0.0, 1.0};
+    if (!value.is_array() || value.size() < 3 || value.size() > 4)
+        return std::nullopt;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        if (!value[i].is_number())
+            return std::nullopt;
+        colour[i] = value[i].get<double>();
+    }
+    return colour;
+}
+
 /** A value in the form that the parameter's kind asks for; empty when it has another form. */
 std::optional<DemoValue> readValue(const Json& value, const ParamDescription& param)
 {
@@ -78,8 +94,8 @@ std::optional<DemoValue> readValue(const Json& value, const ParamDescription& pa
         return DemoValue(value.get<double>());
     if (isList(param) && value.is_string())
         return DemoValue(itemIndex(param, value.get<std::string>()));
-    if (param.kind == ParamKind::Colour && value.is_string())
-        if (const auto colour = parseColour(value.get<std::string>()))
+    if (param.kind == ParamKind::Colour)
+        if (const auto colour = readColour(value))
             return DemoValue(*colour);
     if (param.kind == ParamKind::Point && value.is_array() && value.size() == 2 && value[0].is_number() &&
         value[1].is_number())

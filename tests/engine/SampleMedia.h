@@ -1,0 +1,34 @@
+#pragma once
+
+#include "workbench/model/projection/Projection.h"
+
+#include <filesystem>
+#include <string>
+
+namespace workbench
+{
+
+/** A folder of the test program's own, removed at its end, with small clips that are made on first use. */
+class SampleMedia
+{
+public:
+    static const std::filesystem::path& folder();
+
+    /** Three seconds of moving picture, 320 x 180 at 25 frames a second, with two different tones left and right. */
+    static std::string clip();
+
+    /** What ffmpeg makes of these arguments, in a new file of the folder; an existing one is used again. */
+    static std::string make(const std::string& name, const std::string& arguments);
+};
+
+inline constexpr int kSampleFrames = 75;
+
+/** The sample clip, once, on one track, over dark blue. */
+Projection sampleEdit();
+
+/** The same with one effect on it. */
+Projection sampleEdit(const std::string& service, ProjectedProperties properties);
+
+inline const std::string kSampleEffect = "effect1";
+
+} // namespace workbench
