@@ -1,0 +1,92 @@
+#include "workbench/app/ActionTable.h"
+
+#include <QAction>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace workbench
+{
+
+namespace
+{
+
+struct Entry {
+    Command command;
+    const char* menu;
+    const char* text;
+    const char* keys; ///< in portable form, several separated by spaces
+    std::optional<Glyph> glyph;
+    bool separator = false; ///< before it
+};
+
+const Entry kEntries[] = {
+    {Command::New, "&File", "&New project", "Ctrl+N", {}},
+    {Command::Open, "&File", "&Open media or project\u2026", "Ctrl+O", Glyph::Open},
+    {Command::Save, "&File", "&Save", "Ctrl+S", Glyph::Save, true},
+    {Command::SaveAs, "&File", "Save &as\u2026", "Ctrl+Shift+S", {}},
+    {Command::Export, "&File", "&Export\u2026", "Ctrl+E", Glyph::Export, true},
+    {Command::Quit, "&File", "&Quit", "Ctrl+Q", {}, true},
+    {Command::Undo, "&Edit", "&Undo", "Ctrl+Z", Glyph::Undo},
+    {Command::Redo, "&Edit", "&Redo", "Ctrl+Shift+Z Ctrl+Y", Glyph::Redo},
+    {Command::Split, "&Edit", "&Split at the current time", "B", Glyph::Split, true},
+    {Command::Remove, "&Edit", "Re&move segment", "Delete", Glyph::Trash},
+    {Command::Play, "&Transport", "&Play", "Space", Glyph::Play},
+    {Command::StepBack, "&Transport", "One frame &back", "Left", Glyph::StepBack, true},
+    {Command::StepForward, "&Transport", "One frame &forward", "Right", Glyph::StepForward},
+    {Command::SecondBack, "&Transport", "One second back", "Shift+Left", {}},
+    {Command::SecondForward, "&Transport", "One second forward", "Shift+Right", {}},
+    {Command::PreviousCut, "&Transport", "P&revious cut", "Up", Glyph::PreviousCut, true},
+    {Command::NextCut, "&Transport", "&Next cut", "Down", Glyph::NextCut},
+    {Command::ToStart, "&Transport", "To the &start", "Home", Glyph::ToStart, true},
+    {Command::ToEnd, "&Transport", "To the &end", "End", Glyph::ToEnd},
+    {Command::ZoomIn, "&View", "Zoom &in", "Ctrl++ Ctrl+=", Glyph::Plus},
+    {Command::ZoomOut, "&View", "Zoom &out", "Ctrl+-", Glyph::Minus},
+    {Command::ZoomAll, "&View", "Show &all", "Ctrl+0", {}},
+    {Command::AddEffect, "Effe&cts", "&Find an effect\u2026", "Ctrl+F", Glyph::Search},
+    {Command::RetryEffects, "Effe&cts", "&Try bypassed effects again", "", Glyph::Reset},
+};
+
+} // namespace
+
+ActionTable::ActionTable(QWidget& window, const std::map<Command, Handler>& handlers)
+{
+    for (const Entry& entry : kEntries) {
+        const auto handler = handlers.find(entry.command);
+        if (handler == handlers.end())
+            continue;
+        auto* action = new QAction(QString::fromUtf8(entry.text), &window);
+        QList<QKeySequence> keys;
+        for (const QString& key : QString::fromLatin1(entry.keys).split(QLatin1Char(' '), Qt::SkipEmptyParts))
+            keys.append(QKeySequence(key, QKeySequence::PortableText));
+        action->setShortcuts(keys);
+        if (entry.glyph)
+            action->setIcon(glyphIcon(*entry.glyph));
+        QString tip = action->text().remove(QLatin1Char('&'));
+        if (!keys.isEmpty())
+            tip += QStringLiteral(" (%1)").arg(keys.front().toString(QKeySequence::NativeText));
+        action->setToolTip(tip);
+        QObject::connect(action, &QAction::triggered, &window, handler->second);
+        window.addAction(action);
+        actions_[entry.command] = action;
+    }
+}
+
+void ActionTable::fillMenus(QMenuBar& bar) const
+{
+    QMenu* menu = nullptr;
+    const char* title = "";
+    for (const Entry& entry : kEntries) {
+        const auto found = actions_.find(entry.command);
+        if (found == actions_.end())
+            continue;
+        if (qstrcmp(title, entry.menu) != 0) {
+            title = entry.menu;
+            menu = bar.addMenu(QString::fromUtf8(title));
+        } else if (entry.separator) {
+            menu->addSeparator();
+        }
+        menu->addAction(found->second);
+    }
+}
+
+} // namespace workbench

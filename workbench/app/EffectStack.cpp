@@ -1,0 +1,103 @@
+#include "workbench/app/EffectStack.h"
+
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/toolkit/Label.h"
+#include "oribund/panels/EffectComponentPanel.h"
+#include "oribund/panels/FXPanelFactory.h"
+#include "workbench/model/Ids.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace workbench
+{
+
+using namespace oribund;
+
+/** Carries a click in a title row to a request. */
+class EffectStack::TitleButton
+{
+public:
+    TitleButton(Button& button, std::function<void()> act)
+        : act_(std::move(act))
+        , click_(this, &TitleButton::handleClick)
+    {
+        click_.attach(button.clicks());
+    }
+
+private:
+    int handleClick(const ButtonEvent&)
+    {
+        const std::function<void()> act = act_; // the click may end this object
+        act();
+        return 0;
+    }
+
+    std::function<void()> act_;
+    MethodCallback<TitleButton, ButtonEvent> click_;
+};
+
+EffectStack::EffectStack(const InitArgs& args, Vob& vob, const Effects& effects, Requests requests)
+    : WidgetGroup(args)
+    , requests_(std::move(requests))
+{
+    const RedrawHold hold;
+    for (std::size_t i = 0; i < effects.size(); ++i)
+        addPanel(vob, effects[i], i == 0, i + 1 == effects.size());
+}
+
+EffectStack::~EffectStack() = default;
+
+void EffectStack::addBelow(std::unique_ptr<Glob> widget)
+{
+    Glob* const above = previousWidget();
+    WidgetSurround surround;
+    surround.followWidth = true;
+    addWidget(std::move(widget), above ? WidgetPosition::below(*above, 1) : WidgetPosition::userTopLeft(0, 0),
+              surround);
+}
+
+void EffectStack::addPanel(Vob& vob, const Kt::Ptr<ModelEffect>& effect, bool first, bool last)
+{
+    const auto width = static_cast<unsigned short>(std::clamp(getUserArea().width(), 0, 65535));
+    FXPanelCreationOptions options(&vob, effect, width, canvas());
+    std::unique_ptr<EffectComponentPanel> panel(FXPanelFactory::instance().makeComponentPanel(options));
+    if (!panel)
+        return;
+    addButtons(*panel, *effect, first, last);
+    addBelow(std::move(panel));
+    if (!effect->description())
+        addMissing(*effect);
+}
+
+void EffectStack::addMissing(const ModelEffect& effect)
+{
+    Label::InitArgs args(0, static_cast<unsigned short>(UifStd::getRowHeight()));
+    args.text = UIString(L"\u201c" + effect.getName() + L"\u201d is not installed. It is kept as it is.");
+    args.role = PaletteRole::DisabledText;
+    addBelow(std::make_unique<Label>(args));
+}
+
+void EffectStack::addButtons(EffectComponentPanel& panel, const ModelEffect& effect, bool first, bool last)
+{
+    const int size = UifStd::getControlHeight();
+    int fromRight = size + UifStd::getWidgetGap() / 2; // the switch stands at the end of the row
+    const auto add = [&](const char* icon, const wchar_t* what, bool enabled, std::function<void()> act) {
+        Button::InitArgs args(static_cast<unsigned short>(size), static_cast<unsigned short>(size));
+        args.icon = Image::icon(icon);
+        args.style = Button::Style::Flat;
+        Button* const button = panel.addTitleWidget(std::make_unique<Button>(args), fromRight);
+        const UIString name(WString(what) + L" " + effect.getName());
+        button->setTooltip(name);
+        button->setAccessibleName(name);
+        button->setEnabled(enabled);
+        buttons_.push_back(std::make_unique<TitleButton>(*button, std::move(act)));
+        fromRight += size;
+    };
+    const ObjectId id = objectOf(effect.id());
+    add("trash", L"Remove", true, [this, id] { requests_.remove(id); });
+    add("down", L"Apply later:", !last, [this, id] { requests_.move(id, 1); });
+    add("up", L"Apply earlier:", !first, [this, id] { requests_.move(id, -1); });
+}
+
+} // namespace workbench

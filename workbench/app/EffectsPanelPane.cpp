@@ -1,0 +1,134 @@
+#include "workbench/app/EffectsPanelPane.h"
+
+#include "workbench/app/Say.h"
+#include "workbench/model/Ids.h"
+#include "workbench/skin/PanelView.h"
+
+#include <QLabel>
+#include <QScrollBar>
+
+#include <algorithm>
+#include <utility>
+
+namespace workbench
+{
+
+using oribund::EditModification;
+
+EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
+    : QStackedWidget(parent)
+    , workspace_(workspace)
+    , view_(new PanelView)
+    , hint_(new QLabel)
+    , replaced_(this, &EffectsPanelPane::handleReplaced)
+    , selection_(this, &EffectsPanelPane::handleSelection)
+    , time_(this, &EffectsPanelPane::handleTime)
+    , edit_(this, &EffectsPanelPane::handleModification)
+{
+    setAccessibleName(QStringLiteral("Effects of the selected segment"));
+    hint_->setAlignment(Qt::AlignCenter);
+    hint_->setWordWrap(true);
+    hint_->setMargin(16);
+    hint_->setEnabled(false);
+    addWidget(hint_);
+    addWidget(view_);
+    refreshTimer_.setSingleShot(true);
+    QObject::connect(&refreshTimer_, &QTimer::timeout, this, [this] { refresh(); });
+    replaced_.attach(workspace_.replaced());
+    selection_.attach(workspace_.selection().notifier());
+    time_.attach(workspace_.vob().getCurrentTimeServer().notifier());
+    bind();
+}
+
+EffectsPanelPane::~EffectsPanelPane()
+{
+    view_->setPanel(nullptr); // before the effects that it shows
+}
+
+void EffectsPanelPane::bind()
+{
+    edit_.detach();
+    edit_.attach(workspace_.edit().modifications());
+    refreshSoon();
+}
+
+void EffectsPanelPane::refreshSoon()
+{
+    refreshTimer_.start(0);
+}
+
+int EffectsPanelPane::handleReplaced(const EditReplaced&)
+{
+    view_->setPanel(nullptr); // it shows the effects of an edit that is about to go
+    shown_.clear();
+    bind();
+    return 0;
+}
+
+int EffectsPanelPane::handleSelection(const oribund::ValServerEvent<ObjectId>& event)
+{
+    if (event.kind == oribund::ValEventKind::Changed)
+        refreshSoon();
+    return 0;
+}
+
+int EffectsPanelPane::handleTime(const oribund::ValServerEvent<double>& event)
+{
+    // Without a selection the panels follow the picture.
+    if (event.kind == oribund::ValEventKind::Changed && workspace_.selection().get() == kNoObject)
+        refreshSoon();
+    return 0;
+}
+
+int EffectsPanelPane::handleModification(const EditModification& modification)
+{
+    if (modification.type != EditModification::Type::EffectContent &&
+        modification.type != EditModification::Type::EffectDetails)
+        refreshSoon();
+    return 0;
+}
+
+QString EffectsPanelPane::hint() const
+{
+    const Segment* const segment = workspace_.targetSegment();
+    if (!segment)
+        return QStringLiteral("Select a segment to see its effects.");
+    return QStringLiteral("%1 has no effects.\n\nDouble-click one in the list to add it.")
+        .arg(QString::fromStdString(quoted(segment->data.name)));
+}
+
+void EffectsPanelPane::refresh()
+{
+    refreshTimer_.stop();
+    const Segment* const segment = workspace_.targetSegment();
+    const EffectStack::Effects effects = segment ? segment->effects : EffectStack::Effects();
+    hint_->setText(hint());
+    setCurrentWidget(effects.empty() ? static_cast<QWidget*>(hint_) : view_);
+    if (effects == shown_)
+        return;
+    shown_ = effects;
+    showPanels(effects);
+}
+
+void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)
+{
+    const int scrolled = view_->verticalScrollBar()->value();
+    EffectStack::Requests requests;
+    requests.move = [this](ObjectId effect, int by) {
+        const EditOutcome outcome =
+            workspace_.editor().moveEffect(effect, workspace_.edit().timeline().effectIndex(effect) + by);
+        if (!outcome)
+            say(outcome.refused);
+    };
+    requests.remove = [this](ObjectId effect) {
+        if (const EditOutcome outcome = workspace_.editor().removeEffect(effect); !outcome)
+            say(outcome.refused);
+    };
+    EffectStack::InitArgs args(static_cast<unsigned short>(std::max(view_->viewport()->width(), 1)), 0,
+                               &view_->canvas());
+    view_->setPanel(effects.empty() ? nullptr
+                                    : std::make_unique<EffectStack>(args, workspace_.vob(), effects, requests));
+    view_->verticalScrollBar()->setValue(scrolled);
+}
+
+} // namespace workbench

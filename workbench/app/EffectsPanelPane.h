@@ -1,0 +1,53 @@
+#pragma once
+
+#include "oribund/host/notify/MethodCallback.h"
+#include "workbench/app/EffectStack.h"
+#include "workbench/app/Workspace.h"
+
+#include <QStackedWidget>
+#include <QTimer>
+
+class QLabel;
+
+namespace workbench
+{
+
+class PanelView;
+
+/** The panels of the effects on the selected segment. */
+class EffectsPanelPane final : public QStackedWidget
+{
+public:
+    /** The workspace outlives the pane. */
+    explicit EffectsPanelPane(Workspace& workspace, QWidget* parent = nullptr);
+    ~EffectsPanelPane() override;
+
+    PanelView& view() { return *view_; }
+
+    /** Brings the panels in step now, where it otherwise happens in the next turn of the event loop. */
+    void refresh();
+
+    QSize sizeHint() const override { return {400, 400}; }
+
+private:
+    int handleReplaced(const EditReplaced&);
+    int handleSelection(const oribund::ValServerEvent<ObjectId>& event);
+    int handleTime(const oribund::ValServerEvent<double>& event);
+    int handleModification(const oribund::EditModification& modification);
+    void bind();
+    void refreshSoon();
+    void showPanels(const EffectStack::Effects& effects);
+    QString hint() const;
+
+    Workspace& workspace_;
+    PanelView* view_;
+    QLabel* hint_;
+    QTimer refreshTimer_;
+    EffectStack::Effects shown_;
+    oribund::MethodCallback<EffectsPanelPane, EditReplaced> replaced_;
+    oribund::MethodCallback<EffectsPanelPane, oribund::ValServerEvent<ObjectId>> selection_;
+    oribund::MethodCallback<EffectsPanelPane, oribund::ValServerEvent<double>> time_;
+    oribund::MethodCallback<EffectsPanelPane, oribund::EditModification> edit_;
+};
+
+} // namespace workbench

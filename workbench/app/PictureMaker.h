@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QImage>
+
+#include <string>
+#include <vector>
+
+class QWidget;
+
+namespace workbench
+{
+
+class MainWindow;
+class Workspace;
+
+/** Makes pictures of the window and of the panels of all curated effects, for people without a display. */
+class PictureMaker
+{
+public:
+    /** Both outlive it. The pictures have `scale` pixels for each logical one. */
+    PictureMaker(Workspace& workspace, MainWindow& window, double scale);
+
+    /** Writes them into a folder, which is made if need be, and prints what it wrote. What went wrong, or nothing. */
+    std::string write(const std::string& folder);
+
+    /** Lets the program run until nothing is under way; false when that takes too long. */
+    bool settle(int milliseconds = 20000);
+
+private:
+    void save(QWidget& widget, const std::string& name);
+    void pictureWindow();
+    void picturePanels();
+
+    Workspace& workspace_;
+    MainWindow& window_;
+    double scale_;
+    std::string folder_;
+    std::string fault_;
+};
+
+} // namespace workbench

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "workbench/engine/FrameImage.h"
+
+#include <QImage>
+#include <QWidget>
+
+#include <functional>
+
+namespace workbench
+{
+
+/** Shows the picture at the current time, as large as it fits, over black. */
+class ViewerWidget final : public QWidget
+{
+public:
+    explicit ViewerWidget(QWidget* parent = nullptr);
+
+    /** Null for no picture: a hint takes its place. */
+    void setPicture(const FrameImagePtr& picture);
+
+    const FrameImagePtr& picture() const { return picture_; }
+
+    /** The shape in which the picture is shown, width by height. */
+    void setAspect(double aspect);
+
+    /** Called with the size in which pictures are wanted, in pixels of the screen. */
+    std::function<void(int width, int height)> sizeWanted;
+
+    QSize sizeHint() const override { return {640, 360}; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    QRect pictureArea() const;
+    void tellSize();
+
+    FrameImagePtr picture_;
+    QImage image_; // of the picture's pixels
+    double aspect_ = 16.0 / 9.0;
+};
+
+} // namespace workbench

@@ -1,0 +1,44 @@
+#include "workbench/app/Workspace.h"
+
+#include "oribund/host/services/Log.h"
+#include "workbench/app/ClipPlacement.h"
+
+namespace workbench
+{
+
+namespace
+{
+EffectCatalogue readInstalled(MltSession& session)
+{
+    CatalogueResult result = readCatalogue(session);
+    for (const std::string& problem : result.problems)
+        oribund::logf("effect overlay: %s\n", problem.c_str());
+    return std::move(result.catalogue);
+}
+} // namespace
+
+Workspace::Workspace(std::shared_ptr<MltSession> session)
+    : session_(std::move(session))
+    , catalogue_(readInstalled(*session_))
+{
+    show(oribund::Kt::makePtr<EditModel>(emptyEdit({}, FormatData()), catalogue_));
+}
+
+Workspace::~Workspace() = default;
+
+void Workspace::show(const EditModelPtr& edit)
+{
+    const EditModelPtr before = vob_.editModel(); // until nobody shows it any more
+    selection_.set(kNoObject);
+    vob_.setEdit(edit);
+    replaced_.notify({});
+}
+
+const Segment* Workspace::targetSegment() const
+{
+    if (const Segment* selected = edit().timeline().findSegment(selection_.get()))
+        return selected;
+    return topSegmentAt(edit(), vob_.currentFrame());
+}
+
+} // namespace workbench
