@@ -16,7 +16,6 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
-#include <QDir>
 #include <QLineEdit>
 #include <QPainter>
 #include <QProgressBar>
@@ -213,9 +212,7 @@ std::unique_ptr<QWidget> makeNativeControls()
     row({check, new QSpinBox, entry});
     row({progress});
     row({tabs});
-    QList<QWidget*> icons;
-    auto* strip = new QHBoxLayout;
-    strip->setSpacing(0);
+    QHBoxLayout* strip = nullptr;
     for (int i = 0; i < static_cast<int>(Glyph::Count); ++i) {
         if (i % 19 == 0) {
             strip = new QHBoxLayout;
@@ -236,10 +233,7 @@ QImage render(QWidget& widget, double scale)
     picture.setDevicePixelRatio(scale);
     picture.fill(Qt::magenta);
     widget.render(&picture);
-    if (const QString folder = qEnvironmentVariable("SKIN_PICTURES"); !folder.isEmpty()) {
-        QDir().mkpath(folder);
-        picture.save(QString("%1/%2-%3x.png").arg(folder, widget.objectName()).arg(scale));
-    }
+    keepPicture(picture, QString("%1-%2x").arg(widget.objectName()).arg(scale));
     return picture;
 }
 

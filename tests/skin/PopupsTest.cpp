@@ -3,12 +3,14 @@
 #include "tests/toolkit/WidgetsSupport.h"
 
 #include "oribund/host/toolkit/Menu.h"
+#include "oribund/host/toolkit/TextBox.h"
 #include "oribund/host/toolkit/ValColourSwatch.h"
 #include "oribund/host/toolkit/ValMenuButton.h"
 
 #include <gtest/gtest.h>
 
 #include <QColorDialog>
+#include <QContextMenuEvent>
 #include <QMenu>
 
 namespace workbench::test
@@ -78,6 +80,7 @@ TEST_F(MenuOfGlob, ShowsTheItemsAsTheyAre)
     EXPECT_FALSE(actions[2]->isEnabled());
     EXPECT_TRUE(actions[3]->isSeparator());
     ASSERT_TRUE(actions[4]->menu());
+    keepPicture(menu->grab().toImage(), "menu");
     EXPECT_EQ(menu->pos(), Stage::nativeOf(*glob)->mapToGlobal(QPoint(20, 30)));
 }
 
@@ -110,6 +113,30 @@ TEST_F(MenuOfGlob, GoesWithItsGlob)
     EXPECT_TRUE(open.isNull());
 }
 
+/** An entry whose menu has an item of its own. */
+class EntryWithMenu : public TextBox
+{
+public:
+    using TextBox::TextBox;
+
+protected:
+    void reviewMenu(const Event*) override { editMenu().addItem(L"Reset", String("reset")); }
+};
+
+TEST(EntryMenu, IsThatOfTheBoxWhereItHasOne)
+{
+    Stage stage;
+    EntryWithMenu* box = stage.add<EntryWithMenu>(10, 10);
+    QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, Stage::nativeOf(*box)->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(Stage::nativeOf(*box), &event);
+    QMenu* menu = openedMenu();
+    ASSERT_TRUE(menu);
+    ASSERT_EQ(menu->actions().size(), 1);
+    EXPECT_EQ(menu->actions()[0]->text(), "Reset");
+    menu->close();
+    settle();
+}
+
 TEST(DropDownPeer, ChoosesByMenuAndByKeys)
 {
     Stage stage;
@@ -122,6 +149,8 @@ TEST(DropDownPeer, ChoosesByMenuAndByKeys)
     QMenu* menu = openedMenu();
     ASSERT_TRUE(menu);
     EXPECT_TRUE(menu->actions()[1]->isChecked());
+    EXPECT_GE(menu->width(), button->getWidth());
+    keepPicture(menu->grab().toImage(), "dropdown");
     QTest::keyClick(menu, Qt::Key_Down);
     QTest::keyClick(menu, Qt::Key_Return);
     settle();
@@ -154,6 +183,7 @@ TEST_F(SwatchPeer, WhatIsTriedOutIsOneSeries)
 {
     ASSERT_TRUE(chooser);
     EXPECT_FALSE(chooser->isModal());
+    keepPicture(chooser->grab().toImage(), "chooser");
     EXPECT_EQ(chooser->currentColor(), QColor(Qt::red));
     EXPECT_TRUE(store->requests.empty());
     chooser->setCurrentColor(Qt::green);

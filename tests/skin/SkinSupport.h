@@ -6,6 +6,8 @@
 #include "oribund/host/toolkit/StandardPanel.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QImage>
 #include <QTest>
 
 #include <memory>
@@ -63,6 +65,13 @@ public:
     QWidget window;
     PanelView* view;
 };
+
+/** Saves a picture for a person to look at, where SKIN_PICTURES names a folder. */
+inline void keepPicture(const QImage& picture, const QString& name)
+{
+    if (const QString folder = qEnvironmentVariable("SKIN_PICTURES"); !folder.isEmpty() && QDir().mkpath(folder))
+        picture.save(folder + '/' + name + ".png");
+}
 
 /** Lets what was put off happen, deletions included. */
 inline void settle()

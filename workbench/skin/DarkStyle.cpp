@@ -1,10 +1,10 @@
 #include "workbench/skin/DarkStyle.h"
 
 #include "workbench/skin/Glyphs.h"
+#include "workbench/skin/QtConversions.h"
 
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "workbench/skin/QtConversions.h"
 
 #include <QPainter>
 #include <QStyleOption>
@@ -104,6 +104,10 @@ void DarkStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
         return;
     case PE_IndicatorRadioButton:
         drawMark(*option, *painter, true);
+        return;
+    case PE_IndicatorMenuCheckMark:
+        if (option->state.testFlag(State_On))
+            paintGlyph(*painter, Glyph::Check, option->rect, option->palette.color(QPalette::Text));
         return;
     case PE_IndicatorArrowDown:
     case PE_IndicatorSpinDown:

@@ -7,6 +7,7 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/TextBox.h"
 
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -111,6 +112,13 @@ protected:
         if (selectOnRelease_ && !hasSelectedText())
             selectAll();
         selectOnRelease_ = false;
+    }
+
+    void contextMenuEvent(QContextMenuEvent* event) override
+    {
+        // A menu of the box's own goes before that of all entries.
+        if (!box_ || !box_->openMenu(fromQt(event->pos())))
+            QLineEdit::contextMenuEvent(event);
     }
 
     bool focusNextPrevChild(bool next) override
