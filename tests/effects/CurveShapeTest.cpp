@@ -53,6 +53,11 @@ TEST(CurveShape, PassesThroughEveryKeyframeWithoutAJump)
             EXPECT_NEAR(curve.evaluate(keyframe.time - 1e-12), keyframe.value, 1e-3);
             EXPECT_NEAR(curve.evaluate(keyframe.time + 1e-12), keyframe.value, 1e-3);
         }
+        for (int i = 0; i + 1 < curve.size(); ++i) {
+            const auto& points = curve.segment(i).points;
+            for (int k = 0; k < 3; ++k)
+                EXPECT_LE(points[k].time, points[k + 1].time) << "a handle runs back in time";
+        }
     }
 }
 

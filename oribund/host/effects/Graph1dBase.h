@@ -151,7 +151,6 @@ private:
 
     const KeyStore& keys() const noexcept { return *times_; }
 
-
     bool exists(int index) const noexcept { return index >= 0 && index < size(); }
 
     bool isFree(double time, int except = -1) const noexcept;
@@ -161,7 +160,7 @@ private:
 
     std::span<BezierCurve* const> channels_;
     const KeyStore* times_ = nullptr; // of the first channel
-    Graph1dBase* parent_ = nullptr; // of a channel: the graph that keeps its times in step
+    Graph1dBase* parent_ = nullptr;   // of a channel: the graph that keeps its times in step
     int channelIndex_ = 0;
     int depth_ = 0;
     unsigned pending_ = 0;
