@@ -235,11 +235,17 @@ TEST_F(MenuButtons, ARefusedChoiceIsTakenBackAndADisabledButtonOffersNone)
     adaptor->refuses = true;
     button->userSelect(3);
     EXPECT_EQ(button->getSelected(), 1u);
+    adaptor->refuses = false;
+    adaptor->convert = [](const unsigned&) { return 1u; };
+    button->userSelect(3);
+    EXPECT_EQ(button->getSelected(), 1u) << "taken, but as something else";
+    button->setDataAdaptor(nullptr);
+    button->userSelect(0);
+    EXPECT_EQ(button->getSelected(), 1u) << "nobody to take it";
     button->setEnabled(false);
     desk.press({5, 10});
     EXPECT_FALSE(button->isMenuOpen());
-    button->userSelect(0);
-    EXPECT_EQ(adaptor->kinds(), ".");
+    EXPECT_EQ(adaptor->kinds(), "..");
 }
 
 TEST_F(MenuButtons, ItMayBeDestroyedByTheChoiceMadeInItsMenu)

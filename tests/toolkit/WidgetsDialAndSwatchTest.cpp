@@ -121,13 +121,19 @@ TEST_F(Dials, EscapeRefusalAndDisabling)
     EXPECT_EQ(dial->kinds, "SC");
     desk.release(towards(90));
 
+    desk.press(towards(90));
+    dial->setAngle(400.0);
+    desk.release(towards(90));
+    EXPECT_EQ(dial->angle(), 400.0);
+    EXPECT_EQ(dial->kinds, "SCS");
+
     dial->refuses = true;
     dial->userStep(5.0);
     EXPECT_EQ(dial->angle(), 400.0);
     dial->setEnabled(false);
     dial->userStep(5.0);
     dial->userPress(90.0);
-    EXPECT_EQ(dial->kinds, "SC.");
+    EXPECT_EQ(dial->kinds, "SCS.");
     dial->setAngle(std::numeric_limits<double>::quiet_NaN());
     EXPECT_EQ(dial->angle(), 400.0);
 }
