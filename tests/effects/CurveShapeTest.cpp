@@ -110,6 +110,8 @@ TEST(CurveShape, HandlesShapeTheCurveTheyAreDrawnAt)
     EXPECT_EQ(curve.outHandle(0), (TangentHandle{0.5, 1.0, false}));
 
     // Handles past each other are shortened alike, and come back when there is room again.
+    ease(curve, {0.6, 1.2, false}, {-0.6, 0.0, false});
+    EXPECT_EQ(curve.outHandle(0), (TangentHandle{0.5, 1.0, false})) << "just too long";
     ease(curve, {1.5, 3.0, false}, {-1.5, 0.0, false});
     EXPECT_EQ(curve.outHandle(0), (TangentHandle{0.5, 1.0, false}));
     EXPECT_EQ(curve.inHandle(1), (TangentHandle{-0.5, 0.0, false}));
