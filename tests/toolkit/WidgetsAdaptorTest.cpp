@@ -28,8 +28,9 @@ public:
     {
         value = newValue;
         journal_.push_back(name_ + "=" + std::to_string(static_cast<int>(newValue)));
-        if (onValue)
-            onValue();
+        // A copy: it may destroy the widget.
+        if (const auto hook = onValue)
+            hook();
     }
 
     double getWidgetValue() const override { return value; }
