@@ -70,11 +70,8 @@ void MenuPopup::addAction(QMenu& menu, const std::shared_ptr<const oribund::Menu
     }
     connect(action, &QAction::triggered, this, [this, from, index] {
         chosen_ = true;
-        // What the item does may end this menu, and with it these captures.
-        const auto items = from;
-        const auto glob = glob_;
-        if (glob)
-            glob->userChooseMenuItem(items->items()[index]);
+        if (glob_)
+            glob_->userChooseMenuItem(from->items()[index]);
     });
 }
 

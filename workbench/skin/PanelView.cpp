@@ -193,7 +193,7 @@ bool PanelView::leave(bool next)
     // The window's order goes on from the view, not from what stands in it.
     leaving_ = true;
     setFocus(Qt::OtherFocusReason);
-    const bool left = QWidget::focusNextPrevChild(next) && !hasFocus();
+    const bool left = QScrollArea::focusNextPrevChild(next) && !hasFocus();
     leaving_ = false;
     return left;
 }
