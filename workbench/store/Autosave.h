@@ -36,7 +36,7 @@ public:
 
     explicit Autosave(const std::filesystem::path& folder, Clock::duration interval = kDefaultInterval);
 
-    /** As close(). */
+    /** Without close() before it, the copy stays and is offered at the next start, as after a crash. */
     ~Autosave();
 
     Autosave(const Autosave&) = delete;
@@ -63,7 +63,8 @@ public:
     /** Waits until nothing is left to write. */
     void flush();
 
-    /** What went wrong since the last call, for a person to read; empty when nothing did. */
+    /** What went wrong since the last call, for a person to read; empty when nothing did. A copy that failed is due
+        again after an interval. */
     std::string takeProblem();
 
     /** Makes what a crashed session has left this session's own copy, so that it stays safe until clean(). The path to
@@ -77,11 +78,9 @@ public:
     static void discard(const Recoverable& found);
 
 private:
-    std::filesystem::path folder_;
     Clock::duration interval_;
     std::unique_ptr<SessionLock> session_; ///< null when the folder cannot be used
     std::unique_ptr<BackgroundWriter> writer_;
-    std::filesystem::path project_;
     Clock::time_point dirtySince_{};
     bool dirty_ = false;
     std::string problem_;

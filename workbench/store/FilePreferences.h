@@ -36,8 +36,8 @@ private:
     void setAside(const std::string& reason);
 
     std::filesystem::path path_;
+    std::string problem_; // first: reading may fill it
     std::unique_ptr<Entries> entries_;
-    std::string problem_;
 };
 
 } // namespace workbench

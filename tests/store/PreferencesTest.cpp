@@ -1,0 +1,93 @@
+#include "tests/store/TemporaryFolder.h"
+#include "workbench/store/FilePreferences.h"
+
+#include <gmock/gmock.h>
+#include <limits>
+
+using namespace workbench;
+using oribund::String;
+using oribund::WString;
+using test::slurp;
+using test::spill;
+using test::TemporaryFolder;
+using testing::HasSubstr;
+
+TEST(FilePreferences, KeepEveryTypeExactlyOverARestart)
+{
+    const TemporaryFolder folder;
+    const auto path = folder / "deep/below/preferences.json";
+    {
+        FilePreferences prefs(path);
+        EXPECT_TRUE(prefs.setPreference("Panel : open", true));
+        EXPECT_TRUE(prefs.setPreference("Panel : least", std::numeric_limits<int>::min()));
+        EXPECT_TRUE(prefs.setPreference("Panel : zoom", 0.1 + 0.2));
+        EXPECT_TRUE(prefs.setPreference("Panel : whole", 2.0));
+        EXPECT_TRUE(prefs.setPreference("Panel : name", WString(L"Gr\u00f6\u00dfe \u2713 \"x\"\n")));
+        EXPECT_FALSE(prefs.setPreference("Panel : endless", std::numeric_limits<double>::infinity()));
+        EXPECT_EQ(prefs.takeProblem(), "");
+    }
+    const FilePreferences prefs(path);
+    EXPECT_TRUE(prefs.getPreference("Panel : open", false));
+    EXPECT_EQ(prefs.getPreference("Panel : least", 0), std::numeric_limits<int>::min());
+    EXPECT_EQ(prefs.getPreference("Panel : zoom", 0.0), 0.1 + 0.2);
+    EXPECT_EQ(prefs.getPreference("Panel : whole", 0.0), 2.0);
+    EXPECT_EQ(prefs.getPreference("Panel : name", WString()), WString(L"Gr\u00f6\u00dfe \u2713 \"x\"\n"));
+    EXPECT_EQ(prefs.getPreference("Panel : endless", 1.0), 1.0);
+    EXPECT_THAT(slurp(path), HasSubstr("\n    \"Panel : open\": true")) << "a person can read and change it";
+}
+
+TEST(FilePreferences, KeepWhatOthersWrote)
+{
+    const TemporaryFolder folder;
+    const auto path = folder / "p.json";
+    spill(path, R"({"future": {"a": [1, null]}, "big": 12345678901234567890, "mine": 1})");
+    FilePreferences first(path);
+    FilePreferences second(path);
+    EXPECT_EQ(first.getPreference("future", 7), 7) << "no value of ours";
+    EXPECT_EQ(first.getPreference("big", 7), 7);
+    EXPECT_TRUE(second.setPreference("theirs", 2));
+    EXPECT_TRUE(first.setPreference("mine", 3));
+
+    const FilePreferences after(path);
+    EXPECT_EQ(after.getPreference("theirs", 0), 2);
+    EXPECT_EQ(after.getPreference("mine", 0), 3);
+    EXPECT_THAT(slurp(path), HasSubstr("12345678901234567890"));
+    EXPECT_THAT(slurp(path), HasSubstr("null"));
+}
+
+TEST(FilePreferences, SetABrokenFileAsideAndGoOn)
+{
+    const TemporaryFolder folder;
+    const auto path = folder / "p.json";
+    const std::string broken[] = {
+        "", "{\"a\": 1", "[1]", "nonsense", std::string(200'000, '['), R"({"a": "\ud800"})", "{\"a\": \"\xff\"}"};
+    int n = 0;
+    for (const std::string& text : broken) {
+        SCOPED_TRACE(text.substr(0, 20));
+        spill(path, text);
+        FilePreferences prefs(path);
+        const auto aside = path.string() + ".broken-" + std::to_string(++n);
+        EXPECT_EQ(slurp(aside), text);
+        EXPECT_THAT(prefs.takeProblem(), HasSubstr(".broken-" + std::to_string(n)));
+        EXPECT_EQ(prefs.takeProblem(), "") << "told once";
+        EXPECT_EQ(prefs.getPreference("a", 5), 5);
+        EXPECT_TRUE(prefs.setPreference("a", 6));
+        EXPECT_EQ(FilePreferences(path).getPreference("a", 5), 6);
+    }
+}
+
+TEST(FilePreferences, SayWhenAChoiceCannotBeKept)
+{
+    const TemporaryFolder folder;
+    spill(folder / "file", "x");
+    FilePreferences prefs(folder / "file/p.json");
+    EXPECT_FALSE(prefs.setPreference("a", 1));
+    EXPECT_THAT(prefs.takeProblem(), HasSubstr("not a folder"));
+    EXPECT_EQ(prefs.getPreference("a", 0), 0);
+
+    std::filesystem::create_directory(folder / "p.json");
+    FilePreferences other(folder / "p.json");
+    EXPECT_FALSE(other.setPreference("a", 1));
+    EXPECT_THAT(other.takeProblem(), HasSubstr("folder has that name"));
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "p.json"));
+}

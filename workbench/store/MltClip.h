@@ -1,0 +1,25 @@
+#pragma once
+
+#include "workbench/model/EditData.h"
+
+#include <filesystem>
+#include <string>
+
+namespace pugi
+{
+class xml_node;
+}
+
+namespace workbench
+{
+
+/** The text of an element's property; empty when there is none. */
+std::string propertyOf(pugi::xml_node element, const char* name);
+
+/** A position or length: a number of frames, or hours:minutes:seconds with a fraction or frames. */
+int frameOf(const std::string& text, const FormatData& format, int fallback);
+
+/** What a `producer` or `chain` of MLT XML shows, as far as the file says. Relative paths begin at `root`. */
+MediaInfo mediaOf(pugi::xml_node producer, const std::filesystem::path& root, const FormatData& format);
+
+} // namespace workbench

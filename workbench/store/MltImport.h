@@ -1,0 +1,29 @@
+#pragma once
+
+#include "workbench/model/EditData.h"
+
+#include <filesystem>
+
+namespace pugi
+{
+class xml_node;
+}
+
+namespace workbench
+{
+
+class EffectCatalogue;
+class Warnings;
+
+/**
+ * Takes an edit out of MLT XML that another program wrote: its tracks, the clips on them with their filters. Tracks
+ * that hold tracks are spread out. What an edit cannot hold (effects on whole tracks, transitions between tracks) is
+ * left out, with a warning. Ids are given later.
+ */
+EditData importMlt(pugi::xml_node mlt, const std::filesystem::path& folder, const EffectCatalogue& catalogue,
+                   Warnings& warnings);
+
+/** A filter as an effect. `length`: of the segment that it is on, in frames. */
+EffectData importFilter(pugi::xml_node filter, int length, const EffectCatalogue& catalogue, Warnings& warnings);
+
+} // namespace workbench
