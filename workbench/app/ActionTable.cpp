@@ -30,6 +30,8 @@ const Entry kEntries[] = {
     {Command::Redo, "&Edit", "&Redo", "Ctrl+Shift+Z Ctrl+Y", Glyph::Redo},
     {Command::Split, "&Edit", "&Split at the current time", "B", Glyph::Split, true},
     {Command::Remove, "&Edit", "Re&move segment", "Delete", Glyph::Trash},
+    {Command::SelectNext, "&Edit", "Select &next segment", "Ctrl+Right", {}, true},
+    {Command::SelectPrevious, "&Edit", "Select pre&vious segment", "Ctrl+Left", {}},
     {Command::Play, "&Transport", "&Play", "Space", Glyph::Play},
     {Command::StepBack, "&Transport", "One frame &back", "Left", Glyph::StepBack, true},
     {Command::StepForward, "&Transport", "One frame &forward", "Right", Glyph::StepForward},
@@ -42,7 +44,7 @@ const Entry kEntries[] = {
     {Command::ZoomIn, "&View", "Zoom &in", "Ctrl++ Ctrl+=", Glyph::Plus},
     {Command::ZoomOut, "&View", "Zoom &out", "Ctrl+-", Glyph::Minus},
     {Command::ZoomAll, "&View", "Show &all", "Ctrl+0", {}},
-    {Command::AddEffect, "Effe&cts", "&Find an effect\u2026", "Ctrl+F", Glyph::Search},
+    {Command::FindEffect, "Effe&cts", "&Find an effect\u2026", "Ctrl+F", Glyph::Search},
     {Command::RetryEffects, "Effe&cts", "&Try bypassed effects again", "", Glyph::Reset},
 };
 

@@ -29,6 +29,8 @@ enum class Command {
     Redo,
     Split,
     Remove,
+    SelectNext,
+    SelectPrevious,
     Play,
     StepBack,
     StepForward,
@@ -41,7 +43,7 @@ enum class Command {
     ZoomIn,
     ZoomOut,
     ZoomAll,
-    AddEffect,
+    FindEffect,
     RetryEffects,
 };
 

@@ -1,18 +1,25 @@
 #include "workbench/app/Application.h"
 
 #include "workbench/app/Background.h"
+#include "workbench/app/BatchJobs.h"
+#include "workbench/app/KeyPolicy.h"
 #include "workbench/app/MainWindow.h"
 #include "workbench/app/PictureMaker.h"
+#include "workbench/app/PreferenceKeys.h"
+#include "workbench/app/SampleMedia.h"
+#include "workbench/app/Say.h"
 #include "workbench/app/WorkbenchHost.h"
 #include "workbench/app/Workspace.h"
 #include "workbench/app/panel/SimplePanelBuilder.h"
 #include "workbench/skin/QtConversions.h"
 #include "workbench/skin/SkinApplication.h"
+#include "workbench/store/FilePreferences.h"
+#include "workbench/store/StandardFolders.h"
 
-#include "oribund/host/services/EditorPreferences.h"
+#include <QTemporaryDir>
 
 #include <cstdio>
-#include <map>
+#include <filesystem>
 
 namespace workbench
 {
@@ -20,35 +27,102 @@ namespace workbench
 namespace
 {
 
-/** Choices that last as long as the program. */
-class SessionPreferences final : public oribund::EditorPreferences
+using Severity = oribund::MessageSink::Severity;
+
+/** A folder to keep things in while pictures are made: they show nobody's own settings, and change none. */
+std::filesystem::path privateFolder(const QTemporaryDir& folder)
 {
-    std::optional<oribund::PreferenceValue> read(const oribund::String& key) const override
-    {
-        const auto found = values_.find(key.c_str());
-        return found == values_.end() ? std::nullopt : std::optional(found->second);
+    return folder.path().toStdString();
+}
+
+std::vector<std::string> filesAtStart(const CommandLine& commandLine, const std::filesystem::path& scratch)
+{
+    if (!commandLine.files.empty())
+        return commandLine.files;
+    if (const auto media = mediaIn(commandLine.mediaFolder); !media.empty())
+        return {media.front()};
+    if (commandLine.task == CommandLine::Task::Pictures)
+        return {paintTestCard(scratch.string())};
+    return {};
+}
+
+int makePictures(Workspace& workspace, MainWindow& window, const CommandLine& commandLine)
+{
+    PictureMaker maker(workspace, window, commandLine.scale > 0.0 ? commandLine.scale : 1.0);
+    const std::string fault = maker.write(commandLine.picturesFolder);
+    if (!fault.empty())
+        std::fprintf(stderr, "%s\n", fault.c_str());
+    return fault.empty() ? 0 : 1;
+}
+
+/** What the window shows at first: what was asked for, else what is to be recovered, else the last project. */
+void openAtStart(MainWindow& window, Document& document, const CommandLine& commandLine,
+                 const std::filesystem::path& recovery)
+{
+    window.files().offerRecovery(recovery);
+    const std::string last = oribund::prefs().getPreference(PreferenceKeys::kLastProject, "").c_str();
+    std::error_code error;
+    if (!commandLine.files.empty())
+        window.files().open(commandLine.files);
+    else if (document.isModified())
+        return; // recovered
+    else if (!last.empty() && std::filesystem::exists(last, error))
+        window.files().open({last});
+    else if (!commandLine.mediaFolder.empty())
+        window.files().open(filesAtStart(commandLine, {}));
+}
+
+int runWindow(Workspace& workspace, WorkbenchHost& host, FilePreferences& preferences, const CommandLine& commandLine,
+              const std::filesystem::path& recovery, const std::filesystem::path& scratch)
+{
+    Document document(workspace, recovery);
+    MainWindow window(workspace, document);
+    window.files().setMediaFolder(QString::fromStdString(commandLine.mediaFolder));
+    host.setMessageDisplay(
+        [&window](const oribund::WString& text, Severity severity) { window.showMessage(toQt(text), severity); });
+    int status = 0;
+    if (commandLine.task == CommandLine::Task::Pictures) {
+        window.files().open(filesAtStart(commandLine, scratch));
+        status = makePictures(workspace, window, commandLine);
+        document.abandonChanges();
+    } else {
+        window.restorePlace();
+        window.show();
+        openAtStart(window, document, commandLine, recovery);
+        if (const std::string problem = preferences.takeProblem(); !problem.empty())
+            say(problem);
+        status = QApplication::exec();
     }
+    host.setMessageDisplay({});
+    return status;
+}
 
-    bool write(const oribund::String& key, const oribund::PreferenceValue& value) override
-    {
-        values_.insert_or_assign(key.c_str(), value);
-        return true;
+int runBatch(const CommandLine& commandLine)
+{
+    FilePreferences preferences(settingsFolder() / "preferences.json");
+    const WorkbenchHost host(preferences);
+    std::string problem;
+    const std::shared_ptr<MltSession> session = MltSession::open(&problem);
+    if (!session) {
+        std::fprintf(stderr, "%s\n", problem.c_str());
+        return 1;
     }
+    Workspace workspace(session);
+    return commandLine.task == CommandLine::Task::Export ? exportFile(workspace, commandLine) : listEffects(workspace);
+}
 
-    std::map<std::string, oribund::PreferenceValue> values_;
-};
-
-} // namespace
-
-int runApplication(const CommandLine& commandLine, int& argc, char** argv)
+int runWithWindow(const CommandLine& commandLine, int& argc, char** argv)
 {
     const bool pictures = commandLine.task == CommandLine::Task::Pictures;
     if (pictures)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     else if (commandLine.scale > 0.0)
         qputenv("QT_SCALE_FACTOR", QByteArray::number(commandLine.scale));
-    const SkinApplication application(argc, argv);
-    SessionPreferences preferences;
+    SkinApplication application(argc, argv);
+    application.setApplicationName(QStringLiteral("Oribund workbench"));
+    application.installEventFilter(new KeyPolicy(&application));
+    const QTemporaryDir scratch;
+    FilePreferences preferences((pictures ? privateFolder(scratch) : settingsFolder()) / "preferences.json");
     WorkbenchHost host(preferences);
     std::string problem;
     const std::shared_ptr<MltSession> session = MltSession::open(&problem);
@@ -59,27 +133,23 @@ int runApplication(const CommandLine& commandLine, int& argc, char** argv)
     registerSimplePanels();
     Workspace workspace(session);
     host.setPlayMachine(&workspace.vob());
-    MainWindow window(workspace);
-    host.setMessageDisplay([&window](const oribund::WString& text, oribund::MessageSink::Severity severity) {
-        window.showMessage(toQt(text), severity);
-    });
-    if (!commandLine.files.empty())
-        window.openFiles(commandLine.files);
-    int status = 0;
-    if (pictures) {
-        PictureMaker maker(workspace, window, commandLine.scale > 0.0 ? commandLine.scale : 1.0);
-        maker.settle();
-        const std::string fault = maker.write(commandLine.picturesFolder);
-        if (!fault.empty())
-            std::fprintf(stderr, "%s\n", fault.c_str());
-        status = fault.empty() ? 0 : 1;
-    } else {
-        window.show();
-        status = QApplication::exec();
-    }
-    host.setMessageDisplay({});
+    const int status =
+        runWindow(workspace, host, preferences, commandLine,
+                  pictures ? privateFolder(scratch) / "recovery" : recoveryFolder(), privateFolder(scratch));
     host.setPlayMachine(nullptr);
+    // A file that never answers must not keep the program from ending.
+    if (!Background::finishAll(3000))
+        MltSession::noteAbandonedThread();
     return status;
+}
+
+} // namespace
+
+int runApplication(const CommandLine& commandLine, int& argc, char** argv)
+{
+    const bool needsWindow =
+        commandLine.task == CommandLine::Task::Window || commandLine.task == CommandLine::Task::Pictures;
+    return needsWindow ? runWithWindow(commandLine, argc, argv) : runBatch(commandLine);
 }
 
 } // namespace workbench

@@ -1,35 +1,53 @@
 #include "workbench/app/MainWindow.h"
 
+#include "oribund/host/services/EditorPreferences.h"
 #include "workbench/app/ClipPlacement.h"
 #include "workbench/app/EffectListPane.h"
 #include "workbench/app/EffectsPanelPane.h"
+#include "workbench/app/ExportBar.h"
 #include "workbench/app/MessageBar.h"
+#include "workbench/app/PreferenceKeys.h"
 #include "workbench/app/Say.h"
 #include "workbench/app/TimeCode.h"
+#include "workbench/app/TimelinePane.h"
+#include "workbench/app/TimelineStrip.h"
 #include "workbench/app/TransportBar.h"
 #include "workbench/app/ViewerWidget.h"
 #include "workbench/skin/QtConversions.h"
 
 #include <QAction>
+#include <QCloseEvent>
 #include <QDockWidget>
+#include <QDragEnterEvent>
 #include <QMenuBar>
+#include <QMimeData>
+#include <QUrl>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace workbench
 {
 
-MainWindow::MainWindow(Workspace& workspace)
+MainWindow::MainWindow(Workspace& workspace, Document& document)
     : workspace_(workspace)
+    , document_(document)
     , importer_(workspace)
     , adder_(workspace)
-    , actions_(std::make_unique<ActionTable>(*this, handlers()))
     , viewer_(new ViewerWidget)
     , messages_(new MessageBar)
+    , exportBar_(new ExportBar(workspace.session()))
     , list_(new EffectListPane(workspace.catalogue()))
     , effects_(new EffectsPanelPane(workspace))
+    , timeline_(new TimelinePane(workspace))
+    , files_(std::make_unique<FileCommands>(workspace, document, importer_, *exportBar_, *this))
     , replacedCallback_(this, &MainWindow::handleReplaced)
     , undoCallback_(this, &MainWindow::handleUndo)
+    , documentCallback_(this, &MainWindow::handleDocument)
 {
+    auto handlers = fileHandlers();
+    handlers.merge(editHandlers());
+    actions_ = std::make_unique<ActionTable>(*this, handlers);
     build();
     Playback::Display display;
     display.picture = [this](const FrameImagePtr& picture) { viewer_->setPicture(picture); };
@@ -40,7 +58,9 @@ MainWindow::MainWindow(Workspace& workspace)
     viewer_->sizeWanted = [this](int width, int height) { playback_->setPictureSize(width, height); };
     list_->chosen = [this](const std::string& service) { adder_.add(service); };
     replacedCallback_.attach(workspace_.replaced());
+    documentCallback_.attach(document_.changes());
     handleReplaced({});
+    timeline_->strip().setFocus();
 }
 
 MainWindow::~MainWindow()
@@ -56,14 +76,19 @@ void MainWindow::build()
     column->setSpacing(0);
     column->addWidget(messages_);
     column->addWidget(viewer_, 1);
+    column->addWidget(exportBar_);
     column->addWidget(new TransportBar(workspace_, *actions_));
     setCentralWidget(centre);
     actions_->fillMenus(*menuBar());
     setCorner(Qt::BottomLeftCorner, Qt::BottomDockWidgetArea);
     setCorner(Qt::BottomRightCorner, Qt::BottomDockWidgetArea);
-    addDock(Qt::LeftDockWidgetArea, "Effects", "effectList", list_);
-    addDock(Qt::RightDockWidgetArea, "Effect controls", "effectPanels", effects_);
-    resize(1440, 860);
+    QDockWidget* const left = addDock(Qt::LeftDockWidgetArea, "Effects", "effectList", list_);
+    QDockWidget* const right = addDock(Qt::RightDockWidgetArea, "Effect controls", "effectPanels", effects_);
+    QDockWidget* const below = addDock(Qt::BottomDockWidgetArea, "Timeline", "timeline", timeline_);
+    setAcceptDrops(true);
+    resize(1440, 880);
+    resizeDocks({left, right}, {250, 430}, Qt::Horizontal);
+    resizeDocks({below}, {timeline_->sizeHint().height() + 30}, Qt::Vertical);
 }
 
 QDockWidget* MainWindow::addDock(Qt::DockWidgetArea area, const char* title, const char* name, QWidget* contents)
@@ -76,15 +101,24 @@ QDockWidget* MainWindow::addDock(Qt::DockWidgetArea area, const char* title, con
     return dock;
 }
 
-std::map<Command, ActionTable::Handler> MainWindow::handlers()
+std::map<Command, ActionTable::Handler> MainWindow::fileHandlers()
 {
-    ModelVob& vob = workspace_.vob();
     return {
-        {Command::Quit, [this] { close(); }},
+        {Command::New, [this] { files_->startNew(); }},        {Command::Open, [this] { files_->askAndOpen(); }},
+        {Command::Save, [this] { files_->save(); }},           {Command::SaveAs, [this] { files_->saveAs(); }},
+        {Command::Export, [this] { files_->askAndExport(); }}, {Command::Quit, [this] { close(); }},
+    };
+}
+
+std::map<Command, ActionTable::Handler> MainWindow::editHandlers()
+{
+    return {
         {Command::Undo, [this] { workspace_.edit().undoStack().undo(); }},
         {Command::Redo, [this] { workspace_.edit().undoStack().redo(); }},
         {Command::Split, [this] { split(); }},
         {Command::Remove, [this] { removeSelected(); }},
+        {Command::SelectNext, [this] { selectNext(1); }},
+        {Command::SelectPrevious, [this] { selectNext(-1); }},
         {Command::Play, [this] { togglePlay(); }},
         {Command::StepBack, [this] { stepBy(-1); }},
         {Command::StepForward, [this] { stepBy(1); }},
@@ -92,16 +126,14 @@ std::map<Command, ActionTable::Handler> MainWindow::handlers()
         {Command::SecondForward, [this] { stepBy(framesPerSecond(workspace_.edit().format())); }},
         {Command::ToStart, [this] { goTo(0); }},
         {Command::ToEnd, [this] { goTo(workspace_.edit().timeline().endFrame() - 1); }},
-        {Command::PreviousCut, [this, &vob] { goTo(previousCut(workspace_.edit(), vob.currentFrame())); }},
-        {Command::NextCut, [this, &vob] { goTo(nextCut(workspace_.edit(), vob.currentFrame())); }},
-        {Command::AddEffect, [this] { list_->search(); }},
+        {Command::PreviousCut, [this] { goTo(previousCut(workspace_.edit(), workspace_.vob().currentFrame())); }},
+        {Command::NextCut, [this] { goTo(nextCut(workspace_.edit(), workspace_.vob().currentFrame())); }},
+        {Command::ZoomIn, [this] { timeline_->strip().zoom(1.5); }},
+        {Command::ZoomOut, [this] { timeline_->strip().zoom(1.0 / 1.5); }},
+        {Command::ZoomAll, [this] { timeline_->strip().showAll(); }},
+        {Command::FindEffect, [this] { list_->search(); }},
         {Command::RetryEffects, [this] { playback_->retryEffects(); }},
     };
-}
-
-void MainWindow::openFiles(const std::vector<std::string>& paths)
-{
-    importer_.import(paths);
 }
 
 void MainWindow::showMessage(const QString& message, oribund::MessageSink::Severity severity)
@@ -112,6 +144,68 @@ void MainWindow::showMessage(const QString& message, oribund::MessageSink::Sever
 bool MainWindow::isSettled() const
 {
     return !importer_.isBusy() && !adder_.isBusy() && playback_->isUpToDate();
+}
+
+// The window itself
+
+void MainWindow::restorePlace()
+{
+    const auto bytes = [](const char* key) {
+        return QByteArray::fromBase64(QByteArray(oribund::prefs().getPreference(key, "").c_str()));
+    };
+    restoreGeometry(bytes(PreferenceKeys::kWindowGeometry));
+    restoreState(bytes(PreferenceKeys::kWindowState));
+}
+
+void MainWindow::rememberPlace() const
+{
+    oribund::prefs().setPreference(PreferenceKeys::kWindowGeometry, saveGeometry().toBase64().constData());
+    oribund::prefs().setPreference(PreferenceKeys::kWindowState, saveState().toBase64().constData());
+    oribund::prefs().setPreference(PreferenceKeys::kLastProject, oribund::String(document_.path().string().c_str()));
+}
+
+void MainWindow::showTitle()
+{
+    setWindowTitle(QString::fromStdString(document_.name()) + QStringLiteral("[*] \u2013 Oribund workbench"));
+    setWindowModified(document_.isModified());
+    actions_->action(Command::Save).setEnabled(document_.isModified() || document_.path().empty());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (!files_->mayGiveUpChanges()) {
+        event->ignore();
+        return;
+    }
+    workspace_.vob().stopPlay();
+    exportBar_->cancel();
+    rememberPlace();
+    event->accept();
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event)
+{
+    // A key that a control might have wanted, and did not: it means what it means everywhere else.
+    const QKeySequence keys(event->keyCombination());
+    for (QAction* action : actions())
+        if (action->isEnabled() && action->shortcuts().contains(keys))
+            return action->trigger();
+    QMainWindow::keyPressEvent(event);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    std::vector<std::string> paths;
+    for (const QUrl& url : event->mimeData()->urls())
+        if (url.isLocalFile())
+            paths.push_back(url.toLocalFile().toStdString());
+    files_->open(paths);
 }
 
 // What the commands do
@@ -159,6 +253,23 @@ void MainWindow::removeSelected()
         say(outcome.refused);
 }
 
+void MainWindow::selectNext(int by)
+{
+    std::vector<const Segment*> segments;
+    for (const auto& track : workspace_.edit().timeline().tracks())
+        segments.insert(segments.end(), track->segments.begin(), track->segments.end());
+    if (segments.empty())
+        return;
+    const auto selected = std::find_if(segments.begin(), segments.end(), [this](const Segment* segment) {
+        return segment->id() == workspace_.selection().get();
+    });
+    const auto count = static_cast<std::ptrdiff_t>(segments.size());
+    const std::ptrdiff_t from = selected == segments.end() ? (by > 0 ? -1 : count) : selected - segments.begin();
+    const Segment& next = *segments[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(from + by, 0, count - 1))];
+    workspace_.selection().set(next.id());
+    goTo(next.data.start);
+}
+
 // What happens to the edit
 
 int MainWindow::handleReplaced(const EditReplaced&)
@@ -167,6 +278,7 @@ int MainWindow::handleReplaced(const EditReplaced&)
     viewer_->setAspect(static_cast<double>(format.width) * format.sampleAspectNumerator /
                        (static_cast<double>(format.height) * format.sampleAspectDenominator));
     playback_->editReplaced();
+    showTitle();
     undoCallback_.detach();
     undoCallback_.attach(workspace_.edit().undoStack().changes());
     return handleUndo({});
@@ -184,6 +296,12 @@ int MainWindow::handleUndo(const UndoStackEvent&)
     };
     show(actions_->action(Command::Undo), "&Undo", undo.undoTitle(), undo.canUndo());
     show(actions_->action(Command::Redo), "&Redo", undo.redoTitle(), undo.canRedo());
+    return 0;
+}
+
+int MainWindow::handleDocument(const DocumentChanged&)
+{
+    showTitle();
     return 0;
 }
 

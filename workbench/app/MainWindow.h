@@ -3,7 +3,9 @@
 #include "oribund/host/notify/MethodCallback.h"
 #include "oribund/host/services/MessageSink.h"
 #include "workbench/app/ActionTable.h"
+#include "workbench/app/Document.h"
 #include "workbench/app/EffectAdder.h"
+#include "workbench/app/FileCommands.h"
 #include "workbench/app/MediaImporter.h"
 #include "workbench/app/Playback.h"
 #include "workbench/app/Workspace.h"
@@ -19,23 +21,28 @@ namespace workbench
 
 class EffectListPane;
 class EffectsPanelPane;
+class ExportBar;
 class MessageBar;
+class TimelinePane;
 class ViewerWidget;
 
 /** The window: menus, the panes and what connects them. */
 class MainWindow final : public QMainWindow
 {
 public:
-    /** The workspace outlives the window. */
-    explicit MainWindow(Workspace& workspace);
+    /** Both outlive the window. */
+    MainWindow(Workspace& workspace, Document& document);
     ~MainWindow() override;
-
-    void openFiles(const std::vector<std::string>& paths);
 
     void showMessage(const QString& message, oribund::MessageSink::Severity severity);
 
+    /** Takes the place and arrangement that it had when it was last closed. */
+    void restorePlace();
+
     /** Whether nothing is under way, and the picture shows what was edited. */
     bool isSettled() const;
+
+    FileCommands& files() { return *files_; }
 
     ViewerWidget& viewer() { return *viewer_; }
 
@@ -43,34 +50,55 @@ public:
 
     EffectListPane& effectList() { return *list_; }
 
+    TimelinePane& timeline() { return *timeline_; }
+
     MessageBar& messages() { return *messages_; }
+
+    ExportBar& exportBar() { return *exportBar_; }
 
     QAction& action(Command command) { return actions_->action(command); }
 
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
 private:
-    std::map<Command, ActionTable::Handler> handlers();
+    std::map<Command, ActionTable::Handler> fileHandlers();
+    std::map<Command, ActionTable::Handler> editHandlers();
     void build();
     QDockWidget* addDock(Qt::DockWidgetArea area, const char* title, const char* name, QWidget* contents);
+    void rememberPlace() const;
+    void showTitle();
+
     void stepBy(int frames);
     void goTo(int frame);
     void togglePlay();
     void split();
     void removeSelected();
+    void selectNext(int by);
 
     int handleReplaced(const EditReplaced&);
     int handleUndo(const UndoStackEvent&);
+    int handleDocument(const DocumentChanged&);
 
     Workspace& workspace_;
+    Document& document_;
     MediaImporter importer_;
     EffectAdder adder_;
     std::unique_ptr<ActionTable> actions_;
     ViewerWidget* viewer_;
     MessageBar* messages_;
+    ExportBar* exportBar_;
     EffectListPane* list_;
     EffectsPanelPane* effects_;
+    TimelinePane* timeline_;
+    std::unique_ptr<FileCommands> files_;
     std::unique_ptr<Playback> playback_;
     oribund::MethodCallback<MainWindow, EditReplaced> replacedCallback_;
     oribund::MethodCallback<MainWindow, UndoStackEvent> undoCallback_;
+    oribund::MethodCallback<MainWindow, DocumentChanged> documentCallback_;
 };
 
 } // namespace workbench

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "oribund/host/base/LightweightString.h"
+
+namespace workbench::PreferenceKeys
+{
+
+// What the workbench remembers between two runs.
+inline constexpr const char* kWindowGeometry = "Workbench : window geometry"; ///< base 64
+inline constexpr const char* kWindowState = "Workbench : window state";       ///< base 64
+inline constexpr const char* kLastProject = "Workbench : last project";
+
+/** The folder last used for a kind of file. */
+inline oribund::String folder(const char* what)
+{
+    return oribund::String("Workbench : folder of ") + what;
+}
+
+} // namespace workbench::PreferenceKeys
