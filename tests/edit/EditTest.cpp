@@ -109,10 +109,10 @@ TEST(FXVob, OutlivesItsViewer)
 TEST(CompoundEffectMonitor, SpansTheRegionsOfItsEffects)
 {
     test::FakeVob vob;
-    EXPECT_EQ(vob.monitor->getCompoundEditRegion(IdStamp()), NumRange<double>(0.0, 0.0));
+    EXPECT_EQ(vob.monitor->getCompoundEditRegion(test::FakeMonitor::track()), NumRange<double>(0.0, 0.0));
     vob.add(makeEffect(1), 4.0, 6.0);
     vob.add(makeEffect(2), 2.0, 5.0);
-    EXPECT_EQ(vob.monitor->getCompoundEditRegion(IdStamp()), NumRange<double>(2.0, 6.0));
+    EXPECT_EQ(vob.monitor->getCompoundEditRegion(test::FakeMonitor::track()), NumRange<double>(2.0, 6.0));
 }
 
 class RecordingClient : public FXVobClient, public VobClient

@@ -1,4 +1,5 @@
 #include "tests/support/TestHost.h"
+#include "tests/support/contracts/PreferencesContract.h"
 
 #include <gtest/gtest.h>
 
@@ -88,5 +89,16 @@ TEST(Host, IsAskedForInstalledAndRestored)
     EXPECT_DEATH(prefs(), "no host is installed");
 }
 
+struct MemoryPreferencesMaker {
+    EditorPreferences& preferences() { return store; }
+
+    test::MemoryPreferences store;
+};
+
 } // namespace
+
+namespace test
+{
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, PreferencesContract, MemoryPreferencesMaker);
+} // namespace test
 } // namespace oribund

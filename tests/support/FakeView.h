@@ -53,9 +53,14 @@ public:
     {
     }
 
-    std::vector<Kt::Ptr<EffectInstance>> getEffects(const IdStamp&) const override
+    /** The one track. */
+    static IdStamp track() { return {1, 0, 0}; }
+
+    std::vector<Kt::Ptr<EffectInstance>> getEffects(const IdStamp& id) const override
     {
         std::vector<Kt::Ptr<EffectInstance>> all;
+        if (id != track())
+            return all;
         for (const auto& [effect, region] : effects)
             all.push_back(effect);
         return all;

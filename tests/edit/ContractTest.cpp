@@ -1,0 +1,47 @@
+#include "tests/support/FakeView.h"
+#include "tests/support/contracts/ViewContract.h"
+
+#include <memory>
+#include <utility>
+
+namespace oribund::test
+{
+namespace
+{
+
+/** The fakes that other tests rely on. */
+class FakeViewMaker
+{
+public:
+    FakeViewMaker() { vob_->add(effect_, 2.0, 6.0); }
+
+    Vob& vob() { return *vob_; }
+
+    Kt::Ptr<EffectInstance> effect() const { return effect_; }
+
+    IdStamp track() const { return FakeMonitor::track(); }
+
+    void removeEffect()
+    {
+        removed_ = std::exchange(vob_->monitor->effects, {});
+        vob_->monitor->tell(EffectChangeCode::ParamSetChanged, effect_->id());
+    }
+
+    void restoreEffect()
+    {
+        vob_->monitor->effects = removed_;
+        vob_->monitor->tell(EffectChangeCode::ParamSetRestored, effect_->id());
+    }
+
+    void destroyVob() { vob_.reset(); }
+
+private:
+    std::unique_ptr<FakeVob> vob_ = std::make_unique<FakeVob>();
+    Kt::Ptr<EffectInstance> effect_ = Kt::makePtr<EffectInstance>(IdStamp(1, 2, 3), String("test"), WString(L"Test"));
+    decltype(FakeMonitor::effects) removed_;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Fakes, ViewContract, FakeViewMaker);
+
+} // namespace
+} // namespace oribund::test

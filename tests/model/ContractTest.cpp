@@ -1,0 +1,50 @@
+#include "tests/model/SampleEdit.h"
+#include "tests/support/contracts/ViewContract.h"
+
+#include "workbench/model/ModelVob.h"
+
+#include <memory>
+
+using namespace sample;
+
+namespace
+{
+
+/** The workbench's own viewer, edit and monitor. */
+class ModelViewMaker
+{
+public:
+    ModelViewMaker()
+    {
+        const ObjectId clip = bench_.addPicture(50, 100);
+        effect_ = bench_.editor.addEffect(clip, "tint").object;
+        vob_->setEdit(bench_.edit);
+    }
+
+    oribund::Vob& vob() { return *vob_; }
+
+    oribund::Kt::Ptr<oribund::EffectInstance> effect()
+    {
+        return vob_->getEffectMonitor()->findEffect(stampOf(effect_));
+    }
+
+    oribund::IdStamp track() const { return stampOf(kVideo); }
+
+    void removeEffect() { bench_.editor.removeEffect(effect_); }
+
+    void restoreEffect() { bench_.undo().undo(); }
+
+    void destroyVob() { vob_.reset(); }
+
+private:
+    Bench bench_;
+    std::unique_ptr<ModelVob> vob_ = std::make_unique<ModelVob>();
+    ObjectId effect_ = kNoObject;
+};
+
+} // namespace
+
+namespace oribund::test
+{
+INSTANTIATE_TYPED_TEST_SUITE_P(Model, ViewContract, ModelViewMaker);
+} // namespace oribund::test

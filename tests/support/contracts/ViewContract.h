@@ -1,0 +1,142 @@
+#pragma once
+
+#include "oribund/host/base/UIString.h"
+#include "oribund/host/edit/CompoundEffectMonitor.h"
+#include "oribund/host/edit/CompoundEffectMonitorClient.h"
+#include "oribund/host/edit/Edit.h"
+#include "oribund/host/edit/FXViewHandle.h"
+#include "oribund/host/edit/Vob.h"
+#include "oribund/host/effects/EffectInstance.h"
+#include "oribund/host/notify/MethodCallback.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace oribund::test
+{
+
+/**
+ * What every Vob, with its Edit and its CompoundEffectMonitor, keeps to.
+ *
+ * `Maker` makes a viewer of an edit that has one effect, which runs from 2 to 6 seconds on `track()`: it gives `vob()`,
+ * `effect()` and `track()`, takes the effect away with `removeEffect()` and brings it back with `restoreEffect()`, and
+ * destroys the viewer with `destroyVob()`.
+ */
+template <class Maker>
+class ViewContract : public testing::Test
+{
+protected:
+    Vob& vob() { return maker.vob(); }
+
+    CompoundEffectMonitor& monitor() { return *vob().getEffectMonitor(); }
+
+    Maker maker;
+};
+
+/** Hears of times and of effects. */
+struct ViewListener : CompoundEffectMonitorClient {
+    explicit ViewListener(Vob& vob)
+        : CompoundEffectMonitorClient(vob.getEffectMonitor())
+        , callback(this, &ViewListener::hear)
+    {
+        callback.attach(vob.getCurrentTimeServer().notifier());
+    }
+
+    void handleFXModifications(const ChangeDescription& change) override { changes.push_back(change); }
+
+    int hear(const ValServerEvent<double>& event)
+    {
+        if (event.kind == ValEventKind::Changed)
+            times.push_back(*event.value);
+        return 0;
+    }
+
+    std::vector<double> times;
+    std::vector<ChangeDescription> changes;
+    MethodCallback<ViewListener, ValServerEvent<double>> callback;
+};
+
+TYPED_TEST_SUITE_P(ViewContract);
+
+TYPED_TEST_P(ViewContract, TheCurrentTimeIsToldOnceAndOnlyWhenItMoves)
+{
+    Vob& vob = this->vob();
+    vob.setCurrentTime(1.0);
+    ViewListener listener(vob);
+    vob.setCurrentTime(3.0);
+    vob.setCurrentTime(3.0);
+    EXPECT_EQ(listener.times, std::vector<double>{3.0});
+    EXPECT_EQ(vob.getCurrentTime(), 3.0);
+    ASSERT_EQ(listener.changes.size(), 1u);
+    EXPECT_EQ(listener.changes[0].code, EffectChangeCode::CurrentTimeMoved);
+    EXPECT_EQ(listener.changes[0].flags, EffectChangeDescription::kTimeOnly);
+    EXPECT_TRUE(listener.changes[0].effect.isWildcard());
+}
+
+TYPED_TEST_P(ViewContract, TheEditHasFramesAnEndAndModificationsThatNest)
+{
+    const EditPtr edit = this->vob().getEdit();
+    ASSERT_TRUE(edit);
+    EXPECT_GT(edit->getCelResolution(), 0.0);
+    EXPECT_GE(edit->getEndTime(), 6.0);
+    EXPECT_FALSE(edit->isReadOnly());
+    {
+        const EditModifier outer(edit, L"Outer");
+        const EditModifier inner(edit, L"Inner");
+    }
+    EXPECT_EQ(this->vob().getEdit(), edit);
+}
+
+TYPED_TEST_P(ViewContract, TheMonitorKnowsTheEffectAndItsRegion)
+{
+    this->vob().setCurrentTime(4.0);
+    const auto effect = this->maker.effect();
+    CompoundEffectMonitor& monitor = this->monitor();
+    EXPECT_EQ(monitor.getEffects(this->maker.track()), std::vector{effect});
+    EXPECT_EQ(monitor.findEffect(effect->id()), effect);
+    EXPECT_NEAR(monitor.getEditRegion(effect->id()).start(), 2.0, 1e-9);
+    EXPECT_NEAR(monitor.getEditRegion(effect->id()).end(), 6.0, 1e-9);
+    EXPECT_EQ(monitor.getCompoundEditRegion(this->maker.track()), monitor.getEditRegion(effect->id()));
+
+    const IdStamp unknown(123456, 7, 8);
+    EXPECT_FALSE(monitor.findEffect(unknown));
+    EXPECT_EQ(monitor.getEditRegion(unknown), NumRange<double>(0.0, 0.0));
+    EXPECT_TRUE(monitor.getEffects(unknown).empty());
+    EXPECT_FALSE(monitor.getFXVob({}));
+}
+
+TYPED_TEST_P(ViewContract, AHandleFollowsTheEffectOutOfTheEditAndBack)
+{
+    const auto effect = this->maker.effect();
+    const FXViewHandle handle(this->monitor().getFXVob(effect));
+    this->vob().setCurrentTime(3.0);
+    EXPECT_EQ(handle.getEffectPtr(), effect);
+    EXPECT_NEAR(handle.getFXVob()->getNormalisedCurrentTime(), 0.25, 1e-9);
+
+    this->maker.removeEffect();
+    EXPECT_FALSE(handle.getEffectPtr());
+    EXPECT_FALSE(this->monitor().findEffect(effect->id()));
+    this->maker.restoreEffect();
+    ASSERT_TRUE(handle.getEffectPtr());
+    EXPECT_EQ(handle.getEffectPtr()->id(), effect->id());
+
+    this->maker.destroyVob();
+    EXPECT_EQ(handle.getVob(), nullptr);
+    EXPECT_FALSE(handle.getEffectPtr());
+}
+
+TYPED_TEST_P(ViewContract, TheViewRangeIsKeptAndPlayStops)
+{
+    Vob& vob = this->vob();
+    vob.setViewRange({1.0, 3.0});
+    EXPECT_EQ(vob.getViewRange(), NumRange<double>(1.0, 3.0));
+    vob.stopPlay();
+    EXPECT_FALSE(vob.isPlaying());
+}
+
+REGISTER_TYPED_TEST_SUITE_P(ViewContract, TheCurrentTimeIsToldOnceAndOnlyWhenItMoves,
+                            TheEditHasFramesAnEndAndModificationsThatNest, TheMonitorKnowsTheEffectAndItsRegion,
+                            AHandleFollowsTheEffectOutOfTheEditAndBack, TheViewRangeIsKeptAndPlayStops);
+
+} // namespace oribund::test
