@@ -99,7 +99,7 @@ constexpr std::array<std::pair<Qt::Key, Key>, 18> kKeys{{
 /** What a key types; of a key with Ctrl the letter on it. */
 QString typedBy(const QKeyEvent& event)
 {
-    const QString text = event.text();
+    QString text = event.text();
     if (!text.isEmpty() && text.at(0).isPrint())
         return text;
     if (event.modifiers().testFlag(Qt::ControlModifier) && event.key() > Qt::Key_Space && event.key() < 0x80)
