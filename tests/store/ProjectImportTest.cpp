@@ -1,1 +1,135 @@
-#include <gtest/gtest.h>
+#include "tests/model/SampleEdit.h"
+#include "workbench/store/ProjectFile.h"
+
+#include <gmock/gmock.h>
+
+using namespace sample;
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Pair;
+
+namespace
+{
+ProjectReading import(const std::string& body)
+{
+    ProjectReading reading = parseProject("<?xml version=\"1.0\"?>\n<mlt>" + body + "</mlt>", "/media", catalogue());
+    EXPECT_EQ(reading.error, "");
+    EXPECT_TRUE(reading.imported);
+    return reading;
+}
+
+const char* const kProfile = R"(<profile width="720" height="576" frame_rate_num="50" frame_rate_den="1"
+    sample_aspect_num="16" sample_aspect_den="15" colorspace="601"/>)";
+} // namespace
+
+TEST(ProjectImport, TakesTracksClipsAndTimes)
+{
+    const ProjectReading reading = import(std::string(kProfile) + R"(
+      <producer id="black"><property name="mlt_service">color</property><property name="resource">black</property></producer>
+      <producer id="p0" out="199"><property name="resource">sub/film.mov</property></producer>
+      <chain id="p1"><property name="length">00:00:10.000</property><property name="resource">/else/song.wav</property></chain>
+      <producer id="p2"><property name="mlt_service">qimage</property><property name="resource">still.png</property></producer>
+      <producer id="p3"><property name="mlt_service">colour</property><property name="resource">red</property></producer>
+      <playlist id="bg"><entry producer="black" in="0" out="999"/></playlist>
+      <playlist id="t0"><blank length="00:00:01.000"/><entry producer="p0" in="20" out="00:00:01.980"/>
+        <entry producer="p2" in="0" out="24"/></playlist>
+      <playlist id="t1"><entry producer="p1" in="0" out="49"/></playlist>
+      <playlist id="t2"><blank length="5"/><entry producer="p3" in="0" out="9"/></playlist>
+      <tractor id="main"><track producer="bg"/><track producer="t0"/><track producer="t1" hide="video"/>
+        <track producer="t2"/></tractor>)");
+    const EditData& edit = *reading.edit;
+    EXPECT_EQ(edit.format, (FormatData{720, 576, 50, 1, 16, 15, 601}));
+
+    // Top first: the colour, the film and the still, then the film's sound, the song.
+    ASSERT_EQ(edit.tracks.size(), 4u);
+    const auto mediaOf = [&edit](const SegmentData& segment) {
+        for (const MediaData& media : edit.media)
+            if (media.id == segment.media)
+                return media.info;
+        return MediaInfo();
+    };
+    const SegmentData& red = edit.tracks[0].segments.at(0);
+    EXPECT_EQ(mediaOf(red).path, "colour:red");
+    EXPECT_TRUE(mediaOf(red).isStill());
+    EXPECT_EQ(red.start, 5);
+
+    ASSERT_EQ(edit.tracks[1].segments.size(), 2u);
+    const SegmentData& film = edit.tracks[1].segments[0];
+    EXPECT_EQ(mediaOf(film).path, "/media/sub/film.mov");
+    EXPECT_EQ(mediaOf(film).frames, 200);
+    EXPECT_EQ(film.start, 50);
+    EXPECT_EQ(film.in, 20);
+    EXPECT_EQ(film.length, 80);
+    EXPECT_EQ(edit.tracks[1].segments[1].start, 130);
+    EXPECT_TRUE(mediaOf(edit.tracks[1].segments[1]).isStill());
+
+    EXPECT_EQ(edit.tracks[2].kind, TrackKind::Audio);
+    ASSERT_EQ(edit.tracks[2].segments.size(), 1u) << "a still has no sound";
+    EXPECT_EQ(edit.tracks[2].segments[0].link, film.link);
+    EXPECT_NE(film.link, kNoObject);
+    EXPECT_EQ(mediaOf(edit.tracks[3].segments.at(0)).frames, 500);
+    EXPECT_FALSE(mediaOf(edit.tracks[3].segments[0]).hasVideo);
+    EXPECT_EQ(reading.missingMedia.size(), 3u) << "a colour is no file";
+}
+
+TEST(ProjectImport, TakesEffectsAsParametersWhereItKnowsThemAndAsTheyAreElsewhere)
+{
+    const ProjectReading reading = import(R"(
+      <producer id="p"><property name="resource">a.mp4</property><property name="length">100</property>
+        <filter><property name="mlt_service">tint</property><property name="Level">0=0.1;25~=0.2;50=0.4</property>
+          <property name="r">0.25</property><property name="g">0.5</property><property name="b">1</property>
+          <property name="Colour">#80ff0000</property><property name="Centre">10 20 0 0 1</property>
+          <property name="On">1</property><property name="Mode">20</property><property name="Turn">0|=1;5=2</property>
+          <property name="extra">kept</property></filter>
+        <filter><property name="mlt_service">echo</property><property name="Delay">1.5</property></filter>
+        <filter><property name="mlt_service">unheard</property><property name="disable">1</property>
+          <property name="odd"> 1 &lt; 2 </property></filter></producer>
+      <playlist id="t"><entry producer="p" in="0" out="99"/></playlist>)");
+    ASSERT_EQ(reading.edit->tracks.size(), 2u);
+    const auto& effects = reading.edit->tracks[0].segments.at(0).effects;
+    ASSERT_EQ(effects.size(), 2u);
+    const auto param = [&effects](const std::string& property) {
+        for (const ParamData& candidate : effects[0].params)
+            if (candidate.property == property)
+                return candidate;
+        return ParamData();
+    };
+    const ParamData level = param("Level");
+    ASSERT_EQ(level.channels.size(), 1u);
+    ASSERT_EQ(level.channels[0].size(), 3u);
+    EXPECT_EQ(level.channels[0][1].time, 0.25);
+    EXPECT_EQ(level.channels[0][1].value, 20.0) << "in shown units";
+    EXPECT_EQ(level.channels[0][1].type, oribund::KeyframeType::Smooth);
+    EXPECT_EQ(param("Grey").constant, PlainValue(std::array<double, 4>{0.5, 1.0, 2.0, 1.0}));
+    EXPECT_EQ(param("Colour").constant, PlainValue(std::array<double, 4>{1.0, 0.0, 0.0, 128 / 255.0}));
+    EXPECT_EQ(param("Centre").constant, PlainValue(std::array<double, 2>{10.0, 20.0}));
+    EXPECT_EQ(param("On").constant, PlainValue(true));
+    EXPECT_EQ(param("Mode").constant, PlainValue(std::string("20")));
+    EXPECT_THAT(effects[0].rest, ElementsAre(Pair("Turn", "0|=1;5=2"), Pair("extra", "kept")));
+    EXPECT_THAT(reading.warnings, Contains(HasSubstr("\"Turn\"")));
+
+    EXPECT_EQ(effects[1].service, "unheard");
+    EXPECT_FALSE(effects[1].enabled);
+    EXPECT_THAT(effects[1].rest, ElementsAre(Pair("odd", " 1 < 2 ")));
+    ASSERT_EQ(reading.edit->tracks[1].segments.at(0).effects.size(), 1u) << "the sound's effect goes to the sound";
+    EXPECT_EQ(reading.edit->tracks[1].segments[0].effects[0].service, "echo");
+}
+
+TEST(ProjectImport, SpreadsTracksWithinTracksAndSaysWhatItLeavesOut)
+{
+    const ProjectReading reading = import(R"(
+      <producer id="p"><property name="resource">a.mp4</property><property name="audio_index">-1</property></producer>
+      <playlist id="t0"><entry producer="p" in="0" out="9"/></playlist>
+      <playlist id="t1"><entry producer="p" in="5" out="9"/><entry producer="inner" in="0" out="4"/>
+        <entry producer="p" in="0" out="1"/></playlist>
+      <tractor id="inner"><track producer="t0"/><track producer="t1" hide="both"/></tractor>
+      <tractor id="main"><multitrack><track producer="inner"/></multitrack>
+        <transition><property name="mlt_service">luma</property></transition>
+        <transition><property name="mlt_service">mix</property><property name="always_active">1</property></transition>
+        <filter><property name="mlt_service">tint</property></filter></tractor>)");
+    ASSERT_EQ(reading.edit->tracks.size(), 1u) << "what is neither seen nor heard is not taken";
+    EXPECT_EQ(reading.edit->tracks[0].segments.size(), 1u);
+    ASSERT_EQ(reading.warnings.size(), 1u);
+    EXPECT_THAT(reading.warnings[0], HasSubstr("1 effects on whole tracks, 1 transitions between tracks, 1 edits"));
+}

@@ -1,1 +1,134 @@
-#include <gtest/gtest.h>
+#include "tests/store/AnyEdit.h"
+#include "tests/store/TemporaryFolder.h"
+#include "workbench/store/ProjectFile.h"
+
+#include <chrono>
+#include <gmock/gmock.h>
+
+using namespace sample;
+using test::slurp;
+using test::spill;
+using test::TemporaryFolder;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace
+{
+ProjectReading readBack(const EditModel& edit, const ViewState& view = {})
+{
+    return parseProject(projectXml(edit, view, {}), {}, catalogue());
+}
+} // namespace
+
+TEST(ProjectRoundTrip, GivesBackExactlyWhatWasSaved)
+{
+    int transitions = 0;
+    int keyframed = 0;
+    for (unsigned seed = 1; seed <= 300; ++seed) {
+        SCOPED_TRACE(seed);
+        const EditData data = AnyEdit(seed).make();
+        ASSERT_EQ(findFault(data), "");
+        const EditModel edit(data, catalogue());
+        const EditData saved = edit.snapshot();
+        const ViewState view{{"time", "1.5"}, {AnyEdit(seed).text(), AnyEdit(seed + 1).text()}};
+        const ProjectReading reading = readBack(edit, view);
+        ASSERT_EQ(reading.error, "");
+        ASSERT_THAT(reading.warnings, IsEmpty());
+        ASSERT_FALSE(reading.imported);
+        ASSERT_EQ(*reading.edit, saved);
+        ASSERT_EQ(reading.view, view);
+        for (const TrackData& track : saved.tracks) {
+            transitions += static_cast<int>(track.transitions.size());
+            for (const SegmentData& segment : track.segments)
+                for (const EffectData& effect : segment.effects)
+                    for (const ParamData& param : effect.params)
+                        keyframed += param.keyframed;
+        }
+    }
+    EXPECT_GT(transitions, 50) << "the edits are not as odd as they should be";
+    EXPECT_GT(keyframed, 500);
+}
+
+TEST(ProjectRoundTrip, KeepsTheValueOfACurveAtEveryTime)
+{
+    Bench bench;
+    const ObjectId segment = bench.addPicture(0, 100);
+    const ObjectId effect = bench.editor.addEffect(segment, "tint").object;
+    const auto level = bench.param<double>(effect, kLevel);
+    level->setFunctionType(oribund::EffectValParamFnType::Keyframed, 0.1);
+    level->addKeyframeAt(0.7, 1.0 / 3.0);
+    level->graph()->setKeyframeType(0, oribund::KeyframeType::Smooth);
+
+    const ProjectReading reading = readBack(*bench.edit);
+    ASSERT_TRUE(reading);
+    const EditModel again(*reading.edit, catalogue());
+    const auto read =
+        oribund::Kt::dynamicCast<oribund::EffectValParam<double>>(again.timeline().findEffect(effect)->paramAt(kLevel));
+    for (double time = -0.2; time < 1.2; time += 0.01)
+        ASSERT_EQ(read->getValue(time), level->getValue(time)) << time;
+}
+
+TEST(ProjectRoundTrip, NamesMediaBesideTheProjectRelativeToIt)
+{
+    const TemporaryFolder here;
+    const TemporaryFolder elsewhere;
+    std::filesystem::create_directory(here / "clips");
+    Bench bench;
+    const std::string inside = here / "clips/a b.mp4";
+    const std::string outside = elsewhere / "c.mp4";
+    const std::string sibling = here.path().string() + "2/d.mp4";
+    int start = 0;
+    for (const std::string& path : {inside, outside, sibling, std::string("color:red")})
+        ASSERT_TRUE(bench.editor.addClip({media(path), 0, 50, kVideo, kNoObject}, 50 * start++));
+    spill(inside, "x");
+    ASSERT_EQ(saveProject(here / "p.mlt", *bench.edit, {}), "");
+
+    const std::string xml = slurp(here / "p.mlt");
+    EXPECT_THAT(xml, HasSubstr(">clips/a b.mp4<"));
+    EXPECT_THAT(xml, Not(HasSubstr(inside)));
+    const ProjectReading reading = readProject(here / "p.mlt", catalogue());
+    ASSERT_EQ(reading.error, "");
+    EXPECT_EQ(*reading.edit, bench.edit->snapshot());
+    ASSERT_EQ(reading.edit->media.size(), 4u);
+    EXPECT_THAT(reading.missingMedia, ElementsAre(reading.edit->media[1].id, reading.edit->media[2].id));
+
+    const auto moved = std::filesystem::path(elsewhere / "moved");
+    std::filesystem::rename(here / "clips", elsewhere / "clips");
+    std::filesystem::copy(here / "p.mlt", elsewhere / "p.mlt");
+    const ProjectReading after = readProject(elsewhere / "p.mlt", catalogue());
+    ASSERT_TRUE(after);
+    EXPECT_EQ(after.edit->media[0].info.path, elsewhere / "clips/a b.mp4") << "they moved together";
+    EXPECT_EQ(after.missingMedia.size(), 2u);
+}
+
+TEST(ProjectRoundTrip, TakesAMillionKeyframesInSeconds)
+{
+    Bench bench;
+    const ObjectId segment = bench.addPicture(0, 100);
+    const ObjectId effect = bench.editor.addEffect(segment, "tint").object;
+    EditData data = bench.edit->snapshot();
+    const int count = 1'000'000;
+    for (SegmentData& one : data.tracks[0].segments)
+        for (ParamData& param : one.effects[0].params)
+            if (param.property == "Level") {
+                param.keyframed = true;
+                param.channels.resize(1);
+                for (int i = 0; i < count; ++i)
+                    param.channels[0].push_back(key(static_cast<double>(i) / count, 50 + 49 * std::sin(i)));
+            }
+    const EditModel edit(data, catalogue());
+    ASSERT_EQ(edit.timeline().findEffect(effect)->paramAt(kLevel)->graph()->size(), count);
+    const std::string xml = projectXml(edit, {}, {});
+
+    const auto start = std::chrono::steady_clock::now();
+    const ProjectReading reading = parseProject(xml, {}, catalogue());
+    ASSERT_EQ(reading.error, "");
+    const EditModel again(*reading.edit, catalogue());
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    EXPECT_LT(took.count(), 20.0) << "generous, for slow machines and sanitizers";
+    EXPECT_TRUE(again.snapshot() == edit.snapshot());
+    RecordProperty("milliseconds", static_cast<int>(took.count() * 1000));
+    RecordProperty("bytes", static_cast<int>(xml.size()));
+}
