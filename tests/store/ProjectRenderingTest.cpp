@@ -1,1 +1,165 @@
-#include <gtest/gtest.h>
+// What a saved project looks like when the command-line player renders it.
+#include "tests/model/SampleEdit.h"
+#include "tests/store/TemporaryFolder.h"
+#include "workbench/store/ProjectFile.h"
+
+#include <gmock/gmock.h>
+#include <map>
+#include <set>
+#include <sstream>
+
+using namespace sample;
+using test::slurp;
+using test::TemporaryFolder;
+using testing::HasSubstr;
+
+namespace
+{
+constexpr int kClipFrames = 40;
+
+const EffectCatalogue& installed()
+{
+    static const EffectCatalogue instance = [] {
+        EffectCatalogue made;
+        EffectDescription brightness;
+        brightness.service = "brightness";
+        brightness.title = "Brightness";
+        ParamDescription level = number("level", 0, 100, 100);
+        level.scale = 100;
+        brightness.params = {level};
+        made.add(brightness);
+        return made;
+    }();
+    return instance;
+}
+
+bool run(const std::string& command)
+{
+    return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
+}
+
+bool hasPlayer()
+{
+    return run("command -v melt") && run("command -v ffmpeg");
+}
+
+/** A small edit of one clip, with what shows it. */
+class Rendering
+{
+public:
+    Rendering()
+    {
+        const std::string clip = folder_ / "clip.mp4";
+        made_ =
+            run("ffmpeg -v error -f lavfi -i testsrc=s=64x36:r=25:d=1.6 -g 12 -bf 0 -c:v mpeg4 -q:v 2 '" + clip + "'");
+        MediaInfo info = media(clip, kClipFrames);
+        info.width = 64;
+        info.height = 36;
+        info.hasAudio = false;
+        EXPECT_TRUE(editor.addClip({info, 0, 20, kVideo, kNoObject}, 0));
+        EXPECT_TRUE(editor.addClip({info, 20, 20, kVideo, kNoObject}, 20));
+    }
+
+    static FormatData format() { return {64, 36, 25, 1, 1, 1, 709}; }
+
+    ObjectId first() const { return edit->timeline().tracks()[0]->segments[0]->id(); }
+
+    /** A checksum of each frame's picture; from another folder, and moved there, so that only the file can say where
+        the clip lies. */
+    std::vector<std::string> frames()
+    {
+        EXPECT_TRUE(made_);
+        EXPECT_EQ(saveProject(folder_ / "project.mlt", *edit, {}), "");
+        const TemporaryFolder there;
+        test::fs::copy(folder_.path(), there.path(), test::fs::copy_options::recursive);
+        EXPECT_TRUE(run("cd / && SDL_AUDIODRIVER=dummy melt '" + (there / "project.mlt").string() +
+                        "' -consumer avformat:'" + (there / "sums").string() +
+                        "' f=framemd5 vcodec=rawvideo an=1 real_time=-1"));
+        std::vector<std::string> sums;
+        std::istringstream lines(slurp(there / "sums"));
+        for (std::string line; std::getline(lines, line);)
+            if (!line.empty() && line[0] != '#')
+                sums.push_back(line.substr(line.rfind(' ') + 1));
+        return sums;
+    }
+
+    oribund::Kt::Ptr<oribund::EffectValParam<double>> addBrightness()
+    {
+        const ObjectId effect = editor.addEffect(first(), "brightness").object;
+        return oribund::Kt::dynamicCast<oribund::EffectValParam<double>>(
+            edit->timeline().findEffect(effect)->paramAt(0));
+    }
+
+    EditModelPtr edit = oribund::Kt::makePtr<EditModel>(emptyEdit("render", format()), installed());
+    Editor editor{*edit};
+
+private:
+    TemporaryFolder folder_;
+    bool made_ = false;
+};
+} // namespace
+
+TEST(ProjectRendering, ShowsClipsEffectsAndAnimationFrameByFrame)
+{
+    if (!hasPlayer())
+        GTEST_SKIP() << "no melt or ffmpeg";
+    Rendering rendering;
+    const std::vector<std::string> plain = rendering.frames();
+    ASSERT_EQ(plain.size(), 40u);
+    EXPECT_EQ(std::set<std::string>(plain.begin(), plain.end()).size(), 40u) << "each frame of the clip is another";
+
+    // Pictures of constant settings, with which those of the animation have to agree.
+    const auto level = rendering.addBrightness();
+    std::map<int, std::vector<std::string>> constant;
+    for (const int percent : {100, 75, 50, 25}) {
+        level->setConstant(percent, oribund::ChangeKind::Single);
+        constant[percent] = rendering.frames();
+        ASSERT_EQ(constant[percent].size(), 40u);
+        EXPECT_EQ(constant[percent] == plain, percent == 100);
+        for (std::size_t frame = 20; frame < 40; ++frame)
+            ASSERT_EQ(constant[percent][frame], plain[frame]) << "the other segment has no effect";
+    }
+    level->setConstant(100, oribund::ChangeKind::Single);
+    level->setFunctionType(oribund::EffectValParamFnType::Keyframed, 0.0);
+    level->addKeyframeAt(0.75, 25.0);
+    const std::vector<std::string> animated = rendering.frames();
+    ASSERT_EQ(animated.size(), 40u);
+    EXPECT_EQ(animated[0], constant[100][0]);
+    EXPECT_EQ(animated[5], constant[75][5]);
+    EXPECT_EQ(animated[10], constant[50][10]);
+    EXPECT_EQ(animated[15], constant[25][15]);
+    EXPECT_EQ(animated[19], constant[25][19]);
+    EXPECT_NE(animated[7], constant[75][7]);
+    EXPECT_NE(animated[7], constant[50][7]);
+}
+
+TEST(ProjectRendering, ShowsGapsTransitionsAndHiddenTracks)
+{
+    if (!hasPlayer())
+        GTEST_SKIP() << "no melt or ffmpeg";
+    Rendering rendering;
+    const std::vector<std::string> cut = rendering.frames();
+    ASSERT_EQ(cut.size(), 40u);
+    // The clip goes on where the cut is, so the second half is moved on to have something to dissolve to.
+    ASSERT_TRUE(rendering.editor.trimEnd(rendering.first(), 15));
+    const std::vector<std::string> gap = rendering.frames();
+    ASSERT_EQ(gap.size(), 40u);
+    for (std::size_t frame = 0; frame < 40; ++frame)
+        EXPECT_EQ(gap[frame] == cut[frame], frame < 15 || frame >= 20) << frame;
+    EXPECT_EQ(gap[15], gap[19]) << "black";
+
+    const ObjectId second = rendering.edit->timeline().tracks()[0]->segments[1]->id();
+    ASSERT_TRUE(rendering.editor.moveSegment(second, kVideo, 15));
+    const std::vector<std::string> moved = rendering.frames();
+    ASSERT_TRUE(rendering.editor.addTransition(rendering.first(), {0, 0, 0, 6, "", false, 0.0}));
+    const std::vector<std::string> dissolved = rendering.frames();
+    ASSERT_EQ(moved.size(), 35u);
+    ASSERT_EQ(dissolved.size(), 35u);
+    for (std::size_t frame = 0; frame < 35; ++frame)
+        ASSERT_EQ(dissolved[frame] == moved[frame], frame <= 12 || frame >= 18) << frame << "; it begins with nothing";
+
+    ASSERT_TRUE(rendering.editor.setTrackEnabled(kVideo, false));
+    const std::vector<std::string> hidden = rendering.frames();
+    ASSERT_EQ(hidden.size(), 35u);
+    EXPECT_EQ(hidden[3], gap[15]) << "black";
+}

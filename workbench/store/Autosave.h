@@ -79,11 +79,11 @@ public:
 
 private:
     Clock::duration interval_;
+    std::string problem_;                  // before the session, of which it tells
     std::unique_ptr<SessionLock> session_; ///< null when the folder cannot be used
     std::unique_ptr<BackgroundWriter> writer_;
     Clock::time_point dirtySince_{};
     bool dirty_ = false;
-    std::string problem_;
 };
 
 } // namespace workbench

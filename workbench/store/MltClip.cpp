@@ -2,6 +2,7 @@
 
 #include "workbench/store/EditJson.h"
 
+#include "oribund/host/base/LightweightString.h"
 #include "oribund/host/base/Numeric.h"
 
 #include <pugixml.hpp>
@@ -47,9 +48,17 @@ bool readsFile(const std::string& service)
 }
 } // namespace
 
+std::string validText(const char* text)
+{
+    std::string copy(text);
+    if (std::all_of(copy.begin(), copy.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
+        return copy;
+    return std::string(oribund::toUTF8(oribund::toWide(std::string_view(copy))).view());
+}
+
 std::string propertyOf(pugi::xml_node element, const char* name)
 {
-    return element.find_child_by_attribute("property", "name", name).child_value();
+    return validText(element.find_child_by_attribute("property", "name", name).child_value());
 }
 
 int frameOf(const std::string& text, const FormatData& format, int fallback)

@@ -13,6 +13,9 @@ class xml_node;
 namespace workbench
 {
 
+/** A text of a document in valid UTF-8, which a document can get round with references to characters. */
+std::string validText(const char* text);
+
 /** The text of an element's property; empty when there is none. */
 std::string propertyOf(pugi::xml_node element, const char* name);
 

@@ -75,10 +75,10 @@ public:
         , catalogue_(catalogue)
         , warnings_(warnings)
     {
-        const std::string root = mlt.attribute("root").value();
+        const std::string root = validText(mlt.attribute("root").value());
         root_ = root.starts_with('/') ? fs::path(root) : folder;
         edit_.format = formatOf(mlt.child("profile"));
-        edit_.name = mlt.attribute("title").value();
+        edit_.name = validText(mlt.attribute("title").value());
     }
 
     EditData import()
@@ -319,11 +319,11 @@ EffectData importFilter(pugi::xml_node filter, int length, const EffectCatalogue
     EffectData effect;
     effect.service = propertyOf(filter, "mlt_service");
     for (const pugi::xml_node property : filter.children("property")) {
-        const std::string name = property.attribute("name").value();
+        const std::string name = validText(property.attribute("name").value());
         if (name == "disable")
             effect.enabled = std::strcmp(property.child_value(), "1") != 0;
         else if (name != "mlt_service" && !name.empty())
-            effect.rest.emplace_back(name, property.child_value());
+            effect.rest.emplace_back(name, validText(property.child_value()));
     }
     const auto known = catalogue.find(effect.service);
     if (!known)

@@ -129,7 +129,8 @@ std::string parseXml(pugi::xml_document& document, std::string_view bytes)
 {
     if (bytes.find_first_not_of(" \t\r\n") == std::string_view::npos)
         return "it is empty";
-    const pugi::xml_parse_result parsed = document.load_buffer(bytes.data(), bytes.size());
+    const pugi::xml_parse_result parsed = document.load_buffer(
+        bytes.data(), bytes.size(), pugi::parse_default | pugi::parse_ws_pcdata_single, pugi::encoding_utf8);
     if (document.first_child().empty() || bytes[bytes.find_first_not_of(" \t\r\n\xef\xbb\xbf")] != '<')
         return "it is no project";
     if (!parsed) {
