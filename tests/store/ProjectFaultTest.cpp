@@ -122,8 +122,17 @@ TEST(ProjectFaults, SingleValuesAreMendedWithAWarning)
     expected.tracks[0].transitions.clear();
     EXPECT_EQ(mended("\"start\":100", "\"start\":50", "overlap"), expected);
     EXPECT_EQ(mended("\"right\":", "\"right\":9", "transitions").tracks[0].transitions.size(), 0u);
+    for (const auto& [from, to] : {std::pair("\"length\":20,", "\"length\":250,"), std::pair("\"in\":300", "\"in\":9")})
+        EXPECT_EQ(mended(from, to, "transitions").tracks[0].segments.size(), 2u) << "no media before it, or too long";
     const EditData orphan = mended("\"oribund:segment\">{", "\"oribund:segment\">{{", "damaged");
     EXPECT_EQ(orphan.tracks[0].segments.size(), 1u);
+
+    const EditData played = mended("\"oribund:effect\">{", "\"oribund:effect\">{{", "from what is played");
+    ASSERT_EQ(played.tracks[0].segments[0].effects.size(), 2u);
+    const EffectData& tint = played.tracks[0].segments[0].effects[0];
+    EXPECT_EQ(tint.service, "tint");
+    ASSERT_EQ(tint.params.at(0).channels.size(), 1u);
+    EXPECT_EQ(tint.params[0].channels[0].back().value, 80.0);
 
     // A keyframe that is out of order, or none, is left out; the curve goes on.
     const ParamData& level = first.effects[0].params[0];

@@ -1,11 +1,10 @@
 #include "workbench/store/EditRepair.h"
 
 #include "workbench/model/Ids.h"
-#include "workbench/store/EditJson.h"
 #include "workbench/store/JsonFields.h"
 
 #include <algorithm>
-#include <cmath>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace workbench
@@ -26,8 +25,11 @@ public:
     {
         claimIds();
         std::unordered_set<ObjectId> media;
-        for (const MediaData& one : edit_.media)
+        for (const MediaData& one : edit_.media) {
             media.insert(one.id);
+            if (one.info.isStill())
+                stills_.insert(one.id);
+        }
         for (TrackData& track : edit_.tracks) {
             dropWhere(track.segments, "segments show media that the project does not name",
                       [&](const SegmentData& segment) { return !media.contains(segment.media); });
@@ -97,24 +99,37 @@ private:
 
     void checkTransitions(TrackData& track)
     {
-        std::unordered_set<ObjectId> joined;
+        std::unordered_map<ObjectId, std::size_t> places;
+        for (std::size_t i = 0; i < track.segments.size(); ++i)
+            places.emplace(track.segments[i].id, i);
+        std::vector<int> used(track.segments.size(), 0); // frames of each that transitions take
+        std::unordered_set<ObjectId> left;
         dropWhere(track.transitions, "transitions do not fit the segments that they join",
                   [&](const TransitionData& transition) {
-                      return !fits(track, transition) || !joined.insert(transition.left).second;
+                      const auto place = places.find(transition.left);
+                      return place == places.end() || left.contains(transition.left) ||
+                             !takeFrames(track, place->second, transition, used) ||
+                             !left.insert(transition.left).second;
                   });
         std::sort(track.transitions.begin(), track.transitions.end(),
                   [](const TransitionData& a, const TransitionData& b) { return a.id < b.id; });
     }
 
-    static bool fits(const TrackData& track, const TransitionData& transition)
+    /** Whether the transition fits the segment at that place and the next one, with those that were there before. */
+    bool takeFrames(const TrackData& track, std::size_t place, const TransitionData& transition, std::vector<int>& used)
     {
-        const auto left = std::find_if(track.segments.begin(), track.segments.end(),
-                                       [&](const SegmentData& segment) { return segment.id == transition.left; });
-        if (left == track.segments.end() || left + 1 == track.segments.end())
+        if (place + 1 == track.segments.size() || transition.length < 2)
             return false;
-        const SegmentData& right = left[1];
-        return right.id == transition.right && right.start == left->end() && transition.length >= 2 &&
-               transition.before() <= left->length && transition.after() <= right.length;
+        const SegmentData& left = track.segments[place];
+        const SegmentData& right = track.segments[place + 1];
+        const bool touching = right.id == transition.right && right.start == left.end();
+        const bool hasMedia = stills_.contains(right.media) || right.in >= transition.before();
+        if (!touching || !hasMedia || used[place] + transition.before() > left.length ||
+            used[place + 1] + transition.after() > right.length)
+            return false;
+        used[place] += transition.before();
+        used[place + 1] += transition.after();
+        return true;
     }
 
     void checkCurves(SegmentData& segment)
@@ -144,6 +159,7 @@ private:
     EditData& edit_;
     Warnings& warnings_;
     std::unordered_set<ObjectId> used_;
+    std::unordered_set<ObjectId> stills_;
     ObjectId highest_ = kNoObject;
 };
 } // namespace

@@ -2,8 +2,10 @@
 
 #include "workbench/model/EffectCatalogue.h"
 #include "workbench/store/EditJson.h"
+#include "workbench/store/EffectJson.h"
 #include "workbench/store/JsonFields.h"
 #include "workbench/store/MltClip.h"
+#include "workbench/store/ProjectFormat.h"
 #include "workbench/store/RawParams.h"
 
 #include <pugixml.hpp>
@@ -316,13 +318,20 @@ EditData importMlt(pugi::xml_node mlt, const fs::path& folder, const EffectCatal
 
 EffectData importFilter(pugi::xml_node filter, int length, const EffectCatalogue& catalogue, Warnings& warnings)
 {
+    if (const std::string own = propertyOf(filter, format::kEffectProperty); !own.empty()) {
+        const ParsedJson parsed = parseJson(own);
+        if (parsed.error.empty() && parsed.value.is_object())
+            return effectFrom(parsed.value, warnings);
+        warnings.add("What was saved of the effect \"" + propertyOf(filter, "mlt_service") +
+                     "\" is damaged; it was taken from what is played.");
+    }
     EffectData effect;
     effect.service = propertyOf(filter, "mlt_service");
     for (const pugi::xml_node property : filter.children("property")) {
         const std::string name = validText(property.attribute("name").value());
         if (name == "disable")
             effect.enabled = std::strcmp(property.child_value(), "1") != 0;
-        else if (name != "mlt_service" && !name.empty())
+        else if (name != "mlt_service" && name != format::kEffectProperty && !name.empty())
             effect.rest.emplace_back(name, validText(property.child_value()));
     }
     const auto known = catalogue.find(effect.service);

@@ -23,7 +23,8 @@ class Warnings;
 EditData importMlt(pugi::xml_node mlt, const std::filesystem::path& folder, const EffectCatalogue& catalogue,
                    Warnings& warnings);
 
-/** A filter as an effect. `length`: of the segment that it is on, in frames. */
+/** A filter as an effect: what we saved with it, where it has that; else from its properties. `length`: of the segment
+    that it is on, in frames. */
 EffectData importFilter(pugi::xml_node filter, int length, const EffectCatalogue& catalogue, Warnings& warnings);
 
 } // namespace workbench

@@ -105,17 +105,9 @@ private:
                 continue;
             }
             for (const pugi::xml_node filter : producer.children("filter"))
-                readEffect(filter, placed.segment);
+                placed.segment.effects.push_back(importFilter(filter, placed.segment.length, catalogue_, warnings_));
             track->second->segments.push_back(std::move(placed.segment));
         }
-    }
-
-    void readEffect(pugi::xml_node filter, SegmentData& segment)
-    {
-        if (!filter.find_child_by_attribute("property", "name", format::kEffectProperty))
-            segment.effects.push_back(importFilter(filter, segment.length, catalogue_, warnings_));
-        else if (const Json json = dataOf(filter, format::kEffectProperty); !json.is_null())
-            segment.effects.push_back(effectFrom(json, warnings_));
     }
 
     pugi::xml_node mlt_;

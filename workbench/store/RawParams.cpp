@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 
 namespace workbench
 {
@@ -28,7 +29,8 @@ const std::string* textOf(const PropertyList& properties, const std::string& nam
 std::optional<double> shownNumber(const ParamDescription& description, std::string_view raw)
 {
     const auto number = oribund::parseDouble(raw);
-    return number ? std::optional(*number * description.scale + description.offset) : std::nullopt;
+    const double shown = number ? *number * description.scale + description.offset : NAN;
+    return std::isfinite(shown) ? std::optional(shown) : std::nullopt;
 }
 
 std::vector<std::string_view> parts(std::string_view text, std::string_view separators)
