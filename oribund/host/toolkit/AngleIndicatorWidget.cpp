@@ -84,7 +84,7 @@ double AngleIndicatorWidget::getStoredValue() const
 
 Colour AngleIndicatorWidget::getIndicatorColour() const
 {
-    return getPalette().accent();
+    return getPalette().focus();
 }
 
 void AngleIndicatorWidget::handleSeriesEnd() {}

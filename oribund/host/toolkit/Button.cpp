@@ -148,13 +148,13 @@ void Button::draw(CanvasRenderer& renderer)
         drawBox(renderer, box, lit && style_ == Style::Framed ? palette.accent() : buttonGround(isPressed()));
     else
         drawFocusRing(renderer, box);
-    const Colour& flatInk = state_ == eOff ? palette.buttonText() : palette.accent();
+    const Colour& flatInk = state_ == eOff ? palette.buttonText() : palette.focus();
     const Colour& framedInk = lit ? palette.accentText() : palette.buttonText();
     drawContents(renderer, ink(style_ == Style::Framed ? framedInk : flatInk));
     if (state_ == eMixed) {
         // Half on: a bar along the lower edge.
         const Kt::Box<double> edges = CanvasRenderer::toDouble(box.inset(2));
-        renderer.fillRect({edges.left, edges.bottom - 2, edges.right, edges.bottom}, ink(palette.accent()));
+        renderer.fillRect({edges.left, edges.bottom - 2, edges.right, edges.bottom}, ink(palette.focus()));
     }
 }
 

@@ -39,7 +39,7 @@ WString nameOf(const EffectValParamBase& param)
 
 int entryWidth()
 {
-    return Button::calcSizeFor(L"-10000.25").x;
+    return Button::calcSizeFor(L"-100.123456").x;
 }
 
 void addKeyframeLooks(ValButton& button)
