@@ -84,7 +84,7 @@ double AngleIndicatorWidget::getStoredValue() const
 
 Colour AngleIndicatorWidget::getIndicatorColour() const
 {
-    return getPalette().focus();
+    return getPalette().accent().mix(getPalette().windowText(), 0.4);
 }
 
 void AngleIndicatorWidget::handleSeriesEnd() {}
