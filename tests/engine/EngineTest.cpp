@@ -14,7 +14,9 @@
 #include <clocale>
 #include <condition_variable>
 #include <cstdlib>
+#include <list>
 #include <mutex>
+#include <set>
 
 namespace workbench
 {
@@ -274,9 +276,11 @@ TEST(MltGraphLife, nothingOfAGraphOutlivesIt)
     MltGraph::Options options;
     options.trace = &trace;
     auto graph = MltGraph::build(session, sampleEdit("frei0r.brightness", {{"0", "0.5"}}), std::move(options));
-    std::vector<Mlt::Properties> held;
+    std::list<Mlt::Properties> held; // one more reference to each
+    std::set<mlt_properties> seen;
     for (Mlt::Service* service : graph->services())
-        held.emplace_back(service->get_properties()); // one more reference to each
+        if (seen.insert(service->get_properties()).second)
+            held.emplace_back(service->get_properties());
     ASSERT_GE(held.size(), 6U);
     delete graph->producer().get_frame();
 
@@ -286,8 +290,12 @@ TEST(MltGraphLife, nothingOfAGraphOutlivesIt)
     graph = MltGraph::build(session, dissolve(), std::move(rebuilt));
     delete graph->producer().get_frame();
     graph.reset();
+    // What is held also holds what it reads from: let go of what nobody else holds, until nothing changes.
+    const auto onlyHere = [](Mlt::Properties& properties) { return properties.ref_count() == 1; };
+    while (held.remove_if(onlyHere) > 0) {
+    }
     for (Mlt::Properties& properties : held)
-        EXPECT_EQ(properties.ref_count(), 1) << (properties.get("mlt_service") ? properties.get("mlt_service") : "?");
+        ADD_FAILURE() << (properties.get("mlt_service") ? properties.get("mlt_service") : "?") << " is still alive";
 }
 
 TEST(MltSessionLife, numbersAreReadWithAPointWhateverTheLocale)

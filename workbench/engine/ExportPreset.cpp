@@ -5,7 +5,14 @@
 
 #include <mlt++/Mlt.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
+#include <cstdio>
 #include <initializer_list>
 #include <set>
 
@@ -15,8 +22,69 @@ namespace workbench
 namespace
 {
 
+/** While it exists, what is printed on stdout gets lost: asked for its encoders, the framework prints them too. */
+class SilentStdout
+{
+public:
+    SilentStdout()
+        : kept_(dup(STDOUT_FILENO))
+    {
+        std::fflush(stdout);
+        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+        if (nowhere < 0)
+            return;
+        dup2(nowhere, STDOUT_FILENO);
+        close(nowhere);
+    }
+
+    ~SilentStdout()
+    {
+        std::fflush(stdout);
+        if (kept_ < 0)
+            return;
+        dup2(kept_, STDOUT_FILENO);
+        close(kept_);
+    }
+
+    SilentStdout(const SilentStdout&) = delete;
+    SilentStdout& operator=(const SilentStdout&) = delete;
+
+private:
+    int kept_;
+};
+
+/** While it exists, what the process prints goes nowhere. */
+class QuietOutput
+{
+public:
+    QuietOutput()
+    {
+        std::fflush(stdout);
+        former_ = dup(STDOUT_FILENO);
+        if (const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC); nowhere >= 0) {
+            dup2(nowhere, STDOUT_FILENO);
+            close(nowhere);
+        }
+    }
+
+    ~QuietOutput()
+    {
+        std::fflush(stdout);
+        if (former_ >= 0) {
+            dup2(former_, STDOUT_FILENO);
+            close(former_);
+        }
+    }
+
+    QuietOutput(const QuietOutput&) = delete;
+    QuietOutput& operator=(const QuietOutput&) = delete;
+
+private:
+    int former_ = -1;
+};
+
 /** Names of the encoders of one kind, "vcodec" or "acodec", that are built in. */
-std::set<std::string> encoders(const char* kind)
+std::set<std::string> listEncoders(const char* kind)
 {
     Mlt::Profile profile;
     Mlt::Consumer consumer(profile, "avformat");
@@ -24,11 +92,27 @@ std::set<std::string> encoders(const char* kind)
     if (!consumer.is_valid())
         return names;
     consumer.set(kind, "list");
-    consumer.start(); // only fills the list
+    {
+        const QuietOutput quiet; // the framework also prints what it lists
+        consumer.start();        // only fills the list
+    }
     Mlt::Properties list(static_cast<mlt_properties>(consumer.get_data(kind)));
     for (int i = 0; list.is_valid() && i < list.count(); ++i)
         if (const char* name = list.get(i))
             names.insert(name);
+    return names;
+}
+
+/** They stay the same as long as the process runs. */
+const std::set<std::string>& videoEncoders()
+{
+    static const std::set<std::string> names = listEncoders("vcodec");
+    return names;
+}
+
+const std::set<std::string>& audioEncoders()
+{
+    static const std::set<std::string> names = listEncoders("acodec");
     return names;
 }
 
@@ -72,8 +156,8 @@ ExportPreset makePreset(std::string extension, std::string label, std::string fo
 
 std::vector<ExportPreset> exportPresets(MltSession&)
 {
-    const std::set<std::string> video = encoders("vcodec");
-    const std::set<std::string> audio = encoders("acodec");
+    const std::set<std::string>& video = videoEncoders();
+    const std::set<std::string>& audio = audioEncoders();
     const std::string common = firstOf(video, {"libx264", "mpeg4"});
     const std::string commonSound = firstOf(audio, {"aac", "libmp3lame", "mp2"});
     const std::string web = firstOf(video, {"libvpx-vp9", "libvpx"});

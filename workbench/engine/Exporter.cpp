@@ -28,6 +28,10 @@ using Outcome = ExportResult::Outcome;
 
 constexpr std::chrono::milliseconds kPoll{20};
 
+// After the last frame a consumer has this long to say that it ended.
+constexpr std::chrono::milliseconds kEndPatience{500};
+constexpr std::chrono::milliseconds kBeginPatience{300};
+
 /** The unfinished file, beside the finished one; removed unless it was completed. */
 class PartialFile
 {
@@ -74,7 +78,7 @@ struct Signals {
     std::atomic<int> frames{0};
     std::atomic<bool> failed{false};
 
-    static void frameRendered(mlt_properties, void* self, mlt_event_data) { ++static_cast<Signals*>(self)->frames; }
+    static void frameWritten(mlt_properties, void* self, mlt_event_data) { ++static_cast<Signals*>(self)->frames; }
 
     static void consumerFailed(mlt_properties, void* self, mlt_event_data)
     {
@@ -94,11 +98,18 @@ struct Encoding {
     std::unique_ptr<MltGraph> graph;
     std::unique_ptr<Mlt::Producer> range;
     std::unique_ptr<Mlt::Consumer> consumer;
-    std::unique_ptr<Mlt::Event> rendered;
+    std::unique_ptr<Mlt::Event> written;
     std::unique_ptr<Mlt::Event> failed;
     int total = 0;
+    int restarts = 0;
 
     bool start(const ExportPreset& preset, const std::string& path, int from, int to);
+
+    /**
+     * The consumer's thread ends at once when it looks at "running" before start() has set it. True when that seems to
+     * have happened, and it was started once more.
+     */
+    bool restartIfNeverBegun(std::chrono::steady_clock::duration idle);
 };
 
 bool Encoding::start(const ExportPreset& preset, const std::string& path, int from, int to)
@@ -113,11 +124,24 @@ bool Encoding::start(const ExportPreset& preset, const std::string& path, int fr
     consumer->set("real_time", -1);
     consumer->set("terminate_on_pause", 1);
     consumer->set("rescale", "bicubic");
-    rendered.reset(consumer->listen("consumer-frame-render", &signals, Signals::frameRendered));
+    written.reset(consumer->listen("consumer-frame-show", &signals, Signals::frameWritten));
     failed.reset(consumer->listen("consumer-fatal-error", &signals, Signals::consumerFailed));
     range->seek(0);
     range->set_speed(1.0);
     consumer->connect(*range);
+    return consumer->start() == 0;
+}
+
+bool Encoding::restartIfNeverBegun(std::chrono::steady_clock::duration idle)
+{
+    std::error_code ignored;
+    const bool begun = signals.frames > 0 || fs::file_size(consumer->get("target"), ignored) > 0;
+    if (begun || restarts >= 3 || idle < kBeginPatience || !trace.current().empty())
+        return false;
+    ++restarts;
+    consumer->stop();
+    range->seek(0);
+    range->set_speed(1.0);
     return consumer->start() == 0;
 }
 
@@ -201,8 +225,9 @@ ExportResult Exporter::Job::encode(const std::shared_ptr<Encoding>& encoding)
     const int total = encoding->total;
     int told = -1;
     bool stalled = false;
+    bool ended = false;
     Clock::time_point lastProgress = Clock::now();
-    while (!encoding->consumer->is_stopped() && !cancelled && !signals.failed && !stalled) {
+    while (!encoding->consumer->is_stopped() && !cancelled && !signals.failed && !stalled && !ended) {
         std::this_thread::sleep_for(kPoll);
         if (const int frames = std::min(total, signals.frames.load()); frames != told) {
             told = frames;
@@ -210,7 +235,11 @@ ExportResult Exporter::Job::encode(const std::shared_ptr<Encoding>& encoding)
             if (callbacks.progress)
                 callbacks.progress(frames, total);
         }
-        stalled = Clock::now() - lastProgress > settings.stallTimeout;
+        const auto idle = Clock::now() - lastProgress;
+        if (encoding->restartIfNeverBegun(idle))
+            lastProgress = Clock::now();
+        ended = told == total && idle > kEndPatience;
+        stalled = !ended && idle > settings.stallTimeout;
     }
     const std::string stall = stalled ? describeStall(encoding->trace) : std::string();
     stopWithin(encoding, stalled ? std::chrono::milliseconds(100) : settings.stallTimeout);

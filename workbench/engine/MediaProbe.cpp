@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <limits>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -143,16 +144,17 @@ MediaProbeResult probeMedia(MltSession&, const std::string& path)
         return result;
     }
 
-    readRate(producer, info);
+    const bool decodes = !info.hasVideo || firstFrameDecodes(profile, producer);
+    readRate(producer, info); // known only once a frame was read
     info.frames = countFrames(info);
     const bool stillCodec = contains(kStillCodecs, streams.videoCodec);
     if (stillCodec && info.hasAudio) { // the cover of a recording
         info.hasVideo = false;
         info.width = info.height = 0;
-    } else if (stillCodec && info.frames <= 1) {
+    } else if (stillCodec && (info.frames <= 1 || info.frames == std::numeric_limits<int>::max())) {
         info.frames = 0;
     }
-    if (info.hasVideo && !info.isStill() && !firstFrameDecodes(profile, producer)) {
+    if (info.hasVideo && !decodes) {
         result.problem = shown + " cannot be decoded." + cutShortHint;
         return result;
     }

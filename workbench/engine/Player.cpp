@@ -1,7 +1,5 @@
 #include "workbench/engine/Player.h"
 
-#include "workbench/engine/FrameRendering.h"
-
 #include <mlt++/Mlt.h>
 
 #include <cstdlib>
@@ -22,6 +20,46 @@ struct Player::Listener {
 
 namespace
 {
+
+// A consumer always asks for pictures of the profile's size. This filter, above everything, asks for smaller ones.
+
+int scaledImage(mlt_frame frame, uint8_t** image, mlt_image_format* format, int* width, int* height, int writable)
+{
+    const auto filter = static_cast<mlt_filter>(mlt_frame_pop_service(frame));
+    const auto* size = static_cast<const FrameSize*>(filter->child);
+    *width = size->width;
+    *height = size->height;
+    return mlt_frame_get_image(frame, image, format, width, height, writable);
+}
+
+mlt_frame scalePreparation(mlt_filter filter, mlt_frame frame)
+{
+    mlt_frame_push_service(frame, filter);
+    mlt_frame_push_get_image(frame, scaledImage);
+    return frame;
+}
+
+void closeScaler(mlt_filter filter)
+{
+    delete static_cast<FrameSize*>(filter->child);
+    filter->child = nullptr;
+    filter->close = nullptr;
+    filter->parent.close = nullptr;
+    mlt_service_close(&filter->parent);
+}
+
+std::unique_ptr<Mlt::Filter> makeScaler(FrameSize size)
+{
+    mlt_filter filter = mlt_filter_new();
+    if (!filter)
+        return nullptr;
+    filter->child = new FrameSize(size);
+    filter->process = scalePreparation;
+    filter->close = closeScaler;
+    auto owner = std::make_unique<Mlt::Filter>(filter);
+    mlt_filter_close(filter); // the owner has taken a reference of its own
+    return owner;
+}
 
 bool hasSoundDevice()
 {
@@ -47,9 +85,10 @@ bool Player::prepareSound(bool wanted)
     return available;
 }
 
-Player::Player(Mlt::Profile& profile, Mlt::Producer& producer, double scale, std::function<void(Shown)> shown)
+Player::Player(Mlt::Profile& profile, Mlt::Producer& producer, FrameSize size, std::function<void(Shown)> shown)
     : producer_(producer)
     , shown_(std::move(shown))
+    , scaler_(makeScaler(size))
     , consumer_(std::make_unique<Mlt::Consumer>(profile, "sdl2_audio"))
 {
     if (!consumer_->is_valid())
@@ -60,7 +99,8 @@ Player::Player(Mlt::Profile& profile, Mlt::Producer& producer, double scale, std
     consumer_->set("rescale", "bilinear");
     consumer_->set("buffer", 8);
     consumer_->set("prefill", 1);
-    consumer_->set("scale", scale);
+    if (scaler_)
+        producer_.attach(*scaler_);
     event_.reset(consumer_->listen("consumer-frame-show", this, Listener::call));
 }
 
@@ -71,6 +111,8 @@ Player::~Player()
     started_ = false;
     consumer_->stop();
     event_.reset();
+    if (scaler_)
+        producer_.detach(*scaler_);
     producer_.set_speed(0.0);
 }
 

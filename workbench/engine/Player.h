@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/engine/FrameImage.h"
+#include "workbench/engine/FrameRendering.h"
 
 #include <atomic>
 #include <chrono>
@@ -11,6 +11,7 @@ namespace Mlt
 {
 class Consumer;
 class Event;
+class Filter;
 class Producer;
 class Profile;
 } // namespace Mlt
@@ -34,7 +35,7 @@ public:
     };
 
     /** `shown` is called on a thread of the framework and must return at once. */
-    Player(Mlt::Profile& profile, Mlt::Producer& producer, double scale, std::function<void(Shown)> shown);
+    Player(Mlt::Profile& profile, Mlt::Producer& producer, FrameSize size, std::function<void(Shown)> shown);
     ~Player();
 
     Player(const Player&) = delete;
@@ -62,6 +63,7 @@ private:
 
     Mlt::Producer& producer_;
     std::function<void(Shown)> shown_;
+    std::unique_ptr<Mlt::Filter> scaler_;
     std::unique_ptr<Mlt::Consumer> consumer_;
     std::unique_ptr<Mlt::Event> event_;
     std::atomic<Clock::time_point> lastShown_{Clock::time_point()};

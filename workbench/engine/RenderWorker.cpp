@@ -243,8 +243,7 @@ void RenderWorker::startPlaying()
              EngineProblem{
                  EngineProblem::Kind::SoundUnavailable, "There is no sound device; playing without sound.", {}, {}});
     const FrameSize size = fitFrame(graph_->profile(), size_.maxWidth, size_.maxHeight);
-    const double scale = static_cast<double>(size.height) / graph_->profile().height();
-    auto player = std::make_unique<Player>(graph_->profile(), graph_->producer(), scale, [this](Player::Shown shown) {
+    auto player = std::make_unique<Player>(graph_->profile(), graph_->producer(), size, [this](Player::Shown shown) {
         post([&](Mail& mail) { mail.shown = std::move(shown); });
     });
     const int last = graph_->length() - 1;
