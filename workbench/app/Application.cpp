@@ -46,10 +46,11 @@ std::vector<std::string> filesAtStart(const CommandLine& commandLine, const std:
     return {};
 }
 
-int makePictures(Workspace& workspace, MainWindow& window, const CommandLine& commandLine)
+int makePictures(Workspace& workspace, MainWindow& window, const CommandLine& commandLine,
+                 const std::vector<std::string>& files)
 {
     PictureMaker maker(workspace, window, commandLine.scale > 0.0 ? commandLine.scale : 1.0);
-    const std::string fault = maker.write(commandLine.picturesFolder);
+    const std::string fault = maker.write(commandLine.picturesFolder, files);
     if (!fault.empty())
         std::fprintf(stderr, "%s\n", fault.c_str());
     return fault.empty() ? 0 : 1;
@@ -82,8 +83,7 @@ int runWindow(Workspace& workspace, WorkbenchHost& host, FilePreferences& prefer
         [&window](const oribund::WString& text, Severity severity) { window.showMessage(toQt(text), severity); });
     int status = 0;
     if (commandLine.task == CommandLine::Task::Pictures) {
-        window.files().open(filesAtStart(commandLine, scratch));
-        status = makePictures(workspace, window, commandLine);
+        status = makePictures(workspace, window, commandLine, filesAtStart(commandLine, scratch));
         document.abandonChanges();
     } else {
         window.restorePlace();

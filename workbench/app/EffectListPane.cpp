@@ -6,6 +6,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMap>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -16,14 +17,15 @@ namespace
 {
 constexpr int kService = Qt::UserRole;
 
-QTreeWidgetItem* firstVisible(const QTreeWidget& tree)
+/** The first effect in view below an item; null for none. */
+QTreeWidgetItem* firstEffect(QTreeWidgetItem& item)
 {
-    for (int i = 0; i < tree.topLevelItemCount(); ++i) {
-        QTreeWidgetItem* const category = tree.topLevelItem(i);
-        for (int j = 0; !category->isHidden() && j < category->childCount(); ++j)
-            if (!category->child(j)->isHidden())
-                return category->child(j);
-    }
+    if (!item.data(0, kService).toString().isEmpty())
+        return &item;
+    for (int i = 0; i < item.childCount(); ++i)
+        if (!item.child(i)->isHidden())
+            if (QTreeWidgetItem* const found = firstEffect(*item.child(i)))
+                return found;
     return nullptr;
 }
 } // namespace
@@ -58,55 +60,82 @@ EffectListPane::EffectListPane(const EffectCatalogue& catalogue, QWidget* parent
     tree_->setRootIsDecorated(true);
     tree_->setIndentation(14);
     tree_->setUniformRowHeights(true);
+    tree_->setStyleSheet(QStringLiteral("QTreeView::item { height: 20px; }"));
     QObject::connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) { filter(text); });
     QObject::connect(tree_, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) { choose(item); });
     fill();
 }
 
+QTreeWidgetItem* EffectListPane::addCategory(QTreeWidgetItem* above, const QString& title)
+{
+    auto* category = above ? new QTreeWidgetItem(above, {title}) : new QTreeWidgetItem(tree_, {title});
+    QFont font = tree_->font();
+    font.setBold(true);
+    category->setFont(0, font);
+    return category;
+}
+
+void EffectListPane::addEffect(QTreeWidgetItem& category, const EffectDescription& effect)
+{
+    auto* item = new QTreeWidgetItem(&category, {QString::fromStdString(effect.title)});
+    item->setData(0, kService, QString::fromStdString(effect.service));
+    const std::string& tip = effect.blockedBecause.empty() ? effect.help : effect.blockedBecause;
+    // In rich text the tip wraps.
+    item->setToolTip(0, QStringLiteral("<p><b>%1</b></p><p>%2</p>")
+                            .arg(item->text(0).toHtmlEscaped(), QString::fromStdString(tip).toHtmlEscaped()));
+    if (!effect.blockedBecause.empty())
+        item->setForeground(0, palette().color(QPalette::Disabled, QPalette::Text));
+}
+
 void EffectListPane::fill()
 {
-    QMap<QString, QTreeWidgetItem*> categories;
+    // Those that are described by hand come first; the long rest stands folded below them.
+    QMap<QString, QTreeWidgetItem*> curated;
+    QMap<QString, QTreeWidgetItem*> others;
     for (const EffectCatalogue::Entry& effect : catalogue_.all()) {
-        const QString category = QString::fromStdString(effect->category);
-        QTreeWidgetItem*& parent = categories[category];
-        if (!parent) {
-            parent = new QTreeWidgetItem(tree_, {category});
-            parent->setFlags(Qt::ItemIsEnabled | Qt::ItemIsSelectable);
-            QFont font = tree_->font();
-            font.setBold(true);
-            parent->setFont(0, font);
-        }
-        auto* item = new QTreeWidgetItem(parent, {QString::fromStdString(effect->title)});
-        item->setData(0, kService, QString::fromStdString(effect->service));
-        const std::string& tip = effect->blockedBecause.empty() ? effect->help : effect->blockedBecause;
-        // In rich text the tip wraps.
-        item->setToolTip(0, QStringLiteral("<p><b>%1</b></p><p>%2</p>")
-                                .arg(item->text(0).toHtmlEscaped(), QString::fromStdString(tip).toHtmlEscaped()));
-        if (!effect->blockedBecause.empty())
-            item->setForeground(0, palette().color(QPalette::Disabled, QPalette::Text));
+        if (!effect->curated || !effect->blockedBecause.empty())
+            continue;
+        QTreeWidgetItem*& category = curated[QString::fromStdString(effect->category)];
+        category = category ? category : addCategory(nullptr, QString::fromStdString(effect->category));
+        addEffect(*category, *effect);
     }
-    // The well-described ones are open at first, the long rest is folded.
-    for (const EffectCatalogue::Entry& effect : catalogue_.all())
-        if (effect->curated)
-            categories[QString::fromStdString(effect->category)]->setExpanded(true);
+    QTreeWidgetItem* const more = addCategory(nullptr, QStringLiteral("All others"));
+    for (const EffectCatalogue::Entry& effect : catalogue_.all()) {
+        if (effect->curated && effect->blockedBecause.empty())
+            continue;
+        QTreeWidgetItem*& category = others[QString::fromStdString(effect->category)];
+        category = category ? category : addCategory(more, QString::fromStdString(effect->category));
+        addEffect(*category, *effect);
+    }
+    expandAtRest();
+}
+
+void EffectListPane::expandAtRest()
+{
+    tree_->collapseAll();
+    for (int i = 0; i + 1 < tree_->topLevelItemCount(); ++i)
+        tree_->topLevelItem(i)->setExpanded(true);
+}
+
+bool EffectListPane::filterBelow(QTreeWidgetItem& item, const QString& text)
+{
+    bool any = false;
+    if (const QString service = item.data(0, kService).toString(); !service.isEmpty())
+        any = matchesSearch(*catalogue_.find(service.toStdString()), text);
+    for (int i = 0; i < item.childCount(); ++i)
+        any = filterBelow(*item.child(i), text) || any;
+    item.setHidden(!any);
+    return any;
 }
 
 void EffectListPane::filter(const QString& text)
 {
-    for (int i = 0; i < tree_->topLevelItemCount(); ++i) {
-        QTreeWidgetItem* const category = tree_->topLevelItem(i);
-        bool any = false;
-        for (int j = 0; j < category->childCount(); ++j) {
-            QTreeWidgetItem* const item = category->child(j);
-            const auto effect = catalogue_.find(item->data(0, kService).toString().toStdString());
-            item->setHidden(!matchesSearch(*effect, text));
-            any = any || !item->isHidden();
-        }
-        category->setHidden(!any);
-        if (!text.isEmpty())
-            category->setExpanded(true);
-    }
-    tree_->setCurrentItem(text.isEmpty() ? nullptr : firstVisible(*tree_));
+    filterBelow(*tree_->invisibleRootItem(), text);
+    if (text.isEmpty())
+        expandAtRest();
+    else
+        tree_->expandAll();
+    tree_->setCurrentItem(text.isEmpty() ? nullptr : firstEffect(*tree_->invisibleRootItem()));
 }
 
 void EffectListPane::choose(const QTreeWidgetItem* item)

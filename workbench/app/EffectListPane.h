@@ -27,6 +27,10 @@ public:
     /** Gives the search field the keyboard. */
     void search();
 
+    QLineEdit& searchField() { return *search_; }
+
+    QTreeWidget& tree() { return *tree_; }
+
     QSize sizeHint() const override { return {230, 400}; }
 
 protected:
@@ -34,6 +38,10 @@ protected:
 
 private:
     void fill();
+    QTreeWidgetItem* addCategory(QTreeWidgetItem* above, const QString& title);
+    void addEffect(QTreeWidgetItem& category, const EffectDescription& effect);
+    void expandAtRest();
+    bool filterBelow(QTreeWidgetItem& item, const QString& text);
     void filter(const QString& text);
     void choose(const QTreeWidgetItem* item);
 

@@ -1,5 +1,6 @@
 #include "workbench/app/EffectStack.h"
 
+#include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/Label.h"
 #include "oribund/panels/EffectComponentPanel.h"
@@ -48,18 +49,30 @@ EffectStack::EffectStack(const InitArgs& args, Vob& vob, const Effects& effects,
 
 EffectStack::~EffectStack() = default;
 
+void EffectStack::draw(CanvasRenderer& renderer)
+{
+    WidgetGroup::draw(renderer);
+    std::vector<Glob*> panels;
+    getChildren(panels);
+    for (const Glob* panel : panels)
+        if (const double top = panel->box().top; top > 0.0)
+            renderer.fillRect({0.0, top - 1.0, static_cast<double>(getWidth()), top}, getPalette().border());
+}
+
 void EffectStack::addBelow(std::unique_ptr<Glob> widget)
 {
     Glob* const above = previousWidget();
     WidgetSurround surround;
     surround.followWidth = true;
+    surround.right = UifStd::getWidgetGap();
     addWidget(std::move(widget), above ? WidgetPosition::below(*above, 1) : WidgetPosition::userTopLeft(0, 0),
               surround);
 }
 
 void EffectStack::addPanel(Vob& vob, const Kt::Ptr<ModelEffect>& effect, bool first, bool last)
 {
-    const auto width = static_cast<unsigned short>(std::clamp(getUserArea().width(), 0, 65535));
+    const auto width =
+        static_cast<unsigned short>(std::clamp(getUserArea().width() - UifStd::getWidgetGap(), 0, 65535));
     FXPanelCreationOptions options(&vob, effect, width, canvas());
     std::unique_ptr<EffectComponentPanel> panel(FXPanelFactory::instance().makeComponentPanel(options));
     if (!panel)

@@ -36,6 +36,8 @@ public:
     EffectStack(const InitArgs& args, oribund::Vob& vob, const Effects& effects, Requests requests);
     ~EffectStack() override;
 
+    void draw(oribund::CanvasRenderer& renderer) override;
+
 private:
     class TitleButton;
 

@@ -1,14 +1,19 @@
 #include "workbench/app/PictureMaker.h"
 
+#include "workbench/app/ClipPlacement.h"
+#include "workbench/app/EffectListPane.h"
 #include "workbench/app/EffectStack.h"
 #include "workbench/app/EffectsPanelPane.h"
+#include "workbench/app/ExportDialog.h"
 #include "workbench/app/MainWindow.h"
+#include "workbench/app/MessageBar.h"
 #include "workbench/app/Workspace.h"
 #include "workbench/skin/PanelView.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QThread>
 
 #include <algorithm>
@@ -21,6 +26,44 @@ namespace
 {
 constexpr int kPanelWidth = 400;
 constexpr int kHighestPanel = 2000;
+
+PlainValue plainValueOf(const ParamDescription& param)
+{
+    if (const auto* number = std::get_if<double>(&*param.demo))
+        return *number;
+    if (const auto* colour = std::get_if<std::array<double, 4>>(&*param.demo))
+        return *colour;
+    if (const auto* point = std::get_if<std::array<double, 2>>(&*param.demo))
+        return *point;
+    const int index = std::get<int>(*param.demo);
+    if (param.kind == ParamKind::Bool)
+        return index != 0;
+    return param.items[static_cast<std::size_t>(index)].raw;
+}
+
+/** The effect with settings that show what it does; its first number is animated. */
+EffectData demoOf(const EffectDescription& effect)
+{
+    EffectData data;
+    data.service = effect.service;
+    bool animated = false;
+    for (const ParamDescription& param : effect.params) {
+        if (!param.demo)
+            continue;
+        ParamData value{param.property, plainValueOf(param), false, {}};
+        if (const auto* number = std::get_if<double>(&value.constant); number && param.animatable && !animated) {
+            animated = value.keyframed = true;
+            oribund::Keyframe start;
+            start.value = param.defaultValue;
+            oribund::Keyframe end;
+            end.time = 1.0;
+            end.value = *number;
+            value.channels = {{start, end}};
+        }
+        data.params.push_back(std::move(value));
+    }
+    return data;
+}
 } // namespace
 
 PictureMaker::PictureMaker(Workspace& workspace, MainWindow& window, double scale)
@@ -59,31 +102,74 @@ void PictureMaker::save(QWidget& widget, const std::string& name)
         fault_ = path + " could not be written.";
 }
 
-std::string PictureMaker::write(const std::string& folder)
+std::string PictureMaker::write(const std::string& folder, const std::vector<std::string>& files)
 {
     folder_ = folder;
     if (!QDir().mkpath(QString::fromStdString(folder)))
         return folder + " could not be made.";
-    pictureWindow();
+    window_.show();
+    settle();
+    save(window_, "window-empty");
+    window_.files().open(files);
+    settle();
+    if (!workspace_.targetSegment())
+        return window_.messages().text().toStdString();
     if (fault_.empty())
         picturePanels();
+    if (fault_.empty())
+        pictureWindow();
+    if (fault_.empty())
+        pictureStates();
+    if (fault_.empty())
+        pictureExport();
     return fault_;
 }
 
 void PictureMaker::pictureWindow()
 {
-    window_.show();
-    settle();
+    // An edit in which something has been done: three segments, effects on one of them, one value animated.
+    EditModel& edit = workspace_.edit();
+    const int end = edit.timeline().endFrame();
+    for (const int cut : {end / 4, end * 2 / 3})
+        if (const Segment* segment = topSegmentAt(edit, cut))
+            workspace_.editor().splitSegment(segment->id(), cut);
+    const Segment* const segment = topSegmentAt(edit, end / 2);
+    workspace_.selection().set(segment->id());
+    for (const char* service : {"lift_gamma_gain", "frei0r.saturat0r", "frei0r.vignette", "affine"})
+        if (const EffectCatalogue::Entry effect = workspace_.catalogue().find(service))
+            workspace_.editor().addEffect(segment->id(), demoOf(*effect));
+    workspace_.vob().setCurrentTime(workspace_.vob().timeOf(end / 2));
+    if (!settle())
+        fault_ = "The picture did not come in time.";
     save(window_, "window");
+}
+
+void PictureMaker::pictureStates()
+{
+    window_.effectList().searchField().setText(QStringLiteral("blur"));
+    window_.showMessage(QStringLiteral("The media file /films/harbour.mp4 is not there. Its segments are kept; put the "
+                                       "file back and open the project again."),
+                        oribund::MessageSink::Severity::Warning);
+    settle();
+    save(window_, "window-search-and-message");
+    window_.effectList().searchField().clear();
+}
+
+void PictureMaker::pictureExport()
+{
+    ExportDialog::Suggestion suggestion;
+    suggestion.path = QStringLiteral("/films/Harbour");
+    suggestion.format = workspace_.edit().format();
+    suggestion.frames = workspace_.edit().timeline().endFrame();
+    ExportDialog dialog(suggestion, exportPresets(*workspace_.session()));
+    dialog.show();
+    QCoreApplication::processEvents();
+    save(dialog, "export");
 }
 
 void PictureMaker::picturePanels()
 {
     const Segment* const segment = workspace_.targetSegment();
-    if (!segment) {
-        fault_ = "There is no segment to put effects on.";
-        return;
-    }
     for (const EffectCatalogue::Entry& effect : workspace_.catalogue().all()) {
         if (!effect->curated || !effect->blockedBecause.empty() || !fault_.empty())
             continue;

@@ -20,8 +20,9 @@ public:
     /** Both outlive it. The pictures have `scale` pixels for each logical one. */
     PictureMaker(Workspace& workspace, MainWindow& window, double scale);
 
-    /** Writes them into a folder, which is made if need be, and prints what it wrote. What went wrong, or nothing. */
-    std::string write(const std::string& folder);
+    /** Opens the files and writes the pictures into a folder, which is made if need be, and prints what it wrote. What
+        went wrong, or nothing. */
+    std::string write(const std::string& folder, const std::vector<std::string>& files);
 
     /** Lets the program run until nothing is under way; false when that takes too long. */
     bool settle(int milliseconds = 20000);
@@ -29,6 +30,8 @@ public:
 private:
     void save(QWidget& widget, const std::string& name);
     void pictureWindow();
+    void pictureStates();
+    void pictureExport();
     void picturePanels();
 
     Workspace& workspace_;
