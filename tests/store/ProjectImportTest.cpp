@@ -116,6 +116,29 @@ TEST(ProjectImport, TakesEffectsAsParametersWhereItKnowsThemAndAsTheyAreElsewher
     EXPECT_EQ(reading.edit->tracks[1].segments[0].effects[0].service, "echo");
 }
 
+TEST(ProjectImport, ReadsColoursHoweverTheyAreWritten)
+{
+    using Colour = std::array<double, 4>;
+    const std::pair<const char*, Colour> colours[] = {{"#ff8000", {1.0, 128 / 255.0, 0.0, 1.0}},
+                                                      {"#33ff8000", {1.0, 128 / 255.0, 0.0, 0.2}},
+                                                      {"0xff800033", {1.0, 128 / 255.0, 0.0, 0.2}}};
+    const auto effectOf = [](const std::string& text) {
+        return import(
+                   "<producer><property name=\"resource\">a.mp4</property><filter><property name=\"mlt_service\">tint"
+                   "</property><property name=\"Colour\">" +
+                   text + "</property></filter></producer>")
+            .edit->tracks.at(0)
+            .segments.at(0)
+            .effects.at(0);
+    };
+    for (const auto& [text, colour] : colours) {
+        ASSERT_EQ(effectOf(text).params.size(), 1u) << text;
+        EXPECT_EQ(effectOf(text).params[0].constant, PlainValue(colour)) << text;
+    }
+    for (const char* text : {"red", "#ff80", "0xff8000", "#ff80zz", "", "#123456789"})
+        EXPECT_TRUE(effectOf(text).params.empty()) << text;
+}
+
 TEST(ProjectImport, SpreadsTracksWithinTracksAndSaysWhatItLeavesOut)
 {
     const ProjectReading reading = import(R"(

@@ -119,7 +119,7 @@ private:
     std::string addMix(const ProjectedTrack& track, std::size_t index)
     {
         const ProjectedEntry& entry = track.entries[index];
-        const std::string id = track.id + "-mix" + std::to_string(index);
+        std::string id = track.id + "-mix" + std::to_string(index);
         pugi::xml_node node = addElement(mlt_, "tractor", id);
         addRange(node, 0, entry.length - 1);
         for (const ProjectedCut* cut : {&entry.first, &entry.second}) {

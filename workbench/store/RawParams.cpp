@@ -80,16 +80,20 @@ std::optional<ChannelData> curveOf(const ParamDescription& description, std::str
     return channel.empty() ? std::nullopt : std::optional(channel);
 }
 
+/** "#rrggbb", "#aarrggbb" or "0xrrggbbaa". */
 std::optional<PlainValue> colourOf(std::string_view raw)
 {
-    if (!raw.starts_with('#') || (raw.size() != 7 && raw.size() != 9))
+    const bool alphaLast = raw.starts_with("0x");
+    raw.remove_prefix(alphaLast ? 2 : raw.starts_with('#') ? 1 : 0);
+    const bool hasAlpha = raw.size() == 8;
+    unsigned number = 0;
+    const auto end = std::from_chars(raw.data(), raw.data() + raw.size(), number, 16).ptr;
+    if (end != raw.data() + raw.size() || (!hasAlpha && (alphaLast || raw.size() != 6)))
         return std::nullopt;
-    unsigned argb = 0;
-    const auto end = std::from_chars(raw.data() + 1, raw.data() + raw.size(), argb, 16).ptr;
-    if (end != raw.data() + raw.size())
-        return std::nullopt;
-    const auto channel = [argb](int shift) { return static_cast<double>(argb >> shift & 0xffu) / 255.0; };
-    return std::array<double, 4>{channel(16), channel(8), channel(0), raw.size() == 9 ? channel(24) : 1.0};
+    const int low = alphaLast ? 8 : 0;
+    const auto channel = [number](int shift) { return static_cast<double>(number >> shift & 0xffu) / 255.0; };
+    const double alpha = !hasAlpha ? 1.0 : channel(alphaLast ? 0 : 24);
+    return std::array<double, 4>{channel(low + 16), channel(low + 8), channel(low), alpha};
 }
 
 /** The two numbers that stand where the format has its marks, if it is made of numbers between blanks. */
