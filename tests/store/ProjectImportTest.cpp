@@ -135,7 +135,7 @@ TEST(ProjectImport, ReadsColoursHoweverTheyAreWritten)
         ASSERT_EQ(effectOf(text).params.size(), 1u) << text;
         EXPECT_EQ(effectOf(text).params[0].constant, PlainValue(colour)) << text;
     }
-    for (const char* text : {"red", "#ff80", "0xff8000", "#ff80zz", "", "#123456789"})
+    for (const char* text : {"red", "ff8000", "#ff80", "0xff8000", "#ff80zz", "", "#123456789"})
         EXPECT_TRUE(effectOf(text).params.empty()) << text;
 }
 

@@ -84,7 +84,9 @@ std::optional<ChannelData> curveOf(const ParamDescription& description, std::str
 std::optional<PlainValue> colourOf(std::string_view raw)
 {
     const bool alphaLast = raw.starts_with("0x");
-    raw.remove_prefix(alphaLast ? 2 : raw.starts_with('#') ? 1 : 0);
+    if (!alphaLast && !raw.starts_with('#'))
+        return std::nullopt;
+    raw.remove_prefix(alphaLast ? 2 : 1);
     const bool hasAlpha = raw.size() == 8;
     unsigned number = 0;
     const auto end = std::from_chars(raw.data(), raw.data() + raw.size(), number, 16).ptr;
