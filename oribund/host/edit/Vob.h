@@ -14,6 +14,7 @@ namespace oribund
 {
 
 class CompoundEffectMonitor;
+class iScrubControl;
 
 /**
  * A viewed edit: one edit in one viewer, with its current time, the range that is in view and the tracks selected.
@@ -40,6 +41,9 @@ public:
 
     virtual bool isPlaying() const = 0;
     virtual void stopPlay() = 0;
+
+    /** What is told of the time being dragged; null, as it stands, for a viewer that treats a drag as any change. */
+    virtual iScrubControl* getScrubControl() { return nullptr; }
 
     /** The part of the edit that the viewer's strip shows. */
     virtual NumRange<double> getViewRange() const = 0;

@@ -1,0 +1,200 @@
+#include "oribund/controls/therm.h"
+
+#include "oribund/cues/CueSearch.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/edit/iScrubControl.h"
+#include "oribund/host/toolkit/Event.h"
+#include "oribund/host/toolkit/GlobPeer.h"
+
+#include <cmath>
+
+namespace oribund
+{
+
+namespace
+{
+
+therm::InitArgs argsOf(const Cookie& cookie, double start, double end, Vob* vob, Canvas* canvas)
+{
+    therm::InitArgs args(0, 0, canvas);
+    args.cookie = cookie;
+    args.start = start;
+    args.end = end;
+    args.vob = vob;
+    return args;
+}
+
+} // namespace
+
+const String therm::showCueMsg("showCue");
+
+therm::therm(const InitArgs& args)
+    : ThermBase(args)
+    , VobClient(args.vob)
+    , cookie_(args.cookie)
+    , flags_(args.flags)
+{
+    set(args.start, args.end, args.start, args.end);
+}
+
+therm::therm(const Cookie& cookie, double start, double end, Vob* vob, Canvas* canvas)
+    : therm(argsOf(cookie, start, end, vob, canvas))
+{
+}
+
+therm::~therm()
+{
+    finishDrag();
+}
+
+double therm::frameRound(double time) const
+{
+    const EditPtr edit = getEdit();
+    if (!edit)
+        return time;
+    const double frame = edit->getCelResolution();
+    return std::round(time / frame) * frame;
+}
+
+double therm::getTime(eAccuracy accuracy) const
+{
+    if (!getEdit())
+        return 0.0;
+    const double time = getVob()->getCurrentTime();
+    return accuracy == eExact ? time : frameRound(time);
+}
+
+void therm::setTime(double time)
+{
+    if (getEdit())
+        getVob()->setCurrentTime(time);
+}
+
+double therm::constrainTime(double time) const
+{
+    return ThermBase::constrainTime(frameRound(time));
+}
+
+double therm::timeStep() const
+{
+    const EditPtr edit = getEdit();
+    return edit ? edit->getCelResolution() : 0.0;
+}
+
+Cue therm::cueAt(int x) const
+{
+    const ThermGeometry shown = geometry();
+    return findCueNearestPos(getEdit(), x, shown.width, cueTolerance(), {shown.start, shown.end});
+}
+
+void therm::jumpToPos(double time)
+{
+    if (!getEdit())
+        return;
+    const GlobRef<therm> self(this);
+    const Cue cue = cueAt(geometry().f2xi(time));
+    if (cue.time != kNoCueTime) {
+        setTime(cue.time);
+        if (self && !minimalMode())
+            showCuePanel(cue);
+        return;
+    }
+    constexpr double kOutside = 1e-6;
+    const NumRange<double> range = getVob()->getViewRange();
+    if (time < range.start() - kOutside || time > range.end() + kOutside) {
+        const double half = range.length() / 2.0;
+        getVob()->setViewRange({time - half, time + half});
+    }
+    if (self)
+        setTime(constrainTime(time));
+}
+
+void therm::showCuePanel(const Cue& cue)
+{
+    shownCue_ = cue;
+    sendMsg(showCueMsg);
+}
+
+void therm::startTimeChangeSeries()
+{
+    if (!getEdit())
+        return;
+    if (iScrubControl* scrub = getVob()->getScrubControl()) {
+        const PlayState dragged = flags_ & InitArgs::kEveryFrame ? PlayState::Held : PlayState::Scrub;
+        scrub->setPlayState(flags_ & InitArgs::kQuiet ? PlayState::Idle : dragged);
+        const unsigned sound = scrub->scrubsWithSound() ? iScrubControl::kWithSound : 0;
+        scrub->setChangeFlags(scrub->getChangeFlags() | iScrubControl::kScrubbing | sound);
+    }
+    if (flags_ & (InitArgs::kEveryFrame | InitArgs::kShowAtOnce))
+        setTime(getTime(eExact));
+}
+
+void therm::stopTimeChangeSeries()
+{
+    iScrubControl* scrub = getVob() ? getVob()->getScrubControl() : nullptr;
+    if (!scrub)
+        return;
+    scrub->setPlayState(PlayState::Idle);
+    scrub->setChangeFlags(scrub->getChangeFlags() & ~(iScrubControl::kScrubbing | iScrubControl::kWithSound));
+}
+
+bool therm::zoomBy(double factor)
+{
+    if (!allowZoom() || !getEdit())
+        return false;
+    const double length = getVob()->getViewRange().length() * factor;
+    setWindow(geometry().zoomedAbout(getTime(eExact), length));
+    return true;
+}
+
+bool therm::handleMouseEvent(const Event& event)
+{
+    constexpr double kIn = 0.8;
+    constexpr double kOut = 1.25;
+    if (event.code == EventCode::MouseWheel && dragState() == 0 && canInteract() && event.wheel != 0.0)
+        return zoomBy(event.wheel >= 1.0 ? kIn : kOut);
+    pointerX_ = event.code == EventCode::MouseLeave ? -1 : event.position.x;
+    return ThermBase::handleMouseEvent(event);
+}
+
+UIString therm::tooltip() const
+{
+    if (pointerX_ >= 0 && !minimalMode()) {
+        if (const Cue cue = cueAt(pointerX_); cue.valid())
+            return UIString(getCueTooltip(cue, getEdit()));
+    }
+    return ThermBase::tooltip();
+}
+
+void therm::drawMarks(CanvasRenderer& renderer)
+{
+    // The end of the edit's content, where the bar shows time beyond it.
+    const EditPtr edit = getEdit();
+    const ThermGeometry shown = geometry();
+    if (edit && edit->getEndTime() > shown.start && edit->getEndTime() < shown.end)
+        drawMarkAt(renderer, shown.f2xi(edit->getEndTime()));
+}
+
+void therm::drawCues(CanvasRenderer& renderer)
+{
+    const EditPtr edit = getEdit();
+    if (!edit)
+        return;
+    const ThermGeometry shown = geometry();
+    for (const Cue& cue : edit->getCues()) {
+        if ((cue.flags & Cue::kVisible) != 0 && cue.time >= shown.start && cue.time <= shown.end)
+            drawCueAt(renderer, shown.f2xi(cue.time), cue.colour);
+    }
+}
+
+void therm::handleCurrentTimeChange()
+{
+    changed(PeerChange::kContents);
+}
+
+void therm::handleModifications(const EditModification&)
+{
+    changed(PeerChange::kContents);
+}
+
+} // namespace oribund

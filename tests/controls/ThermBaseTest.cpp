@@ -1,0 +1,232 @@
+#include "oribund/controls/ThermBase.h"
+#include "oribund/host/canvas/Canvas.h"
+#include "oribund/host/canvas/ColourScheme.h"
+#include "oribund/host/canvas/RecordingRenderer.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/toolkit/Event.h"
+#include "oribund/host/toolkit/StandardPanel.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace oribund
+{
+namespace
+{
+
+/** A bar over a number, which writes down where its series begin and end. */
+class NumberBar : public ThermBase
+{
+public:
+    using ThermBase::ThermBase;
+
+    double getTime(eAccuracy) const override { return time; }
+
+    void setTime(double newTime) override
+    {
+        time = newTime;
+        log += '.';
+    }
+
+    void startTimeChangeSeries() override { log += '<'; }
+
+    void stopTimeChangeSeries() override { log += '>'; }
+
+    double time = 50.0;
+    std::string log;
+};
+
+/** A panel that answers requests for a window. */
+class OwnerPanel : public StandardPanel
+{
+public:
+    using StandardPanel::StandardPanel;
+
+    bool handleMessageEvent(const String& message, Glob* sender) override
+    {
+        messages.push_back(message);
+        if (auto* bar = dynamic_cast<ThermBase*>(sender); bar && follows)
+            bar->set(0.0, 100.0, bar->requestedWindow().start(), bar->requestedWindow().end());
+        return true;
+    }
+
+    std::vector<String> messages;
+    bool follows = true;
+};
+
+/** A bar of 100 pixels for 100 seconds, with the window from 20 to 80 and the time at 50. */
+class ThermBars : public testing::Test
+{
+protected:
+    ThermBars()
+        : canvas({400, 100})
+        , panel(std::make_unique<OwnerPanel>(GlobCreationInfo(400, 100, &canvas)))
+        , bar(panel->addWidget(std::make_unique<NumberBar>(GlobCreationInfo(100, 18)), Glob::UserTopLeft(0, 0)))
+    {
+        panel->setBorder({});
+        bar->setAllowZoom(true);
+        bar->set(0.0, 100.0, 20.0, 80.0);
+        panel->open();
+    }
+
+    void press(int x) { canvas.inject(Event::mousePress({x, 5})); }
+
+    void drag(int x) { canvas.inject(Event::mouseMove({x, 5}, MouseButton::Left)); }
+
+    void release(int x) { canvas.inject(Event::mouseRelease({x, 5})); }
+
+    bool key(Key key) { return canvas.inject(Event::keyPress(key)); }
+
+    NumRange<double> window() const { return {bar->geometry().windowStart, bar->geometry().windowEnd}; }
+
+    Canvas canvas;
+    std::unique_ptr<OwnerPanel> panel;
+    NumberBar* bar;
+};
+
+TEST_F(ThermBars, AClickOnThePlainBarGoesThereAndDragsOnFromThere)
+{
+    press(5);
+    EXPECT_EQ(bar->dragState(), 8U);
+    EXPECT_EQ(bar->time, 5.0);
+    drag(5);
+    EXPECT_EQ(bar->log, "<.") << "the pointer has not moved";
+    drag(10);
+    drag(500);
+    EXPECT_EQ(bar->time, 100.0);
+    release(500);
+    EXPECT_EQ(bar->dragState(), 0U);
+    EXPECT_EQ(bar->log, "<...>");
+}
+
+TEST_F(ThermBars, EscapeRestoresTheTimeAndTheWindow)
+{
+    press(50);
+    drag(70);
+    ASSERT_EQ(bar->time, 70.0);
+    EXPECT_TRUE(key(Key::Escape));
+    EXPECT_EQ(bar->time, 50.0);
+    EXPECT_EQ(bar->log, "<..>");
+    drag(90);
+    release(90);
+    EXPECT_EQ(bar->time, 50.0) << "the drag is over";
+
+    press(20);
+    EXPECT_EQ(bar->dragState(), 3U);
+    drag(10);
+    ASSERT_NE(window(), NumRange<double>(20.0, 80.0));
+    key(Key::Escape);
+    EXPECT_EQ(window(), NumRange<double>(20.0, 80.0));
+    release(10);
+}
+
+TEST_F(ThermBars, AnEdgeZoomsAboutTheTimeAndTheOwnerIsToldByHowMuch)
+{
+    panel->follows = false;
+    press(82);
+    EXPECT_EQ(bar->dragState(), 5U);
+    drag(72); // the edge keeps its two pixels from the pointer
+    EXPECT_EQ(bar->requestedWindow(), NumRange<double>(30.0, 70.0));
+    EXPECT_EQ(panel->messages.back(), ThermBase::resizeZoomWinMsg + String(" 0.666667"));
+    EXPECT_EQ(window(), NumRange<double>(20.0, 80.0)) << "only the owner moves it";
+    release(72);
+    EXPECT_EQ(bar->log, "") << "the time is still in the window";
+}
+
+TEST_F(ThermBars, AGrabbedWindowMovesWithTheTime)
+{
+    press(35);
+    EXPECT_EQ(bar->dragState(), 0x28U);
+    drag(25);
+    EXPECT_EQ(bar->time, 40.0);
+    EXPECT_EQ(bar->requestedWindow(), NumRange<double>(40.0, 100.0));
+    key(Key::Escape);
+    EXPECT_EQ(bar->time, 50.0);
+    EXPECT_EQ(window(), NumRange<double>(20.0, 80.0));
+    release(25);
+}
+
+TEST_F(ThermBars, ATimeOutsideTheWindowIsSetAgainAfterAnEdgeDrag)
+{
+    bar->time = 90.0;
+    press(80);
+    drag(75);
+    bar->log.clear();
+    release(75);
+    EXPECT_EQ(bar->log, ".");
+    EXPECT_EQ(bar->time, 90.0);
+}
+
+TEST_F(ThermBars, KeysMoveTheTimeWithinTheSpan)
+{
+    ASSERT_TRUE(bar->takeFocus());
+    EXPECT_TRUE(key(Key::Right));
+    EXPECT_EQ(bar->time, 51.0);
+    key(Key::Home);
+    key(Key::Left);
+    EXPECT_EQ(bar->time, 0.0);
+    key(Key::End);
+    EXPECT_EQ(bar->time, 100.0);
+    EXPECT_FALSE(bar->accessibleName().empty());
+}
+
+TEST_F(ThermBars, WhatIsIgnoredOrInactiveTakesNoPress)
+{
+    bar->setIgnoreMouseClicks(true);
+    press(5);
+    release(5);
+    bar->setIgnoreMouseClicks(false);
+    bar->setActive(false);
+    press(5);
+    release(5);
+    EXPECT_EQ(bar->log, "");
+    bar->setActive(true);
+    press(5);
+    bar->setEnabled(false);
+    drag(60);
+    release(60);
+    EXPECT_EQ(bar->time, 5.0) << "disabled in mid-drag: what was set stands";
+    EXPECT_EQ(bar->log, "<.>");
+    EXPECT_EQ(bar->dragState(), 0U);
+}
+
+TEST_F(ThermBars, WithoutWidthOrSpanNothingBreaks)
+{
+    bar->set(7.0, 7.0, 7.0, 7.0);
+    press(50);
+    drag(60);
+    release(60);
+    EXPECT_EQ(bar->time, 7.0);
+    bar->setWindow({3.0, 4.0});
+    EXPECT_TRUE(panel->messages.empty()) << "a window without length has no ratio to another one";
+    bar->resize(0.0, 18.0);
+    RecordingRenderer renderer;
+    bar->draw(renderer);
+    EXPECT_EQ(renderer.depth(), 0U);
+    EXPECT_TRUE(key(Key::End));
+}
+
+TEST_F(ThermBars, ATimeBeyondTheSpanIsAnArrowAtThatEnd)
+{
+    const Colour colour = UifStd::getColourScheme().currentTime;
+    const auto drawn = [&](double time) {
+        bar->time = time;
+        RecordingRenderer renderer;
+        bar->draw(renderer);
+        const auto& all = renderer.primitives();
+        const auto found = std::find_if(all.begin(), all.end(), [&](const auto& p) { return p.colour == colour; });
+        EXPECT_NE(found, all.end());
+        return found == all.end() ? Primitive() : *found;
+    };
+    EXPECT_EQ(drawn(30.0).box, (Kt::Box<double>{30, 0, 31, 18}));
+    EXPECT_EQ(drawn(100.0).box, (Kt::Box<double>{99, 0, 100, 18}));
+    EXPECT_EQ(drawn(101.0).points.front(), (XY<double>{100, 9}));
+    EXPECT_EQ(drawn(-1.0).points.front(), (XY<double>{0, 9}));
+}
+
+} // namespace
+} // namespace oribund

@@ -1,0 +1,241 @@
+#include "oribund/controls/therm.h"
+#include "oribund/host/canvas/Canvas.h"
+#include "oribund/host/canvas/RecordingRenderer.h"
+#include "oribund/host/edit/iScrubControl.h"
+#include "oribund/host/toolkit/Event.h"
+#include "oribund/host/toolkit/StandardPanel.h"
+#include "tests/support/FakeView.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace oribund::test
+{
+namespace
+{
+
+class ScrubbedVob : public FakeVob, public iScrubControl
+{
+public:
+    EditPtr getEdit() const override { return hasEdit ? FakeVob::getEdit() : EditPtr(); }
+
+    iScrubControl* getScrubControl() override { return this; }
+
+    void setPlayState(PlayState state) override { states.push_back(state); }
+
+    unsigned getChangeFlags() const override { return changeFlags; }
+
+    void setChangeFlags(unsigned flags) override { changeFlags = flags; }
+
+    bool scrubsWithSound() const override { return sound; }
+
+    std::vector<PlayState> states;
+    unsigned changeFlags = 1;
+    bool sound = false;
+    bool hasEdit = true;
+};
+
+class MessagePanel : public StandardPanel
+{
+public:
+    using StandardPanel::StandardPanel;
+
+    bool handleMessageEvent(const String& message, Glob*) override
+    {
+        last = message;
+        return true;
+    }
+
+    String last;
+};
+
+/** A bar of 200 pixels for the 100 seconds of an edit. */
+class Therms : public testing::Test
+{
+protected:
+    Therms()
+        : canvas({400, 100})
+        , panel(std::make_unique<MessagePanel>(GlobCreationInfo(400, 100, &canvas)))
+        , vob(std::make_unique<ScrubbedVob>())
+    {
+        panel->setBorder({});
+        panel->open();
+    }
+
+    therm* make(unsigned flags = 0, unsigned short height = 18)
+    {
+        therm::InitArgs args(200, height);
+        args.cookie = Cookie("edit");
+        args.end = 100.0;
+        args.vob = vob.get();
+        args.flags = flags;
+        return panel->addWidget(std::make_unique<therm>(args), Glob::UserTopLeft(0, 0));
+    }
+
+    void addCue(double time, int id = 1)
+    {
+        Cue cue;
+        cue.id = {id, 0, 0};
+        cue.time = time;
+        cue.name = L"Door";
+        vob->edit->cues.add(cue);
+    }
+
+    void press(int x) { canvas.inject(Event::mousePress({x, 2})); }
+
+    void drag(int x) { canvas.inject(Event::mouseMove({x, 2}, MouseButton::Left)); }
+
+    void release(int x) { canvas.inject(Event::mouseRelease({x, 2})); }
+
+    Canvas canvas;
+    std::unique_ptr<MessagePanel> panel;
+    std::unique_ptr<ScrubbedVob> vob;
+};
+
+TEST_F(Therms, TimesAreThoseOfWholeFrames)
+{
+    therm* bar = make();
+    bar->set(0.0, 1.0, 0.0, 1.0);
+    press(50);
+    EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 0.24);
+    release(50);
+    vob->setCurrentTime(0.51);
+    EXPECT_EQ(bar->getTime(eExact), 0.51);
+    EXPECT_DOUBLE_EQ(bar->getTime(eFrameAccurate), 0.52);
+    ASSERT_TRUE(bar->takeFocus());
+    canvas.inject(Event::keyPress(Key::Right));
+    EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 0.56);
+}
+
+TEST_F(Therms, AClickNearACueGoesToItAndAsksForItsPanel)
+{
+    addCue(40.0);
+    therm* bar = make();
+    press(86);
+    release(86);
+    EXPECT_EQ(vob->getCurrentTime(), 40.0);
+    EXPECT_EQ(panel->last, therm::showCueMsg);
+    EXPECT_EQ(bar->shownCue().name, L"Door");
+    press(100);
+    release(100);
+    EXPECT_EQ(vob->getCurrentTime(), 50.0);
+    canvas.inject(Event::mouseMove({84, 2}));
+    EXPECT_EQ(bar->tooltip().text(), L"00:00:40:00  Door");
+}
+
+TEST_F(Therms, ALowBarJumpsToACueAndOpensAndDrawsNothingOfIt)
+{
+    addCue(40.0);
+    therm* bar = make(0, 10);
+    press(86);
+    release(86);
+    EXPECT_EQ(vob->getCurrentTime(), 40.0);
+    EXPECT_TRUE(panel->last.empty());
+    const auto count = [](therm& drawn) {
+        RecordingRenderer renderer;
+        drawn.draw(renderer);
+        return renderer.primitives().size();
+    };
+    const std::size_t low = count(*bar);
+    bar->resize(200.0, 18.0);
+    EXPECT_GT(count(*bar), low);
+}
+
+TEST_F(Therms, AJumpOutOfViewCentresTheView)
+{
+    make();
+    vob->viewRange = {0.0, 20.0};
+    press(20);
+    release(20);
+    EXPECT_EQ(vob->viewRange, NumRange<double>(0.0, 20.0));
+    press(100);
+    release(100);
+    EXPECT_EQ(vob->viewRange, NumRange<double>(40.0, 60.0));
+    EXPECT_EQ(vob->getCurrentTime(), 50.0);
+}
+
+TEST_F(Therms, TheWheelZoomsAboutTheTimeWhereZoomingIsAllowed)
+{
+    therm* bar = make();
+    vob->setCurrentTime(30.0);
+    vob->viewRange = {20.0, 60.0};
+    bar->set(0.0, 100.0, 20.0, 60.0);
+    canvas.inject(Event::mouseWheel({5, 2}, 1.0));
+    EXPECT_TRUE(panel->last.empty());
+    bar->setAllowZoom(true);
+    EXPECT_TRUE(canvas.inject(Event::mouseWheel({5, 2}, 1.0)));
+    EXPECT_EQ(bar->requestedWindow(), NumRange<double>(22.0, 54.0));
+    EXPECT_EQ(panel->last, ThermBase::resizeZoomWinMsg + String(" 0.8"));
+    canvas.inject(Event::mouseWheel({5, 2}, -1.0));
+    EXPECT_EQ(bar->requestedWindow(), NumRange<double>(17.5, 67.5));
+}
+
+TEST_F(Therms, ADragTellsTheViewerThatItScrubs)
+{
+    struct Case {
+        unsigned flags;
+        bool sound;
+        PlayState state;
+        unsigned changes;
+    };
+
+    for (const Case& c : {Case{0, false, PlayState::Scrub, 0x11}, Case{0x80, true, PlayState::Held, 0x91},
+                          Case{0x88, false, PlayState::Idle, 0x11}}) {
+        vob->sound = c.sound;
+        vob->states.clear();
+        therm* bar = make(c.flags);
+        press(20);
+        EXPECT_EQ(vob->states, std::vector<PlayState>{c.state});
+        EXPECT_EQ(vob->changeFlags, c.changes);
+        drag(30);
+        release(30);
+        EXPECT_EQ(vob->states, (std::vector<PlayState>{c.state, PlayState::Idle}));
+        EXPECT_EQ(vob->changeFlags, 1U);
+        panel->destroyWidget(*bar);
+    }
+}
+
+TEST_F(Therms, ABarThatGoesInMidDragLeavesNoScrubBehind)
+{
+    therm* bar = make();
+    press(20);
+    panel->destroyWidget(*bar);
+    EXPECT_EQ(vob->states.back(), PlayState::Idle);
+    EXPECT_EQ(vob->changeFlags, 1U);
+}
+
+TEST_F(Therms, AnEditThatTurnsReadOnlyLosesNothingAndAViewerThatGoesEndsTheDrag)
+{
+    therm* bar = make();
+    press(20);
+    vob->edit->readOnly = true;
+    vob->edit->addModification({});
+    drag(40);
+    EXPECT_EQ(vob->getCurrentTime(), 20.0) << "looking is no editing";
+    vob.reset();
+    drag(60);
+    release(60);
+    EXPECT_EQ(bar->dragState(), 0U);
+    EXPECT_EQ(bar->getTime(eExact), 0.0);
+}
+
+TEST_F(Therms, WithoutAnEditTheTimeIsNoughtAndStays)
+{
+    vob->setCurrentTime(5.0);
+    vob->hasEdit = false;
+    therm* bar = make();
+    press(20);
+    drag(40);
+    release(40);
+    EXPECT_EQ(vob->getCurrentTime(), 5.0);
+    EXPECT_EQ(bar->getTime(eExact), 0.0);
+    RecordingRenderer renderer;
+    bar->draw(renderer);
+    EXPECT_EQ(renderer.depth(), 0U);
+}
+
+} // namespace
+} // namespace oribund::test
