@@ -151,8 +151,13 @@ bool therm::handleMouseEvent(const Event& event)
 {
     constexpr double kIn = 0.8;
     constexpr double kOut = 1.25;
-    if (event.code == EventCode::MouseWheel && dragState() == 0 && canInteract() && event.wheel != 0.0)
-        return zoomBy(event.wheel >= 1.0 ? kIn : kOut);
+    if (event.code == EventCode::MouseWheel && allowZoom() && dragState() == 0 && canInteract()) {
+        wheelRest_ += event.wheel;
+        const double whole = std::trunc(wheelRest_);
+        wheelRest_ -= whole;
+        // A fine wheel's fraction of a notch is taken, and waits for the rest.
+        return whole == 0.0 || zoomBy(whole >= 1.0 ? kIn : kOut);
+    }
     pointerX_ = event.code == EventCode::MouseLeave ? -1 : event.position.x;
     return ThermBase::handleMouseEvent(event);
 }

@@ -71,6 +71,7 @@ private:
     Cookie cookie_;
     Cue shownCue_;
     unsigned flags_;
+    double wheelRest_ = 0.0;
     int pointerX_ = -1;
 };
 

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,6 +31,8 @@ public:
     {
         time = newTime;
         log += '.';
+        if (onSet)
+            onSet();
     }
 
     void startTimeChangeSeries() override { log += '<'; }
@@ -38,6 +41,7 @@ public:
 
     double time = 50.0;
     std::string log;
+    std::function<void()> onSet;
 };
 
 /** A panel that answers requests for a window. */
@@ -192,6 +196,28 @@ TEST_F(ThermBars, WhatIsIgnoredOrInactiveTakesNoPress)
     EXPECT_EQ(bar->time, 5.0) << "disabled in mid-drag: what was set stands";
     EXPECT_EQ(bar->log, "<.>");
     EXPECT_EQ(bar->dragState(), 0U);
+}
+
+TEST_F(ThermBars, TheBarMayGoWithAnyChangeThatItMakes)
+{
+    for (const int changesBefore : {0, 1, 2}) {
+        bar->setAllowZoom(true);
+        bar->set(0.0, 100.0, 20.0, 80.0);
+        int left = changesBefore;
+        const auto destroy = [&] {
+            if (left-- == 0)
+                panel->destroyWidget(*bar);
+        };
+        bar->onSet = [destroy] { destroy(); };
+        press(35);
+        drag(30);
+        drag(40);
+        key(Key::Escape);
+        release(40);
+        EXPECT_LT(left, 0);
+        EXPECT_EQ(panel->previousWidget(), nullptr);
+        bar = panel->addWidget(std::make_unique<NumberBar>(GlobCreationInfo(100, 18)), Glob::UserTopLeft(0, 0));
+    }
 }
 
 TEST_F(ThermBars, WithoutWidthOrSpanNothingBreaks)

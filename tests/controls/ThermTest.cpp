@@ -171,6 +171,11 @@ TEST_F(Therms, TheWheelZoomsAboutTheTimeWhereZoomingIsAllowed)
     EXPECT_EQ(panel->last, ThermBase::resizeZoomWinMsg + String(" 0.8"));
     canvas.inject(Event::mouseWheel({5, 2}, -1.0));
     EXPECT_EQ(bar->requestedWindow(), NumRange<double>(17.5, 67.5));
+    panel->last = String();
+    canvas.inject(Event::mouseWheel({5, 2}, 0.5));
+    EXPECT_TRUE(panel->last.empty()) << "half a notch";
+    canvas.inject(Event::mouseWheel({5, 2}, 0.5));
+    EXPECT_EQ(bar->requestedWindow(), NumRange<double>(22.0, 54.0));
 }
 
 TEST_F(Therms, ADragTellsTheViewerThatItScrubs)
