@@ -1,0 +1,294 @@
+#include "tests/engine/SampleMedia.h"
+#include "tests/support/TestHost.h"
+#include "workbench/app/EffectListPane.h"
+#include "workbench/app/EffectsPanelPane.h"
+#include "workbench/app/ExportBar.h"
+#include "workbench/app/MainWindow.h"
+#include "workbench/app/MessageBar.h"
+#include "workbench/app/TimelinePane.h"
+#include "workbench/app/TimelineStrip.h"
+#include "workbench/app/ViewerWidget.h"
+#include "workbench/app/panel/SimplePanelBuilder.h"
+#include "workbench/model/projection/Projector.h"
+#include "workbench/skin/PanelView.h"
+#include "workbench/skin/QtPeer.h"
+
+#include "oribund/host/effects/EffectValParam.h"
+#include "oribund/host/toolkit/Slider.h"
+#include "oribund/host/toolkit/ValButton.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+#include <memory>
+
+namespace workbench
+{
+namespace
+{
+
+namespace fs = std::filesystem;
+
+/** The program's window on the sample clip. */
+class Scenario : public testing::Test
+{
+protected:
+    Scenario()
+        : folder_(SampleMedia::folder() / testing::UnitTest::GetInstance()->current_test_info()->name())
+    {
+        fs::create_directories(folder_);
+        registerSimplePanels();
+        workspace_ = std::make_unique<Workspace>(MltSession::open());
+        document_ = std::make_unique<Document>(*workspace_, folder_ / "recovery");
+        window_ = std::make_unique<MainWindow>(*workspace_, *document_);
+        window_->resize(1200, 800);
+        window_->show();
+        window_->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    }
+
+    ~Scenario() override
+    {
+        window_.reset();
+        document_.reset();
+        workspace_.reset();
+    }
+
+    void settle()
+    {
+        int calm = 0;
+        EXPECT_TRUE(QTest::qWaitFor(
+            [&] {
+                calm = window_->isSettled() ? calm + 1 : 0;
+                return calm > 2;
+            },
+            20000));
+    }
+
+    void openClip()
+    {
+        window_->files().open({SampleMedia::clip()});
+        settle();
+    }
+
+    /** Searches for the effect, and takes the first that is found. */
+    oribund::Kt::Ptr<ModelEffect> addEffect(const char* search)
+    {
+        window_->effectList().search();
+        QTest::keyClicks(&window_->effectList().searchField(), search);
+        QTest::keyClick(&window_->effectList().searchField(), Qt::Key_Return);
+        settle();
+        window_->effectsPanel().refresh();
+        const Segment* const segment = workspace_->targetSegment();
+        return segment && !segment->effects.empty() ? segment->effects.back() : nullptr;
+    }
+
+    template <class Widget>
+    Widget* findInPanel()
+    {
+        return find<Widget>(window_->effectsPanel().view().panel());
+    }
+
+    /** Drags the slider from its middle to a part of its width, in several moves. */
+    static void drag(oribund::Slider& slider, double to, bool escape = false)
+    {
+        QWidget& native = *QtPeer::widgetOf(slider);
+        const QPoint start(native.width() / 2, native.height() / 2);
+        const QPoint end(static_cast<int>(native.width() * to), start.y());
+        QTest::mousePress(&native, Qt::LeftButton, Qt::NoModifier, start);
+        for (int i = 1; i <= 5; ++i)
+            QTest::mouseMove(&native, start + (end - start) * i / 5);
+        if (escape)
+            QTest::keyClick(&native, Qt::Key_Escape);
+        QTest::mouseRelease(&native, Qt::LeftButton, Qt::NoModifier, end);
+    }
+
+    void press(Command command)
+    {
+        window_->action(command).trigger();
+        settle();
+    }
+
+    double brightness() const
+    {
+        const FrameImagePtr& picture = window_->viewer().picture();
+        double sum = 0.0;
+        for (std::size_t i = 0; picture && i < picture->rgba.size(); i += 4)
+            sum += picture->rgba[i] + picture->rgba[i + 1] + picture->rgba[i + 2];
+        return picture ? sum / static_cast<double>(picture->rgba.size()) : -1.0;
+    }
+
+    std::vector<std::uint8_t> pixels() const { return window_->viewer().picture()->rgba; }
+
+    fs::path folder_;
+    oribund::test::TestHost host_;
+    std::unique_ptr<Workspace> workspace_;
+    std::unique_ptr<Document> document_;
+    std::unique_ptr<MainWindow> window_;
+
+private:
+    template <class Widget>
+    static Widget* find(oribund::Glob* glob)
+    {
+        if (!glob)
+            return nullptr;
+        if (auto* found = dynamic_cast<Widget*>(glob))
+            return found;
+        std::vector<oribund::Glob*> children;
+        glob->getChildren(children);
+        for (oribund::Glob* child : children)
+            if (Widget* const found = find<Widget>(child))
+                return found;
+        return nullptr;
+    }
+};
+
+TEST_F(Scenario, ADragInThePanelChangesThePictureAsOneStep)
+{
+    openClip();
+    ASSERT_NE(window_->viewer().picture(), nullptr);
+    const auto before = pixels();
+    ASSERT_NE(addEffect("brightness"), nullptr);
+    EXPECT_EQ(pixels(), before) << "the effect's default changes nothing";
+    auto* slider = findInPanel<oribund::Slider>();
+    ASSERT_NE(slider, nullptr);
+
+    const std::size_t steps = workspace_->edit().undoStack().position();
+    const double plain = brightness();
+    drag(*slider, 0.9);
+    settle();
+    EXPECT_GT(brightness(), plain + 10.0);
+    EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 1);
+    EXPECT_TRUE(window_->action(Command::Undo).text().contains(QStringLiteral("Brightness")));
+    EXPECT_TRUE(document_->isModified());
+
+    const auto bright = pixels();
+    press(Command::Undo);
+    EXPECT_EQ(pixels(), before);
+    press(Command::Redo);
+    EXPECT_EQ(pixels(), bright);
+
+    drag(*findInPanel<oribund::Slider>(), 0.1, true);
+    settle();
+    EXPECT_EQ(pixels(), bright) << "Escape takes the drag back";
+    EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 1);
+}
+
+TEST_F(Scenario, AnAnimatedValueIsSavedReopenedAndExported)
+{
+    openClip();
+    const auto effect = addEffect("brightness");
+    ASSERT_NE(effect, nullptr);
+    findInPanel<oribund::ValButton>()->userClick(); // a keyframe here makes it animated
+    press(Command::ToEnd);
+    drag(*findInPanel<oribund::Slider>(), 0.05);
+    settle();
+    const double dark = brightness();
+    press(Command::ToStart);
+    EXPECT_GT(brightness(), dark + 10.0);
+    EXPECT_EQ(effect->animatedParams().size(), 1u);
+    press(Command::Split); // at the start there is nothing to cut
+    workspace_->vob().setCurrentTime(workspace_->vob().timeOf(30));
+    press(Command::Split);
+    ASSERT_EQ(workspace_->edit().timeline().tracks().front()->segments.size(), 2u);
+
+    const EditData saved = workspace_->edit().snapshot();
+    const auto picture = pixels();
+    ASSERT_TRUE(document_->save((folder_ / "film").string()));
+    EXPECT_FALSE(document_->isModified());
+    document_->startNew();
+    settle();
+    EXPECT_EQ(window_->viewer().picture(), nullptr);
+    ASSERT_TRUE(document_->open((folder_ / "film.mlt").string()));
+    settle();
+    EditData reopened = workspace_->edit().snapshot();
+    reopened.name = saved.name;
+    EXPECT_EQ(reopened, saved);
+    EXPECT_EQ(workspace_->vob().currentFrame(), 30);
+    EXPECT_EQ(pixels(), picture);
+
+    ExportSettings settings;
+    settings.path = (folder_ / "film.mp4").string();
+    ASSERT_TRUE(window_->exportBar().start(project(workspace_->edit()), settings));
+    EXPECT_TRUE(window_->exportBar().isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window_->exportBar().isVisible(); }, 60000));
+    ASSERT_EQ(host_.shown.size(), 2u);
+    EXPECT_NE(host_.shown.back().find("Exported"), std::string::npos) << host_.shown.back();
+    EXPECT_EQ(probeMedia(*workspace_->session(), settings.path).info.value_or(MediaInfo()).frames, kSampleFrames);
+}
+
+TEST_F(Scenario, TheKeyboardReachesTransportListAndPanel)
+{
+    openClip();
+    ModelVob& vob = workspace_->vob();
+    QWidget& strip = window_->timeline().strip();
+    strip.setFocus();
+    QTest::keyClick(&strip, Qt::Key_Right);
+    QTest::keyClick(&strip, Qt::Key_Right);
+    EXPECT_EQ(vob.currentFrame(), 2);
+    QTest::keyClick(&strip, Qt::Key_End);
+    EXPECT_EQ(vob.currentFrame(), kSampleFrames - 1);
+    QTest::keyClick(&strip, Qt::Key_Up);
+    EXPECT_EQ(vob.currentFrame(), 0);
+
+    // The arrows belong to a slider that has the keyboard, and not to the transport.
+    ASSERT_NE(addEffect("brightness"), nullptr);
+    auto* slider = findInPanel<oribund::Slider>();
+    QWidget& native = *QtPeer::widgetOf(*slider);
+    native.setFocus();
+    const double value = slider->getValue();
+    QTest::keyClick(&native, Qt::Key_Right);
+    EXPECT_GT(slider->getValue(), value);
+    EXPECT_EQ(vob.currentFrame(), 0);
+    // What it has no use for goes on to the window.
+    QTest::keyClick(&native, Qt::Key_Space);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return vob.isPlaying(); }, 5000));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return vob.currentFrame() > 3; }, 5000));
+    QTest::keyClick(&native, Qt::Key_Space);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !vob.isPlaying(); }, 5000));
+}
+
+TEST_F(Scenario, WhatCannotBeOpenedIsNamedAndNothingIsLost)
+{
+    openClip();
+    const EditData before = workspace_->edit().snapshot();
+    std::ofstream(folder_ / "empty.mp4");
+    std::ofstream(folder_ / "text.mp4") << "this is no film";
+    std::ofstream(folder_ / "broken.mlt") << "<mlt><tractor";
+    window_->files().open(
+        {(folder_ / "missing.mp4").string(), (folder_ / "empty.mp4").string(), (folder_ / "text.mp4").string()});
+    settle();
+    EXPECT_FALSE(document_->open((folder_ / "broken.mlt").string()));
+    EXPECT_FALSE(document_->save("/proc/nowhere/film.mlt"));
+    EXPECT_EQ(workspace_->edit().snapshot().tracks, before.tracks);
+    ASSERT_EQ(host_.shown.size(), 5u);
+    for (std::size_t i = 0; i < 3; ++i)
+        EXPECT_NE(host_.shown[i].find(std::vector{"missing.mp4", "empty.mp4", "text.mp4"}[i]), std::string::npos);
+    EXPECT_NE(host_.shown[3].find("broken.mlt"), std::string::npos);
+    EXPECT_TRUE(document_->isModified());
+}
+
+TEST_F(Scenario, AnEffectThatIsNotInstalledIsKept)
+{
+    openClip();
+    EffectData gone;
+    gone.service = "no.such.effect";
+    gone.rest = {{"depth", "7"}};
+    ASSERT_TRUE(workspace_->editor().addEffect(workspace_->targetSegment()->id(), gone));
+    settle();
+    ASSERT_TRUE(document_->save((folder_ / "film.mlt").string()));
+    ASSERT_TRUE(document_->open((folder_ / "film.mlt").string()));
+    settle();
+    const auto& effects = workspace_->edit().timeline().tracks().front()->segments.front()->effects;
+    ASSERT_EQ(effects.size(), 1u);
+    EXPECT_EQ(effects.front()->data().rest, gone.rest);
+    EXPECT_NE(window_->messages().text().indexOf(QStringLiteral("no.such.effect")), -1);
+    EXPECT_NE(window_->viewer().picture(), nullptr);
+}
+
+} // namespace
+} // namespace workbench

@@ -1,0 +1,24 @@
+#include "workbench/app/KeyPolicy.h"
+#include "workbench/engine/EffectProbe.h"
+#include "workbench/engine/MltSession.h"
+#include "workbench/skin/SkinApplication.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+int main(int argc, char** argv)
+{
+    using namespace workbench;
+    if (argc > 1 && argv[1] == kEffectProbeArgument)
+        return runEffectProbe({argv + 2, argv + argc});
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    testing::InitGoogleTest(&argc, argv);
+    SkinApplication application(argc, argv);
+    application.installEventFilter(new KeyPolicy(&application));
+    const int status = RUN_ALL_TESTS();
+    if (MltSession::hasAbandonedThread())
+        std::_Exit(status);
+    return status;
+}
