@@ -163,7 +163,7 @@ TEST_F(Scenario, ADragInThePanelChangesThePictureAsOneStep)
     settle();
     EXPECT_GT(brightness(), plain + 10.0);
     EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 1);
-    EXPECT_TRUE(window_->action(Command::Undo).text().contains(QStringLiteral("Brightness")));
+    EXPECT_TRUE(window_->action(Command::Undo).text().contains(QStringLiteral("Brightness 0 % to")));
     EXPECT_TRUE(document_->isModified());
 
     const auto bright = pixels();
