@@ -49,7 +49,7 @@ std::vector<std::string> filesAtStart(const CommandLine& commandLine, const std:
 int makePictures(Workspace& workspace, MainWindow& window, const CommandLine& commandLine,
                  const std::vector<std::string>& files)
 {
-    PictureMaker maker(workspace, window, commandLine.scale > 0.0 ? commandLine.scale : 1.0);
+    PictureMaker maker(workspace, window);
     const std::string fault = maker.write(commandLine.picturesFolder, files);
     if (!fault.empty())
         std::fprintf(stderr, "%s\n", fault.c_str());
@@ -116,7 +116,7 @@ int runWithWindow(const CommandLine& commandLine, int& argc, char** argv)
     const bool pictures = commandLine.task == CommandLine::Task::Pictures;
     if (pictures)
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    else if (commandLine.scale > 0.0)
+    if (commandLine.scale > 0.0)
         qputenv("QT_SCALE_FACTOR", QByteArray::number(commandLine.scale));
     SkinApplication application(argc, argv);
     application.setApplicationName(QStringLiteral("Oribund workbench"));

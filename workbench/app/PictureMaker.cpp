@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QPixmap>
 #include <QThread>
 
 #include <algorithm>
@@ -66,10 +67,9 @@ EffectData demoOf(const EffectDescription& effect)
 }
 } // namespace
 
-PictureMaker::PictureMaker(Workspace& workspace, MainWindow& window, double scale)
+PictureMaker::PictureMaker(Workspace& workspace, MainWindow& window)
     : workspace_(workspace)
     , window_(window)
-    , scale_(scale)
 {
 }
 
@@ -91,12 +91,8 @@ bool PictureMaker::settle(int milliseconds)
 
 void PictureMaker::save(QWidget& widget, const std::string& name)
 {
-    // The platform's own scale is in the widget's ratio already; what is asked for beyond it is painted larger.
-    QImage picture(widget.size() * scale_, QImage::Format_RGB32);
-    picture.setDevicePixelRatio(scale_);
-    widget.render(&picture);
     const std::string path = folder_ + "/" + name + ".png";
-    if (picture.save(QString::fromStdString(path)))
+    if (widget.grab().save(QString::fromStdString(path)))
         std::printf("%s\n", path.c_str());
     else if (fault_.empty())
         fault_ = path + " could not be written.";

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QImage>
-
 #include <string>
 #include <vector>
 
@@ -17,8 +15,8 @@ class Workspace;
 class PictureMaker
 {
 public:
-    /** Both outlive it. The pictures have `scale` pixels for each logical one. */
-    PictureMaker(Workspace& workspace, MainWindow& window, double scale);
+    /** Both outlive it. */
+    PictureMaker(Workspace& workspace, MainWindow& window);
 
     /** Opens the files and writes the pictures into a folder, which is made if need be, and prints what it wrote. What
         went wrong, or nothing. */
@@ -36,7 +34,6 @@ private:
 
     Workspace& workspace_;
     MainWindow& window_;
-    double scale_;
     std::string folder_;
     std::string fault_;
 };
