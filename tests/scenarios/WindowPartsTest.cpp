@@ -1,0 +1,149 @@
+#include "tests/engine/SampleMedia.h"
+#include "tests/model/SampleEdit.h"
+#include "tests/support/TestHost.h"
+#include "workbench/app/BatchJobs.h"
+#include "workbench/app/EffectAdder.h"
+#include "workbench/app/EffectListPane.h"
+#include "workbench/app/ExportDialog.h"
+#include "workbench/app/MediaImporter.h"
+#include "workbench/app/MessageBar.h"
+#include "workbench/app/Workspace.h"
+#include "workbench/engine/MediaProbe.h"
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+#include <QTreeWidget>
+#include <gtest/gtest.h>
+
+namespace workbench
+{
+namespace
+{
+
+using Severity = oribund::MessageSink::Severity;
+
+TEST(EffectList, FindsByEveryWordAndChoosesTheFirstFound)
+{
+    EffectListPane list(sample::catalogue());
+    std::vector<std::string> chosen;
+    list.chosen = [&](const std::string& service) { chosen.push_back(service); };
+    QLineEdit& field = list.searchField();
+    for (const char* search : {"ECHO", "cho ec", "tint", "no such effect"}) {
+        field.clear();
+        QTest::keyClicks(&field, search);
+        QTest::keyClick(&field, Qt::Key_Return);
+    }
+    EXPECT_EQ(chosen, (std::vector<std::string>{"echo", "echo", "tint"}));
+    QTest::keyClick(&field, Qt::Key_Escape);
+    EXPECT_EQ(field.text(), QString());
+    EXPECT_EQ(list.tree().currentItem(), nullptr);
+}
+
+TEST(Messages, ComeOneByOneAndNeverTwice)
+{
+    MessageBar bar;
+    EXPECT_TRUE(bar.isHidden());
+    bar.show(QStringLiteral("one"), Severity::Warning);
+    bar.show(QStringLiteral("two"), Severity::Error);
+    bar.show(QStringLiteral("one"), Severity::Error);
+    EXPECT_EQ(bar.text(), QStringLiteral("one"));
+    auto* close = bar.findChild<QToolButton*>();
+    close->click();
+    EXPECT_EQ(bar.text(), QStringLiteral("two"));
+    close->click();
+    EXPECT_TRUE(bar.isHidden());
+    for (int i = 0; i < 1000; ++i)
+        bar.show(QString::number(i), Severity::Warning);
+    int closed = 0;
+    for (; !bar.isHidden() && closed < 100; ++closed)
+        close->click();
+    EXPECT_LT(closed, 50) << "a flood of messages is cut short";
+}
+
+TEST(ExportQuestions, OnlyWhatCanBeExportedIsAccepted)
+{
+    ExportPreset film;
+    film.extension = "mp4";
+    ExportPreset sound;
+    sound.extension = "wav";
+    ExportDialog::Suggestion suggestion;
+    suggestion.path = QStringLiteral("/nowhere/My.film");
+    suggestion.frames = 100;
+    ExportDialog dialog(suggestion, {film, sound});
+    QPushButton* button = nullptr;
+    for (QPushButton* one : dialog.findChildren<QPushButton*>())
+        button = one->text() == QStringLiteral("Export") ? one : button;
+    const auto entries = dialog.findChildren<QLineEdit*>();
+    QLineEdit* const path = *std::find_if(entries.begin(), entries.end(), [](const QLineEdit* entry) {
+        return entry->accessibleName() == QStringLiteral("File");
+    });
+    QLineEdit* const to = *std::find_if(entries.begin(), entries.end(), [](const QLineEdit* entry) {
+        return entry->text() == QStringLiteral("00:00:04:00");
+    });
+    EXPECT_TRUE(button->isEnabled());
+    EXPECT_EQ(dialog.settings().path, "/nowhere/My.film.mp4");
+    EXPECT_EQ(dialog.settings().to, 99);
+    dialog.findChild<QComboBox*>()->setCurrentIndex(1);
+    EXPECT_EQ(dialog.settings().path, "/nowhere/My.film.wav");
+    to->setText(QStringLiteral("2:00"));
+    EXPECT_EQ(dialog.settings().to, 49);
+    for (const char* bad : {"0", "x", ""}) {
+        to->setText(QString::fromLatin1(bad));
+        EXPECT_FALSE(button->isEnabled()) << bad;
+    }
+    to->setText(QStringLiteral("1:00:00"));
+    EXPECT_EQ(dialog.settings().to, 99) << "not beyond the end";
+    path->setText(QStringLiteral("/nowhere/film.xyz"));
+    EXPECT_FALSE(button->isEnabled());
+}
+
+/** What the program does without its window. */
+class WithoutWindow : public testing::Test
+{
+protected:
+    oribund::test::TestHost host;
+    Workspace workspace{MltSession::open()};
+};
+
+TEST_F(WithoutWindow, ExportsTheRangeThatWasAskedFor)
+{
+    CommandLine line;
+    line.files = {SampleMedia::clip()};
+    line.exportPath = (SampleMedia::folder() / "range.mp4").string();
+    line.from = 1.0;
+    line.to = 2.0;
+    EXPECT_EQ(exportFile(workspace, line), 0);
+    EXPECT_EQ(probeMedia(*workspace.session(), line.exportPath).info.value_or(MediaInfo()).frames, 25);
+    Workspace other(MltSession::open());
+    line.from = 100.0;
+    line.to.reset();
+    EXPECT_EQ(exportFile(other, line), 1);
+    line.files = {"/nowhere/film.mlt"};
+    EXPECT_EQ(exportFile(other, line), 1);
+    EXPECT_EQ(host.shown.size(), 2u);
+}
+
+TEST_F(WithoutWindow, EffectsThatMustNotBeUsedAreRefused)
+{
+    EffectAdder adder(workspace);
+    adder.add("brightness");
+    ASSERT_TRUE(MediaImporter::importNow(workspace, {SampleMedia::clip()}));
+    adder.add("no.such.effect");
+    adder.add("frei0r.3dflippo");
+    EXPECT_EQ(host.shown.size(), 3u);
+    EXPECT_TRUE(workspace.targetSegment()->effects.empty());
+    adder.add("brightness");
+    ASSERT_EQ(workspace.targetSegment()->effects.size(), 1u);
+    // One that nobody vouches for is tried first, in a process of its own.
+    adder.add("boxblur");
+    EXPECT_EQ(workspace.targetSegment()->effects.size(), 1u);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !adder.isBusy(); }, 15000));
+    EXPECT_EQ(workspace.targetSegment()->effects.size() + host.shown.size(), 5u);
+}
+
+} // namespace
+} // namespace workbench
