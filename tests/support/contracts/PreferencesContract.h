@@ -8,7 +8,8 @@ namespace oribund::test
 {
 
 /**
- * What every EditorPreferences keeps to. `Maker` makes an empty store when it is constructed; `preferences()` gives it.
+ * What every EditorPreferences keeps to. `Maker` makes an empty store when it is constructed; `preferences()` gives it,
+ * opened anew at each call where it is kept on a disk.
  */
 template <class Maker>
 class PreferencesContract : public testing::Test
@@ -42,13 +43,15 @@ TYPED_TEST_P(PreferencesContract, GivesBackEachTypeExactly)
     EXPECT_TRUE(preferences.setPreference("wide", WString(L"Gr\u00f6\u00dfe \u2713 \U0001F3AC")));
     EXPECT_TRUE(preferences.setPreference("empty", ""));
 
-    EXPECT_EQ(preferences.getPreference("int", 0), -2147483647);
-    EXPECT_EQ(preferences.getPreference("real", 0.0), 0.1);
-    EXPECT_EQ(preferences.getPreference("small", 0.0), 1e-300);
-    EXPECT_FALSE(preferences.getPreference("flag", true));
-    EXPECT_EQ(preferences.getPreference("text", ""), String("a \"b\" \\ \n \t c"));
-    EXPECT_EQ(preferences.getPreference("wide", WString()), WString(L"Gr\u00f6\u00dfe \u2713 \U0001F3AC"));
-    EXPECT_EQ(preferences.getPreference("empty", "something"), String());
+    // Asked for again: a maker of a store on disk opens it anew.
+    const EditorPreferences& stored = this->preferences();
+    EXPECT_EQ(stored.getPreference("int", 0), -2147483647);
+    EXPECT_EQ(stored.getPreference("real", 0.0), 0.1);
+    EXPECT_EQ(stored.getPreference("small", 0.0), 1e-300);
+    EXPECT_FALSE(stored.getPreference("flag", true));
+    EXPECT_EQ(stored.getPreference("text", ""), String("a \"b\" \\ \n \t c"));
+    EXPECT_EQ(stored.getPreference("wide", WString()), WString(L"Gr\u00f6\u00dfe \u2713 \U0001F3AC"));
+    EXPECT_EQ(stored.getPreference("empty", "something"), String());
 }
 
 TYPED_TEST_P(PreferencesContract, KeysAreExactAndTheLastValueStands)
