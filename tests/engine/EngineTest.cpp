@@ -214,9 +214,8 @@ TEST_F(EngineTest, dissolvesFromOneClipToTheNext)
 
 TEST_F(EngineTest, aHungEffectIsNamedAndBypassed)
 {
-    // Blocked in the catalogue because it never returns.
     Projection edit = sampleEdit("frei0r.brightness", {{"0", "0.9"}});
-    edit.clips[1].filters.push_back({"bad", "frei0r.curves", 0, 74, {}});
+    edit.clips[1].filters.push_back({"bad", kHanging, 0, 74, {}});
     EngineOptions options;
     options.frameTimeout = 400ms;
     const auto begin = std::chrono::steady_clock::now();
@@ -229,7 +228,7 @@ TEST_F(EngineTest, aHungEffectIsNamedAndBypassed)
         ASSERT_EQ(listener.problems.size(), 1U);
         EXPECT_EQ(listener.problems[0].kind, EngineProblem::Kind::EffectHung);
         EXPECT_EQ(listener.problems[0].subject, "bad");
-        EXPECT_THAT(listener.problems[0].effects, ElementsAre("frei0r.brightness", "frei0r.curves"));
+        EXPECT_THAT(listener.problems[0].effects, ElementsAre("frei0r.brightness", kHanging));
 
         const auto next = engine.update({{kSampleEffect, "0", "0.2"}});
         const int before = brightnessAt(*listener.frames.back());
@@ -243,8 +242,7 @@ TEST_F(EngineTest, aHungEffectIsNamedAndBypassed)
 TEST_F(EngineTest, anEffectThatHangsWhilePlayingIsBypassed)
 {
     setenv("SDL_AUDIODRIVER", "dummy", 1);
-    Projection edit = sampleEdit("frei0r.curves", {});
-    edit.clips[1].filters[0].in = 20;
+    Projection edit = sampleEdit(kHanging, {});
     EngineOptions options;
     options.frameTimeout = 500ms;
     Engine engine(session, listener.callbacks(), options);
@@ -328,9 +326,9 @@ TEST(EffectProbe, tellsGoodFromBad)
     EXPECT_EQ(probeEffect("frei0r.brightness", {{"0", "0.7"}}).outcome, Outcome::Works);
     EXPECT_EQ(probeEffect("volume").outcome, Outcome::Works);
     EXPECT_EQ(probeEffect("no.such.effect").outcome, Outcome::Missing);
-    const EffectProbeResult hung = probeEffect("frei0r.curves", {}, 1500ms);
+    const EffectProbeResult hung = probeEffect(kHanging, {}, 1500ms);
     EXPECT_EQ(hung.outcome, Outcome::Hangs);
-    EXPECT_THAT(hung.message, testing::HasSubstr("frei0r.curves"));
+    EXPECT_THAT(hung.message, testing::HasSubstr(kHanging));
 }
 
 } // namespace

@@ -114,9 +114,9 @@ TEST_F(ExporterTest, givesUpOnAnEffectThatDoesNotComeBack)
 {
     ExportSettings settings{(folder / "film.mp4").string()};
     settings.stallTimeout = 700ms;
-    const ExportResult result = run(sampleEdit("frei0r.curves", {}), settings);
+    const ExportResult result = run(sampleEdit(kHanging, {}), settings);
     EXPECT_EQ(result.outcome, Outcome::Failed);
-    EXPECT_THAT(result.message, testing::HasSubstr("frei0r.curves"));
+    EXPECT_THAT(result.message, testing::HasSubstr(kHanging));
     EXPECT_EQ(filesInFolder(), 0U);
 }
 

@@ -31,4 +31,7 @@ Projection sampleEdit(const std::string& service, ProjectedProperties properties
 
 inline const std::string kSampleEffect = "effect1";
 
+/** An effect that never comes back: it waits for a lock that the rendering of its clip holds. */
+inline const std::string kHanging = "freeze";
+
 } // namespace workbench

@@ -220,7 +220,7 @@ TEST_F(Projected, TracksAreFullAndInOrder)
     EXPECT_EQ(filter().in, 100);
     EXPECT_EQ(filter().out, 149);
     ASSERT_EQ(p.transitions.size(), 4u);
-    EXPECT_EQ(p.transitions[3].service, "composite");
+    EXPECT_EQ(p.transitions[3].service, "frei0r.cairoblend");
     EXPECT_EQ(p.transitions[3].bTrack, 4);
     EXPECT_EQ(p.transitions[0].service, "mix");
 

@@ -136,7 +136,8 @@ bool Encoding::restartIfNeverBegun(std::chrono::steady_clock::duration idle)
 {
     std::error_code ignored;
     const bool begun = signals.frames > 0 || fs::file_size(consumer->get("target"), ignored) > 0;
-    if (begun || restarts >= 3 || idle < kBeginPatience || !trace.current().empty())
+    const bool tooLate = consumer->is_stopped() || idle > kBeginPatience;
+    if (begun || restarts >= 3 || !tooLate || !trace.current().empty())
         return false;
     ++restarts;
     consumer->stop();
@@ -227,7 +228,7 @@ ExportResult Exporter::Job::encode(const std::shared_ptr<Encoding>& encoding)
     bool stalled = false;
     bool ended = false;
     Clock::time_point lastProgress = Clock::now();
-    while (!encoding->consumer->is_stopped() && !cancelled && !signals.failed && !stalled && !ended) {
+    while (!cancelled && !signals.failed && !stalled && !ended) {
         std::this_thread::sleep_for(kPoll);
         if (const int frames = std::min(total, signals.frames.load()); frames != told) {
             told = frames;
@@ -236,9 +237,11 @@ ExportResult Exporter::Job::encode(const std::shared_ptr<Encoding>& encoding)
                 callbacks.progress(frames, total);
         }
         const auto idle = Clock::now() - lastProgress;
-        if (encoding->restartIfNeverBegun(idle))
+        if (encoding->restartIfNeverBegun(idle)) {
             lastProgress = Clock::now();
-        ended = told == total && idle > kEndPatience;
+            continue;
+        }
+        ended = encoding->consumer->is_stopped() || (told == total && idle > kEndPatience);
         stalled = !ended && idle > settings.stallTimeout;
     }
     const std::string stall = stalled ? describeStall(encoding->trace) : std::string();
@@ -248,7 +251,8 @@ ExportResult Exporter::Job::encode(const std::shared_ptr<Encoding>& encoding)
     if (cancelled)
         return {Outcome::Cancelled, "The export was cancelled."};
     if (signals.failed || signals.frames < total)
-        return failure("The encoder stopped before the end.");
+        return failure("The encoder stopped after " + std::to_string(signals.frames) + " of " + std::to_string(total) +
+                       " frames.");
     if (callbacks.progress)
         callbacks.progress(total, total);
     return {};

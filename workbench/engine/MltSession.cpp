@@ -13,9 +13,7 @@ namespace workbench
 namespace
 {
 
-// Guards the factory: opening must wait until a closing session is done.
 std::mutex factoryMutex;
-std::weak_ptr<MltSession> current;
 std::atomic<bool> threadAbandoned{false};
 
 // These two modules link another major version of the toolkit that the skin uses; both in one process is a crash.
@@ -25,9 +23,11 @@ constexpr const char* kDeniedModules = "libmltqt:libmltglaxnimate";
 
 std::shared_ptr<MltSession> MltSession::open(std::string* problem)
 {
-    std::unique_lock lock(factoryMutex);
-    if (std::shared_ptr<MltSession> session = current.lock())
-        return session;
+    const std::lock_guard lock(factoryMutex);
+    // Never deleted: at the end of the program a thread may still be stuck in the framework.
+    static auto* const session = new std::shared_ptr<MltSession>();
+    if (*session)
+        return *session;
 
     useNumericLocale();
     setenv("MLT_REPOSITORY_DENY", kDeniedModules, 1);
@@ -38,22 +38,13 @@ std::shared_ptr<MltSession> MltSession::open(std::string* problem)
         return {};
     }
     mlt_log_set_level(MLT_LOG_FATAL);
-    std::shared_ptr<MltSession> session(new MltSession(repository));
-    current = session;
-    return session;
+    session->reset(new MltSession(repository));
+    return *session;
 }
 
 MltSession::MltSession(Mlt::Repository* repository)
     : repository_(repository)
 {
-}
-
-MltSession::~MltSession()
-{
-    const std::lock_guard lock(factoryMutex);
-    // Another thread may have opened a new one between the end of the last reference and this line.
-    if (current.expired())
-        Mlt::Factory::close();
 }
 
 void MltSession::useNumericLocale()
@@ -64,11 +55,6 @@ void MltSession::useNumericLocale()
 void MltSession::noteAbandonedThread()
 {
     threadAbandoned = true;
-    const std::lock_guard lock(factoryMutex);
-    // Never released, not even at the end of the program: the stuck thread may still use the factory.
-    static auto* const kept = new std::shared_ptr<MltSession>();
-    if (!*kept)
-        *kept = current.lock();
 }
 
 bool MltSession::hasAbandonedThread()

@@ -12,18 +12,17 @@ namespace workbench
 {
 
 /**
- * The media framework, initialised. Whatever holds an Mlt object also holds the session, so that the factory is closed
- * only after the last of those objects is gone.
+ * The media framework, initialised. Whatever holds an Mlt object also holds the session.
  *
- * There is one session at a time: open() returns the one in use. It may be opened again after it was closed.
+ * There is one session for the life of the process: open() always returns the same one. The framework closes itself when
+ * the program ends, and all Mlt objects must be gone by then. It cannot be closed earlier and opened again, because its
+ * modules go on using what closing frees.
  */
 class MltSession
 {
 public:
     /** Empty when the framework cannot be initialised; `problem` then says why. Safe from any thread. */
     static std::shared_ptr<MltSession> open(std::string* problem = nullptr);
-
-    ~MltSession();
 
     MltSession(const MltSession&) = delete;
     MltSession& operator=(const MltSession&) = delete;
@@ -36,7 +35,7 @@ public:
      */
     static void useNumericLocale();
 
-    /** Notes that a thread was left behind inside the framework: from then on the session is never closed. */
+    /** Notes that a thread was left behind inside the framework. */
     static void noteAbandonedThread();
 
     /** True when a thread is stuck in the framework: the program then leaves with std::_Exit, not by returning from

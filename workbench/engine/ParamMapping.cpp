@@ -112,6 +112,8 @@ bool mapColour(const RawParam& raw, ParamDescription& param)
     if (!calledColour && !(raw.type == "string" && soundsLikeOne))
         return false;
     param.kind = ParamKind::Colour;
+    if (param.property.starts_with("av."))
+        param.format = "rgba";
     param.defaultColour = standard.value_or(std::array<double, 4>{0.0, 0.0, 0.0, 1.0});
     return true;
 }

@@ -108,11 +108,13 @@ double rawOf(const ParamDescription& description, double shown)
     return description.integer ? std::round(raw) : raw;
 }
 
-std::string colourText(const oribund::ColourData& colour)
+std::string colourText(const ParamDescription& description, const oribund::ColourData& colour)
 {
     static const char digits[] = "0123456789abcdef";
-    std::string text = "#";
-    for (const std::size_t i : {3u, 0u, 1u, 2u}) {
+    const bool alphaLast = description.format == "rgba";
+    std::string text = alphaLast ? "0x" : "#";
+    const auto order = alphaLast ? std::array<std::size_t, 4>{0, 1, 2, 3} : std::array<std::size_t, 4>{3, 0, 1, 2};
+    for (const std::size_t i : order) {
         const auto byte = static_cast<unsigned>(std::lround(std::clamp(colour[i], 0.0, 1.0) * 255.0));
         text += digits[byte >> 4];
         text += digits[byte & 15];
@@ -148,7 +150,7 @@ std::string valueText(const ParamDescription& description, const ParamValue& val
             else if constexpr (std::is_same_v<P, oribund::Angle>)
                 return serviceNumber(rawOf(description, v.degrees));
             else if constexpr (std::is_same_v<P, oribund::ColourData>)
-                return colourText(v);
+                return colourText(description, v);
             else if constexpr (std::is_same_v<P, oribund::Vector2d>)
                 return pointText(description, v);
             else

@@ -219,14 +219,11 @@ private:
         ProjectedTransition join;
         join.bTrack = static_cast<int>(result_.tracks.size()) - 1;
         join.id = (video ? "overlay" : "sound") + std::to_string(track.id());
-        join.service = video ? "composite" : "mix";
+        // It keeps what it does not cover exact, and a clip of another shape in its shape.
+        join.service = video ? "frei0r.cairoblend" : "mix";
         join.properties.push_back({"always_active", "1"});
-        if (video) {
-            join.properties.push_back({"geometry", "0%/0%:100%x100%:100"});
-            join.properties.push_back({"progressive", "1"});
-        } else {
+        if (!video)
             join.properties.push_back({"sum", "1"});
-        }
         result_.transitions.push_back(std::move(join));
     }
 
