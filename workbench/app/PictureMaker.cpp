@@ -131,7 +131,7 @@ void PictureMaker::pictureWindow()
             workspace_.editor().splitSegment(segment->id(), cut);
     const Segment* const segment = topSegmentAt(edit, end / 2);
     workspace_.selection().set(segment->id());
-    for (const char* service : {"lift_gamma_gain", "frei0r.saturat0r", "frei0r.vignette", "affine"})
+    for (const char* service : {"lift_gamma_gain", "frei0r.saturat0r", "frei0r.vignette", "frei0r.sharpness"})
         if (const EffectCatalogue::Entry effect = workspace_.catalogue().find(service))
             workspace_.editor().addEffect(segment->id(), demoOf(*effect));
     workspace_.vob().setCurrentTime(workspace_.vob().timeOf(end / 2));
