@@ -7,6 +7,8 @@ function(oribund_folder name)
   cmake_parse_arguments(arg "" "" "SOURCES;DEPENDS" ${ARGN})
   add_library(oribund_${name} STATIC ${arg_SOURCES})
   target_include_directories(oribund_${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  # Nobody replaces functions of the library at load time, so its own calls may be direct and inlined.
+  target_compile_options(oribund_${name} PRIVATE -fno-semantic-interposition)
   foreach(folder IN LISTS arg_DEPENDS)
     target_link_libraries(oribund_${name} PUBLIC oribund_${folder})
   endforeach()
