@@ -96,8 +96,7 @@ int EffectsPanelPane::handleTime(const oribund::ValServerEvent<double>& event)
 
 int EffectsPanelPane::handleModification(const EditModification& modification)
 {
-    if (modification.type != EditModification::Type::EffectContent &&
-        modification.type != EditModification::Type::EffectDetails)
+    if (modification.type != EditModification::Type::EffectContent) // details may be another place in the order
         refreshSoon();
     return 0;
 }

@@ -114,9 +114,16 @@ bool FileCommands::saveAs()
     const QString suggested = document_.path().empty() ? folderFor(kProjects) + QStringLiteral("/Untitled") +
                                                              QLatin1String(Document::kExtension)
                                                        : QString::fromStdString(document_.path().string());
-    const QString file =
-        QFileDialog::getSaveFileName(&window_, QStringLiteral("Save the project as"), suggested, projectFilter());
-    if (file.isEmpty() || !document_.save(file.toStdString()))
+    QFileDialog dialog(&window_, QStringLiteral("Save the project as"), QFileInfo(suggested).absolutePath(),
+                       projectFilter());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // Before the dialog asks whether a file is to be replaced: its question is about the file that is written.
+    dialog.setDefaultSuffix(QLatin1String(Document::kExtension + 1));
+    dialog.selectFile(suggested);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    const QString file = dialog.selectedFiles().constFirst();
+    if (!document_.save(file.toStdString()))
         return false;
     rememberFolder(kProjects, file);
     oribund::prefs().setPreference(PreferenceKeys::kLastProject, oribund::String(document_.path().string().c_str()));

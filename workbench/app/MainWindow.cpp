@@ -29,6 +29,18 @@
 namespace workbench
 {
 
+namespace
+{
+std::vector<std::string> localFilesOf(const QMimeData& data)
+{
+    std::vector<std::string> paths;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile())
+            paths.push_back(url.toLocalFile().toStdString());
+    return paths;
+}
+} // namespace
+
 MainWindow::MainWindow(Workspace& workspace, Document& document)
     : workspace_(workspace)
     , document_(document)
@@ -195,17 +207,16 @@ void MainWindow::keyPressEvent(QKeyEvent* event)
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (event->mimeData()->hasUrls())
+    if (!localFilesOf(*event->mimeData()).empty())
         event->acceptProposedAction();
 }
 
 void MainWindow::dropEvent(QDropEvent* event)
 {
-    std::vector<std::string> paths;
-    for (const QUrl& url : event->mimeData()->urls())
-        if (url.isLocalFile())
-            paths.push_back(url.toLocalFile().toStdString());
-    files_->open(paths);
+    event->acceptProposedAction();
+    // What is asked before a project is opened must not hold up whoever the files were dragged from.
+    QMetaObject::invokeMethod(
+        this, [this, paths = localFilesOf(*event->mimeData())] { files_->open(paths); }, Qt::QueuedConnection);
 }
 
 // What the commands do
