@@ -1,3 +1,4 @@
+#include "tests/scenarios/ProgramTest.h"
 #include "workbench/app/KeyPolicy.h"
 #include "workbench/engine/EffectProbe.h"
 #include "workbench/engine/MltSession.h"
@@ -6,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <string_view>
 
 int main(int argc, char** argv)
 {
@@ -14,6 +16,8 @@ int main(int argc, char** argv)
         return runEffectProbe({argv + 2, argv + argc});
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (argc > 2 && std::string_view(argv[1]) == kAsProgram)
+        return runAsProgram(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     SkinApplication application(argc, argv);
     application.installEventFilter(new KeyPolicy(&application));

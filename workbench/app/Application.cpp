@@ -69,8 +69,13 @@ void openAtStart(MainWindow& window, Document& document, const CommandLine& comm
         return; // recovered
     else if (!last.empty() && std::filesystem::exists(last, error))
         window.files().open({last});
-    else if (!commandLine.mediaFolder.empty())
-        window.files().open(filesAtStart(commandLine, {}));
+    else {
+        if (!last.empty())
+            say("The project that was open last is not there any more: " + quotedFile(last) +
+                ". Open it from where it is now, or begin with a new one.");
+        if (!commandLine.mediaFolder.empty())
+            window.files().open(filesAtStart(commandLine, {}));
+    }
 }
 
 int runWindow(Workspace& workspace, WorkbenchHost& host, FilePreferences& preferences, const CommandLine& commandLine,
