@@ -103,7 +103,9 @@ TEST_F(EffectStackScenario, ReorderingIsAStepAndThePanelsFollowIt)
     EXPECT_LT(topOf(buttons(L"Remove")[0]), topOf(buttons(L"Remove")[1])) << "the panels stand in the new order";
     EXPECT_FALSE(buttons(L"Apply earlier:")[0]->isEnabled());
 
+    EXPECT_TRUE(buttons(L"Apply earlier:")[1]->hasFocus()) << "which is what can still be pressed of this effect";
     pressSpaceOn(buttons(L"Apply earlier:")[1]);
+    EXPECT_TRUE(buttons(L"Apply later:")[0]->hasFocus());
     EXPECT_EQ(order(), (std::vector<ObjectId>{brightness, boxblur}));
     expectOneStep();
     EXPECT_FALSE(workspace_->vob().isPlaying()) << "Space belongs to the button";

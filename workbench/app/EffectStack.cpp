@@ -19,12 +19,17 @@ using namespace oribund;
 class EffectStack::TitleButton
 {
 public:
-    TitleButton(Button& button, std::function<void()> act)
-        : act_(std::move(act))
+    TitleButton(Button& shown, Place where, std::function<void()> act)
+        : button(shown)
+        , place(std::move(where))
+        , act_(std::move(act))
         , click_(this, &TitleButton::handleClick)
     {
-        click_.attach(button.clicks());
+        click_.attach(shown.clicks());
     }
+
+    Button& button;
+    const Place place;
 
 private:
     int handleClick(const ButtonEvent&)
@@ -48,6 +53,24 @@ EffectStack::EffectStack(const InitArgs& args, Vob& vob, const Effects& effects,
 }
 
 EffectStack::~EffectStack() = default;
+
+EffectStack::Place EffectStack::focusedButton() const
+{
+    const auto found =
+        std::find_if(buttons_.begin(), buttons_.end(), [](const auto& one) { return one->button.hasFocus(); });
+    return found == buttons_.end() ? Place() : (*found)->place;
+}
+
+bool EffectStack::focusButton(const Place& place)
+{
+    // From the last added, so that what removes the effect is the last resort.
+    Button* best = nullptr;
+    for (auto one = buttons_.rbegin(); one != buttons_.rend(); ++one)
+        if ((*one)->place.effect == place.effect && (*one)->button.canTakeFocus() &&
+            (!best || (*one)->place.button == place.button))
+            best = &(*one)->button;
+    return best && best->takeFocus();
+}
 
 void EffectStack::draw(CanvasRenderer& renderer)
 {
@@ -95,6 +118,7 @@ void EffectStack::addButtons(EffectComponentPanel& panel, const ModelEffect& eff
 {
     const int size = UifStd::getControlHeight();
     int fromRight = size + UifStd::getWidgetGap() / 2; // the switch stands at the end of the row
+    const ObjectId id = objectOf(effect.id());
     const auto add = [&](const char* icon, const wchar_t* what, bool enabled, std::function<void()> act) {
         Button::InitArgs args(static_cast<unsigned short>(size), static_cast<unsigned short>(size));
         args.icon = Image::icon(icon);
@@ -104,10 +128,9 @@ void EffectStack::addButtons(EffectComponentPanel& panel, const ModelEffect& eff
         button->setTooltip(name);
         button->setAccessibleName(name);
         button->setEnabled(enabled);
-        buttons_.push_back(std::make_unique<TitleButton>(*button, std::move(act)));
+        buttons_.push_back(std::make_unique<TitleButton>(*button, Place{id, icon}, std::move(act)));
         fromRight += size;
     };
-    const ObjectId id = objectOf(effect.id());
     add("trash", L"Remove", true, [this, id] { requests_.remove(id); });
     add("down", L"Apply later:", !last, [this, id] { requests_.move(id, 1); });
     add("up", L"Apply earlier:", !first, [this, id] { requests_.move(id, -1); });

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace oribund
@@ -35,6 +36,19 @@ public:
     /** The viewer outlives the stack. */
     EffectStack(const InitArgs& args, oribund::Vob& vob, const Effects& effects, Requests requests);
     ~EffectStack() override;
+
+    /** One of the buttons of an effect. */
+    struct Place {
+        ObjectId effect = kNoObject;
+        std::string button;
+    };
+
+    /** The button that has the keyboard; that of no effect when none has. */
+    Place focusedButton() const;
+
+    /** Gives a button the keyboard or, where it cannot be pressed now, another one of its effect. False when the
+        effect is not among these. */
+    bool focusButton(const Place& place);
 
     void draw(oribund::CanvasRenderer& renderer) override;
 

@@ -126,6 +126,9 @@ void EffectsPanelPane::refresh()
 void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)
 {
     const int scrolled = view_->verticalScrollBar()->value();
+    const bool hadKeyboard = view_->canvas().focusOwner() != nullptr;
+    const auto* const before = dynamic_cast<EffectStack*>(view_->panel());
+    const EffectStack::Place keyboard = before ? before->focusedButton() : EffectStack::Place();
     EffectStack::Requests requests;
     requests.move = [this](ObjectId effect, int by) {
         const EditOutcome outcome =
@@ -139,9 +142,17 @@ void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)
     };
     EffectStack::InitArgs args(static_cast<unsigned short>(std::max(view_->viewport()->width(), 1)), 0,
                                &view_->canvas());
-    view_->setPanel(effects.empty() ? nullptr
-                                    : std::make_unique<EffectStack>(args, workspace_.vob(), effects, requests));
+    if (effects.empty()) {
+        view_->setPanel(nullptr);
+        return;
+    }
+    auto made = std::make_unique<EffectStack>(args, workspace_.vob(), effects, requests);
+    EffectStack& stack = *made;
+    view_->setPanel(std::move(made));
     view_->verticalScrollBar()->setValue(scrolled);
+    // The keyboard stays where it was: an effect can be moved on by the same key.
+    if (hadKeyboard && !stack.focusButton(keyboard))
+        view_->setFocus();
 }
 
 } // namespace workbench
