@@ -124,8 +124,10 @@ TEST_F(TimelineStripTest, ADragScrubsUntilTheButtonIsReleased)
     QTest::mouseMove(&strip, {-500, 5});
     EXPECT_EQ(frame(), 0);
     QTest::mouseRelease(&strip, Qt::LeftButton, Qt::NoModifier, at(70, -1));
+    QTest::mousePress(&strip, Qt::RightButton, Qt::NoModifier, at(70, -1));
     QTest::mouseMove(&strip, at(150, -1));
     EXPECT_EQ(frame(), 0);
+    QTest::mouseRelease(&strip, Qt::RightButton, Qt::NoModifier, at(150, -1));
 
     // Zoomed in, a drag beyond the edge takes the view along.
     strip.zoom(6.0);
