@@ -8,9 +8,6 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <initializer_list>
@@ -53,36 +50,6 @@ private:
     int kept_;
 };
 
-/** While it exists, what the process prints goes nowhere. */
-class QuietOutput
-{
-public:
-    QuietOutput()
-    {
-        std::fflush(stdout);
-        former_ = dup(STDOUT_FILENO);
-        if (const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC); nowhere >= 0) {
-            dup2(nowhere, STDOUT_FILENO);
-            close(nowhere);
-        }
-    }
-
-    ~QuietOutput()
-    {
-        std::fflush(stdout);
-        if (former_ >= 0) {
-            dup2(former_, STDOUT_FILENO);
-            close(former_);
-        }
-    }
-
-    QuietOutput(const QuietOutput&) = delete;
-    QuietOutput& operator=(const QuietOutput&) = delete;
-
-private:
-    int former_ = -1;
-};
-
 /** Names of the encoders of one kind, "vcodec" or "acodec", that are built in. */
 std::set<std::string> listEncoders(const char* kind)
 {
@@ -93,8 +60,8 @@ std::set<std::string> listEncoders(const char* kind)
         return names;
     consumer.set(kind, "list");
     {
-        const QuietOutput quiet; // the framework also prints what it lists
-        consumer.start();        // only fills the list
+        const SilentStdout silence;
+        consumer.start(); // only fills the list
     }
     Mlt::Properties list(static_cast<mlt_properties>(consumer.get_data(kind)));
     for (int i = 0; list.is_valid() && i < list.count(); ++i)
