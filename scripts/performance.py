@@ -24,7 +24,7 @@ def measure(build):
         path = os.path.join(build, "bench", program, f"bench_{program}")
         print(f"running bench_{program}", file=sys.stderr)
         output = subprocess.run(
-            [path, f"--benchmark_repetitions={REPETITIONS}", "--benchmark_report_aggregates_only=true",
+            [path, f"--benchmark_repetitions={REPETITIONS}", "--benchmark_report_aggregates_only=true", "--benchmark_min_time=0.1",
              "--benchmark_format=json", "--benchmark_enable_random_interleaving=true"],
             capture_output=True, text=True, check=True).stdout
         for run in json.loads(output)["benchmarks"]:
