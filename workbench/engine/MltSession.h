@@ -14,9 +14,9 @@ namespace workbench
 /**
  * The media framework, initialised. Whatever holds an Mlt object also holds the session.
  *
- * There is one session for the life of the process: open() always returns the same one. The framework closes itself when
- * the program ends, and all Mlt objects must be gone by then. It cannot be closed earlier and opened again, because its
- * modules go on using what closing frees.
+ * There is one session for the life of the process: open() always returns the same one. The framework closes itself
+ * when the program ends, and all Mlt objects must be gone by then. It cannot be closed earlier and opened again,
+ * because its modules go on using what closing frees.
  */
 class MltSession
 {
