@@ -1,8 +1,10 @@
+#include "oribund/host/base/Numeric.h"
 #include "tests/effects/CurveSupport.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <limits>
 
@@ -62,6 +64,29 @@ void expectSame(const BezierCurve& curve, const Model& model)
     }
 }
 
+/** Moves some keyframes on either side of each other, which now and then would put them on or past one another. */
+void retimeBoth(BezierCurve& curve, Model& model, Random& random, int grid)
+{
+    const double step = random.index(3) - 1.0 + random.real(-0.2, 0.2);
+    const double share = random.real(0.0, 1.0);
+    std::vector<int> indices;
+    std::vector<double> times;
+    std::vector<Keyframe> moved = model.keys;
+    for (int i = random.index(curve.size()); i < curve.size(); ++i) {
+        if (random.chance(share)) {
+            moved[i].time += step / grid;
+            indices.push_back(i);
+            times.push_back(moved[i].time);
+        }
+    }
+    const bool ascends = std::adjacent_find(moved.begin(), moved.end(), [](const auto& a, const auto& b) {
+                             return !(b.time - a.time > kValueTolerance);
+                         }) == moved.end();
+    ASSERT_EQ(curve.setKeyframeTimes(indices, times), ascends);
+    if (ascends)
+        model.keys = moved;
+}
+
 /** One random edit of both, with times on a grid so that many meet. */
 void editBoth(BezierCurve& curve, Model& model, Random& random, double growth, int grid)
 {
@@ -78,7 +103,7 @@ void editBoth(BezierCurve& curve, Model& model, Random& random, double growth, i
         return;
     }
     const int index = random.index(size);
-    switch (random.index(4)) {
+    switch (random.index(5)) {
     case 0:
         ASSERT_TRUE(curve.removeKeyframe(index));
         model.keys.erase(model.keys.begin() + index);
@@ -95,6 +120,9 @@ void editBoth(BezierCurve& curve, Model& model, Random& random, double growth, i
         break;
     }
     case 2:
+        retimeBoth(curve, model, random, grid);
+        break;
+    case 3:
         model.keys[index].value = random.real(-1.0, 1.0);
         ASSERT_TRUE(curve.setKeyframeValue(index, model.keys[index].value));
         break;
@@ -192,6 +220,7 @@ TEST(CurveModel, RefusesWhatNoCurveCanHold)
         EXPECT_EQ(curve.addKeyframe(bad), -1);
         EXPECT_EQ(curve.subdivide(bad), -1);
         EXPECT_EQ(curve.moveKeyframe(0, bad), -1);
+        EXPECT_FALSE(curve.setKeyframeTimes(std::array{0, 1}, std::array{0.1, bad}));
         EXPECT_FALSE(curve.setKeyframeValue(0, bad));
         EXPECT_FALSE(curve.setKeyframe(0, key(bad, 1.0)));
         EXPECT_FALSE(curve.setKeyframe(0, key(0.1, bad)));
@@ -214,7 +243,11 @@ TEST(CurveModel, RefusesWhatNoCurveCanHold)
         EXPECT_FALSE(curve.setKeyframeType(index, KeyframeType::Linear));
         EXPECT_FALSE(curve.setKeyframe(index, key(0.7, 0.0)));
         EXPECT_EQ(curve.moveKeyframe(index, 0.7), -1);
+        EXPECT_FALSE(curve.setKeyframeTimes(std::array{0, index}, std::array{-0.1, 0.7}));
     }
+    EXPECT_FALSE(curve.setKeyframeTimes(std::array{0, 1}, std::array{0.1}));
+    EXPECT_FALSE(curve.setKeyframeTimes(std::array{1, 0}, std::array{0.6, 0.1}));
+    EXPECT_FALSE(BezierCurve().setKeyframeTimes(std::array{0}, std::array{0.1}));
     EXPECT_EQ(curve.addKeyframe(0.5 + 1e-10), -1);
     EXPECT_EQ(curve.subdivide(0.5), -1);
     EXPECT_FALSE(curve.setKeyframe(0, key(0.5, 1.0)));

@@ -141,6 +141,31 @@ TEST(GraphChange, ChannelsAndTheWholeHearWhenAllChannelsHaveChanged)
     EXPECT_EQ(whole.heard.size(), 7u);
 }
 
+TEST(GraphChange, ManyKeyframesMoveAsOneChangeOfAllChannels)
+{
+    MultiGraph<2> graph;
+    for (const double time : {0.1, 0.2, 0.3, 0.4})
+        graph.addKeyframeWithValues(time, std::array{time, -time});
+    Keyframe shaped = graph.curve(1).keyframe(2);
+    shaped.in = {-0.02, 0.5, false};
+    graph.curve(1).setKeyframe(2, shaped);
+    Listener whole(graph);
+    Listener second(graph.channel(1));
+    ASSERT_TRUE(graph.setKeyframeTimes(std::array{0, 2}, std::array{0.15, 0.25}, ChangeKind::Start));
+    ASSERT_TRUE(graph.channel(1).setKeyframeTimes(std::array{0, 2}, std::array{0.16, 0.26}));
+    ASSERT_TRUE(graph.setKeyframeTimes(std::array{0, 2}, std::array{0.16, 0.26}));
+    ASSERT_TRUE(graph.setKeyframeTimes({}, {}));
+    EXPECT_FALSE(graph.setKeyframeTimes(std::array{0, 2}, std::array{0.17, 0.4}));
+    ASSERT_EQ(whole.heard.size(), 2u);
+    EXPECT_EQ(whole.heard[0].reason, BatchReason::Move);
+    EXPECT_EQ(whole.heard[0].kind, ChangeKind::Start);
+    EXPECT_EQ(whole.heard[0].channels, 0x3u);
+    EXPECT_EQ(second.heard.size(), 2u);
+    shaped.time = 0.26;
+    EXPECT_EQ(graph.curve(1).keyframe(2), shaped);
+    EXPECT_EQ(graph.keyframes(0), (std::vector{key(0.16, 0.1), key(0.2, 0.2), key(0.26, 0.3), key(0.4, 0.4)}));
+}
+
 TEST(GraphChange, ObserversMayEditTheGraph)
 {
     BezierCurve curve;

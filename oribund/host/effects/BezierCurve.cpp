@@ -1,6 +1,7 @@
 #include "oribund/host/effects/BezierCurve.h"
 
 #include "oribund/host/base/Numeric.h"
+#include "oribund/host/effects/Retiming.h"
 #include "oribund/host/effects/iGraphJournal.h"
 
 #include <algorithm>
@@ -285,6 +286,28 @@ void BezierCurve::replaceRaw(int index, const Keyframe& keyframe, ChangeKind kin
     changed(ownMask(), BatchReason::Reshape, kind);
 }
 
+void BezierCurve::retimeRaw(const Retiming& retiming, ChangeKind kind)
+{
+    std::vector<Keyframe> before;
+    std::vector<Keyframe> after;
+    const auto collect = [&](std::vector<Keyframe>& list) {
+        if (journal())
+            retiming.forEach([&](const Position& position, double) { list.push_back(keyframeAt(position)); });
+    };
+    collect(before);
+    retiming.forEach([this](const Position& position, double time) { keys_.setTime(position, time); });
+    collect(after);
+    if (retiming.isSparse())
+        retiming.forEach([this](const Position& position, double) { refreshAround(position); });
+    else
+        refreshFromTo(retiming.indices().front() - 1, retiming.indices().back() + 1);
+    for (const Keyframe& keyframe : before)
+        journal()->keyframeErased(channelIndex(), keyframe, kind);
+    for (const Keyframe& keyframe : after)
+        journal()->keyframeInserted(channelIndex(), keyframe, kind);
+    changed(ownMask(), BatchReason::Move, kind);
+}
+
 void BezierCurve::assignRaw(std::span<const Keyframe> keyframes, ChangeKind kind)
 {
     const std::vector<Keyframe> before = root().keyframes(channelIndex());
@@ -299,8 +322,7 @@ void BezierCurve::assignRaw(std::span<const Keyframe> keyframes, ChangeKind kind
     if (before == after)
         return;
     keys_.assign(keys);
-    for (Position position = keys_.begin(); position.valid(); position = keys_.next(position))
-        refreshSlope(position);
+    refreshFromTo(0, size() - 1);
     if (journal()) {
         std::for_each(before.rbegin(), before.rend(),
                       [&](const Keyframe& k) { journal()->keyframeErased(channelIndex(), k, kind); });
@@ -372,6 +394,22 @@ void BezierCurve::refreshAround(const Position& position) noexcept
         refreshSlope(previous);
     if (const Position next = keys_.next(position); next.valid())
         refreshSlope(next);
+}
+
+void BezierCurve::refreshFromTo(int first, int last) noexcept
+{
+    if (keys_.smoothCount() == 0)
+        return;
+    first = std::max(first, 0);
+    const int count = std::min(last, size() - 1) - first + 1;
+    Position position = keys_.position(first);
+    for (int i = 0; i < count; ++i, position = keys_.next(position)) {
+        const KeyStore::Run run = keys_.run(position.chunk);
+        if (position.offset > 0 && position.offset + 1 < run.count)
+            refreshInRun(run, position.offset);
+        else
+            refreshSlope(position);
+    }
 }
 
 void BezierCurve::refreshSlope(const Position& position) noexcept

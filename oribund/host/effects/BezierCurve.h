@@ -7,6 +7,8 @@
 namespace oribund
 {
 
+class Retiming;
+
 /**
  * The keyframe graph of a number. From a keyframe to the next the curve is straight or, if the earlier keyframe is
  * smooth, the CubicSegment that the tangents span.
@@ -60,6 +62,7 @@ private:
     void insertOnCurve(const Position& left, double time, const double* value, ChangeKind kind);
     void eraseRaw(int index, ChangeKind kind);
     void replaceRaw(int index, const Keyframe& keyframe, ChangeKind kind);
+    void retimeRaw(const Retiming& retiming, ChangeKind kind);
     void assignRaw(std::span<const Keyframe> keyframes, ChangeKind kind);
     void subdivideRaw(double time, ChangeKind kind);
     /** The automatic handle of a keyframe towards a neighbour as an explicit one that runs the same way. */
@@ -68,6 +71,7 @@ private:
     Keyframe keyframeAt(const Position& position) const noexcept;
     CubicSegment segmentBetween(const Position& left, const Position& right) const noexcept;
     void refreshAround(const Position& position) noexcept;
+    void refreshFromTo(int first, int last) noexcept;
     void refreshSlope(const Position& position) noexcept;
     static void refreshInRun(const KeyStore::Run& run, int i) noexcept;
 

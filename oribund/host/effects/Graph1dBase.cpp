@@ -2,6 +2,7 @@
 
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/effects/BezierCurve.h"
+#include "oribund/host/effects/Retiming.h"
 #include "oribund/host/effects/iGraphJournal.h"
 
 #include <array>
@@ -196,6 +197,20 @@ int Graph1dBase::moveKeyframe(int index, double newTime, ChangeKind kind)
         curve->insertRaw(keyframe, kind);
     }
     return lower < index ? lower + 1 : lower;
+}
+
+bool Graph1dBase::setKeyframeTimes(std::span<const int> indices, std::span<const double> times, ChangeKind kind)
+{
+    if (parent_)
+        return parent_->setKeyframeTimes(indices, times, kind);
+    if (!Retiming(keys(), indices, times).fits())
+        return false;
+    if (Retiming(keys(), indices, times).changesNothing())
+        return true;
+    const GraphBatch batch(*this, BatchReason::Move, BatchReason::Move, kind);
+    for (BezierCurve* const curve : channels_)
+        curve->retimeRaw(Retiming(curve->keys_, indices, times), kind);
+    return true;
 }
 
 bool Graph1dBase::setKeyframeType(int index, KeyframeType type, ChangeKind kind)

@@ -84,6 +84,13 @@ public:
     /** Gives a keyframe another time, past others if need be. Returns its new index. */
     int moveKeyframe(int index, double newTime, ChangeKind kind = ChangeKind::Single);
 
+    /**
+     * Gives keyframes, whose indices ascend, one new time each, as one change, and leaves their order as it is. Values,
+     * types and explicit tangents stay. False, and nothing changed, when a keyframe would get to or past another.
+     */
+    bool setKeyframeTimes(std::span<const int> indices, std::span<const double> times,
+                          ChangeKind kind = ChangeKind::Single);
+
     /** How the curve runs from this keyframe to the next one, in all channels. */
     bool setKeyframeType(int index, KeyframeType type, ChangeKind kind = ChangeKind::Single);
 

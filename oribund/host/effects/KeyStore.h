@@ -96,7 +96,24 @@ public:
         return {position.chunk - 1, position.chunk > 0 ? at(position.chunk - 1).count - 1 : -1};
     }
 
+    /** So many keyframes on from a valid position, or from begin(); there are as many. */
+    Position onward(Position position, int steps) const noexcept
+    {
+        position.offset += steps;
+        while (position.offset >= at(position.chunk).count)
+            position.offset -= at(position.chunk++).count;
+        return position;
+    }
+
     double time(const Position& p) const noexcept { return at(p.chunk).times()[p.offset]; }
+
+    /** Times have to ascend again before the next search. */
+    void setTime(const Position& p, double time) noexcept
+    {
+        at(p.chunk).times()[p.offset] = time;
+        if (p.offset == 0)
+            firstTimes_[static_cast<std::size_t>(p.chunk)] = time;
+    }
 
     const Point& point(const Position& p) const noexcept { return at(p.chunk).points()[p.offset]; }
 
