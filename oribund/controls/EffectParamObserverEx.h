@@ -4,6 +4,7 @@
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/edit/FXVobClient.h"
 #include "oribund/host/effects/EffectInstance.h"
+#include "oribund/host/effects/iParamJournal.h"
 
 #include <utility>
 
@@ -55,6 +56,14 @@ protected:
 
     /** The value at the current time. */
     std::optional<Value> readValue() { return accessor_.getValue(getEffectPtr(), getClampedTime()); }
+
+    /** Tells whoever records edits that what the user has done is complete. */
+    void endStep()
+    {
+        const Kt::Ptr<EffectInstance> effect = getEffectPtr();
+        if (effect && effect->journal())
+            effect->journal()->endSeries();
+    }
 
     void handleFXModifications(const ChangeDescription& change) override
     {

@@ -1,6 +1,5 @@
 #include "oribund/controls/EffectValParamAdaptor.h"
 
-#include "oribund/host/effects/iParamJournal.h"
 #include "oribund/host/toolkit/Drawable.h"
 
 namespace oribund
@@ -48,7 +47,16 @@ bool EffectValParamAdaptor<T, Accessor, Observer>::write(const typename Accessor
     const bool written = this->accessor().setValue(this->getEffectPtr(), value, this->getClampedTime(), kind);
     if (inChangeSeries_)
         seriesChangeKind_ = ChangeKind::Continuation;
+    else if (kind == ChangeKind::Single)
+        this->endStep();
     return written;
+}
+
+template <class T, class Accessor, class Observer>
+void EffectValParamAdaptor<T, Accessor, Observer>::handleSeriesEnd()
+{
+    seriesChangeKind_ = ChangeKind::Start;
+    this->endStep();
 }
 
 template <class T, class Accessor, class Observer>

@@ -34,9 +34,8 @@ public:
     T getDataValue() override;
     void forceWidgetUpdate(eRedrawFlag flag) override;
     bool requestSetValue(const T& value, ChangeKind kind) override;
+    void handleSeriesEnd() override;
     bool cancelSeries() override;
-
-    void handleSeriesEnd() override { seriesChangeKind_ = ChangeKind::Start; }
 
     /**
      * Whether all edits belong to one series, whatever kind the widgets ask for: the first is its start, the later ones

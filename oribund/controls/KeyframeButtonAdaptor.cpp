@@ -45,6 +45,7 @@ void KeyframeButtonAdaptor<Accessor>::widgetLeftClicked()
         return;
     const RedrawHold hold;
     toggleKeyframe(*param);
+    this->endStep();
 }
 
 template <class Accessor>

@@ -125,6 +125,8 @@ TEST(EffectInstance, TheJournalFollowsItsParts)
 
         bool cancelSeries() override { return false; }
 
+        void endSeries() override {}
+
         int changes = 0;
     } journal;
 

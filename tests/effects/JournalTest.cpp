@@ -91,6 +91,8 @@ public:
 
     bool cancelSeries() override { return false; }
 
+    void endSeries() override {}
+
     std::vector<Delta> deltas;
     bool open = false;
     ChangeKind batchKind = ChangeKind::Single;

@@ -52,6 +52,26 @@ TEST_F(Scenario, ADragInThePanelChangesThePictureAsOneStep)
     EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 1);
 }
 
+TEST_F(Scenario, WhatAControlDoesIsAStepAsSoonAsItIsDone)
+{
+    openClip();
+    ASSERT_NE(addEffect("brightness"), nullptr);
+    auto* slider = findInPanel<oribund::Slider>();
+    const std::size_t steps = workspace_->edit().undoStack().position();
+    slider->takeFocus();
+    QTest::keyClick(QtPeer::widgetOf(*slider), Qt::Key_Right);
+    EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 1);
+    findInPanel<oribund::ValButton>()->userClick();
+    EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 2);
+
+    // A step that is done is not what Escape in the next drag takes back.
+    const double value = slider->getValue();
+    slider->userPress(value);
+    slider->userCancel();
+    EXPECT_EQ(slider->getValue(), value);
+    EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 2);
+}
+
 TEST_F(Scenario, AnAnimatedValueIsSavedReopenedAndExported)
 {
     openClip();

@@ -4,8 +4,6 @@
 #include "workbench/model/Ids.h"
 #include "workbench/skin/PanelView.h"
 
-#include <QCoreApplication>
-#include <QEvent>
 #include <QLabel>
 #include <QScrollBar>
 
@@ -39,13 +37,11 @@ EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
     replaced_.attach(workspace_.replaced());
     selection_.attach(workspace_.selection().notifier());
     time_.attach(workspace_.vob().getCurrentTimeServer().notifier());
-    QCoreApplication::instance()->installEventFilter(this);
     bind();
 }
 
 EffectsPanelPane::~EffectsPanelPane()
 {
-    QCoreApplication::instance()->removeEventFilter(this);
     view_->setPanel(nullptr); // before the effects that it shows
 }
 
@@ -54,16 +50,6 @@ void EffectsPanelPane::bind()
     edit_.detach();
     edit_.attach(workspace_.edit().modifications());
     refreshSoon();
-}
-
-bool EffectsPanelPane::eventFilter(QObject* watched, QEvent* event)
-{
-    auto* const widget = event->type() == QEvent::MouseButtonRelease ? qobject_cast<QWidget*>(watched) : nullptr;
-    // The control hears of it first.
-    if (widget && PanelView::around(widget) == view_)
-        QMetaObject::invokeMethod(
-            this, [this] { workspace_.edit().undoStack().endGesture(); }, Qt::QueuedConnection);
-    return false;
 }
 
 void EffectsPanelPane::refreshSoon()

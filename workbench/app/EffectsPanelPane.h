@@ -29,9 +29,6 @@ public:
 
     QSize sizeHint() const override { return {400, 400}; }
 
-    /** Sees the pointer's releases in the panels: what was dragged is one step, and ends there. */
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     int handleReplaced(const EditReplaced&);
     int handleSelection(const oribund::ValServerEvent<ObjectId>& event);

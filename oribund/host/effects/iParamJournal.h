@@ -37,6 +37,9 @@ public:
     /** Restores what was there before the open series. False when there is nothing to cancel. */
     virtual bool cancelSeries() = 0;
 
+    /** What the user does next is another step. Without an open series nothing follows from it. */
+    virtual void endSeries() = 0;
+
 protected:
     ~iParamJournal() = default;
 };
