@@ -18,28 +18,18 @@ void EffectJournal::constantChanged(EffectValParamBase& param, const oribund::Pa
 
 void EffectJournal::keyframeInserted(EffectValParamBase& param, int channel, const Keyframe& keyframe, ChangeKind kind)
 {
-    undo_.paramChange(effect_, param.id(), kind).keyframes().inserted(channel, keyframe);
+    undo_.paramChange(effect_, param.id(), kind).keyframeInserted(channel, keyframe);
 }
 
 void EffectJournal::keyframeErased(EffectValParamBase& param, int channel, const Keyframe& keyframe, ChangeKind kind)
 {
-    undo_.paramChange(effect_, param.id(), kind).keyframes().erased(channel, keyframe);
+    undo_.paramChange(effect_, param.id(), kind).keyframeErased(channel, keyframe);
 }
 
 void EffectJournal::keyframeChanged(EffectValParamBase& param, int channel, const Keyframe& before,
                                     const Keyframe& after, ChangeKind kind)
 {
-    undo_.paramChange(effect_, param.id(), kind).keyframes().changed(channel, before, after);
-}
-
-void EffectJournal::manyKeyframesChanging(EffectValParamBase& param, ChangeKind kind)
-{
-    undo_.paramChange(effect_, param.id(), kind).keyframes().manyChanging(*param.graph());
-}
-
-void EffectJournal::manyKeyframesChanged(EffectValParamBase& param, ChangeKind kind)
-{
-    undo_.paramChange(effect_, param.id(), kind).keyframes().manyChanged(*param.graph());
+    undo_.paramChange(effect_, param.id(), kind).keyframeChanged(channel, before, after);
 }
 
 void EffectJournal::functionTypeChanged(EffectValParamBase& param, oribund::EffectValParamFnType before,
