@@ -63,7 +63,7 @@ double ThermBase::constrainTime(double time) const
 
 void ThermBase::jumpToPos(double time)
 {
-    setTime(constrainTime(time));
+    setTime(constrainTime(snapTime(time)));
 }
 
 void ThermBase::setWindow(const NumRange<double>& range)
@@ -108,6 +108,11 @@ std::shared_ptr<ThermDrag> ThermBase::takeDrag()
     return std::exchange(drag_, nullptr);
 }
 
+void ThermBase::startDrag(std::shared_ptr<ThermDrag> drag)
+{
+    drag_ = std::move(drag);
+}
+
 void ThermBase::finishDrag()
 {
     // Taken out first: what the end of the drag sets off finds the bar idle, and may destroy it.
@@ -117,7 +122,7 @@ void ThermBase::finishDrag()
 
 void ThermBase::handleMouseLeft(const Event& event)
 {
-    setTime(constrainTime(geometry().x2f(event.position.x)));
+    setTime(constrainTime(snapTime(geometry().x2f(event.position.x))));
 }
 
 bool ThermBase::press(const Event& event)
@@ -141,12 +146,12 @@ bool ThermBase::handleMouseEvent(const Event& event)
             drag->motion(event.position.x);
         // What was set before the pointer was taken away stands: the user has seen it.
         else if (event.code == EventCode::MouseCancel ||
-                 (event.code == EventCode::MouseRelease && event.button == MouseButton::Left))
+                 (event.code == EventCode::MouseRelease && event.button == drag->button()))
             finishDrag();
         return true;
     }
     if (event.isPress(MouseButton::Left)) {
-        if (ignoreMouseClicks_ || !canInteract())
+        if (!takesPress())
             return false;
         if (event.code == EventCode::MousePress)
             return press(event);
@@ -190,13 +195,18 @@ void ThermBase::draw(CanvasRenderer& renderer)
         drawViewRegion(renderer);
     if (markedRegion_)
         drawMarkedRegion(renderer, markedRegion_->start(), markedRegion_->end());
-    if (!minimalMode()) {
-        drawMarks(renderer);
-        drawCues(renderer);
-    }
+    drawContents(renderer);
     drawCurrentTime(renderer);
     if (hasFocus())
         drawFocusRing(renderer, localBox());
+}
+
+void ThermBase::drawContents(CanvasRenderer& renderer)
+{
+    if (minimalMode())
+        return;
+    drawMarks(renderer);
+    drawCues(renderer);
 }
 
 void ThermBase::drawBackground(CanvasRenderer& renderer)

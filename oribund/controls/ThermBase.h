@@ -86,6 +86,9 @@ public:
     /** A part of the span that is shown as marked. */
     void setMarkedRegion(const std::optional<NumRange<double>>& region);
 
+    /** The time that a point of the bar stands for when the user points at it; before constrainTime(). */
+    virtual double snapTime(double time) const { return time; }
+
     void draw(CanvasRenderer& renderer) override;
 
 protected:
@@ -93,6 +96,9 @@ protected:
     virtual void drawViewRegion(CanvasRenderer& renderer);
     virtual void drawWindow(CanvasRenderer& renderer, int x0, int x1);
     virtual void drawMarkedRegion(CanvasRenderer& renderer, double from, double to);
+
+    /** What stands between the ground and the marker of the current time: of a bar that is not low, marks and cues. */
+    virtual void drawContents(CanvasRenderer& renderer);
 
     virtual void drawMarks(CanvasRenderer&) {}
 
@@ -116,6 +122,12 @@ protected:
 
     /** A click that begins no drag. */
     virtual void handleMouseLeft(const Event& event);
+
+    /** Whether a press is for the bar: it is active, and clicks are not to be ignored. */
+    bool takesPress() const { return !ignoreMouseClicks_ && canInteract(); }
+
+    /** Begins a drag of a kind that only a derived class knows; there must be none. */
+    void startDrag(std::shared_ptr<ThermDrag> drag);
 
     /** Ends a drag as a release does. Derived classes whose series has to be ended call it in their destructor. */
     void finishDrag();

@@ -1,6 +1,7 @@
 #include "oribund/controls/ThermDrag.h"
 
 #include "oribund/controls/ThermBase.h"
+#include "oribund/host/toolkit/Event.h"
 #include "oribund/host/toolkit/GlobRef.h"
 
 #include <algorithm>
@@ -9,6 +10,11 @@ namespace oribund
 {
 
 ThermDrag::~ThermDrag() = default;
+
+MouseButton ThermDrag::button() const
+{
+    return MouseButton::Left;
+}
 
 double ThermDrag::timeAt(int x) const
 {
@@ -35,6 +41,7 @@ public:
         , lastX_(x)
         , timeBefore_(bar.getTime(eExact))
         , windowBefore_(bar.geometry().windowStart, bar.geometry().windowEnd)
+        , windowOffset_(bar.geometry().f2x(windowBefore_.start()) - x)
     {
         bar.startTimeChangeSeries();
     }
@@ -45,12 +52,9 @@ public:
             return;
         lastX_ = x;
         const GlobRef<ThermBase> alive(&bar_);
-        bar_.setTime(bar_.constrainTime(timeAt(x)));
-        if (!alive || !movesWindow())
-            return;
-        const ThermGeometry shown = bar_.geometry();
-        const double from = std::max(shown.start, timeAt(x));
-        bar_.setWindow({from, from + windowBefore_.length()});
+        bar_.setTime(bar_.constrainTime(bar_.snapTime(timeAt(x))));
+        if (alive && movesWindow())
+            moveWindow(x);
     }
 
     void finish() override
@@ -75,9 +79,19 @@ public:
 private:
     bool movesWindow() const { return hit() == ThermHit::WindowBody; }
 
+    /** The window keeps its length, and its own distance from the pointer: at the first move nothing jumps. */
+    void moveWindow(int x)
+    {
+        const ThermGeometry shown = bar_.geometry();
+        const double last = std::max(shown.start, shown.end - windowBefore_.length());
+        const double from = std::clamp(shown.x2f(x + windowOffset_), shown.start, last);
+        bar_.setWindow({from, from + windowBefore_.length()});
+    }
+
     int lastX_;
     double timeBefore_;
     NumRange<double> windowBefore_;
+    double windowOffset_;
 };
 
 /** Zooms about the current time. */
@@ -114,6 +128,7 @@ std::unique_ptr<ThermDrag> ThermDrag::begin(ThermBase& bar, ThermHit hit, int x)
         return std::make_unique<TimeDrag>(bar, hit, x, static_cast<int>(shown.f2x(bar.getTime(eExact))) - x);
     case ThermHit::None:
     case ThermHit::CurrentTime:
+    case ThermHit::Keyframe:
         break;
     }
     return std::make_unique<TimeDrag>(bar, ThermHit::CurrentTime, x, 0);

@@ -8,6 +8,7 @@ namespace oribund
 {
 
 class ThermBase;
+enum class MouseButton : unsigned;
 
 /** A drag on a time bar, from its press on. Ends by exactly one of finish() and abort(). */
 class ThermDrag
@@ -22,6 +23,9 @@ public:
     static std::unique_ptr<ThermDrag> begin(ThermBase& bar, ThermHit hit, int x);
 
     ThermHit hit() const { return hit_; }
+
+    /** The button that holds it. */
+    virtual MouseButton button() const;
 
     /** The pointer has moved. */
     virtual void motion(int x) = 0;

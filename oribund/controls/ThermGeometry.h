@@ -8,11 +8,12 @@ namespace oribund
 
 /** What a press on a time bar takes hold of. */
 enum class ThermHit : unsigned {
-    None = 0,         ///< the plain bar
-    CurrentTime = 8,  ///< the marker of the current time
-    LeftEdge = 3,     ///< of the zoom window
-    RightEdge = 5,    ///< of the zoom window
-    WindowBody = 0x28 ///< the inside of the zoom window: it moves, and takes the current time along
+    None = 0,          ///< the plain bar
+    CurrentTime = 8,   ///< the marker of the current time
+    LeftEdge = 3,      ///< of the zoom window
+    RightEdge = 5,     ///< of the zoom window
+    WindowBody = 0x28, ///< the inside of the zoom window: it moves, and takes the current time along
+    Keyframe = 0x40    ///< of an effect's bar
 };
 
 /**

@@ -147,7 +147,14 @@ TEST_F(ThermBars, AGrabbedWindowMovesWithTheTime)
     EXPECT_EQ(bar->dragState(), 0x28U);
     drag(25);
     EXPECT_EQ(bar->time, 40.0);
-    EXPECT_EQ(bar->requestedWindow(), NumRange<double>(40.0, 100.0));
+    EXPECT_EQ(bar->requestedWindow(), NumRange<double>(10.0, 70.0)) << "it follows the pointer from where it was";
+    drag(5);
+    EXPECT_EQ(window(), NumRange<double>(0.0, 60.0)) << "whole, at the end of the span";
+    drag(35);
+    EXPECT_EQ(window(), NumRange<double>(20.0, 80.0));
+    EXPECT_EQ(bar->time, 50.0);
+    drag(99);
+    EXPECT_EQ(window(), NumRange<double>(40.0, 100.0));
     key(Key::Escape);
     EXPECT_EQ(bar->time, 50.0);
     EXPECT_EQ(window(), NumRange<double>(20.0, 80.0));
