@@ -69,6 +69,11 @@ TEST(Numeric, WritesSixDecimalsWithoutTrailingZeros)
         EXPECT_EQ(reinterpretValType<WString>(c.value), toWide(c.text));
     }
     EXPECT_EQ(reinterpretValType<WString>(-12), L"-12");
+    EXPECT_EQ(formatNumber(99.96, 1), "100");
+    EXPECT_EQ(formatNumber(1200.0, 0), "1200");
+    EXPECT_EQ(formatNumber(-0.4, 0), "0");
+    EXPECT_EQ(formatNumber(0.25, -3), "0");
+    EXPECT_LE(formatNumber(-9.9e15 / 7.0, 99).size(), 40u);
 }
 
 TEST(Numeric, TextOfANumberReadsBackAsThatNumber)

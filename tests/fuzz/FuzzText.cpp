@@ -1,6 +1,7 @@
 // Texts from files and keyboards: whatever the bytes, conversions keep their promises.
 #include "oribund/host/base/IdStamp.h"
 #include "oribund/host/base/LightweightString.h"
+#include "oribund/host/base/NumberExpression.h"
 #include "oribund/host/base/Numeric.h"
 
 #include <cmath>
@@ -44,6 +45,17 @@ void checkNumber(std::string_view bytes)
         require(number && *number == *whole);
 }
 
+/** A calculation has a finite value or a reason why not; what is a number is one here too. */
+void checkExpression(std::string_view bytes)
+{
+    const WString text = toWide(bytes);
+    const auto result = NumberExpression::evaluate(text.view(), {8.0, L"px"});
+    require(result.value ? std::isfinite(*result.value) : *result.problem != 0);
+    const auto number = parseDouble(text.view());
+    if (number && text.view().find_first_of(L"\r\n") == std::wstring_view::npos && text.size() <= 256)
+        require(result.value && std::abs(*result.value - *number) <= 1e-15 * std::abs(*number));
+}
+
 void checkStamp(std::string_view bytes)
 {
     if (const auto stamp = IdStamp::fromString(bytes))
@@ -57,6 +69,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     checkUnicode(bytes);
     checkNumber(bytes);
+    checkExpression(bytes);
     checkStamp(bytes);
     return 0;
 }

@@ -1,5 +1,6 @@
 #include "oribund/host/base/Numeric.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
@@ -11,7 +12,7 @@ namespace oribund
 namespace
 {
 
-constexpr int kDecimals = 6;
+constexpr int kMostDecimals = 15;
 constexpr double kLargestPlain = 1e16;
 
 std::string_view withoutBlanks(std::string_view text) noexcept
@@ -92,15 +93,16 @@ std::optional<int> parseInt(std::wstring_view text) noexcept
     return parseInt(Narrowed(text).view());
 }
 
-String formatNumber(double value)
+String formatNumber(double value, int decimals)
 {
     std::array<char, 64> buffer;
     char* const first = buffer.data();
     char* const last = first + buffer.size();
     if (!(std::abs(value) < kLargestPlain))
         return String(std::string_view(first, std::to_chars(first, last, value).ptr));
-    char* end = std::to_chars(first, last, value, std::chars_format::fixed, kDecimals).ptr;
-    while (end[-1] == '0')
+    decimals = std::clamp(decimals, 0, kMostDecimals);
+    const char* end = std::to_chars(first, last, value, std::chars_format::fixed, decimals).ptr;
+    while (decimals > 0 && end[-1] == '0')
         --end;
     if (end[-1] == '.')
         --end;

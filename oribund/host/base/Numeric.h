@@ -46,8 +46,8 @@ ORIBUND_API std::optional<double> parseDouble(std::wstring_view text) noexcept;
 ORIBUND_API std::optional<int> parseInt(std::string_view text) noexcept;
 ORIBUND_API std::optional<int> parseInt(std::wstring_view text) noexcept;
 
-/** Up to six decimals without trailing zeros; zero has no sign. From 1e16 on in scientific form. */
-ORIBUND_API String formatNumber(double value);
+/** Up to so many decimals (0 to 15) without trailing zeros; zero has no sign. From 1e16 on in scientific form. */
+ORIBUND_API String formatNumber(double value, int decimals = 6);
 ORIBUND_API String formatNumber(int value);
 
 namespace detail
