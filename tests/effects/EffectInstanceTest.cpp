@@ -113,6 +113,10 @@ TEST(EffectInstance, TheJournalFollowsItsParts)
 
         void keyframeErased(EffectValParamBase&, int, const Keyframe&, ChangeKind) override {}
 
+        void manyKeyframesChanging(EffectValParamBase&, ChangeKind) override {}
+
+        void manyKeyframesChanged(EffectValParamBase&, ChangeKind) override {}
+
         void keyframeChanged(EffectValParamBase&, int, const Keyframe&, const Keyframe&, ChangeKind) override {}
 
         void functionTypeChanged(EffectValParamBase&, EffectValParamFnType, EffectValParamFnType, ChangeKind) override
@@ -126,6 +130,8 @@ TEST(EffectInstance, TheJournalFollowsItsParts)
         bool cancelSeries() override { return false; }
 
         void endSeries() override {}
+
+        bool takeBackSeries() override { return false; }
 
         int changes = 0;
     } journal;

@@ -14,16 +14,28 @@ using namespace oribund::test;
 namespace
 {
 
+using Channels = std::vector<std::vector<Keyframe>>;
+
+Channels channelsOf(const Graph1dBase& graph)
+{
+    Channels channels;
+    for (int i = 0; i < graph.channelCount(); ++i)
+        channels.push_back(graph.keyframes(i));
+    return channels;
+}
+
 /** One elementary change; what is absent before was inserted, what is absent after was erased. */
 struct Delta {
     int channel = 0;
     std::optional<Keyframe> keyBefore, keyAfter;
     std::optional<ParamValue> constantBefore, constantAfter;
     std::optional<EffectValParamFnType> typeBefore, typeAfter;
+    Channels allBefore, allAfter;
 
     Delta inverse() const
     {
-        return {channel, keyAfter, keyBefore, constantAfter, constantBefore, typeAfter, typeBefore};
+        return {channel,   keyAfter,   keyBefore, constantAfter, constantBefore,
+                typeAfter, typeBefore, allAfter,  allBefore};
     }
 
     bool apply(EffectValParamBase& param) const
@@ -32,6 +44,8 @@ struct Delta {
             return param.restoreConstant(*constantAfter);
         if (typeAfter)
             return param.restoreFunctionType(*typeAfter);
+        if (!allAfter.empty())
+            return param.graph()->setKeyframes(allAfter);
         if (keyBefore && keyAfter)
             return param.restoreKeyframeChanged(channel, *keyAfter);
         return keyAfter ? param.restoreKeyframeInserted(channel, *keyAfter)
@@ -66,6 +80,18 @@ public:
         add(channel, before, after);
     }
 
+    void manyKeyframesChanging(EffectValParamBase& param, ChangeKind) override
+    {
+        EXPECT_TRUE(open);
+        deltas.emplace_back().allBefore = channelsOf(*param.graph());
+    }
+
+    void manyKeyframesChanged(EffectValParamBase& param, ChangeKind) override
+    {
+        deltas.back().allAfter = channelsOf(*param.graph());
+        EXPECT_NE(deltas.back().allAfter, deltas.back().allBefore);
+    }
+
     void functionTypeChanged(EffectValParamBase&, EffectValParamFnType before, EffectValParamFnType after,
                              ChangeKind) override
     {
@@ -93,6 +119,8 @@ public:
 
     void endSeries() override {}
 
+    bool takeBackSeries() override { return false; }
+
     std::vector<Delta> deltas;
     bool open = false;
     ChangeKind batchKind = ChangeKind::Single;
@@ -112,14 +140,13 @@ private:
 struct Snapshot {
     ParamValue constant;
     EffectValParamFnType type;
-    std::vector<std::vector<Keyframe>> channels;
+    Channels channels;
 
     explicit Snapshot(const EffectValParamBase& param)
         : constant(param.constantValue())
         , type(param.functionType())
+        , channels(channelsOf(*param.graph()))
     {
-        for (int i = 0; i < param.graph()->channelCount(); ++i)
-            channels.push_back(param.graph()->keyframes(i));
     }
 
     bool operator==(const Snapshot&) const = default;
@@ -134,6 +161,21 @@ P randomValue(Random& random)
     return ParamTraits<P>::join(numbers);
 }
 
+/** Some keyframes, by less than lies between two of them, most of the time. */
+void moveSome(Graph1dBase& graph, Random& random)
+{
+    const double by = random.real(-0.03, 0.03);
+    std::vector<int> indices;
+    std::vector<double> times;
+    for (int i = 0; i < graph.size(); ++i) {
+        if (random.chance(0.3)) {
+            indices.push_back(i);
+            times.push_back(graph.timeAt(i) + by);
+        }
+    }
+    graph.setKeyframeTimes(indices, times);
+}
+
 template <class P>
 void randomEdit(EffectValParam<P>& param, Random& random)
 {
@@ -141,7 +183,7 @@ void randomEdit(EffectValParam<P>& param, Random& random)
     const double time = random.index(40) / 40.0;
     const int index = random.index(std::max(graph.size(), 1));
     const int channel = random.index(graph.channelCount());
-    switch (random.index(10)) {
+    switch (random.index(12)) {
     case 0:
         param.setConstant(randomValue<P>(random));
         break;
@@ -170,6 +212,9 @@ void randomEdit(EffectValParam<P>& param, Random& random)
         graph.channel(channel).setKeyframeValue(added, random.real(0.0, 1.0));
         break;
     }
+    case 8:
+        moveSome(graph, random);
+        break;
     default:
         param.addKeyframeAt(time, randomValue<P>(random));
     }

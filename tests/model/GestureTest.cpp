@@ -194,6 +194,80 @@ TEST_F(Gesture, DraggingAKeyframeOverManyPlacesIsHeldAsOneMove)
     EXPECT_TRUE(undo().canRedo());
 }
 
+TEST_F(Gesture, MovingManyKeyframesIsOneStepWithWhateverElseIsDoneToThem)
+{
+    const auto colour = param<oribund::ColourData>(tint, kColour);
+    oribund::Graph1dBase& graph = *colour->graph();
+    const auto drag = [&](int from, int step, double by, ChangeKind kind) {
+        std::vector<int> indices;
+        std::vector<double> times;
+        for (int i = from; i < graph.size(); i += step) {
+            indices.push_back(i);
+            times.push_back(graph.timeAt(i) + by);
+        }
+        EXPECT_TRUE(graph.setKeyframeTimes(indices, times, kind));
+    };
+    colour->setFunctionType(EffectValParamFnType::Keyframed, 0.0);
+    for (int i = 1; i < 64; ++i)
+        colour->addKeyframeAt(i / 64.0, {{i / 64.0, 0.5, 1.0 - i / 64.0, 1.0}});
+    undo().endGesture();
+    const auto before = edit->snapshot();
+    steps = undo().size();
+
+    const auto expectOneStep = [&](const char* title) {
+        EXPECT_EQ(undoTitle(), title) << "while it is open";
+        const auto after = edit->snapshot();
+        undo().endGesture();
+        EXPECT_EQ(added(), 1u);
+        EXPECT_EQ(undoTitle(), title);
+        undo().undo();
+        EXPECT_EQ(edit->snapshot(), before);
+        undo().redo();
+        EXPECT_EQ(edit->snapshot(), after);
+        undo().undo();
+    };
+    for (const auto& [from, title] : {std::pair(24, "Move 40 keyframes of Colour"),   // all in one
+                                      std::pair(61, "Move 3 keyframes of Colour")}) { // one by one
+        drag(from, 1, 1 / 128.0, ChangeKind::Start);
+        drag(from, 1, 1 / 128.0, ChangeKind::Continuation);
+        expectOneStep(title);
+        drag(from, 1, 1 / 256.0, ChangeKind::Start);
+        drag(from, 1, -1 / 256.0, ChangeKind::Continuation);
+        undo().endGesture();
+        EXPECT_TRUE(undo().canRedo()) << "there and back again is nothing";
+    }
+
+    colour->setKeyframeValueAt(5, {{0.1, 0.2, 0.3, 0.4}}, ChangeKind::Start);
+    graph.addKeyframe(0.001, ChangeKind::Continuation);
+    graph.removeKeyframe(0, ChangeKind::Continuation);
+    drag(0, 2, 1 / 256.0, ChangeKind::Continuation);
+    colour->setKeyframeValueAt(6, {{0.5, 0.5, 0.5, 0.5}}, ChangeKind::Continuation);
+    graph.removeKeyframe(20, ChangeKind::Continuation);
+    graph.moveKeyframe(3, 0.9999, ChangeKind::Continuation);
+    drag(10, 1, 1 / 512.0, ChangeKind::Continuation);
+    graph.addKeyframe(2.0, ChangeKind::Continuation);
+    expectOneStep("Move 63 keyframes of Colour");
+    drag(10, 1, 1 / 512.0, ChangeKind::Start);
+    graph.removeAllKeyframes(ChangeKind::Continuation);
+    expectOneStep("Remove 64 keyframes from Colour");
+}
+
+TEST_F(Gesture, WhatIsDoneToAParameterComesAfterATrimInTheSameStep)
+{
+    animate();
+    const auto before = edit->snapshot();
+    undo().beginGesture(L"Shape");
+    level->setKeyframeValueAt(1, 10.0);
+    editor.trimEnd(clip, 80);
+    level->setKeyframeValueAt(1, 20.0);
+    undo().endGesture();
+    const auto after = edit->snapshot();
+    undo().undo();
+    EXPECT_EQ(edit->snapshot(), before);
+    undo().redo();
+    EXPECT_EQ(edit->snapshot(), after);
+}
+
 TEST_F(Gesture, ADragThatOverwritesGivesBackWhatItPassed)
 {
     const ObjectId other = addPicture(200, 10, 500);

@@ -288,47 +288,46 @@ void BezierCurve::replaceRaw(int index, const Keyframe& keyframe, ChangeKind kin
 
 void BezierCurve::retimeRaw(const Retiming& retiming, ChangeKind kind)
 {
-    std::vector<Keyframe> before;
-    std::vector<Keyframe> after;
-    const auto collect = [&](std::vector<Keyframe>& list) {
-        if (journal())
-            retiming.forEach([&](const Position& position, double) { list.push_back(keyframeAt(position)); });
-    };
-    collect(before);
+    iGraphJournal* const each = retiming.isSparse() ? journal() : nullptr;
+    if (each)
+        retiming.forEach([&](const Position& position, double) {
+            each->keyframeErased(channelIndex(), keyframeAt(position), kind);
+        });
     retiming.forEach([this](const Position& position, double time) { keys_.setTime(position, time); });
-    collect(after);
+    if (each)
+        retiming.forEach([&](const Position& position, double) {
+            each->keyframeInserted(channelIndex(), keyframeAt(position), kind);
+        });
     if (retiming.isSparse())
         retiming.forEach([this](const Position& position, double) { refreshAround(position); });
     else
         refreshFromTo(retiming.indices().front() - 1, retiming.indices().back() + 1);
-    for (const Keyframe& keyframe : before)
-        journal()->keyframeErased(channelIndex(), keyframe, kind);
-    for (const Keyframe& keyframe : after)
-        journal()->keyframeInserted(channelIndex(), keyframe, kind);
     changed(ownMask(), BatchReason::Move, kind);
+}
+
+bool BezierCurve::holds(std::span<const Keyframe> keyframes) const noexcept
+{
+    if (std::ssize(keyframes) != size())
+        return false;
+    Position position = keys_.begin();
+    for (const Keyframe& keyframe : keyframes) {
+        if (keyframeAt(position) != normalised(keyframe))
+            return false;
+        position = keys_.next(position);
+    }
+    return true;
 }
 
 void BezierCurve::assignRaw(std::span<const Keyframe> keyframes, ChangeKind kind)
 {
-    const std::vector<Keyframe> before = root().keyframes(channelIndex());
-    std::vector<Keyframe> after;
-    std::vector<KeyStore::Key> keys;
-    after.reserve(keyframes.size());
-    keys.reserve(keyframes.size());
-    for (const Keyframe& keyframe : keyframes) {
-        after.push_back(normalised(keyframe));
-        keys.push_back(toKey(after.back()));
-    }
-    if (before == after)
+    if (holds(keyframes))
         return;
+    std::vector<KeyStore::Key> keys;
+    keys.reserve(keyframes.size());
+    for (const Keyframe& keyframe : keyframes)
+        keys.push_back(toKey(normalised(keyframe)));
     keys_.assign(keys);
     refreshFromTo(0, size() - 1);
-    if (journal()) {
-        std::for_each(before.rbegin(), before.rend(),
-                      [&](const Keyframe& k) { journal()->keyframeErased(channelIndex(), k, kind); });
-        std::for_each(after.begin(), after.end(),
-                      [&](const Keyframe& k) { journal()->keyframeInserted(channelIndex(), k, kind); });
-    }
     changed(ownMask(), BatchReason::Replace, kind);
 }
 

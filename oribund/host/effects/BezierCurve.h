@@ -63,6 +63,8 @@ private:
     void eraseRaw(int index, ChangeKind kind);
     void replaceRaw(int index, const Keyframe& keyframe, ChangeKind kind);
     void retimeRaw(const Retiming& retiming, ChangeKind kind);
+    /** Whether these are its keyframes. */
+    bool holds(std::span<const Keyframe> keyframes) const noexcept;
     void assignRaw(std::span<const Keyframe> keyframes, ChangeKind kind);
     void subdivideRaw(double time, ChangeKind kind);
     /** The automatic handle of a keyframe towards a neighbour as an explicit one that runs the same way. */

@@ -118,6 +118,18 @@ void EffectValParamBase::keyframeChanged(int channel, const Keyframe& before, co
         journal()->keyframeChanged(*this, channel, before, after, kind);
 }
 
+void EffectValParamBase::manyKeyframesChanging(ChangeKind kind)
+{
+    if (journal())
+        journal()->manyKeyframesChanging(*this, kind);
+}
+
+void EffectValParamBase::manyKeyframesChanged(ChangeKind kind)
+{
+    if (journal())
+        journal()->manyKeyframesChanged(*this, kind);
+}
+
 void EffectValParamBase::batchStarted(BatchReason reason, ChangeKind kind)
 {
     if (journal())

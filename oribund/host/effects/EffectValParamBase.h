@@ -151,6 +151,8 @@ private:
     void keyframeInserted(int channel, const Keyframe& keyframe, ChangeKind kind) override;
     void keyframeErased(int channel, const Keyframe& keyframe, ChangeKind kind) override;
     void keyframeChanged(int channel, const Keyframe& before, const Keyframe& after, ChangeKind kind) override;
+    void manyKeyframesChanging(ChangeKind kind) override;
+    void manyKeyframesChanged(ChangeKind kind) override;
     void batchStarted(BatchReason reason, ChangeKind kind) override;
     void batchEnded(BatchReason reason, ChangeKind kind) override;
 

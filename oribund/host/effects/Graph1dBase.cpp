@@ -207,9 +207,14 @@ bool Graph1dBase::setKeyframeTimes(std::span<const int> indices, std::span<const
         return false;
     if (Retiming(keys(), indices, times).changesNothing())
         return true;
+    const bool together = !Retiming(keys(), indices, times).isSparse();
     const GraphBatch batch(*this, BatchReason::Move, BatchReason::Move, kind);
+    if (together && journal_)
+        journal_->manyKeyframesChanging(kind);
     for (BezierCurve* const curve : channels_)
         curve->retimeRaw(Retiming(curve->keys_, indices, times), kind);
+    if (together && journal_)
+        journal_->manyKeyframesChanged(kind);
     return true;
 }
 
@@ -275,9 +280,18 @@ bool Graph1dBase::setKeyframes(std::span<const std::vector<Keyframe>> channels, 
 {
     if (parent_ || !sameTimes(channels))
         return false;
+    bool same = true;
+    for (std::size_t i = 0; i < channels.size(); ++i)
+        same = same && channels_[i]->holds(channels[i]);
+    if (same)
+        return true;
     const GraphBatch batch(*this, BatchReason::Replace, BatchReason::Replace, kind);
+    if (journal_)
+        journal_->manyKeyframesChanging(kind);
     for (std::size_t i = 0; i < channels.size(); ++i)
         channels_[i]->assignRaw(channels[i], kind);
+    if (journal_)
+        journal_->manyKeyframesChanged(kind);
     return true;
 }
 

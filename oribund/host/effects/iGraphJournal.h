@@ -14,6 +14,9 @@ public:
     virtual void keyframeErased(int channel, const Keyframe& keyframe, ChangeKind kind) = 0;
     /** Value, type or tangents; a keyframe that moves is erased and inserted. */
     virtual void keyframeChanged(int channel, const Keyframe& before, const Keyframe& after, ChangeKind kind) = 0;
+    /** Around a change of many keyframes that are not told one by one: the graph is as it was, then as it became. */
+    virtual void manyKeyframesChanging(ChangeKind kind) = 0;
+    virtual void manyKeyframesChanged(ChangeKind kind) = 0;
     /** Called for the outermost batch only. */
     virtual void batchStarted(BatchReason reason, ChangeKind kind) = 0;
     virtual void batchEnded(BatchReason reason, ChangeKind kind) = 0;

@@ -12,9 +12,9 @@ enum class EffectValParamFnType : int;
 
 /**
  * With which a host records what a user does to parameters, to undo it. Receives each elementary change before
- * observers are told of it (use the arguments: the constant itself is stored only then); each is small whatever the
- * size of the graph. Undone and redone through the restore functions of EffectValParamBase under a JournalSuspension.
- * Must not edit the parameter from these calls, cancelSeries() excepted.
+ * observers are told of it (use the arguments: the constant itself is stored only then); each but the change of many
+ * keyframes is small whatever the size of the graph. Undone and redone through the restore functions of
+ * EffectValParamBase under a JournalSuspension. Must not edit the parameter from these calls, cancelSeries() excepted.
  */
 class iParamJournal
 {
@@ -27,6 +27,10 @@ public:
     /** Value, type or tangents; a keyframe that moves is erased and inserted. */
     virtual void keyframeChanged(EffectValParamBase& param, int channel, const Keyframe& before, const Keyframe& after,
                                  ChangeKind kind) = 0;
+    /** Around a change of many keyframes, in a batch, that are not told one by one: the parameter's graph is as it was,
+        then as it became. Costs what the journal does with it. */
+    virtual void manyKeyframesChanging(EffectValParamBase& param, ChangeKind kind) = 0;
+    virtual void manyKeyframesChanged(EffectValParamBase& param, ChangeKind kind) = 0;
     virtual void functionTypeChanged(EffectValParamBase& param, EffectValParamFnType before, EffectValParamFnType after,
                                      ChangeKind kind) = 0;
 
@@ -39,6 +43,9 @@ public:
 
     /** What the user does next is another step. Without an open series nothing follows from it. */
     virtual void endSeries() = 0;
+
+    /** Undoes the series that was ended last, as if it had not been. False when anything has been done since. */
+    virtual bool takeBackSeries() = 0;
 
 protected:
     ~iParamJournal() = default;

@@ -30,6 +30,12 @@ public:
     /** Whether it leaves everything as it was. */
     virtual bool isNull() const { return false; }
 
+    /** Whether it gives parameters a whole setting, on top of which what is done to them later has to come. */
+    virtual bool setsParams() const { return false; }
+
+    /** The step is complete: takes no more room than it has to from now on. */
+    virtual void finish() {}
+
     /** What observers of the edit are told when it is applied or reverted. */
     virtual oribund::EditModification modification() const = 0;
 };
@@ -106,6 +112,8 @@ public:
     }
 
     bool isNull() const override { return before_ == after_; }
+
+    bool setsParams() const override { return std::is_same_v<Record, ParamRecord>; }
 
     oribund::EditModification modification() const override { return modificationOf(after_); }
 

@@ -14,6 +14,8 @@ EditCommand::EditCommand(oribund::WString title)
 
 void EditCommand::add(EditChangePtr change)
 {
+    if (!change->isAssignment() || change->setsParams())
+        recording_.clear();
     if (change->isAssignment()) {
         for (auto earlier = changes_.rbegin(); earlier != changes_.rend() && (*earlier)->isAssignment(); ++earlier)
             if ((*earlier)->absorb(*change))
@@ -24,15 +26,13 @@ void EditCommand::add(EditChangePtr change)
 
 ParamDelta& EditCommand::paramDelta(ObjectId effect, const oribund::IdStamp& param)
 {
-    for (auto change = changes_.rbegin(); change != changes_.rend() && (*change)->isAssignment(); ++change) {
-        auto* const delta = dynamic_cast<ParamDelta*>(change->get());
-        if (delta && delta->concerns(effect, param))
-            return *delta;
+    ParamDelta*& delta = recording_[{effect, param}];
+    if (!delta) {
+        auto added = std::make_unique<ParamDelta>(effect, param);
+        delta = added.get();
+        changes_.push_back(std::move(added));
     }
-    auto added = std::make_unique<ParamDelta>(effect, param);
-    ParamDelta& delta = *added;
-    changes_.push_back(std::move(added));
-    return delta;
+    return *delta;
 }
 
 void EditCommand::apply(Timeline& timeline, std::vector<oribund::EditModification>& told)
@@ -77,7 +77,10 @@ oribund::WString EditCommand::describe(const Timeline& timeline) const
 void EditCommand::close(const Timeline& timeline)
 {
     title_ = describe(timeline);
+    recording_.clear();
     std::erase_if(changes_, [](const EditChangePtr& change) { return change->isNull(); });
+    for (const EditChangePtr& change : changes_)
+        change->finish();
 }
 
 } // namespace workbench

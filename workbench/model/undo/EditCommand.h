@@ -4,6 +4,8 @@
 #include "workbench/model/undo/EditChange.h"
 #include "workbench/model/undo/ParamDelta.h"
 
+#include <map>
+#include <utility>
 #include <vector>
 
 namespace workbench
@@ -38,7 +40,8 @@ public:
     /** "Saturation 12 % to 18 %", "Add Sharpen". For a command that is still growing. */
     oribund::WString describe(const Timeline& timeline) const;
 
-    /** Drops what has come to nothing and fixes the text, while the objects it is about are as it left them. */
+    /** Drops what has come to nothing, makes the rest small and fixes the text, while the objects it is about are as it
+     * left them. */
     void close(const Timeline& timeline);
 
     /** The text of a closed command. */
@@ -47,6 +50,7 @@ public:
 private:
     oribund::WString title_;
     std::vector<EditChangePtr> changes_;
+    std::map<std::pair<ObjectId, oribund::IdStamp>, ParamDelta*> recording_; ///< those of the changes that still grow
 };
 
 } // namespace workbench

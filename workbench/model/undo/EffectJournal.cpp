@@ -18,18 +18,28 @@ void EffectJournal::constantChanged(EffectValParamBase& param, const oribund::Pa
 
 void EffectJournal::keyframeInserted(EffectValParamBase& param, int channel, const Keyframe& keyframe, ChangeKind kind)
 {
-    undo_.paramChange(effect_, param.id(), kind).keyframeInserted(channel, keyframe);
+    undo_.paramChange(effect_, param.id(), kind).keyframes().inserted(channel, keyframe);
 }
 
 void EffectJournal::keyframeErased(EffectValParamBase& param, int channel, const Keyframe& keyframe, ChangeKind kind)
 {
-    undo_.paramChange(effect_, param.id(), kind).keyframeErased(channel, keyframe);
+    undo_.paramChange(effect_, param.id(), kind).keyframes().erased(channel, keyframe);
 }
 
 void EffectJournal::keyframeChanged(EffectValParamBase& param, int channel, const Keyframe& before,
                                     const Keyframe& after, ChangeKind kind)
 {
-    undo_.paramChange(effect_, param.id(), kind).keyframeChanged(channel, before, after);
+    undo_.paramChange(effect_, param.id(), kind).keyframes().changed(channel, before, after);
+}
+
+void EffectJournal::manyKeyframesChanging(EffectValParamBase& param, ChangeKind kind)
+{
+    undo_.paramChange(effect_, param.id(), kind).keyframes().manyChanging(*param.graph());
+}
+
+void EffectJournal::manyKeyframesChanged(EffectValParamBase& param, ChangeKind kind)
+{
+    undo_.paramChange(effect_, param.id(), kind).keyframes().manyChanged(*param.graph());
 }
 
 void EffectJournal::functionTypeChanged(EffectValParamBase& param, oribund::EffectValParamFnType before,
@@ -56,6 +66,11 @@ bool EffectJournal::cancelSeries()
 void EffectJournal::endSeries()
 {
     undo_.endGesture();
+}
+
+bool EffectJournal::takeBackSeries()
+{
+    return undo_.takeBackSeries();
 }
 
 } // namespace workbench

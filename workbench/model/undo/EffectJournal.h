@@ -28,6 +28,8 @@ public:
                         oribund::ChangeKind kind) override;
     void keyframeChanged(oribund::EffectValParamBase& param, int channel, const oribund::Keyframe& before,
                          const oribund::Keyframe& after, oribund::ChangeKind kind) override;
+    void manyKeyframesChanging(oribund::EffectValParamBase& param, oribund::ChangeKind kind) override;
+    void manyKeyframesChanged(oribund::EffectValParamBase& param, oribund::ChangeKind kind) override;
     void functionTypeChanged(oribund::EffectValParamBase& param, oribund::EffectValParamFnType before,
                              oribund::EffectValParamFnType after, oribund::ChangeKind kind) override;
     void batchStarted(oribund::EffectValParamBase& param, oribund::BatchReason reason,
@@ -35,6 +37,7 @@ public:
     void batchEnded(oribund::EffectValParamBase& param, oribund::BatchReason reason, oribund::ChangeKind kind) override;
     bool cancelSeries() override;
     void endSeries() override;
+    bool takeBackSeries() override;
 
 private:
     UndoStack& undo_;
