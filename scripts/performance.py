@@ -128,6 +128,12 @@ def editing(table):
         small, large = (f"keyframeValue/keys:{size}/one:{one}" for size in (1000, 100000))
         if table.has(small) and table.has(large):
             table.at_most(f"{work}: edit with 100,000 keyframes; peer: 1,000", large, small, 2)
+    for graphs, where in ((1, "in one graph"), (100, "in 100 graphs")):
+        work = f"a drag of 10,000 keyframes {where}, recorded for undo"
+        table.below(f"{work}: first move", f"keyframesMovedFirst/graphs:{graphs}", 2e6)
+        table.below(f"{work}: each further move", f"keyframesMoved/graphs:{graphs}", 1e6)
+    table.faster("a move of 10,000 keyframes; peer: sorted array, one by one, not recorded", "keyframesMoved/graphs:1",
+                 "arrayMoved/graphs:1", 100)
 
 
 def main():
