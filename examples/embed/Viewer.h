@@ -21,6 +21,14 @@ class SmallEdit : public oribund::Edit
 
     const oribund::CueList& getCues() const override { return cues_; }
 
+    bool setCue(const oribund::Cue& cue) override
+    {
+        const bool known = cues_.remove(cue.id);
+        if (known)
+            cues_.add(cue);
+        return known;
+    }
+
     void startModify(const oribund::UIString&) override {}
 
     void endModify() override {}
@@ -53,7 +61,13 @@ public:
         return id == effect_->id() ? oribund::NumRange<double>(0.0, 10.0) : oribund::NumRange<double>();
     }
 
+    void makeBackup(oribund::BackupKind, const oribund::EffectModification&) override {}
+
 private:
+    void endBackups() override {}
+
+    void restoreBackups() override {}
+
     oribund::Kt::Ptr<oribund::EffectInstance> effect_;
 };
 

@@ -33,6 +33,17 @@ public:
         vob_->monitor->tell(EffectChangeCode::ParamSetRestored, effect_->id());
     }
 
+    IdStamp addCue(double time)
+    {
+        Cue cue;
+        cue.id = IdStamp(static_cast<int>(vob_->edit->cues.size()) + 1, 0, 0);
+        cue.time = time;
+        vob_->edit->cues.add(cue);
+        return cue.id;
+    }
+
+    void setReadOnly(bool readOnly) { vob_->edit->readOnly = readOnly; }
+
     void destroyVob() { vob_.reset(); }
 
 private:

@@ -34,6 +34,10 @@ public:
 
     void restoreEffect() { bench_.undo().undo(); }
 
+    oribund::IdStamp addCue(double time) { return stampOf(bench_.editor.addCue({{}, time, {}, {}, {}, 4}).object); }
+
+    void setReadOnly(bool readOnly) { bench_.edit->setReadOnly(readOnly); }
+
     void destroyVob() { vob_.reset(); }
 
 private:

@@ -30,7 +30,23 @@ public:
 
     const CueList& getCues() const override { return cues; }
 
-    void startModify(const UIString&) override { ++open; }
+    bool setCue(const Cue& cue) override
+    {
+        if (readOnly || !cues.remove(cue.id))
+            return false;
+        cues.add(cue);
+        EditModification modification;
+        modification.type = EditModification::Type::Cues;
+        modification.object = cue.id;
+        addModification(modification);
+        return true;
+    }
+
+    void startModify(const UIString& text) override
+    {
+        if (open++ == 0)
+            title = text.text();
+    }
 
     void endModify() override
     {
@@ -42,6 +58,7 @@ public:
     CueList cues;
     int open = 0;
     int steps = 0;
+    WString title; ///< of the step opened last
 };
 
 /** A monitor over a list of effects with their regions. */
@@ -78,6 +95,12 @@ public:
         return found == effects.end() ? NumRange<double>(0.0, 0.0) : found->second;
     }
 
+    void makeBackup(BackupKind, const EffectModification& modification) override
+    {
+        ++backups;
+        lastModification = modification;
+    }
+
     /** Tells the clients of a change with the given code, as a host does. */
     void tell(EffectChangeCode code, const IdStamp& effect, unsigned flags = 0)
     {
@@ -89,6 +112,15 @@ public:
     }
 
     std::vector<std::pair<Kt::Ptr<EffectInstance>, NumRange<double>>> effects;
+    int backups = 0;
+    int backupsEnded = 0;
+    int backupsRestored = 0;
+    EffectModification lastModification; ///< that a backup was made for
+
+protected:
+    void endBackups() override { ++backupsEnded; }
+
+    void restoreBackups() override { ++backupsRestored; }
 
 private:
     std::vector<std::pair<Kt::Ptr<EffectInstance>, NumRange<double>>>::const_iterator find(const IdStamp& id) const

@@ -56,6 +56,11 @@ double EditModel::getEndTime() const
     return timeline_.endFrame() * format_.frameLength();
 }
 
+bool EditModel::setCue(const oribund::Cue& cue)
+{
+    return static_cast<bool>(Editor(*this).changeCue(cue));
+}
+
 void EditModel::startModify(const oribund::UIString& title)
 {
     undo_.beginModify(title.isLiteral() ? title.expand(title.text()) : oribund::displayText(title));

@@ -64,6 +64,7 @@ public:
 
     const oribund::CueList& getCues() const override { return timeline_.cues(); }
 
+    bool setCue(const oribund::Cue& cue) override;
     void startModify(const oribund::UIString& title) override;
     void endModify() override;
 

@@ -11,6 +11,7 @@ namespace oribund
 {
 
 class CueList;
+struct Cue;
 class UIString;
 
 /**
@@ -36,6 +37,13 @@ public:
     virtual bool isReadOnly() const = 0;
 
     virtual const CueList& getCues() const = 0;
+
+    /**
+     * Puts `cue` in the place of the one with its id and tells the observers. To be bracketed by an EditModifier.
+     * False, and nothing changed, when there is no such cue or the edit does not take it: because it is read-only, or
+     * cannot have a cue at that time.
+     */
+    virtual bool setCue(const Cue& cue) = 0;
 
     /** Opens an undo step with a text that a person reads. Calls nest; the outermost one counts. */
     virtual void startModify(const UIString& title) = 0;

@@ -3,6 +3,7 @@
 #include "oribund/host/base/UIString.h"
 #include "oribund/host/edit/CompoundEffectMonitor.h"
 #include "oribund/host/edit/CompoundEffectMonitorClient.h"
+#include "oribund/host/edit/Cue.h"
 #include "oribund/host/edit/Edit.h"
 #include "oribund/host/edit/FXViewHandle.h"
 #include "oribund/host/edit/Vob.h"
@@ -20,8 +21,8 @@ namespace oribund::test
  * What every Vob, with its Edit and its CompoundEffectMonitor, keeps to.
  *
  * `Maker` makes a viewer of an edit that has one effect, which runs from 2 to 6 seconds on `track()`: it gives `vob()`,
- * `effect()` and `track()`, takes the effect away with `removeEffect()` and brings it back with `restoreEffect()`, and
- * destroys the viewer with `destroyVob()`.
+ * `effect()` and `track()`, takes the effect away with `removeEffect()` and brings it back with `restoreEffect()`, puts
+ * a cue on the edit with `addCue(time)`, locks it with `setReadOnly()`, and destroys the viewer with `destroyVob()`.
  */
 template <class Maker>
 class ViewContract : public testing::Test
@@ -88,6 +89,52 @@ TYPED_TEST_P(ViewContract, TheEditHasFramesAnEndAndModificationsThatNest)
     EXPECT_EQ(this->vob().getEdit(), edit);
 }
 
+/** Counts what is told of the cues. */
+struct CueListener {
+    explicit CueListener(Edit& edit)
+        : callback(this, &CueListener::hear)
+    {
+        callback.attach(edit.modifications());
+    }
+
+    int hear(const EditModification& modification)
+    {
+        using Type = EditModification::Type;
+        return count += modification.type == Type::Cues || modification.type == Type::Wholesale;
+    }
+
+    int count = 0;
+    MethodCallback<CueListener, EditModification> callback;
+};
+
+TYPED_TEST_P(ViewContract, ACueIsReplacedByOneOfItsIdAndOnlyWhereThatIsAllowed)
+{
+    const IdStamp early = this->maker.addCue(1.0);
+    const IdStamp late = this->maker.addCue(2.0);
+    const EditPtr edit = this->vob().getEdit();
+    CueListener listener(*edit);
+    Cue cue = *edit->getCues().find(early);
+    cue.time = 3.0;
+    cue.name = L"Door";
+    {
+        const EditModifier modifier(edit, L"Move cue");
+        EXPECT_TRUE(edit->setCue(cue));
+    }
+    EXPECT_GE(listener.count, 1);
+    ASSERT_EQ(edit->getCues().size(), 2u);
+    EXPECT_EQ(edit->getCues()[0].id, late);
+    EXPECT_EQ(edit->getCues()[1], cue);
+
+    const CueList before = edit->getCues();
+    Cue unknown = cue;
+    unknown.id = IdStamp(123456, 7, 8);
+    EXPECT_FALSE(edit->setCue(unknown));
+    this->maker.setReadOnly(true);
+    cue.name = L"Window";
+    EXPECT_FALSE(edit->setCue(cue));
+    EXPECT_EQ(edit->getCues(), before);
+}
+
 TYPED_TEST_P(ViewContract, TheMonitorKnowsTheEffectAndItsRegion)
 {
     this->vob().setCurrentTime(4.0);
@@ -136,7 +183,8 @@ TYPED_TEST_P(ViewContract, TheViewRangeIsKeptAndPlayStops)
 }
 
 REGISTER_TYPED_TEST_SUITE_P(ViewContract, TheCurrentTimeIsToldOnceAndOnlyWhenItMoves,
-                            TheEditHasFramesAnEndAndModificationsThatNest, TheMonitorKnowsTheEffectAndItsRegion,
+                            TheEditHasFramesAnEndAndModificationsThatNest,
+                            ACueIsReplacedByOneOfItsIdAndOnlyWhereThatIsAllowed, TheMonitorKnowsTheEffectAndItsRegion,
                             AHandleFollowsTheEffectOutOfTheEditAndBack, TheViewRangeIsKeptAndPlayStops);
 
 } // namespace oribund::test
