@@ -46,7 +46,7 @@ void AngleParamWidget::handleSeriesEnd()
     endDataSeries();
 }
 
-void AngleParamWidget::handleSeriesCancel(double original)
+void AngleParamWidget::handleSeriesCancel(const double& original)
 {
     cancelDataSeries(original);
 }

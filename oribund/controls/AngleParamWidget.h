@@ -31,7 +31,7 @@ protected:
     Colour getIndicatorColour() const override { return colour_; }
 
     void handleSeriesEnd() override;
-    void handleSeriesCancel(double original) override;
+    void handleSeriesCancel(const double& original) override;
 
 private:
     double degrees_ = 0.0;

@@ -66,6 +66,13 @@ bool EffectValParamAdaptor<T, Accessor, Observer>::cancelSeries()
     return effect && effect->journal() && effect->journal()->cancelSeries();
 }
 
+template <class T, class Accessor, class Observer>
+bool EffectValParamAdaptor<T, Accessor, Observer>::takeBackSeries()
+{
+    const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
+    return effect && effect->journal() && effect->journal()->takeBackSeries();
+}
+
 template class EffectValParamAdaptor<double, EffectValParamAccessor<double>>;
 template class EffectValParamAdaptor<WString, FloatParamAccessor>;
 template class EffectValParamAdaptor<bool, EffectValParamAccessor<bool>>;

@@ -36,6 +36,7 @@ public:
     bool requestSetValue(const T& value, ChangeKind kind) override;
     void handleSeriesEnd() override;
     bool cancelSeries() override;
+    bool takeBackSeries() override;
 
     /**
      * Whether all edits belong to one series, whatever kind the widgets ask for: the first is its start, the later ones

@@ -203,6 +203,37 @@ TEST_F(Sliders, ValuesOutsideTheRangeAreShownAtItsEndAndLeftAlone)
     EXPECT_EQ(slider->getValue(), 99.0);
 }
 
+TEST_F(Sliders, ADoubleClickResetsInsteadOfWhatItsFirstClickHasSet)
+{
+    const auto doubleClick = [&](double value) {
+        desk.click(at(value));
+        desk.canvas.inject(Event::mouseDoubleClick(at(value)));
+        desk.release(at(value));
+    };
+    adaptor->restoresTo = 20.0;
+    slider->setResetValue(40.0);
+    doubleClick(70);
+    EXPECT_EQ(adaptor->takenBack, 1);
+    EXPECT_EQ(adaptor->value, 40.0);
+    EXPECT_EQ(adaptor->kinds(), "S.");
+    EXPECT_EQ(adaptor->seriesEnds, 1);
+
+    doubleClick(40); // on the handle: neither click sets anything
+    EXPECT_EQ(adaptor->takenBack, 1);
+    EXPECT_EQ(adaptor->kinds(), "S.");
+
+    adaptor->restoresTo = 40.0;
+    doubleClick(70);
+    EXPECT_EQ(adaptor->takenBack, 2);
+    EXPECT_EQ(adaptor->kinds(), "S.S") << "what was there before is the reset value already";
+
+    desk.click(at(70));
+    desk.key(Key::Left);
+    desk.canvas.inject(Event::mouseDoubleClick(at(70)));
+    EXPECT_EQ(adaptor->takenBack, 2) << "the click is not what was done last";
+    EXPECT_EQ(adaptor->value, 40.0);
+}
+
 TEST(PlainSlider, DoubleClickResetsAndWholeStepsAreKept)
 {
     Desk desk;

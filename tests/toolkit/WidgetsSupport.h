@@ -54,6 +54,14 @@ public:
         return restoresTo.has_value();
     }
 
+    bool takeBackSeries() override
+    {
+        ++takenBack;
+        if (restoresTo)
+            value = *restoresTo;
+        return restoresTo.has_value();
+    }
+
     /** The kinds of the requests so far, for example "SCC." for a series of three and a change on its own. */
     std::string kinds() const
     {
@@ -71,6 +79,7 @@ public:
     std::vector<std::pair<T, ChangeKind>> requests;
     int seriesEnds = 0;
     int cancels = 0;
+    int takenBack = 0;
 };
 
 /** A canvas with an open panel, in which widgets stand where a test puts them. */

@@ -34,7 +34,7 @@ double turnBetween(double from, double to)
 } // namespace
 
 AngleIndicatorWidget::AngleIndicatorWidget(const InitArgs& args)
-    : StandardPanel(args)
+    : SeriesControl(args, 0.0)
 {
     setFocusable(true);
     const int side = UifStd::getRowHeight() * 3 / 2;
@@ -43,12 +43,8 @@ AngleIndicatorWidget::AngleIndicatorWidget(const InitArgs& args)
 
 void AngleIndicatorWidget::setAngle(double degrees, eRedrawFlag redrawFlag)
 {
-    if (!std::isfinite(degrees))
-        return;
-    if (series_.defer(degrees) || degrees == angle_)
-        return;
-    angle_ = degrees;
-    changed(PeerChange::kState | PeerChange::kContents, redrawFlag);
+    if (std::isfinite(degrees))
+        receive(degrees, redrawFlag);
 }
 
 XY<double> AngleIndicatorWidget::centre() const
@@ -69,7 +65,7 @@ double AngleIndicatorWidget::angleAt(const XY<int>& local) const
 
 double AngleIndicatorWidget::getIndicatorValue()
 {
-    return angle_;
+    return shown();
 }
 
 bool AngleIndicatorWidget::setIndicatorValue(double, ChangeKind)
@@ -79,7 +75,7 @@ bool AngleIndicatorWidget::setIndicatorValue(double, ChangeKind)
 
 double AngleIndicatorWidget::getStoredValue() const
 {
-    return angle_;
+    return shown();
 }
 
 Colour AngleIndicatorWidget::getIndicatorColour() const
@@ -87,33 +83,9 @@ Colour AngleIndicatorWidget::getIndicatorColour() const
     return getPalette().accent().mix(getPalette().windowText(), 0.4);
 }
 
-void AngleIndicatorWidget::handleSeriesEnd() {}
-
-void AngleIndicatorWidget::handleSeriesCancel(double original)
+bool AngleIndicatorWidget::handleEdit(const double& degrees, ChangeKind kind)
 {
-    setIndicatorValue(original, ChangeKind::Continuation);
-}
-
-void AngleIndicatorWidget::show(double degrees)
-{
-    if (degrees == angle_)
-        return;
-    angle_ = degrees;
-    changed(PeerChange::kState | PeerChange::kContents);
-}
-
-void AngleIndicatorWidget::edit(double degrees, ChangeKind kind)
-{
-    const GlobRef<AngleIndicatorWidget> self(this);
-    const RedrawHold hold;
-    const double before = angle_;
-    show(degrees);
-    const bool accepted = setIndicatorValue(degrees, kind);
-    if (!self)
-        return;
-    series_.noteResult(accepted);
-    if (!accepted && angle_ == degrees)
-        show(before);
+    return setIndicatorValue(degrees, kind);
 }
 
 void AngleIndicatorWidget::userPress(double direction)
@@ -121,7 +93,7 @@ void AngleIndicatorWidget::userPress(double direction)
     if (!canInteract() || isDragging())
         return;
     const double from = getIndicatorValue();
-    series_.begin(from);
+    beginSeries(from);
     turned_ = from;
     lastDirection_ = from;
     userDrag(direction);
@@ -134,41 +106,29 @@ void AngleIndicatorWidget::userDrag(double direction, bool snap)
     turned_ += turnBetween(lastDirection_, direction);
     lastDirection_ = direction;
     const double degrees = snap ? std::round(turned_ / kSnap) * kSnap : turned_;
-    const double present = series_.hasWritten() ? angle_ : series_.original();
-    if (!valEqualsVal(degrees, present))
-        edit(degrees, series_.nextKind());
+    if (!valEqualsVal(degrees, present()))
+        edit(degrees);
 }
 
 void AngleIndicatorWidget::userRelease()
 {
-    finish(false);
+    endSeries(false);
 }
 
 void AngleIndicatorWidget::userCancel()
 {
-    finish(true);
-}
-
-void AngleIndicatorWidget::finish(bool cancelled)
-{
-    if (!isDragging())
-        return;
-    const RedrawHold hold;
-    const auto outcome = series_.close(cancelled);
-    if (outcome.shown)
-        show(*outcome.shown);
-    if (!outcome.written)
-        return;
-    if (cancelled)
-        handleSeriesCancel(outcome.original);
-    else
-        handleSeriesEnd();
+    endSeries(true);
 }
 
 void AngleIndicatorWidget::userStep(double degrees)
 {
-    if (canInteract() && !isDragging() && std::isfinite(degrees) && degrees != 0.0)
-        edit(getIndicatorValue() + degrees, ChangeKind::Single);
+    userSet(getIndicatorValue() + degrees);
+}
+
+void AngleIndicatorWidget::userSet(double degrees)
+{
+    if (canInteract() && !isDragging() && std::isfinite(degrees) && degrees != getIndicatorValue())
+        edit(degrees);
 }
 
 bool AngleIndicatorWidget::handleMouseEvent(const Event& event)

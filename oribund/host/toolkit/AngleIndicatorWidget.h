@@ -2,8 +2,7 @@
 
 #include "oribund/host/base/Colour.h"
 #include "oribund/host/base/Export.h"
-#include "oribund/host/notify/ChangeKind.h"
-#include "oribund/host/toolkit/EditSeries.h"
+#include "oribund/host/toolkit/SeriesControl.h"
 #include "oribund/host/toolkit/StandardPanel.h"
 #include "oribund/host/toolkit/TabOrderable.h"
 
@@ -12,6 +11,8 @@
 namespace oribund
 {
 
+extern template class SeriesControl<double, StandardPanel>;
+
 /**
  * A dial that shows an angle: 0 degrees is up, positive ones go clockwise. Turning it with the pointer goes on past
  * whole turns. A drag is one series of edits; Escape gives it up, Shift makes it snap to every 15 degrees. Arrow keys
@@ -19,7 +20,7 @@ namespace oribund
  *
  * It holds an angle of its own; a dial that is bound to something else overrides the four hooks.
  */
-class ORIBUND_API AngleIndicatorWidget : public StandardPanel, public TabOrderable
+class ORIBUND_API AngleIndicatorWidget : public SeriesControl<double, StandardPanel>, public TabOrderable
 {
 public:
     struct InitArgs : GlobCreationInfo {
@@ -33,7 +34,10 @@ public:
     /** Shows an angle in degrees; during a drag when that has ended. NaN is ignored. */
     void setAngle(double degrees, eRedrawFlag redrawFlag = eRedrawFlag::Yes);
 
-    bool isDragging() const { return series_.isOpen(); }
+    bool isDragging() const { return inSeries(); }
+
+    /** The angle drawn. */
+    double getAngle() const { return getStoredValue(); }
 
     /** The direction of a point of the dial seen from its middle, from -180 to 180 degrees. */
     double angleAt(const XY<int>& local) const;
@@ -44,6 +48,7 @@ public:
     void userRelease();
     void userCancel();
     void userStep(double degrees);
+    void userSet(double degrees);
 
     void getTabOrderables(std::vector<TabOrderable*>& stops) override;
     void draw(CanvasRenderer& renderer) override;
@@ -61,24 +66,14 @@ protected:
 
     virtual Colour getIndicatorColour() const;
 
-    /** A drag has ended after at least one edit. */
-    virtual void handleSeriesEnd();
-
-    /** A drag was given up after at least one edit; as it stands it asks for the angle that it began with. */
-    virtual void handleSeriesCancel(double original);
-
+    bool handleEdit(const double& degrees, ChangeKind kind) final;
     bool handleMouseEvent(const Event& event) override;
     bool handleKeyEvent(const Event& event) override;
 
 private:
     XY<double> centre() const;
     double radius() const;
-    void edit(double degrees, ChangeKind kind);
-    void show(double degrees);
-    void finish(bool cancelled);
 
-    double angle_ = 0.0;
-    EditSeries<double> series_;
     double turned_ = 0.0; ///< the angle under the pointer, whole turns included
     double lastDirection_ = 0.0;
 };

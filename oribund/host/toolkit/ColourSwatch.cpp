@@ -4,7 +4,6 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/Event.h"
-#include "oribund/host/toolkit/GlobPeer.h"
 #include "oribund/host/toolkit/Skin.h"
 
 #include <algorithm>
@@ -33,8 +32,7 @@ void drawChequers(CanvasRenderer& renderer, const Kt::Box<double>& box)
 } // namespace
 
 ColourSwatch::ColourSwatch(const InitArgs& args)
-    : Control(args)
-    , colour_(args.colour)
+    : SeriesControl(args, args.colour)
     , hasAlpha_(args.hasAlpha)
 {
     applyNaturalSize(args, {2 * UifStd::getControlHeight(), UifStd::getControlHeight()});
@@ -42,25 +40,14 @@ ColourSwatch::ColourSwatch(const InitArgs& args)
 
 void ColourSwatch::setColour(const Colour& colour, eRedrawFlag redrawFlag)
 {
-    if (series_.defer(colour) || colour == colour_)
-        return;
-    colour_ = colour;
-    changed(PeerChange::kState | PeerChange::kContents, redrawFlag);
-}
-
-void ColourSwatch::show(const Colour& colour)
-{
-    if (colour == colour_)
-        return;
-    colour_ = colour;
-    changed(PeerChange::kState | PeerChange::kContents);
+    receive(colour, redrawFlag);
 }
 
 void ColourSwatch::userClick()
 {
     if (!canInteract() || isChooserOpen())
         return;
-    series_.begin(colour_);
+    beginSeries(getColour());
     // Without a skin the chooser counts as open all the same, as a menu does.
     if (Skin* skin = canvas() ? canvas()->skin() : nullptr)
         skin->openColourChooser(*this);
@@ -68,19 +55,9 @@ void ColourSwatch::userClick()
 
 void ColourSwatch::userChoose(const Colour& choice)
 {
-    const Colour colour = hasAlpha_ ? choice : choice.withAlpha(colour_.a);
-    if (!isChooserOpen() || !canInteract() || colour == colour_)
-        return;
-    const GlobRef<ColourSwatch> self(this);
-    const RedrawHold hold;
-    const Colour before = colour_;
-    show(colour);
-    const bool accepted = handleEdit(colour, series_.nextKind());
-    if (!self)
-        return;
-    series_.noteResult(accepted);
-    if (!accepted && colour_ == colour)
-        show(before);
+    const Colour colour = hasAlpha_ ? choice : choice.withAlpha(getColour().a);
+    if (isChooserOpen() && canInteract() && !(colour == getColour()))
+        edit(colour);
 }
 
 bool ColourSwatch::handleEdit(const Colour& colour, ChangeKind kind)
@@ -89,37 +66,14 @@ bool ColourSwatch::handleEdit(const Colour& colour, ChangeKind kind)
     return true;
 }
 
-void ColourSwatch::handleSeriesEnd() {}
-
-void ColourSwatch::handleSeriesCancel(const Colour& original)
-{
-    handleEdit(original, ChangeKind::Continuation);
-}
-
 void ColourSwatch::userAccept()
 {
-    finish(false);
+    endSeries(false);
 }
 
 void ColourSwatch::userCancel()
 {
-    finish(true);
-}
-
-void ColourSwatch::finish(bool cancelled)
-{
-    if (!isChooserOpen())
-        return;
-    const RedrawHold hold;
-    const auto outcome = series_.close(cancelled);
-    if (outcome.shown)
-        show(*outcome.shown);
-    if (!outcome.written)
-        return;
-    if (cancelled)
-        handleSeriesCancel(outcome.original);
-    else
-        handleSeriesEnd();
+    endSeries(true);
 }
 
 bool ColourSwatch::handleMouseEvent(const Event& event)
@@ -152,13 +106,14 @@ void ColourSwatch::draw(CanvasRenderer& renderer)
     const Kt::Box<int> box = controlBox();
     const Kt::Box<double> inner = CanvasRenderer::toDouble(box.inset(2));
     drawBox(renderer, box, getPalette().field());
-    const double opacity = hasAlpha_ ? std::clamp(colour_.a, 0.0, 1.0) : 1.0;
+    const Colour& colour = getColour();
+    const double opacity = hasAlpha_ ? std::clamp(colour.a, 0.0, 1.0) : 1.0;
     if (opacity < 1.0)
         drawChequers(renderer, inner);
-    const Colour shown{std::clamp(colour_.r, 0.0, 1.0), std::clamp(colour_.g, 0.0, 1.0),
-                       std::clamp(colour_.b, 0.0, 1.0), opacity};
+    const Colour visible{std::clamp(colour.r, 0.0, 1.0), std::clamp(colour.g, 0.0, 1.0), std::clamp(colour.b, 0.0, 1.0),
+                         opacity};
     // Greyed, but still the colour that it is.
-    renderer.fillRect(inner, canInteract() ? shown : shown.mix(getPalette().window(), 0.6));
+    renderer.fillRect(inner, canInteract() ? visible : visible.mix(getPalette().window(), 0.6));
 }
 
 } // namespace oribund

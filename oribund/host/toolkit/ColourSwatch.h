@@ -1,10 +1,8 @@
 #pragma once
 
-#include "oribund/host/base/Colour.h"
 #include "oribund/host/base/Export.h"
 #include "oribund/host/notify/Notifier.h"
-#include "oribund/host/toolkit/Control.h"
-#include "oribund/host/toolkit/EditSeries.h"
+#include "oribund/host/toolkit/SeriesControl.h"
 
 namespace oribund
 {
@@ -23,7 +21,7 @@ struct ColourSwatchEvent {
  * A field of one colour; a click opens the skin's colour chooser. All that is tried out in the chooser is one series of
  * edits, which is given up when the chooser is cancelled. A colour set meanwhile is shown when the chooser is closed.
  */
-class ORIBUND_API ColourSwatch : public Control
+class ORIBUND_API ColourSwatch : public SeriesControl<Colour>
 {
 public:
     struct InitArgs : GlobCreationInfo {
@@ -38,11 +36,11 @@ public:
 
     void setColour(const Colour& colour, eRedrawFlag redrawFlag = eRedrawFlag::Yes);
 
-    const Colour& getColour() const { return colour_; }
+    const Colour& getColour() const { return shown(); }
 
     bool hasAlpha() const { return hasAlpha_; }
 
-    bool isChooserOpen() const { return series_.isOpen(); }
+    bool isChooserOpen() const { return inSeries(); }
 
     Notifier<ColourSwatchEvent>& edits() { return edits_; }
 
@@ -58,25 +56,13 @@ public:
     void draw(CanvasRenderer& renderer) override;
 
 protected:
-    /** Makes an edit; false when it is refused. As it stands it tells edits(). May destroy the swatch. */
-    virtual bool handleEdit(const Colour& colour, ChangeKind kind);
-
-    /** The chooser was closed after at least one edit. */
-    virtual void handleSeriesEnd();
-
-    /** As handleSeriesEnd(), but cancelled; as it stands it asks for the colour that it began with. */
-    virtual void handleSeriesCancel(const Colour& original);
-
+    /** As it stands it tells edits(). */
+    bool handleEdit(const Colour& colour, ChangeKind kind) override;
     bool handleMouseEvent(const Event& event) override;
     bool handleKeyEvent(const Event& event) override;
 
 private:
-    void show(const Colour& colour);
-    void finish(bool cancelled);
-
-    Colour colour_;
     bool hasAlpha_;
-    EditSeries<Colour> series_;
     Notifier<ColourSwatchEvent> edits_;
 };
 

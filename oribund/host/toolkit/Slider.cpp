@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace oribund
 {
@@ -26,8 +27,7 @@ constexpr double kFineFactor = 0.1;
 } // namespace
 
 Slider::Slider(const InitArgs& args)
-    : Control(args)
-    , value_(std::isnan(args.value) ? args.min : args.value)
+    : SeriesControl(args, std::isnan(args.value) ? args.min : args.value)
     , step_(args.step)
     , page_(args.page)
     , origin_(args.origin)
@@ -49,12 +49,8 @@ void Slider::setRange(double min, double max)
 
 void Slider::setValue(double value, eRedrawFlag redrawFlag)
 {
-    if (std::isnan(value))
-        return;
-    if (series_.defer(value) || value == value_)
-        return;
-    value_ = value;
-    changed(kLook, redrawFlag);
+    if (!std::isnan(value))
+        receive(value, redrawFlag);
 }
 
 void Slider::setSteps(double step, double page)
@@ -110,46 +106,19 @@ double Slider::allowed(double value) const
     return std::clamp(value, min_, max_);
 }
 
-void Slider::show(double value)
-{
-    if (value == value_)
-        return;
-    value_ = value;
-    changed(kLook);
-}
-
-void Slider::edit(double value, ChangeKind kind)
-{
-    const GlobRef<Slider> self(this);
-    const RedrawHold hold;
-    const double before = value_;
-    show(value);
-    const bool accepted = handleEdit(value, kind);
-    if (!self)
-        return;
-    series_.noteResult(accepted);
-    if (!accepted && value_ == value)
-        show(before);
-}
-
-bool Slider::handleEdit(double value, ChangeKind kind)
+bool Slider::handleEdit(const double& value, ChangeKind kind)
 {
     edits_.notify({this, value, kind});
     return true;
 }
 
-void Slider::handleSeriesEnd() {}
-
-void Slider::handleSeriesCancel(double original)
-{
-    handleEdit(original, ChangeKind::Continuation);
-}
+void Slider::handleSeriesTakenBack() {}
 
 void Slider::userPress(double value)
 {
     if (!canInteract() || isDragging())
         return;
-    series_.begin(value_);
+    beginSeries(getValue());
     userDrag(value);
 }
 
@@ -158,56 +127,53 @@ void Slider::userDrag(double value)
     if (!isDragging() || !canInteract() || std::isnan(value))
         return;
     // A press that moves nothing asks for nothing, even where the value lies outside the range or between steps.
-    if (valEqualsVal(value, value_))
+    if (valEqualsVal(value, getValue()))
         return;
     value = allowed(value);
-    if (!valEqualsVal(value, value_))
-        edit(value, series_.nextKind());
+    if (!valEqualsVal(value, getValue()))
+        edit(value);
 }
 
 void Slider::userRelease()
 {
-    finish(false);
+    endSeries(false);
 }
 
 void Slider::userCancel()
 {
-    finish(true);
-}
-
-void Slider::finish(bool cancelled)
-{
-    if (!isDragging())
-        return;
-    const RedrawHold hold;
-    const auto outcome = series_.close(cancelled);
-    if (outcome.shown)
-        show(*outcome.shown);
-    if (!outcome.written)
-        return;
-    if (cancelled)
-        handleSeriesCancel(outcome.original);
-    else
-        handleSeriesEnd();
+    endSeries(true);
 }
 
 void Slider::userStep(int steps)
 {
-    userSet(std::clamp(value_, min_, max_) + steps * getStep());
+    userSet(std::clamp(getValue(), min_, max_) + steps * getStep());
 }
 
 void Slider::userPage(int pages)
 {
-    userSet(std::clamp(value_, min_, max_) + pages * getPage());
+    userSet(std::clamp(getValue(), min_, max_) + pages * getPage());
 }
 
 void Slider::userSet(double value)
 {
+    clicked_ = false;
     if (!canInteract() || isDragging() || std::isnan(value))
         return;
     value = allowed(value);
-    if (!valEqualsVal(value, value_))
-        edit(value, ChangeKind::Single);
+    if (!valEqualsVal(value, getValue()))
+        edit(value);
+}
+
+void Slider::userReset()
+{
+    if (!canInteract() || isDragging() || !resetValue_)
+        return;
+    const GlobRef<Slider> self(this);
+    const RedrawHold hold;
+    if (std::exchange(clicked_, false))
+        handleSeriesTakenBack();
+    if (self && resetValue_)
+        userSet(*resetValue_);
 }
 
 bool Slider::press(const Event& event)
@@ -215,12 +181,13 @@ bool Slider::press(const Event& event)
     if (!canInteract() || isDragging())
         return true;
     if (event.code == EventCode::MouseDoubleClick && resetValue_) {
-        userSet(*resetValue_);
+        userReset();
         return true;
     }
+    clicked_ = false;
     const double x = event.position.x + 0.5;
-    const bool onHandle = std::abs(x - xOf(value_)) <= kGripReach;
-    const double value = onHandle ? value_ : valueAt(x);
+    const bool onHandle = std::abs(x - xOf(getValue())) <= kGripReach;
+    const double value = onHandle ? getValue() : valueAt(x);
     grip_ = {x, std::clamp(value, min_, max_), event.has(Event::kShift)};
     userPress(value);
     return true;
@@ -231,12 +198,29 @@ void Slider::drag(const Event& event)
     const double x = event.position.x + 0.5;
     const bool fine = event.has(Event::kShift);
     if (fine != grip_.fine)
-        grip_ = {x, std::clamp(value_, min_, max_), fine};
+        grip_ = {x, std::clamp(getValue(), min_, max_), fine};
     const double distance = x - grip_.x;
-    if (distance == 0.0 && !series_.hasWritten())
+    if (distance == 0.0 && !hasWritten())
         return;
     const double perPixel = (max_ - min_) / std::max(1, track().width());
     userDrag(grip_.value + distance * perPixel * (fine ? kFineFactor : 1.0));
+}
+
+void Slider::release()
+{
+    const GlobRef<Slider> self(this);
+    const bool edited = hasWritten();
+    userRelease();
+    if (self)
+        clicked_ = edited;
+}
+
+void Slider::turnWheel(double notches)
+{
+    wheelRest_ += notches;
+    const double whole = std::trunc(wheelRest_);
+    wheelRest_ -= whole;
+    userStep(static_cast<int>(whole));
 }
 
 bool Slider::handleMouseEvent(const Event& event)
@@ -244,10 +228,7 @@ bool Slider::handleMouseEvent(const Event& event)
     if (event.isPress(MouseButton::Left))
         return press(event);
     if (event.code == EventCode::MouseWheel && hasFocus() && canInteract()) {
-        wheelRest_ += event.wheel;
-        const double whole = std::trunc(wheelRest_);
-        wheelRest_ -= whole;
-        userStep(static_cast<int>(whole));
+        turnWheel(event.wheel);
         return true;
     }
     if (!isDragging())
@@ -257,7 +238,7 @@ bool Slider::handleMouseEvent(const Event& event)
     // What was set before the pointer was taken away stands: the user has seen it.
     if (event.code == EventCode::MouseCancel ||
         (event.code == EventCode::MouseRelease && event.button == MouseButton::Left))
-        userRelease();
+        release();
     return true;
 }
 
@@ -300,7 +281,7 @@ void Slider::draw(CanvasRenderer& renderer)
     const Palette& palette = getPalette();
     drawBox(renderer, controlBox(), palette.field());
     const Kt::Box<double> inner = CanvasRenderer::toDouble(track());
-    const double handle = std::round(xOf(value_));
+    const double handle = std::round(xOf(getValue()));
     const double start = std::round(xOf(origin()));
     const Colour fill = canInteract() ? palette.accent().mix(palette.field(), 0.35) : palette.border();
     renderer.fillRect({std::min(start, handle), inner.top, std::max(start, handle), inner.bottom}, fill);

@@ -2,8 +2,7 @@
 
 #include "oribund/host/base/Export.h"
 #include "oribund/host/notify/Notifier.h"
-#include "oribund/host/toolkit/Control.h"
-#include "oribund/host/toolkit/EditSeries.h"
+#include "oribund/host/toolkit/SeriesControl.h"
 
 #include <optional>
 
@@ -26,7 +25,7 @@ struct SliderEvent {
  * A drag is one series of edits. While it lasts the slider stays under the pointer: a value that is set meanwhile is
  * shown at its end. Escape gives the drag up. With Shift a drag moves a tenth as far.
  */
-class ORIBUND_API Slider : public Control
+class ORIBUND_API Slider : public SeriesControl<double>
 {
 public:
     struct InitArgs : GlobCreationInfo {
@@ -59,7 +58,7 @@ public:
     /** Shows a value; one outside the range is kept and shown at its end, NaN is ignored. */
     void setValue(double value, eRedrawFlag redrawFlag = eRedrawFlag::Yes);
 
-    double getValue() const { return value_; }
+    double getValue() const { return shown(); }
 
     void setSteps(double step, double page);
 
@@ -72,7 +71,7 @@ public:
 
     void setResetValue(std::optional<double> value) { resetValue_ = value; }
 
-    bool isDragging() const { return series_.isOpen(); }
+    bool isDragging() const { return inSeries(); }
 
     /** The value of a place along the slider, and the other way round; in its own coordinates. */
     double valueAt(double x) const;
@@ -89,19 +88,19 @@ public:
     void userStep(int steps);
     void userPage(int pages);
     void userSet(double value);
+    /** A double click: sets the reset value, if there is one, instead of what the first click has set. */
+    void userReset();
 
     void draw(CanvasRenderer& renderer) override;
     std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
 protected:
-    /** Makes an edit; false when it is refused. As it stands it tells edits(). May destroy the slider. */
-    virtual bool handleEdit(double value, ChangeKind kind);
+    /** As it stands it tells edits(). */
+    bool handleEdit(const double& value, ChangeKind kind) override;
 
-    /** A drag has ended after at least one edit. */
-    virtual void handleSeriesEnd();
-
-    /** A drag was given up after at least one edit; as it stands it asks for the value that it began with. */
-    virtual void handleSeriesCancel(double original);
+    /** A click has turned out to be the first of two: its series, ended already, is to count for nothing, as another
+        edit takes its place. As it stands nothing comes of that. */
+    virtual void handleSeriesTakenBack();
 
     bool handleMouseEvent(const Event& event) override;
     bool handleKeyEvent(const Event& event) override;
@@ -115,22 +114,20 @@ private:
 
     Kt::Box<int> track() const;
     double allowed(double value) const;
-    void edit(double value, ChangeKind kind);
-    void show(double value);
     bool press(const Event& event);
     void drag(const Event& event);
-    void finish(bool cancelled);
+    void release();
+    void turnWheel(double notches);
 
     double min_ = 0.0;
     double max_ = 1.0;
-    double value_ = 0.0;
     double step_;
     double page_;
     std::optional<double> origin_;
     std::optional<double> resetValue_;
     bool snapToStep_;
-    EditSeries<double> series_;
     Grip grip_;
+    bool clicked_ = false; ///< the last press has led to an edit, and may be the first of a double click
     double wheelRest_ = 0.0;
     Notifier<SliderEvent> edits_;
 };

@@ -50,6 +50,12 @@ public:
      */
     virtual bool cancelSeries() { return false; }
 
+    /**
+     * Undoes the series that was ended last, as if it had not been. False when the adaptor keeps no record of it, or
+     * something else has been done since.
+     */
+    virtual bool takeBackSeries() { return false; }
+
 protected:
     bool isServing(const WidgetBase& widget) const override
     {

@@ -30,7 +30,7 @@ bool ValSlider::isWidgetEnabled() const
     return isEnabled();
 }
 
-bool ValSlider::handleEdit(double value, ChangeKind kind)
+bool ValSlider::handleEdit(const double& value, ChangeKind kind)
 {
     const GlobRef<ValSlider> self(this);
     const bool accepted = requestDataChange(value, kind);
@@ -45,9 +45,14 @@ void ValSlider::handleSeriesEnd()
     endDataSeries();
 }
 
-void ValSlider::handleSeriesCancel(double original)
+void ValSlider::handleSeriesCancel(const double& original)
 {
     cancelDataSeries(original);
+}
+
+void ValSlider::handleSeriesTakenBack()
+{
+    takeBackDataSeries();
 }
 
 } // namespace oribund

@@ -20,9 +20,10 @@ public:
     bool isWidgetEnabled() const override;
 
 protected:
-    bool handleEdit(double value, ChangeKind kind) override;
+    bool handleEdit(const double& value, ChangeKind kind) override;
     void handleSeriesEnd() override;
-    void handleSeriesCancel(double original) override;
+    void handleSeriesCancel(const double& original) override;
+    void handleSeriesTakenBack() override;
 };
 
 } // namespace oribund

@@ -61,6 +61,15 @@ protected:
         }
     }
 
+    /** Undoes the series that was ended last, if it can be undone, and shows the value that stands afterwards. */
+    void takeBackDataSeries()
+    {
+        const Kt::Ptr<ValAdaptorBase<T>> adaptor = getDataAdaptor();
+        const RedrawHold hold;
+        if (adaptor && adaptor->takeBackSeries())
+            adaptor->forceWidgetUpdate(eRedrawFlag::Yes);
+    }
+
     /** Shows the adaptor's value again, after a request that it refused or altered. */
     void refreshFromData()
     {

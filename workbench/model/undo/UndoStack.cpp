@@ -39,6 +39,7 @@ bool UndoStack::undo()
     if (done_ == 0)
         return false;
     --done_;
+    seriesEnded_ = false;
     applying_ = true;
     steps_[done_].revert(timeline_, toTell_);
     applying_ = false;
@@ -54,6 +55,7 @@ bool UndoStack::redo()
     if (done_ == steps_.size())
         return false;
     ++done_;
+    seriesEnded_ = false;
     applying_ = true;
     steps_[done_ - 1].apply(timeline_, toTell_);
     applying_ = false;
@@ -168,8 +170,20 @@ void UndoStack::endGesture()
 {
     if (busy() || !current_)
         return;
+    const bool isSeries = how_ == Open::Series;
+    const std::size_t before = done_;
     close();
+    seriesEnded_ = isSeries && done_ > before;
     changes_.notify({});
+}
+
+bool UndoStack::takeBackSeries()
+{
+    if (!seriesEnded_ || !undo())
+        return false;
+    dropUndone();
+    changes_.notify({});
+    return true;
 }
 
 bool UndoStack::cancelGesture()
@@ -190,6 +204,7 @@ bool UndoStack::cancelGesture()
 void UndoStack::setClean()
 {
     endGesture();
+    seriesEnded_ = false; // what was saved can be undone, but not forgotten
     clean_ = static_cast<std::ptrdiff_t>(done_);
     changes_.notify({});
 }
@@ -210,6 +225,7 @@ void UndoStack::open(Open how, const WString& title)
 
 void UndoStack::close()
 {
+    seriesEnded_ = false;
     how_ = Open::Nothing;
     const std::unique_ptr<EditCommand> closing = std::exchange(current_, nullptr);
     if (!closing || closing->isNull())

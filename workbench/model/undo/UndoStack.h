@@ -89,6 +89,9 @@ public:
     /** Takes back what the gesture or series under way has done so far, and forgets it. False when there is nothing. */
     bool cancelGesture();
 
+    /** Undoes the series that endGesture() has ended, and forgets it. False when anything has been done since. */
+    bool takeBackSeries();
+
     /** Remembers the present state as the one that is saved. */
     void setClean();
     bool isClean() const;
@@ -116,8 +119,9 @@ private:
     Open how_ = Open::Nothing;
     int depth_ = 0;
     int batchDepth_ = 0;
-    bool applying_ = false; ///< a step is being undone or redone; what observers do meanwhile stays in one open step
-    bool stays_ = false;    ///< the step goes on as a series after endModify()
+    bool applying_ = false;    ///< a step is being undone or redone; what observers do meanwhile stays in one open step
+    bool seriesEnded_ = false; ///< the last step is a series, and nothing has happened since its end
+    bool stays_ = false;       ///< the step goes on as a series after endModify()
     oribund::WString seriesTitle_;
     std::unique_ptr<EditCommand> rewound_;
     std::vector<oribund::EditModification> toTell_;
