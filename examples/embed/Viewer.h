@@ -61,7 +61,13 @@ public:
         return id == effect_->id() ? oribund::NumRange<double>(0.0, 10.0) : oribund::NumRange<double>();
     }
 
+    void makeBackup(oribund::BackupKind, const oribund::EffectModification&) override {}
+
 private:
+    void endBackups() override {}
+
+    void restoreBackups() override {}
+
     oribund::Kt::Ptr<oribund::EffectInstance> effect_;
 };
 

@@ -95,6 +95,12 @@ public:
         return found == effects.end() ? NumRange<double>(0.0, 0.0) : found->second;
     }
 
+    void makeBackup(BackupKind, const EffectModification& modification) override
+    {
+        ++backups;
+        lastModification = modification;
+    }
+
     /** Tells the clients of a change with the given code, as a host does. */
     void tell(EffectChangeCode code, const IdStamp& effect, unsigned flags = 0)
     {
@@ -106,6 +112,15 @@ public:
     }
 
     std::vector<std::pair<Kt::Ptr<EffectInstance>, NumRange<double>>> effects;
+    int backups = 0;
+    int backupsEnded = 0;
+    int backupsRestored = 0;
+    EffectModification lastModification; ///< that a backup was made for
+
+protected:
+    void endBackups() override { ++backupsEnded; }
+
+    void restoreBackups() override { ++backupsRestored; }
 
 private:
     std::vector<std::pair<Kt::Ptr<EffectInstance>, NumRange<double>>>::const_iterator find(const IdStamp& id) const

@@ -3,6 +3,8 @@
 #include "workbench/model/Ids.h"
 #include "workbench/model/ModelVob.h"
 
+#include <utility>
+
 namespace workbench
 {
 
@@ -21,7 +23,10 @@ ModelMonitor::ModelMonitor(ModelVob& vob, EditModel& edit)
     params_.attach(edit.paramEdits());
 }
 
-ModelMonitor::~ModelMonitor() = default;
+ModelMonitor::~ModelMonitor()
+{
+    ModelMonitor::endBackups();
+}
 
 std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> ModelMonitor::getEffects(const IdStamp& track) const
 {
@@ -42,6 +47,26 @@ oribund::NumRange<double> ModelMonitor::getEditRegion(const IdStamp& effect) con
     if (!segment)
         return {};
     return {vob_.timeOf(segment->data.start), vob_.timeOf(segment->data.end())};
+}
+
+void ModelMonitor::makeBackup(oribund::BackupKind, const oribund::EffectModification&)
+{
+    if (inGesture_ || edit_.isReadOnly())
+        return;
+    inGesture_ = true;
+    edit_.undoStack().beginGesture();
+}
+
+void ModelMonitor::endBackups()
+{
+    if (std::exchange(inGesture_, false))
+        edit_.undoStack().endGesture();
+}
+
+void ModelMonitor::restoreBackups()
+{
+    if (std::exchange(inGesture_, false))
+        edit_.undoStack().cancelGesture();
 }
 
 int ModelMonitor::handleModification(const oribund::EditModification& modification)

@@ -21,12 +21,20 @@ public:
     oribund::Kt::Ptr<oribund::EffectInstance> findEffect(const oribund::IdStamp& effect) const override;
     oribund::NumRange<double> getEditRegion(const oribund::IdStamp& effect) const override;
 
+    /** All backups until the end of a gesture are one undo step. */
+    void makeBackup(oribund::BackupKind kind, const oribund::EffectModification& modification) override;
+
+protected:
+    void endBackups() override;
+    void restoreBackups() override;
+
 private:
     int handleModification(const oribund::EditModification& modification);
     int handleParam(const ParamEdited& edited);
 
     ModelVob& vob_;
     EditModel& edit_;
+    bool inGesture_ = false;
     oribund::MethodCallback<ModelMonitor, oribund::EditModification> modifications_;
     oribund::MethodCallback<ModelMonitor, ParamEdited> params_;
 };

@@ -1,5 +1,6 @@
 #include "oribund/host/edit/FXVob.h"
 
+#include "oribund/host/base/FXTimeMapping.h"
 #include "oribund/host/edit/Vob.h"
 #include "oribund/host/effects/EffectInstance.h"
 
@@ -24,13 +25,12 @@ double FXVob::getNormalisedCurrentTime() const
 
 FXTime FXVob::editTimeToFXTime(double editTime) const
 {
-    const double length = region_.length();
-    return FXTime{length > 0.0 ? (editTime - region_.start()) / length : 0.0};
+    return toFXTime(region_, editTime);
 }
 
 double FXVob::fxTimeToEditTime(FXTime time) const
 {
-    return region_.start() + time.normalised * region_.length();
+    return toEditTime(region_, time);
 }
 
 void FXVob::update(const Kt::Ptr<EffectInstance>& effect, const NumRange<double>& region)

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "oribund/host/base/Export.h"
+#include "oribund/host/base/IdStamp.h"
+#include "oribund/host/base/Kt.h"
+#include "oribund/host/base/NumRange.h"
+#include "oribund/host/base/iVirtual.h"
+
+#include <vector>
+
+namespace oribund
+{
+
+class EffectInstance;
+
+/** What a host answers about the effects on the tracks of one viewed edit. Times are edit times in seconds. */
+class ORIBUND_API TrackEffects : public iVirtual
+{
+public:
+    ~TrackEffects() override;
+
+    /** The effects at work on a track at the current time, in the order in which they are applied. */
+    virtual std::vector<Kt::Ptr<EffectInstance>> getEffects(const IdStamp& track) const = 0;
+
+    /** The effect of that id, at whatever time; empty when the edit holds none. */
+    virtual Kt::Ptr<EffectInstance> findEffect(const IdStamp& effect) const = 0;
+
+    /** The region over which an effect runs; empty (0, 0) for an unknown one. */
+    virtual NumRange<double> getEditRegion(const IdStamp& effect) const = 0;
+
+    /** The span of the regions of all effects that getEffects() gives; empty (0, 0) without any. */
+    NumRange<double> getCompoundEditRegion(const IdStamp& track) const;
+};
+
+} // namespace oribund
