@@ -81,6 +81,19 @@ unsigned ThermBase::doHitTest(const XY<int>& position, unsigned) const
         geometry().hitTest(position.x, getTime(eExact), allowCurrentTime_, allowZoom_, UifStd::getWidgetGap()));
 }
 
+MouseCursor ThermBase::contextCursor(const XY<int>& local) const
+{
+    switch (static_cast<ThermHit>(drag_ ? dragState() : doHitTest(local))) {
+    case ThermHit::LeftEdge:
+    case ThermHit::RightEdge:
+        return MouseCursor::ResizeHorizontal;
+    case ThermHit::WindowBody:
+        return MouseCursor::Hand;
+    default:
+        return Control::contextCursor(local);
+    }
+}
+
 unsigned ThermBase::dragState() const
 {
     return drag_ ? static_cast<unsigned>(drag_->hit()) : 0;

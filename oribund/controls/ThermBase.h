@@ -89,6 +89,10 @@ public:
     /** The time that a point of the bar stands for when the user points at it; before constrainTime(). */
     virtual double snapTime(double time) const { return time; }
 
+    /** The time as a text, for who does not see the bar; empty where only the derived class's user knows one. */
+    virtual WString valueText() const { return {}; }
+
+    MouseCursor contextCursor(const XY<int>& local) const override;
     void draw(CanvasRenderer& renderer) override;
 
 protected:

@@ -1,8 +1,8 @@
 #include "oribund/controls/therm.h"
 
+#include "oribund/controls/EditTime.h"
 #include "oribund/cues/CueSearch.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/edit/iScrubControl.h"
 #include "oribund/host/toolkit/Event.h"
 #include "oribund/host/toolkit/GlobPeer.h"
 
@@ -47,21 +47,12 @@ therm::~therm()
     finishDrag();
 }
 
-double therm::frameRound(double time) const
-{
-    const EditPtr edit = getEdit();
-    if (!edit)
-        return time;
-    const double frame = edit->getCelResolution();
-    return std::round(time / frame) * frame;
-}
-
 double therm::getTime(eAccuracy accuracy) const
 {
     if (!getEdit())
         return 0.0;
     const double time = getVob()->getCurrentTime();
-    return accuracy == eExact ? time : frameRound(time);
+    return accuracy == eExact ? time : frameRound(time, getEdit());
 }
 
 void therm::setTime(double time)
@@ -72,7 +63,7 @@ void therm::setTime(double time)
 
 double therm::constrainTime(double time) const
 {
-    return ThermBase::constrainTime(frameRound(time));
+    return ThermBase::constrainTime(frameRound(time, getEdit()));
 }
 
 double therm::timeStep() const
@@ -119,23 +110,15 @@ void therm::startTimeChangeSeries()
 {
     if (!getEdit())
         return;
-    if (iScrubControl* scrub = getVob()->getScrubControl()) {
-        const PlayState dragged = flags_ & InitArgs::kEveryFrame ? PlayState::Held : PlayState::Scrub;
-        scrub->setPlayState(flags_ & InitArgs::kQuiet ? PlayState::Idle : dragged);
-        const unsigned sound = scrub->scrubsWithSound() ? iScrubControl::kWithSound : 0;
-        scrub->setChangeFlags(scrub->getChangeFlags() | iScrubControl::kScrubbing | sound);
-    }
+    const PlayState dragged = flags_ & InitArgs::kEveryFrame ? PlayState::Held : PlayState::Scrub;
+    beginScrub(getVob(), flags_ & InitArgs::kQuiet ? PlayState::Idle : dragged);
     if (flags_ & (InitArgs::kEveryFrame | InitArgs::kShowAtOnce))
         setTime(getTime(eExact));
 }
 
 void therm::stopTimeChangeSeries()
 {
-    iScrubControl* scrub = getVob() ? getVob()->getScrubControl() : nullptr;
-    if (!scrub)
-        return;
-    scrub->setPlayState(PlayState::Idle);
-    scrub->setChangeFlags(scrub->getChangeFlags() & ~(iScrubControl::kScrubbing | iScrubControl::kWithSound));
+    endScrub(getVob());
 }
 
 bool therm::zoomBy(double factor)
@@ -160,6 +143,11 @@ bool therm::handleMouseEvent(const Event& event)
     }
     pointerX_ = event.code == EventCode::MouseLeave ? -1 : event.position.x;
     return ThermBase::handleMouseEvent(event);
+}
+
+WString therm::valueText() const
+{
+    return getCueTimecode(getTime(eExact), getEdit());
 }
 
 UIString therm::tooltip() const
@@ -194,7 +182,7 @@ void therm::drawCues(CanvasRenderer& renderer)
 
 void therm::handleCurrentTimeChange()
 {
-    changed(PeerChange::kContents);
+    changed(PeerChange::kContents | PeerChange::kState);
 }
 
 void therm::handleModifications(const EditModification&)

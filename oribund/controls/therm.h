@@ -49,6 +49,9 @@ public:
     void startTimeChangeSeries() override;
     void stopTimeChangeSeries() override;
 
+    /** The timecode. */
+    WString valueText() const override;
+
     /** That of the cue under the pointer. */
     UIString tooltip() const override;
 
@@ -64,7 +67,6 @@ protected:
     void handleModifications(const EditModification& modification) override;
 
 private:
-    double frameRound(double time) const;
     Cue cueAt(int x) const;
     bool zoomBy(double factor);
 

@@ -1,0 +1,372 @@
+#include "tests/controls/TrackFixture.h"
+
+#include "oribund/controls/CompoundEffectTherm.h"
+#include "oribund/controls/KeyframeCommands.h"
+#include "oribund/cues/CueDrawing.h"
+#include "oribund/host/canvas/RecordingRenderer.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/toolkit/Menu.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace oribund::test
+{
+namespace
+{
+
+constexpr MouseButton kLeft = MouseButton::Left;
+constexpr MouseButton kRight = MouseButton::Right;
+
+/** A bar of 250 pixels for the 250 frames of the effect, from frame 250 on; keyframes at pixels 50, 100 and 200. */
+class FXTherms : public Track
+{
+protected:
+    FXTherms()
+        : amount(addParam(*effect, L"Amount", {12.0, 14.0, 18.0}))
+    {
+        CompoundEffectTherm::InitArgs args(250, 18);
+        args.vob = vob.get();
+        args.track = FakeMonitor::track();
+        bar = panel->addWidget(std::make_unique<CompoundEffectTherm>(args), Glob::UserTopLeft(0, 0));
+    }
+
+    void press(int x, MouseButton button = kLeft, unsigned modifiers = 0)
+    {
+        canvas.inject(Event::mousePress({x, 9}, button, modifiers));
+    }
+
+    void drag(int x, MouseButton button = kRight) { canvas.inject(Event::mouseMove({x, 9}, button)); }
+
+    void release(int x, MouseButton button = kLeft) { canvas.inject(Event::mouseRelease({x, 9}, button)); }
+
+    void click(int x, MouseButton button = kLeft, unsigned modifiers = 0)
+    {
+        press(x, button, modifiers);
+        release(x, button);
+    }
+
+    NumRange<double> span() const { return {bar->geometry().start, bar->geometry().end}; }
+
+    NumRange<double> window() const { return {bar->geometry().windowStart, bar->geometry().windowEnd}; }
+
+    Kt::Ptr<EffectValParam<double>> amount;
+    CompoundEffectTherm* bar;
+};
+
+TEST_F(FXTherms, TheBarFollowsTheEffectsAndItsWindowTheSignificantRegion)
+{
+    EXPECT_EQ(span(), NumRange<double>(10.0, 20.0));
+    EXPECT_EQ(window(), span()) << "nothing in particular is worked on";
+    ValServer<NumRange<FXTime, Unordered>>& region = vob->monitor->getSignificantRegionServer();
+    region.set({FXTime{0.75}, FXTime{0.25}});
+    EXPECT_EQ(window(), NumRange<double>(12.5, 17.5));
+    bar->setZoomed(true);
+    EXPECT_EQ(span(), NumRange<double>(12.5, 17.5));
+    bar->setZoomed(false);
+
+    bar->set(5.0, 25.0, 5.0, 25.0);
+    vob->monitor->tell(EffectChangeCode::ParamValueChanged, effect->id());
+    EXPECT_EQ(span(), NumRange<double>(5.0, 25.0)) << "the owner's span stands";
+    addEffect(8, 8.0, 16.0);
+    vob->monitor->tell(EffectChangeCode::ParamSetChanged, IdStamp::wildcard());
+    EXPECT_EQ(span(), NumRange<double>(8.0, 20.0));
+    EXPECT_EQ(bar->getKeyframes().size(), 2U);
+
+    vob->monitor->effects.clear();
+    vob->setCurrentTime(30.0);
+    EXPECT_EQ(span(), NumRange<double>(8.0, 20.0)) << "there is a way back";
+    EXPECT_TRUE(bar->getKeyframes().empty());
+}
+
+TEST_F(FXTherms, DraggedEdgesOfTheWindowSetTheSignificantRegionAndTellTheOwner)
+{
+    bar->setAllowZoom(true);
+    vob->setCurrentTime(15.0);
+    press(249);
+    drag(199, kLeft);
+    release(199);
+    const auto region = vob->monitor->getSignificantRegionServer().get();
+    EXPECT_DOUBLE_EQ(region.start().normalised, 0.2);
+    EXPECT_DOUBLE_EQ(region.end().normalised, 0.8);
+    EXPECT_DOUBLE_EQ(window().end(), 18.0);
+    EXPECT_FALSE(panel->messages.empty());
+}
+
+TEST_F(FXTherms, TimesAreWholeFramesUpToTheEndOfTheEffects)
+{
+    bar->set(10.0, 30.0, 10.0, 30.0);
+    EXPECT_EQ(bar->constrainTime(25.0), 20.0);
+    EXPECT_EQ(bar->constrainTime(3.0), 10.0);
+    vob->setCurrentTime(31.0);
+    EXPECT_EQ(bar->getTime(eExact), 20.0);
+    vob->setCurrentTime(12.013);
+    EXPECT_DOUBLE_EQ(bar->getTime(eFrameAccurate), 12.0);
+    EXPECT_EQ(bar->getTime(eExact), 12.013);
+
+    vob->playing = true;
+    click(9); // 10.72 s
+    EXPECT_FALSE(vob->playing);
+    EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 10.72);
+    press(60);
+    drag(240, kLeft);
+    EXPECT_EQ(vob->getCurrentTime(), 20.0);
+    release(240);
+}
+
+TEST_F(FXTherms, AbsentEffectsWhileTheTimeIsDraggedLeaveTheBarUnderThePointer)
+{
+    press(230);
+    vob->monitor->effects[0].second = {40.0, 50.0};
+    drag(240, kLeft);
+    EXPECT_EQ(span(), NumRange<double>(10.0, 20.0));
+    EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 19.6);
+    release(240);
+    EXPECT_EQ(span(), NumRange<double>(40.0, 50.0));
+}
+
+TEST_F(FXTherms, TheLeftButtonSelectsAndOnlyBesideKeyframesSetsTheTime)
+{
+    addParam(*effect, L"Size", {12.0});
+    click(56);
+    EXPECT_EQ(selected(), 2) << "all at that time, from the farthest pixel that counts";
+    EXPECT_EQ(vob->getCurrentTime(), 10.0);
+    click(107);
+    EXPECT_EQ(selected(), 2);
+    EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 14.28);
+    click(100);
+    EXPECT_EQ(selected(), 3);
+    click(44);
+    EXPECT_EQ(selected(), 1) << "the two are deselected again";
+    click(200, kLeft, Event::kCtrl);
+    EXPECT_EQ(selected(), 1) << "that one alone";
+    click(150, kLeft, Event::kCtrl);
+    EXPECT_EQ(selected(), 0);
+    EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 14.28);
+    canvas.inject(Event::mouseDoubleClick({198, 9}));
+    release(198);
+    EXPECT_EQ(vob->getCurrentTime(), 18.0);
+}
+
+TEST_F(FXTherms, TheRightButtonDragsALoneKeyframeAndLetsGoOfIt)
+{
+    press(103, kRight);
+    EXPECT_EQ(bar->dragState(), 0x40U);
+    EXPECT_EQ(selected(), 1);
+    drag(110);
+    EXPECT_EQ(frames(*amount), (std::vector<int>{300, 360, 450}));
+    drag(110);
+    drag(120);
+    EXPECT_EQ(frames(*amount), (std::vector<int>{300, 370, 450}));
+    EXPECT_EQ(vob->monitor->backups, 2) << "one for each move";
+    EXPECT_EQ(vob->monitor->lastModification.type, EffectModification::Type::KeyframesMoved);
+    EXPECT_EQ(vob->monitor->lastModification.effect, IdStamp::wildcard());
+    drag(220);
+    drag(240);
+    drag(190);
+    EXPECT_EQ(frames(*amount)[1], 440) << "the way back over what was refused counts";
+    release(190, kLeft);
+    EXPECT_EQ(bar->dragState(), 0x40U) << "not the button that holds it";
+    release(190, kRight);
+    EXPECT_EQ(bar->dragState(), 0U);
+    EXPECT_EQ(vob->monitor->backupsEnded, 1);
+    EXPECT_EQ(selected(), 0);
+    EXPECT_EQ(vob->getCurrentTime(), 10.0);
+    EXPECT_FALSE(panel->isMenuOpen());
+}
+
+TEST_F(FXTherms, WhatTheUserHasSelectedStaysSelectedAfterADrag)
+{
+    click(50);
+    press(50, kRight);
+    drag(60);
+    release(60, kRight);
+    EXPECT_EQ(selected(), 1);
+    press(100, kRight);
+    drag(105);
+    EXPECT_EQ(frames(*amount), (std::vector<int>{315, 355, 450})) << "both go";
+    release(105, kRight);
+    EXPECT_EQ(selected(), 2);
+}
+
+TEST_F(FXTherms, EscapeInADragTakesBackTheMoveAndTheSelection)
+{
+    click(50);
+    press(100, kRight);
+    drag(120);
+    EXPECT_TRUE(key(Key::Escape));
+    EXPECT_EQ(frames(*amount), (std::vector<int>{300, 350, 450}));
+    EXPECT_EQ(vob->monitor->backupsRestored, 1);
+    EXPECT_EQ(selected(), 1);
+    EXPECT_EQ(bar->dragState(), 0U);
+    drag(140);
+    release(140, kRight);
+    EXPECT_EQ(frames(*amount)[1], 350);
+}
+
+TEST_F(FXTherms, NothingIsEditedOnceTheEditIsReadOnly)
+{
+    press(100, kRight);
+    drag(110);
+    vob->edit->readOnly = true;
+    drag(120);
+    key(Key::Escape);
+    EXPECT_EQ(frames(*amount)[1], 360);
+    EXPECT_EQ(vob->monitor->backups, 1);
+    EXPECT_EQ(vob->monitor->backupsRestored, 0);
+    click(50);
+    bar->takeFocus();
+    key(Key::Right, Event::kAlt);
+    key(Key::Delete);
+    EXPECT_EQ(frames(*amount), (std::vector<int>{300, 360, 450}));
+}
+
+TEST_F(FXTherms, KeysWalkSelectMoveAndRemove)
+{
+    ASSERT_TRUE(bar->takeFocus());
+    vob->playing = true;
+    key(Key::Right, Event::kCtrl);
+    EXPECT_FALSE(vob->playing);
+    EXPECT_EQ(vob->getCurrentTime(), 12.0);
+    key(Key::Space);
+    EXPECT_EQ(selected(), 1);
+    key(Key::Right, Event::kAlt);
+    key(Key::Right, Event::kAlt);
+    key(Key::Left, Event::kAlt);
+    EXPECT_EQ(frames(*amount), (std::vector<int>{301, 350, 450}));
+    EXPECT_EQ(vob->monitor->backupsEnded, 3) << "a step each";
+    EXPECT_EQ(vob->getCurrentTime(), 12.0);
+    key(Key::Right);
+    EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 12.04);
+    key(Key::Left, Event::kCtrl);
+    EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 12.04) << "there is none before";
+    key(Key::Delete);
+    EXPECT_EQ(frames(*amount), (std::vector<int>{350, 450}));
+    EXPECT_EQ(vob->edit->steps, 1);
+    canvas.inject(Event::character(L'a', Event::kCtrl));
+    EXPECT_EQ(selected(), 2);
+    key(Key::Escape);
+    EXPECT_EQ(selected(), 0);
+    key(Key::End);
+    EXPECT_EQ(vob->getCurrentTime(), 20.0);
+
+    EXPECT_TRUE(panel->keys.empty());
+    key(Key::Delete);
+    EXPECT_TRUE(panel->keys.empty()) << "nothing else is to be removed by it";
+    key(Key::Escape);
+    key(Key::Space);
+    EXPECT_EQ(panel->keys, (std::vector<Key>{Key::Escape, Key::Space})) << "of no use here";
+}
+
+TEST_F(FXTherms, TheMenuSelectsAndRemoves)
+{
+    click(150, kRight);
+    ASSERT_TRUE(bar->isMenuOpen());
+    const auto choose = [this](std::size_t index) { bar->userChooseMenuItem(bar->menu().items()[index]); };
+    EXPECT_FALSE(bar->menu().items()[2].enabled);
+    choose(0);
+    EXPECT_EQ(selected(), 3);
+    click(150, kRight);
+    choose(2);
+    EXPECT_EQ(amount->functionType(), EffectValParamFnType::Constant);
+    EXPECT_EQ(vob->edit->steps, 1);
+}
+
+TEST_F(FXTherms, EveryPixelWithKeyframesHasOneMark)
+{
+    addParam(*effect, L"Size", {12.0, 20.0});
+    click(100);
+    RecordingRenderer renderer;
+    bar->draw(renderer);
+    std::vector<int> plain;
+    std::vector<int> selectedOnes;
+    // The middle row of a diamond's fill is its widest one.
+    const double widest = 2.0 * UifStd::getWidgetGap() - 1.0;
+    for (const Primitive& p : renderer.ofKind(Primitive::Kind::Rect)) {
+        if (p.box.width() == widest && p.colour == Colour{0.4, 0.1, 0.4})
+            plain.push_back(static_cast<int>(p.box.left + widest / 2));
+        else if (p.box.width() == widest && p.colour == Colour{1.0, 1.0, 0.0})
+            selectedOnes.push_back(static_cast<int>(p.box.left + widest / 2));
+    }
+    EXPECT_EQ(plain, (std::vector<int>{50, 200, 250}));
+    EXPECT_EQ(selectedOnes, (std::vector<int>{100}));
+    EXPECT_EQ(renderer.depth(), 0U);
+}
+
+TEST_F(FXTherms, ItTellsWhatIsAtTheTimeAndAtThePointer)
+{
+    EXPECT_EQ(bar->valueText(), L"00:00:10:00");
+    vob->setCurrentTime(14.0);
+    EXPECT_EQ(bar->valueText(), L"Amount, 00:00:14:00, 0.25, keyframe 2 of 3");
+    click(198);
+    EXPECT_EQ(bar->tooltip(), UIString(L"Amount, 00:00:18:00, 0.25, keyframe 3 of 3, selected"));
+    for (const wchar_t* const name : {L"A", L"B", L"C", L"D"})
+        addParam(*effect, name, {14.0});
+    const WString text = bar->valueText();
+    EXPECT_TRUE(text.view().ends_with(L"\nand 1 more")) << toUTF8(text).c_str();
+    canvas.inject(Event::mouseMove({150, 9}));
+    EXPECT_TRUE(bar->tooltip().empty());
+}
+
+/** What may happen during a drag of keyframes. */
+class MishapsInADrag : public FXTherms, public testing::WithParamInterface<void (*)(MishapsInADrag&)>
+{
+public:
+    static void effectsGone(MishapsInADrag& scene)
+    {
+        scene.vob->monitor->effects.clear();
+        scene.vob->monitor->tell(EffectChangeCode::ParamSetRestored, IdStamp::wildcard(),
+                                 EffectChangeDescription::kWholesaleRefresh);
+    }
+
+    static void keyframesGone(MishapsInADrag& scene)
+    {
+        scene.amount->graph()->removeAllKeyframes();
+        scene.vob->monitor->tell(EffectChangeCode::KeyframesChanged, scene.effect->id());
+    }
+
+    static void noWidth(MishapsInADrag& scene) { scene.bar->resize(0.0, 18.0); }
+
+    static void noSpan(MishapsInADrag& scene) { scene.bar->set(5.0, 5.0, 5.0, 5.0); }
+
+    static void noTrack(MishapsInADrag& scene) { scene.bar->setTrackID({}); }
+
+    static void disabled(MishapsInADrag& scene) { scene.bar->setEnabled(false); }
+
+    static void closed(MishapsInADrag& scene) { scene.panel->close(); }
+
+    static void editClosed(MishapsInADrag& scene) { scene.vob->monitor.reset(); }
+
+    static void viewerGone(MishapsInADrag& scene) { scene.vob.reset(); }
+
+    static void barGone(MishapsInADrag& scene) { scene.panel->destroyWidget(*scene.bar); }
+
+    static void panelGone(MishapsInADrag& scene) { scene.panel.reset(); }
+};
+
+TEST_P(MishapsInADrag, EndInNothingWorse)
+{
+    press(100, kRight);
+    drag(110);
+    GetParam()(*this);
+    drag(130);
+    drag(140);
+    RecordingRenderer renderer;
+    canvas.draw(renderer);
+    key(Key::Escape);
+    release(140, kRight);
+    press(100, kRight);
+    drag(110);
+    release(110, kRight);
+    click(30);
+    EXPECT_EQ(renderer.depth(), 0U);
+}
+
+using M = MishapsInADrag;
+INSTANTIATE_TEST_SUITE_P(, MishapsInADrag,
+                         testing::Values(&M::effectsGone, &M::keyframesGone, &M::noWidth, &M::noSpan, &M::noTrack,
+                                         &M::disabled, &M::closed, &M::editClosed, &M::viewerGone, &M::barGone,
+                                         &M::panelGone));
+
+} // namespace
+} // namespace oribund::test
