@@ -2,14 +2,11 @@
 
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/canvas/CanvasRenderer.h"
-#include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/Event.h"
 #include "oribund/host/toolkit/EventRouter.h"
 #include "oribund/host/toolkit/GlobPeer.h"
 #include "oribund/host/toolkit/Skin.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace oribund
@@ -18,23 +15,16 @@ namespace oribund
 namespace
 {
 
-constexpr int kLargestSize = 65535;
-
 /** Changes that are seen on the screen. */
 constexpr unsigned kSeen = PeerChange::kAll & ~(PeerChange::kTooltip | PeerChange::kCursor);
-
-int toPixels(double length)
-{
-    return std::isfinite(length) ? static_cast<int>(std::lround(std::clamp(length, 0.0, double(kLargestSize)))) : 0;
-}
 
 } // namespace
 
 Glob::Glob(const GlobCreationInfo& info)
-    : id_(info.id)
+    : GlobLook(info.palette)
+    , id_(info.id)
     , canvas_(info.canvas)
     , size_{info.width, info.height}
-    , palette_(info.palette)
 {
 }
 
@@ -180,76 +170,6 @@ void Glob::forgetCanvas()
         child->forgetCanvas();
 }
 
-// Geometry
-
-void Glob::setPosition(const XY<int>& position)
-{
-    if (position == position_)
-        return;
-    invalidateBox();
-    position_ = position;
-    changed(PeerChange::kGeometry);
-}
-
-void Glob::resize(double width, double height)
-{
-    const XY<int> old = size_;
-    if (applySize(width, height))
-        tellParentOfResize(old);
-}
-
-bool Glob::applySize(double width, double height)
-{
-    const XY<int> taken{std::max(toPixels(width), minSize_.x), std::max(toPixels(height), minSize_.y)};
-    if (taken == size_)
-        return false;
-    invalidateBox();
-    size_ = taken;
-    changed(PeerChange::kGeometry | PeerChange::kContents);
-    return true;
-}
-
-void Glob::tellParentOfResize(const XY<int>& oldSize)
-{
-    if (parent_)
-        parent_->handleChildResize(this, oldSize);
-}
-
-XY<int> Glob::toCanvas(const XY<int>& local) const
-{
-    XY<int> p = local;
-    for (const Glob* glob = this; glob; glob = glob->parent_)
-        p += glob->position_;
-    return p;
-}
-
-XY<int> Glob::fromCanvas(const XY<int>& onCanvas) const
-{
-    return onCanvas - toCanvas({});
-}
-
-bool Glob::hitTest(const XY<int>& local) const
-{
-    return localBox().contains(local);
-}
-
-Glob* Glob::globAt(const XY<int>& local)
-{
-    if (!isVisible() || !hitTest(local))
-        return nullptr;
-    for (auto child = children_.rbegin(); child != children_.rend(); ++child) {
-        if (Glob* found = (*child)->globAt(local - (*child)->position_))
-            return found;
-    }
-    return this;
-}
-
-void Glob::invalidateBox()
-{
-    if (Canvas* where = canvas(); where && isShown())
-        where->invalidate(Kt::Box<int>::fromSize(toCanvas({}), size_));
-}
-
 // State
 
 void Glob::setVisible(bool visible, eRedrawFlag redrawFlag)
@@ -332,178 +252,20 @@ bool Glob::canInteract() const
     return true;
 }
 
-void Glob::releaseInput()
-{
-    if (EventRouter* router = EventRouter::find(canvas()))
-        router->release(*this);
-}
-
 void Glob::setPalette(const Palette& palette, eRedrawFlag redrawFlag)
 {
     RedrawHold hold;
-    if (palette != palette_) {
-        palette_ = palette;
-        changed(PeerChange::kPalette | PeerChange::kContents, redrawFlag);
-    }
+    applyPalette(palette, redrawFlag);
     forEachChild([&](Glob& child) { child.setPalette(palette, redrawFlag); });
-}
-
-Glib::FontDesc Glob::font() const
-{
-    Glib::FontDesc complete = font_;
-    if (complete.size <= 0)
-        complete.size = UifStd::getDefaultFontSize();
-    return complete;
-}
-
-void Glob::setFont(const Glib::FontDesc& font)
-{
-    if (font == font_)
-        return;
-    font_ = font;
-    changed(PeerChange::kFont | PeerChange::kContents);
 }
 
 void Glob::setFontSize(int size)
 {
     RedrawHold hold;
-    Glib::FontDesc resized = font_;
+    Glib::FontDesc resized = font();
     resized.size = size;
     setFont(resized);
     forEachChild([size](Glob& child) { child.setFontSize(size); });
-}
-
-void Glob::setTooltip(const UIString& tooltip)
-{
-    if (tooltip == tooltip_)
-        return;
-    tooltip_ = tooltip;
-    changed(PeerChange::kTooltip);
-}
-
-void Glob::setAccessibleName(const UIString& name)
-{
-    if (name == accessibleName_)
-        return;
-    accessibleName_ = name;
-    changed(PeerChange::kTooltip);
-}
-
-void Glob::setCursor(MouseCursor cursor)
-{
-    if (cursor == cursor_)
-        return;
-    cursor_ = cursor;
-    changed(PeerChange::kCursor);
-}
-
-MouseCursor Glob::contextCursor(const XY<int>&) const
-{
-    return cursor_;
-}
-
-MouseCursor Glob::cursorAt(const XY<int>& local) const
-{
-    XY<int> p = local;
-    for (const Glob* glob = this; glob; p += glob->position_, glob = glob->parent_) {
-        if (const MouseCursor cursor = glob->contextCursor(p); cursor != MouseCursor::Inherit)
-            return cursor;
-    }
-    return MouseCursor::Arrow;
-}
-
-// Focus
-
-bool Glob::focusOnPress(const XY<int>&) const
-{
-    return true;
-}
-
-bool Glob::hasFocus() const
-{
-    const Canvas* where = canvas();
-    return where && where->focusOwner() == this;
-}
-
-bool Glob::takeFocus()
-{
-    if (!canTakeFocus())
-        return false;
-    GlobRef<Glob> self(this);
-    EventRouter::of(*canvas()).setFocus(this);
-    return self && hasFocus();
-}
-
-void Glob::dropFocus()
-{
-    if (hasFocus())
-        EventRouter::of(*canvas()).setFocus(nullptr);
-}
-
-void Glob::userFocus(bool gained)
-{
-    if (gained)
-        takeFocus();
-    else
-        dropFocus();
-}
-
-// Events
-
-bool Glob::react(const Event& event)
-{
-    if (event.isMouse())
-        return handleMouseEvent(event);
-    if (event.isKey())
-        return handleKeyEvent(event);
-    switch (event.code) {
-    case EventCode::FocusIn:
-    case EventCode::FocusOut:
-        handleFocusEvent(event.code == EventCode::FocusIn);
-        return true;
-    case EventCode::Message:
-        return handleMessageEvent(event.message, event.sender);
-    default:
-        return false;
-    }
-}
-
-bool Glob::userEvent(const Event& event)
-{
-    EventRouter* router = isShown() ? EventRouter::find(canvas()) : nullptr;
-    return router && router->route(*this, event);
-}
-
-bool Glob::sendMsg(const String& message)
-{
-    Event event = Event::messageFrom(this, message);
-    const GlobRef<Glob> self(this);
-    GlobRef<Glob> receiver(this);
-    while (receiver) {
-        event.sender = self.get(); // a receiver may have destroyed it
-        const GlobRef<Glob> next(receiver->parent_);
-        if (receiver->react(event))
-            return true;
-        receiver = next;
-    }
-    return false;
-}
-
-bool Glob::handleMouseEvent(const Event&)
-{
-    return false;
-}
-
-bool Glob::handleKeyEvent(const Event&)
-{
-    return false;
-}
-
-void Glob::handleFocusEvent(bool) {}
-
-bool Glob::handleMessageEvent(const String&, Glob*)
-{
-    return false;
 }
 
 void Glob::handleChildResize(const Glob*, const XY<int>&) {}
@@ -530,13 +292,6 @@ void Glob::drawTree(CanvasRenderer& renderer)
 void Glob::redraw()
 {
     changed(PeerChange::kContents);
-}
-
-void Glob::changed(unsigned changes, eRedrawFlag redrawFlag)
-{
-    deferredChanges_ |= changes;
-    if (redrawFlag == eRedrawFlag::Yes)
-        requestRedraw(std::exchange(deferredChanges_, 0u));
 }
 
 void Glob::performRedraw(unsigned changes)

@@ -3,14 +3,10 @@
 #include "oribund/host/base/Box.h"
 #include "oribund/host/base/Export.h"
 #include "oribund/host/base/LightweightString.h"
-#include "oribund/host/base/UIString.h"
 #include "oribund/host/base/XY.h"
-#include "oribund/host/canvas/FontDesc.h"
-#include "oribund/host/canvas/Palette.h"
-#include "oribund/host/toolkit/Drawable.h"
 #include "oribund/host/toolkit/GlobCreationInfo.h"
+#include "oribund/host/toolkit/GlobLook.h"
 #include "oribund/host/toolkit/GlobRef.h"
-#include "oribund/host/toolkit/MouseCursor.h"
 #include "oribund/host/toolkit/WidgetPosition.h"
 #include "oribund/host/toolkit/eRedrawFlag.h"
 
@@ -34,7 +30,7 @@ class Skin;
  * a GlobRef that it is still there. Coordinates are logical pixels, top-down, those of a child from the top left
  * corner of its parent. User-interface thread only.
  */
-class ORIBUND_API Glob : public Drawable
+class ORIBUND_API Glob : public GlobLook
 {
 public:
     using InitArgs = GlobCreationInfo;
@@ -141,34 +137,13 @@ public:
     /** Visible, enabled and active, and so all its ancestors. */
     bool canInteract() const;
 
-    const Palette& getPalette() const { return palette_; }
-
     /** Passed on to all that is inside. */
     virtual void setPalette(const Palette& palette, eRedrawFlag redrawFlag = eRedrawFlag::Yes);
-
-    /** With its size filled in. */
-    Glib::FontDesc font() const;
-
-    void setFont(const Glib::FontDesc& font);
 
     /** Passed on to all that is inside. 0 is the standard size. */
     virtual void setFontSize(int size);
 
-    void setTooltip(const UIString& tooltip);
-
-    virtual UIString tooltip() const { return tooltip_; }
-
-    /** What a screen reader calls it; without one the widget's own text. */
-    void setAccessibleName(const UIString& name);
-
-    virtual UIString accessibleName() const { return accessibleName_; }
-
-    void setCursor(MouseCursor cursor);
-
-    /** The pointer's shape at a point. Virtual for globs that show several; Inherit asks the parent. */
-    virtual MouseCursor contextCursor(const XY<int>& local) const;
-
-    /** The same with Inherit resolved. */
+    /** The pointer's shape at a point, with Inherit resolved. */
     MouseCursor cursorAt(const XY<int>& local) const;
 
     // Focus
@@ -243,9 +218,6 @@ protected:
     /** A child was taken out. It may be half destroyed: `child` serves to compare. */
     virtual void handleChildRemoved(const Glob* child);
 
-    /** Tells screen and peer what has changed (bits of PeerChange); with No it waits for the next change with Yes. */
-    void changed(unsigned changes, eRedrawFlag redrawFlag = eRedrawFlag::Yes);
-
     /** Stores a size, as resize() takes it, without telling the parent; true when it differs from the present one. */
     bool applySize(double width, double height);
 
@@ -290,12 +262,6 @@ private:
     XY<int> position_;
     XY<int> size_;
     XY<int> minSize_;
-    Palette palette_;
-    Glib::FontDesc font_;
-    UIString tooltip_;
-    UIString accessibleName_;
-    MouseCursor cursor_ = MouseCursor::Inherit;
-    unsigned deferredChanges_ = 0;
     unsigned repaints_ = 0;
     bool visible_ = true;
     bool folded_ = false;
