@@ -21,6 +21,9 @@ struct ORIBUND_API ParamChangeFilter {
 
     /** The change concerns the effect, and is of a kind that may alter what a control shows. */
     static bool concerns(const EffectChangeDescription& change, const IdStamp& effectId);
+
+    /** No more than the current time has moved. */
+    static bool isTimeMove(const EffectChangeDescription& change);
 };
 
 /**
@@ -72,6 +75,9 @@ protected:
             refresh();
             return;
         }
+        // While the edit is played every control hears of every frame, and most parameters are not animated.
+        if (ParamChangeFilter::isTimeMove(change) && isConstant())
+            return;
         const Kt::Ptr<EffectInstance> effect = getEffectPtr();
         if (ParamChangeFilter::isWholesale(change) || (effect && ParamChangeFilter::concerns(change, effect->id())))
             refresh();
@@ -79,6 +85,11 @@ protected:
 
 private:
     void bind() { observer_.registerWith(getParam()); }
+
+    bool isConstant() const
+    {
+        return observer_.param() && observer_.param()->functionType() == EffectValParamFnType::Constant;
+    }
 
     void handleParamChange() override { refresh(); }
 

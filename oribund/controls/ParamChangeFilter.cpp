@@ -40,4 +40,10 @@ bool ParamChangeFilter::concerns(const EffectChangeDescription& change, const Id
     return code <= kLastRefreshingCode && (kRefreshingCodes & (1u << code)) != 0;
 }
 
+bool ParamChangeFilter::isTimeMove(const EffectChangeDescription& change)
+{
+    return change.code == EffectChangeCode::CurrentTimeMoved && !isWholesale(change) &&
+           (change.flags & EffectChangeDescription::kTimeOnly) != 0;
+}
+
 } // namespace oribund
