@@ -7,9 +7,14 @@
 namespace oribund
 {
 
+inline constexpr double kFullTurn = 360.0;
+
 /**
  * Shows the part of an angle that lies within a turn, with the angle's sign, and replaces only that part: an animated
  * rotation of several turns survives an edit of its direction. Of 725 degrees it shows 5; entering 90 writes 810.
+ *
+ * The whole turns are those at the start of a series of edits: one that goes below zero and on does not lose a turn
+ * with every step.
  */
 template <class T>
 class ORIBUND_API DegreesParamAdaptorBase : public EffectValParamAdaptor<T, EffectValParamAccessor<Angle>>
@@ -34,12 +39,19 @@ public:
         const std::optional<double> entered = reinterpretValType<double>(value);
         if (!angle || !entered)
             return false;
-        const double wholeTurns = angle->degrees - std::fmod(angle->degrees, kFullTurn);
-        return this->write(Angle{wholeTurns + std::fmod(*entered, kFullTurn)}, kind);
+        if (kind != ChangeKind::Continuation || !wholeTurns_)
+            wholeTurns_ = angle->degrees - std::fmod(angle->degrees, kFullTurn);
+        return this->write(Angle{*wholeTurns_ + std::fmod(*entered, kFullTurn)}, kind);
+    }
+
+    void handleSeriesEnd() override
+    {
+        wholeTurns_.reset();
+        Base::handleSeriesEnd();
     }
 
 private:
-    static constexpr double kFullTurn = 360.0;
+    std::optional<double> wholeTurns_; ///< in degrees, during a series
 };
 
 /** For widgets of numbers and of text. */
