@@ -1,10 +1,13 @@
 #include "oribund/controls/KeyframeCommands.h"
 
 #include "oribund/controls/ControlTexts.h"
+#include "oribund/host/base/Numeric.h"
 #include "oribund/host/edit/CompoundEffectMonitor.h"
 #include "oribund/host/edit/Vob.h"
 #include "oribund/host/effects/EffectInstance.h"
 #include "oribund/host/toolkit/Drawable.h"
+
+#include <algorithm>
 
 namespace oribund
 {
@@ -74,53 +77,67 @@ int KeyframeCommands::countSelected() const
     return effects ? effects->getNumKeyframesSelected(IdStamp::wildcard(), {}) : 0;
 }
 
-void KeyframeCommands::editAtCurrentTime(EditAt edit, const UIString& title) const
+bool KeyframeCommands::isWithinEffects() const
+{
+    CompoundEffectMonitor* const effects = monitor();
+    if (!effects)
+        return false;
+    const double now = vob_->getCurrentTime();
+    const auto working = effects->getEffects(track_);
+    return std::any_of(working.begin(), working.end(), [&](const auto& effect) {
+        const NumRange<double> region = effects->getEditRegion(effect->id());
+        return now >= region.start() - kValueTolerance && now <= region.end() + kValueTolerance;
+    });
+}
+
+bool KeyframeCommands::editAtCurrentTime(EditAt edit, const UIString& title) const
 {
     if (!canEdit())
-        return;
+        return false;
     const RedrawHold hold;
     const EditModifier modifier(vob_->getEdit(), title);
+    bool changed = false;
     for (const auto& effect : monitor()->getEffects(track_)) {
         // Asked for anew each time, as in select().
         if (CompoundEffectMonitor* const effects = monitor())
-            (effects->*edit)(track_, effect->id(), effects->getCurrentFXTime(effect));
+            changed = (effects->*edit)(track_, effect->id(), effects->getCurrentFXTime(effect)) || changed;
     }
+    return changed;
 }
 
-void KeyframeCommands::addAtCurrentTime() const
+bool KeyframeCommands::addAtCurrentTime() const
 {
-    editAtCurrentTime(&CompoundEffectKeyframes::addKeyframesAt, controlText(ControlText::AddStep));
+    return editAtCurrentTime(&CompoundEffectKeyframes::addKeyframesAt, controlText(ControlText::AddStep));
 }
 
-void KeyframeCommands::removeAtCurrentTime() const
+bool KeyframeCommands::removeAtCurrentTime() const
 {
-    editAtCurrentTime(&CompoundEffectKeyframes::removeKeyframesAt, controlText(ControlText::RemoveStep));
+    return editAtCurrentTime(&CompoundEffectKeyframes::removeKeyframesAt, controlText(ControlText::RemoveStep));
 }
 
-void KeyframeCommands::removeSelected() const
+bool KeyframeCommands::removeSelected() const
 {
     const RedrawHold hold;
-    if (canEdit())
-        monitor()->removeSelectedKeyframes(IdStamp::wildcard(), {});
+    return canEdit() && monitor()->removeSelectedKeyframes(IdStamp::wildcard(), {});
 }
 
-void KeyframeCommands::moveSelected(int frames) const
+bool KeyframeCommands::moveSelected(int frames) const
 {
     if (!canEdit() || countSelectedOnTrack() == 0)
-        return;
+        return false;
     const RedrawHold hold;
-    trimSelected(frames * vob_->getEdit()->getCelResolution());
+    const bool moved = trimSelected(frames * vob_->getEdit()->getCelResolution());
     if (CompoundEffectMonitor* const effects = monitor())
         effects->endTrim();
+    return moved;
 }
 
-void KeyframeCommands::trimSelected(double delta) const
+bool KeyframeCommands::trimSelected(double delta) const
 {
     const RedrawHold hold;
     if (canEdit())
         monitor()->makeBackup(BackupKind::Undo, EffectModification());
-    if (canEdit())
-        monitor()->trimSelectedKeyframes(track_, delta);
+    return canEdit() && monitor()->trimSelectedKeyframes(track_, delta);
 }
 
 } // namespace oribund

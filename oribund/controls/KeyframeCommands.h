@@ -17,8 +17,8 @@ struct FXTime;
 
 /**
  * What the user does with the keyframes of a track, from whatever control. Made for one command: it outlives
- * the control that asked, if the command destroys that. Edits do nothing where they are not allowed, and are one undo
- * step each. User-interface thread only.
+ * the control that asked, if the command destroys that. Edits are one undo step each; they return whether anything has
+ * changed, and do nothing where they are not allowed. User-interface thread only.
  */
 class ORIBUND_API KeyframeCommands
 {
@@ -55,22 +55,25 @@ public:
     int countSelectedOnTrack() const;
     int countSelected() const;
 
-    /** One for every animated parameter. */
-    void addAtCurrentTime() const;
-    void removeAtCurrentTime() const;
+    /** Whether the current time is within one of the track's effects at least. */
+    bool isWithinEffects() const;
 
-    void removeSelected() const;
+    /** One for every animated parameter. */
+    bool addAtCurrentTime() const;
+    bool removeAtCurrentTime() const;
+
+    bool removeSelected() const;
 
     /** By whole frames. */
-    void moveSelected(int frames) const;
+    bool moveSelected(int frames) const;
 
     /** By a time, as a part of a gesture that the monitor's endTrim() ends. */
-    void trimSelected(double delta) const;
+    bool trimSelected(double delta) const;
 
 private:
     using EditAt = bool (CompoundEffectKeyframes::*)(const IdStamp& track, const IdStamp& effect, FXTime time);
 
-    void editAtCurrentTime(EditAt edit, const UIString& title) const;
+    bool editAtCurrentTime(EditAt edit, const UIString& title) const;
 
     Vob* vob_;
     IdStamp track_;
