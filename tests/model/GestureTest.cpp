@@ -116,6 +116,38 @@ TEST_F(Gesture, CancellingRestoresWhatWasThere)
     EXPECT_EQ(edit->snapshot(), before);
 }
 
+TEST_F(Gesture, ASeriesCanBeTakenBackWhileItIsTheLastThingDone)
+{
+    oribund::iParamJournal& journal = *level->journal();
+    const auto drag = [&] {
+        dragLevel({60, 70});
+        journal.endSeries();
+    };
+    const auto before = edit->snapshot();
+    dragLevel({60, 70});
+    EXPECT_FALSE(journal.takeBackSeries()) << "it is still open";
+    journal.endSeries();
+    EXPECT_EQ(added(), 1u);
+    EXPECT_TRUE(journal.takeBackSeries());
+    EXPECT_EQ(edit->snapshot(), before);
+    EXPECT_EQ(added(), 0u);
+    EXPECT_FALSE(undo().canRedo());
+    EXPECT_FALSE(journal.takeBackSeries());
+
+    drag();
+    undo().undo();
+    EXPECT_FALSE(journal.takeBackSeries());
+    EXPECT_TRUE(undo().canRedo());
+    drag();
+    editor.moveSegment(clip, kVideo, 50);
+    EXPECT_FALSE(journal.takeBackSeries());
+    EXPECT_EQ(added(), 2u);
+    dragLevel({80});
+    undo().setClean();
+    EXPECT_FALSE(journal.takeBackSeries()) << "the file has it";
+    EXPECT_EQ(added(), 3u);
+}
+
 TEST_F(Gesture, UndoDuringADragTakesTheDragBack)
 {
     dragLevel({60, 70});
