@@ -1,11 +1,14 @@
 #include "workbench/app/EffectsPanelPane.h"
 
+#include "oribund/controls/CompoundEffectKeyframeButtons.h"
+#include "workbench/app/EffectTimePanel.h"
 #include "workbench/app/Say.h"
 #include "workbench/model/Ids.h"
 #include "workbench/skin/PanelView.h"
 
 #include <QLabel>
 #include <QScrollBar>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <utility>
@@ -18,7 +21,9 @@ using oribund::EditModification;
 EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
     : QStackedWidget(parent)
     , workspace_(workspace)
+    , timeView_(new PanelView)
     , view_(new PanelView)
+    , panels_(new QWidget)
     , hint_(new QLabel)
     , replaced_(this, &EffectsPanelPane::handleReplaced)
     , selection_(this, &EffectsPanelPane::handleSelection)
@@ -31,7 +36,8 @@ EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
     hint_->setMargin(16);
     hint_->setEnabled(false);
     addWidget(hint_);
-    addWidget(view_);
+    buildPanels();
+    addWidget(panels_);
     refreshTimer_.setSingleShot(true);
     QObject::connect(&refreshTimer_, &QTimer::timeout, this, [this] { refresh(); });
     replaced_.attach(workspace_.replaced());
@@ -42,7 +48,26 @@ EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
 
 EffectsPanelPane::~EffectsPanelPane()
 {
-    view_->setPanel(nullptr); // before the effects that it shows
+    // Before the effects that they show.
+    view_->setPanel(nullptr);
+    timeView_->setPanel(nullptr);
+}
+
+void EffectsPanelPane::buildPanels()
+{
+    auto time =
+        std::make_unique<EffectTimePanel>(EffectTimePanel::InitArgs(1, 0, &timeView_->canvas()), workspace_.vob());
+    timePanel_ = time.get();
+    timeView_->setPanel(std::move(time));
+    // It stays where it is while the panels below are scrolled.
+    timeView_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    timeView_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    timeView_->setFixedHeight(timePanel_->getHeight());
+    auto* const column = new QVBoxLayout(panels_);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(timeView_);
+    column->addWidget(view_, 1);
 }
 
 void EffectsPanelPane::bind()
@@ -61,6 +86,7 @@ int EffectsPanelPane::handleReplaced(const EditReplaced&)
 {
     view_->setPanel(nullptr); // it shows the effects of an edit that is about to go
     shown_.clear();
+    timePanel_->setTrack({}); // that of the new edit may have the same id
     bind();
     return 0;
 }
@@ -102,11 +128,19 @@ void EffectsPanelPane::refresh()
     const Segment* const segment = workspace_.targetSegment();
     const EffectStack::Effects effects = segment ? segment->effects : EffectStack::Effects();
     hint_->setText(hint());
-    setCurrentWidget(effects.empty() ? static_cast<QWidget*>(hint_) : view_);
+    setCurrentWidget(effects.empty() ? static_cast<QWidget*>(hint_) : panels_);
+    showTime(segment);
     if (effects == shown_)
         return;
     shown_ = effects;
     showPanels(effects);
+}
+
+void EffectsPanelPane::showTime(const Segment* segment)
+{
+    const oribund::IdStamp track = segment ? stampOf(segment->track) : oribund::IdStamp();
+    if (track != timePanel_->buttons().getTrackID())
+        timePanel_->setTrack(track);
 }
 
 void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)

@@ -12,9 +12,10 @@ class QLabel;
 namespace workbench
 {
 
+class EffectTimePanel;
 class PanelView;
 
-/** The panels of the effects on the selected segment. */
+/** The panels of the effects on the selected segment, below the buttons and the time bar for their keyframes. */
 class EffectsPanelPane final : public QStackedWidget
 {
 public:
@@ -23,6 +24,9 @@ public:
     ~EffectsPanelPane() override;
 
     PanelView& view() { return *view_; }
+
+    /** Buttons and time bar. */
+    EffectTimePanel& timePanel() { return *timePanel_; }
 
     /** Brings the panels in step now, where it otherwise happens in the next turn of the event loop. */
     void refresh();
@@ -34,13 +38,18 @@ private:
     int handleSelection(const oribund::ValServerEvent<ObjectId>& event);
     int handleTime(const oribund::ValServerEvent<double>& event);
     int handleModification(const oribund::EditModification& modification);
+    void buildPanels();
     void bind();
     void refreshSoon();
+    void showTime(const Segment* segment);
     void showPanels(const EffectStack::Effects& effects);
     QString hint() const;
 
     Workspace& workspace_;
+    PanelView* timeView_;
     PanelView* view_;
+    EffectTimePanel* timePanel_;
+    QWidget* panels_; ///< both views
     QLabel* hint_;
     QTimer refreshTimer_;
     EffectStack::Effects shown_;

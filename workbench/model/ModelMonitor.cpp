@@ -28,10 +28,18 @@ ModelMonitor::~ModelMonitor()
     ModelMonitor::endBackups();
 }
 
+const Segment* ModelMonitor::shownSegment(const IdStamp& track) const
+{
+    const Segment* const selected = edit_.timeline().findSegment(vob_.selectedSegment());
+    if (selected && selected->track == objectOf(track))
+        return selected;
+    return edit_.timeline().segmentAt(objectOf(track), vob_.currentFrame());
+}
+
 std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> ModelMonitor::getEffects(const IdStamp& track) const
 {
     std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> effects;
-    if (const Segment* segment = edit_.timeline().segmentAt(objectOf(track), vob_.currentFrame()))
+    if (const Segment* segment = shownSegment(track))
         effects.assign(segment->effects.begin(), segment->effects.end());
     return effects;
 }

@@ -9,7 +9,10 @@ namespace workbench
 
 class ModelVob;
 
-/** The effects of an edit as a viewer's panels see them: those of the segment under the current time on each track. */
+/**
+ * The effects of an edit as a viewer's panels see them: on the track of the selected segment those of that segment,
+ * wherever the current time is, on other tracks those of the segment under the current time.
+ */
 class ModelMonitor : public oribund::CompoundEffectMonitor
 {
 public:
@@ -29,6 +32,7 @@ protected:
     void restoreBackups() override;
 
 private:
+    const Segment* shownSegment(const oribund::IdStamp& track) const;
     int handleModification(const oribund::EditModification& modification);
     int handleParam(const ParamEdited& edited);
 

@@ -19,7 +19,8 @@ void ModelVob::setEdit(const EditModelPtr& edit)
     monitor_.reset();
     edit_ = edit;
     selected_.clear();
-    viewRange_ = edit_ ? oribund::NumRange<double>(0.0, edit_->getEndTime()) : oribund::NumRange<double>();
+    selectedSegment_ = kNoObject;
+    viewRange_.set(edit_ ? oribund::NumRange<double>(0.0, edit_->getEndTime()) : oribund::NumRange<double>());
     time_.set(0.0);
     if (!edit_)
         return;
@@ -53,7 +54,8 @@ void ModelVob::stopPlay()
 
 void ModelVob::setViewRange(const oribund::NumRange<double>& range)
 {
-    viewRange_ = range;
+    if (std::isfinite(range.start()) && std::isfinite(range.end()))
+        viewRange_.set(range);
 }
 
 void ModelVob::setSelectedChans(std::vector<oribund::IdStamp> tracks)
@@ -61,19 +63,32 @@ void ModelVob::setSelectedChans(std::vector<oribund::IdStamp> tracks)
     if (selected_ == tracks)
         return;
     selected_ = std::move(tracks);
-    if (monitor_) {
-        oribund::EffectChangeDescription change;
-        change.flags = oribund::EffectChangeDescription::kWholesaleRefresh;
-        change.effect = oribund::IdStamp::wildcard();
-        monitor_->effectChanged(change);
-    }
+    tellPanels();
 }
 
-int ModelVob::currentFrame() const
+void ModelVob::setSelectedSegment(ObjectId segment)
+{
+    if (selectedSegment_ == segment)
+        return;
+    selectedSegment_ = segment;
+    tellPanels();
+}
+
+void ModelVob::tellPanels()
+{
+    if (!monitor_)
+        return;
+    oribund::EffectChangeDescription change;
+    change.flags = oribund::EffectChangeDescription::kWholesaleRefresh;
+    change.effect = oribund::IdStamp::wildcard();
+    monitor_->effectChanged(change);
+}
+
+int ModelVob::frameOf(double time) const
 {
     // Times are sums and products of frame lengths: what is a hair before a frame is that frame.
     constexpr double kHair = 1e-6;
-    return edit_ ? static_cast<int>(std::floor(time_.get() / edit_->getCelResolution() + kHair)) : 0;
+    return edit_ ? static_cast<int>(std::floor(time / edit_->getCelResolution() + kHair)) : 0;
 }
 
 double ModelVob::timeOf(int frame) const

@@ -48,9 +48,12 @@ public:
 
     void stopPlay() override;
 
-    oribund::NumRange<double> getViewRange() const override { return viewRange_; }
+    oribund::NumRange<double> getViewRange() const override { return viewRange_.get(); }
 
     void setViewRange(const oribund::NumRange<double>& range) override;
+
+    /** The same, served: what scrolls and zooms, and what shows how far, are in step by it. */
+    oribund::ValServer<oribund::NumRange<double>>& viewRangeServer() { return viewRange_; }
 
     std::vector<oribund::IdStamp> getSelectedChans() const override { return selected_; }
 
@@ -63,16 +66,26 @@ public:
 
     void setSelectedChans(std::vector<oribund::IdStamp> tracks);
 
-    /** The current frame, and the time of a frame. */
-    int currentFrame() const;
+    /** The segment whose effects the panels of its track show, whatever the current time; kNoObject for none. */
+    ObjectId selectedSegment() const { return selectedSegment_; }
+
+    void setSelectedSegment(ObjectId segment);
+
+    /** The current frame, the frame in which a time lies, and the time of a frame. */
+    int currentFrame() const { return frameOf(time_.get()); }
+
+    int frameOf(double time) const;
     double timeOf(int frame) const;
 
 private:
+    void tellPanels();
+
     EditModelPtr edit_;
     std::unique_ptr<ModelMonitor> monitor_;
     iTransport* transport_ = nullptr;
     std::vector<oribund::IdStamp> selected_;
-    oribund::NumRange<double> viewRange_;
+    ObjectId selectedSegment_ = kNoObject;
+    oribund::ValServer<oribund::NumRange<double>> viewRange_;
     oribund::ValServer<bool> playing_{false};
     oribund::ValServer<double> time_{0.0};
 };

@@ -19,7 +19,10 @@ class ORIBUND_API TrackEffects : public iVirtual
 public:
     ~TrackEffects() override;
 
-    /** The effects at work on a track at the current time, in the order in which they are applied. */
+    /**
+     * The effects of a track that panels show, in the order in which they are applied: those at work at the current
+     * time or, where the host lets the user select something on the track, those of the selection.
+     */
     virtual std::vector<Kt::Ptr<EffectInstance>> getEffects(const IdStamp& track) const = 0;
 
     /** The effect of that id, at whatever time; empty when the edit holds none. */

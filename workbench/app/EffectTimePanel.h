@@ -1,0 +1,41 @@
+#pragma once
+
+#include "oribund/host/base/IdStamp.h"
+#include "oribund/host/toolkit/WidgetGroup.h"
+
+namespace oribund
+{
+class CompoundEffectKeyframeButtons;
+class CompoundEffectTherm;
+class Vob;
+} // namespace oribund
+
+namespace workbench
+{
+
+/** What stands above the panels of a track's effects: the buttons for all of their keyframes, and their time bar. */
+class EffectTimePanel final : public oribund::WidgetGroup
+{
+public:
+    /** The viewer outlives the panel. */
+    EffectTimePanel(const InitArgs& args, oribund::Vob& vob);
+    ~EffectTimePanel() override;
+
+    /** Also to be called when the viewer has changed its edit. */
+    void setTrack(const oribund::IdStamp& track);
+
+    oribund::CompoundEffectTherm& bar() { return *bar_; }
+
+    oribund::CompoundEffectKeyframeButtons& buttons() { return *buttons_; }
+
+protected:
+    bool handleMessageEvent(const oribund::String& message, oribund::Glob* sender) override;
+
+private:
+    void setZoomed(bool zoomed);
+
+    oribund::CompoundEffectKeyframeButtons* buttons_;
+    oribund::CompoundEffectTherm* bar_;
+};
+
+} // namespace workbench
