@@ -31,6 +31,10 @@ enum class Glyph {
     KeyframeHere, ///< a keyframe at the current time
     PreviousKeyframe,
     NextKeyframe,
+    AddKeyframe,
+    RemoveKeyframe,
+    ZoomIn,
+    ZoomOut,
     Expand,   ///< folded: points to the right
     Collapse, ///< unfolded: points down
     Up,
