@@ -73,6 +73,19 @@ TEST(Accessibility, ValuesAreReadAndSet)
     value->setCurrentValue(99.0);
     EXPECT_EQ(slider->getValue(), 10.0);
 
+    EXPECT_EQ(interfaceOf(*slider)->text(QAccessible::Value), "10");
+
+    auto* dial = stage.add<AngleIndicatorWidget>(200, 0);
+    dial->setAngle(725.5);
+    value = interfaceOf(*dial)->valueInterface();
+    ASSERT_TRUE(value);
+    EXPECT_EQ(value->currentValue(), 725.5);
+    EXPECT_GE(value->maximumValue().toDouble(), 725.5);
+    EXPECT_EQ(interfaceOf(*dial)->text(QAccessible::Value), QString::fromUtf8("725.5\u00b0"));
+    value->setCurrentValue(-90.0);
+    EXPECT_EQ(dial->getAngle(), -90.0);
+    EXPECT_LE(value->minimumValue().toDouble(), -90.0);
+
     DropDownMenuButton::InitArgs items;
     items.items = {L"Normal", L"Screen"};
     items.selected = 1;

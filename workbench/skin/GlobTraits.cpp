@@ -2,6 +2,7 @@
 
 #include "workbench/skin/QtConversions.h"
 
+#include "oribund/host/base/Numeric.h"
 #include "oribund/host/toolkit/AngleIndicatorWidget.h"
 #include "oribund/host/toolkit/Button.h"
 #include "oribund/host/toolkit/Checkbox.h"
@@ -13,6 +14,9 @@
 #include "oribund/host/toolkit/Slider.h"
 
 #include <QAccessibleActionInterface>
+
+#include <algorithm>
+#include <cmath>
 
 namespace workbench
 {
@@ -196,6 +200,36 @@ private:
     oribund::Slider& slider_;
 };
 
+class DialTraits final : public GlobTraits
+{
+public:
+    explicit DialTraits(oribund::AngleIndicatorWidget& dial)
+        : dial_(dial)
+    {
+    }
+
+    QAccessible::Role role() const override { return QAccessible::Dial; }
+
+    bool usesKey(Key key) const override { return isArrow(key); }
+
+    /** An angle has no bounds: they are given as far out as it has been turned, in whole turns. */
+    std::optional<Number> number() const override
+    {
+        const double angle = dial_.getAngle();
+        const double reach = kFullTurn * std::max(1.0, std::ceil(std::abs(angle) / kFullTurn));
+        return Number{angle, -reach, reach, 1.0};
+    }
+
+    void setNumber(double value) override { dial_.userSet(value); }
+
+    QString valueText() const override { return GlobTraits::valueText() + QChar(0xB0); }
+
+private:
+    static constexpr double kFullTurn = 360.0;
+
+    oribund::AngleIndicatorWidget& dial_;
+};
+
 } // namespace
 
 GlobTraits::~GlobTraits() = default;
@@ -204,7 +238,8 @@ void GlobTraits::addState(QAccessible::State&) const {}
 
 QString GlobTraits::valueText() const
 {
-    return {};
+    const auto now = number();
+    return now ? toQt(oribund::toWide(oribund::formatNumber(now->value))) : QString();
 }
 
 std::optional<GlobTraits::Number> GlobTraits::number() const
@@ -252,8 +287,8 @@ std::unique_ptr<GlobTraits> GlobTraits::of(oribund::Glob& glob)
         return std::make_unique<SwatchTraits>(*swatch);
     if (auto* group = dynamic_cast<oribund::MinimizableGroup*>(&glob))
         return std::make_unique<GroupTraits>(*group);
-    if (dynamic_cast<oribund::AngleIndicatorWidget*>(&glob))
-        return std::make_unique<PlainTraits>(QAccessible::Dial, true);
+    if (auto* dial = dynamic_cast<oribund::AngleIndicatorWidget*>(&glob))
+        return std::make_unique<DialTraits>(*dial);
     const bool isPanel = dynamic_cast<oribund::StandardPanel*>(&glob) != nullptr;
     return std::make_unique<PlainTraits>(isPanel ? QAccessible::Grouping : QAccessible::Graphic, !isPanel);
 }

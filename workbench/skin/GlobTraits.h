@@ -44,7 +44,7 @@ public:
 
     virtual void addState(QAccessible::State& state) const;
 
-    /** Its value as text; empty where it has none, or only a number. */
+    /** Its value as text, the number if that is all it has; empty without a value. */
     virtual QString valueText() const;
 
     virtual std::optional<Number> number() const;

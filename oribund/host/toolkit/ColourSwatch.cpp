@@ -56,7 +56,7 @@ void ColourSwatch::userClick()
 void ColourSwatch::userChoose(const Colour& choice)
 {
     const Colour colour = hasAlpha_ ? choice : choice.withAlpha(getColour().a);
-    if (isChooserOpen() && canInteract() && !(colour == getColour()))
+    if (isChooserOpen() && canInteract() && colour != getColour())
         edit(colour);
 }
 
