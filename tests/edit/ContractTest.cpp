@@ -1,6 +1,8 @@
 #include "tests/support/FakeView.h"
 #include "tests/support/contracts/ViewContract.h"
 
+#include "oribund/host/effects/EffectValParam.h"
+
 #include <memory>
 #include <utility>
 
@@ -13,7 +15,13 @@ namespace
 class FakeViewMaker
 {
 public:
-    FakeViewMaker() { vob_->add(effect_, 2.0, 6.0); }
+    FakeViewMaker()
+    {
+        ParamInfo info;
+        info.id = IdStamp(2, 1, 0);
+        effect_->addParam(Kt::makePtr<EffectValParam<double>>(info));
+        vob_->add(effect_, 2.0, 6.0);
+    }
 
     Vob& vob() { return *vob_; }
 

@@ -45,7 +45,7 @@ public:
     void startModify(const UIString& text) override
     {
         if (open++ == 0)
-            title = text.text();
+            title = text.expand(text.text());
     }
 
     void endModify() override

@@ -98,7 +98,7 @@ void TrackKeyframes::note(const EffectChangeDescription& change)
     }
     if (!affectsKeyframes(change))
         return;
-    if (change.effect.isWildcard())
+    if (affectsEffects(change))
         forgetGone();
     for (auto& [id, set] : sets_) {
         if (change.effect.isWildcard() || change.effect == id)

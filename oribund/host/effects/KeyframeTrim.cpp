@@ -74,18 +74,32 @@ void KeyframeTrim::findLimits(Part& part, const EffectValParamBase& param) const
     part.most = part.shift + std::max(up, 0.0);
 }
 
-/** The parameter with the keyframes of the part, wherever others have put them; empty when nothing is left. */
-Kt::Ptr<EffectValParamBase> KeyframeTrim::bringInStep(Part& part) const
+/** The parameter of a part as it is now; empty when it cannot be edited (any more). */
+Kt::Ptr<EffectValParamBase> KeyframeTrim::find(const Part& part) const
 {
     const Kt::Ptr<EffectInstance> effect = findEffect_(part.effect);
     const Kt::Ptr<EffectValParamBase> param = effect ? effect->findParam(part.param) : Kt::Ptr<EffectValParamBase>();
-    const Graph1dBase* const graph = animatedGraph(param.get());
-    if (!graph || !effect->canEditParam(*param))
+    return animatedGraph(param.get()) && effect->canEditParam(*param) ? param : Kt::Ptr<EffectValParamBase>();
+}
+
+/** Whether somebody else, such as undo, has put everything back. */
+bool KeyframeTrim::isBack(const Part& part, const EffectValParamBase& param)
+{
+    return part.shift != 0.0 && std::all_of(part.before.begin(), part.before.end(),
+                                            [&](double time) { return param.graph()->indexAt(time) >= 0; });
+}
+
+/** As find(), with the keyframes of the part, wherever others have put them; empty when none is left to move. */
+Kt::Ptr<EffectValParamBase> KeyframeTrim::bringInStep(Part& part) const
+{
+    const Kt::Ptr<EffectValParamBase> param = find(part);
+    if (!param)
         return {};
-    bool known = graph->size() == part.graphSize;
+    const Graph1dBase& graph = *param->graph();
+    bool known = graph.size() == part.graphSize;
     for (std::size_t i = 0; known && i < part.indices.size(); ++i)
-        known = graph->timeAt(part.indices[i]) == part.now[i];
-    return known || relocate(part, *param) ? param : Kt::Ptr<EffectValParamBase>();
+        known = graph.timeAt(part.indices[i]) == part.now[i];
+    return known || (!isBack(part, *param) && relocate(part, *param)) ? param : Kt::Ptr<EffectValParamBase>();
 }
 
 double KeyframeTrim::limited(double shift) const
@@ -112,9 +126,15 @@ bool KeyframeTrim::moveBy(double seconds)
 
 void KeyframeTrim::restore()
 {
-    std::erase_if(parts_, [this](Part& part) { return !bringInStep(part); });
-    for (Part& part : parts_)
-        move(part, 0.0);
+    for (Part& part : parts_) {
+        const Kt::Ptr<EffectValParamBase> param = find(part);
+        if (!param || !isBack(part, *param)) {
+            move(part, 0.0);
+        } else {
+            part.now = part.before;
+            part.shift = 0.0;
+        }
+    }
 }
 
 bool KeyframeTrim::move(Part& part, double shift)

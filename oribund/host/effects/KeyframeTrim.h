@@ -63,7 +63,9 @@ private:
 
     void findLimits(Part& part, const EffectValParamBase& param) const;
     bool relocate(Part& part, const EffectValParamBase& param) const;
+    Kt::Ptr<EffectValParamBase> find(const Part& part) const;
     Kt::Ptr<EffectValParamBase> bringInStep(Part& part) const;
+    static bool isBack(const Part& part, const EffectValParamBase& param);
     double limited(double shift) const;
     bool move(Part& part, double shift);
 

@@ -20,7 +20,8 @@ namespace oribund::test
 /**
  * What every Vob, with its Edit and its CompoundEffectMonitor, keeps to.
  *
- * `Maker` makes a viewer of an edit that has one effect, which runs from 2 to 6 seconds on `track()`: it gives `vob()`,
+ * `Maker` makes a viewer of an edit that has one effect, which runs from 2 to 6 seconds on `track()` and whose first
+ * parameter can be animated, at 25 frames a second: it gives `vob()`,
  * `effect()` and `track()`, takes the effect away with `removeEffect()` and brings it back with `restoreEffect()`, puts
  * a cue on the edit with `addCue(time)`, locks it with `setReadOnly()`, and destroys the viewer with `destroyVob()`.
  */
@@ -173,6 +174,42 @@ TYPED_TEST_P(ViewContract, AHandleFollowsTheEffectOutOfTheEditAndBack)
     EXPECT_FALSE(handle.getEffectPtr());
 }
 
+TYPED_TEST_P(ViewContract, SelectedKeyframesMoveInAGestureThatCanBeTakenBack)
+{
+    CompoundEffectMonitor& monitor = this->monitor();
+    const IdStamp track = this->maker.track();
+    const auto effect = this->maker.effect();
+    const auto param = effect->paramAt(0);
+    this->vob().setCurrentTime(4.0);
+    param->setFunctionType(EffectValParamFnType::Keyframed, 0.25);
+    EffectChangeDescription animated;
+    animated.code = EffectChangeCode::FunctionTypeChanged;
+    animated.effect = effect->id();
+    monitor.effectChanged(animated);
+    monitor.selectAllKeyframes(effect->id(), {}, true);
+
+    ViewListener listener(this->vob());
+    for (int i = 0; i < 2; ++i) {
+        monitor.makeBackup(BackupKind::Undo, {});
+        EXPECT_TRUE(monitor.trimSelectedKeyframes(track, 0.4));
+    }
+    EXPECT_EQ(listener.changes.size(), 2u) << "one for each move";
+    EXPECT_NEAR(param->graph()->timeAt(0), 0.45, 1e-9);
+    monitor.cancelTrim();
+    EXPECT_EQ(param->graph()->timeAt(0), 0.25);
+    EXPECT_EQ(listener.changes.size(), 3u);
+    EXPECT_EQ(monitor.getNumKeyframesSelected(IdStamp::wildcard(), {}), 1);
+
+    EXPECT_TRUE(monitor.trimSelectedKeyframes(track, -0.4)) << "not announced";
+    monitor.endTrim();
+    monitor.cancelTrim();
+    EXPECT_NEAR(param->graph()->timeAt(0), 0.15, 1e-9) << "what has ended cannot be taken back";
+    this->maker.setReadOnly(true);
+    monitor.makeBackup(BackupKind::Undo, {});
+    EXPECT_FALSE(monitor.trimSelectedKeyframes(track, 0.4));
+    monitor.endTrim();
+}
+
 TYPED_TEST_P(ViewContract, TheViewRangeIsKeptAndPlayStops)
 {
     Vob& vob = this->vob();
@@ -185,6 +222,7 @@ TYPED_TEST_P(ViewContract, TheViewRangeIsKeptAndPlayStops)
 REGISTER_TYPED_TEST_SUITE_P(ViewContract, TheCurrentTimeIsToldOnceAndOnlyWhenItMoves,
                             TheEditHasFramesAnEndAndModificationsThatNest,
                             ACueIsReplacedByOneOfItsIdAndOnlyWhereThatIsAllowed, TheMonitorKnowsTheEffectAndItsRegion,
-                            AHandleFollowsTheEffectOutOfTheEditAndBack, TheViewRangeIsKeptAndPlayStops);
+                            AHandleFollowsTheEffectOutOfTheEditAndBack,
+                            SelectedKeyframesMoveInAGestureThatCanBeTakenBack, TheViewRangeIsKeptAndPlayStops);
 
 } // namespace oribund::test
