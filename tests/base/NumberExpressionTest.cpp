@@ -73,6 +73,7 @@ TEST(NumberExpression, CalculatesAsOnPaper)
     }
     std::setlocale(LC_NUMERIC, "C");
     EXPECT_EQ(NumberExpression::evaluate(L"50%").value, 50.0) << "where percentages are shown";
+    EXPECT_EQ(NumberExpression::evaluate(L"100/2 %", {100.0, L" %"}).value, 50.0) << "the unit was there before";
     EXPECT_EQ(NumberExpression::evaluate(L"45\u00b0", {100.0, L"\u00b0"}).value, 45.0);
 }
 

@@ -131,26 +131,6 @@ TEST_F(EntryPeer, AValueThatComesMeanwhileDoesNotDisturbTyping)
     EXPECT_EQ(entry->text(), "from elsewhere");
 }
 
-TEST_F(EntryPeer, StepsByArrowKeysAndByTheWheelWithTheKeyboardOnly)
-{
-    store->value = L"5";
-    store->forceWidgetUpdate(eRedrawFlag::Yes);
-    box->setNumberStep(0.5);
-    const auto turn = [&] {
-        QWheelEvent wheel(QPointF(5, 5), entry->mapToGlobal(QPointF(5, 5)), {}, {0, 120}, Qt::NoButton, {},
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(entry, &wheel);
-    };
-    turn();
-    EXPECT_EQ(store->value, L"5");
-    QTest::mouseClick(entry, Qt::LeftButton);
-    QTest::keyClick(entry, Qt::Key_Up);
-    EXPECT_EQ(store->value, L"5.5");
-    turn();
-    EXPECT_EQ(store->value, L"6");
-    EXPECT_EQ(entry->text(), "6");
-}
-
 TEST(EntryPeerLimits, TheBoxDecidesWhatCanBeTyped)
 {
     Stage stage;

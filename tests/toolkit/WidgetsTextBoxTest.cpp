@@ -93,23 +93,6 @@ TEST_F(TextBoxes, AValueThatComesMeanwhileDoesNotDisturbTheTyping)
     EXPECT_EQ(box->getShownText(), L"40");
 }
 
-TEST_F(TextBoxes, UpAndDownStepTheNumberAndKeepItsUnit)
-{
-    box->takeFocus();
-    EXPECT_FALSE(box->userStep(1)) << "not switched on";
-    box->setNumberStep(0.5);
-    desk.key(Key::Up);
-    EXPECT_EQ(adaptor->value, L"12.5");
-    desk.key(Key::Down, Event::kShift);
-    EXPECT_EQ(adaptor->value, L"7.5");
-    box->userEdit(L"-3 %");
-    desk.key(Key::Up);
-    EXPECT_EQ(adaptor->value, L"-2.5 %");
-    EXPECT_EQ(adaptor->kinds(), "...");
-    box->userCommit(L"some text");
-    EXPECT_FALSE(box->userStep(1));
-}
-
 TEST_F(TextBoxes, ADisabledOrReadOnlyBoxTakesNoText)
 {
     box->takeFocus();

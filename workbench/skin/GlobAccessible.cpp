@@ -2,7 +2,9 @@
 
 #include "workbench/skin/GlobSurface.h"
 #include "workbench/skin/GlobTraits.h"
+#include "workbench/skin/NumberAccessible.h"
 #include "workbench/skin/QtConversions.h"
+#include "workbench/skin/TextEntry.h"
 
 #include "oribund/host/toolkit/Glob.h"
 
@@ -124,6 +126,8 @@ private:
 
 QAccessibleInterface* makeInterface(const QString&, QObject* object)
 {
+    if (auto* entry = dynamic_cast<TextEntry*>(object))
+        return NumberAccessible::make(*entry);
     auto* surface = dynamic_cast<GlobSurface*>(object);
     return surface ? new GlobAccessible(*surface) : nullptr;
 }

@@ -126,11 +126,9 @@ void GlobSurface::passMouse(QMouseEvent& event)
         endLostDrag(event.buttons());
     if (glob_)
         glob_->userEvent(translated);
-    // Keys during a drag, Escape above all, must find their way even when what was pressed takes no keyboard.
-    if (isPress && glob_) {
-        if (PanelView* view = PanelView::around(this); view && !view->canvas().focusOwner())
-            view->setFocus(Qt::MouseFocusReason);
-    }
+    // What was pressed may take no keyboard.
+    if (PanelView* view = isPress && glob_ ? PanelView::around(this) : nullptr)
+        view->takeStrayKeys();
 }
 
 void GlobSurface::showCursorAt(const oribund::Glob& glob, const QPoint& at)

@@ -139,6 +139,12 @@ QSize PanelView::minimumSizeHint() const
     return {UifStd::getRowHeight() * 8, UifStd::getRowHeight() * 2};
 }
 
+void PanelView::takeStrayKeys()
+{
+    if (!canvas_.focusOwner())
+        setFocus(Qt::MouseFocusReason);
+}
+
 void PanelView::scrollByWheel(QWheelEvent& event)
 {
     const QScrollBar& bar = *verticalScrollBar();

@@ -52,6 +52,9 @@ public:
     /** Moves the keyboard to the panel's next or previous control and, past the last one, out of the view. */
     bool moveFocus(bool next);
 
+    /** Takes the keyboard when no control of the panel has it: the keys of a drag, Escape above all, come here. */
+    void takeStrayKeys();
+
     void scrollByWheel(QWheelEvent& event);
 
     /** A key that the panel has no use for: scrolls, or goes to what the view stands in. */

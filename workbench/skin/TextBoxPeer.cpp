@@ -1,18 +1,11 @@
 #include "workbench/skin/TextBoxPeer.h"
 
-#include "workbench/skin/EventTranslation.h"
-#include "workbench/skin/PanelView.h"
+#include "workbench/skin/NumberAccessible.h"
 #include "workbench/skin/QtConversions.h"
+#include "workbench/skin/TextEntry.h"
 
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/TextBox.h"
-
-#include <QContextMenuEvent>
-#include <QHelpEvent>
-#include <QKeyEvent>
-#include <QLineEdit>
-#include <QToolTip>
-#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -23,153 +16,6 @@ namespace Change = oribund::PeerChange;
 
 namespace
 {
-
-/** The entry itself: what the user does goes to the box as long as there is one. */
-class Entry final : public QLineEdit
-{
-public:
-    Entry(oribund::TextBox& box, QWidget& parent)
-        : QLineEdit(&parent)
-        , box_(&box)
-    {
-        setFocusPolicy(Qt::ClickFocus); // Tab follows the panel's order
-        setTextMargins(2, 0, 2, 0);
-        connect(this, &QLineEdit::textEdited, [this](const QString& text) {
-            if (box_)
-                box_->userEdit(fromQt(text));
-        });
-    }
-
-    void detach() { box_ = nullptr; }
-
-protected:
-    bool event(QEvent* event) override
-    {
-        if (event->type() == QEvent::ToolTip && box_) {
-            const QString tip = toDisplay(box_->tooltip());
-            if (!tip.isEmpty())
-                QToolTip::showText(static_cast<QHelpEvent&>(*event).globalPos(), tip.toHtmlEscaped(), this);
-            return !tip.isEmpty();
-        }
-        if (event->type() == QEvent::ShortcutOverride && usesKey(static_cast<QKeyEvent&>(*event)))
-            event->accept();
-        return QLineEdit::event(event);
-    }
-
-    void keyPressEvent(QKeyEvent* event) override
-    {
-        const oribund::GlobRef<oribund::TextBox> box(box_);
-        if (!box || !handleKey(*event)) {
-            QLineEdit::keyPressEvent(event);
-            return;
-        }
-        event->accept();
-    }
-
-    void wheelEvent(QWheelEvent* event) override
-    {
-        event->accept();
-        if (hasFocus() && box_) {
-            turned_ += toEvent(*event).wheel;
-            const int steps = static_cast<int>(turned_);
-            turned_ -= steps;
-            if (steps == 0 || box_->userStep(steps))
-                return;
-        }
-        if (PanelView* view = PanelView::around(this))
-            view->scrollByWheel(*event);
-    }
-
-    void focusInEvent(QFocusEvent* event) override
-    {
-        QLineEdit::focusInEvent(event);
-        if (!box_)
-            return;
-        if (event->reason() == Qt::MouseFocusReason) {
-            selectOnRelease_ = true;
-        } else if (event->reason() != Qt::PopupFocusReason) {
-            selectAll();
-            if (PanelView* view = PanelView::around(this))
-                view->ensureWidgetVisible(this);
-        }
-        box_->userFocus(true);
-    }
-
-    void focusOutEvent(QFocusEvent* event) override
-    {
-        QLineEdit::focusOutEvent(event);
-        turned_ = 0.0;
-        if (!box_ || event->reason() == Qt::PopupFocusReason)
-            return;
-        deselect();
-        box_->userFocus(false);
-    }
-
-    void mouseReleaseEvent(QMouseEvent* event) override
-    {
-        QLineEdit::mouseReleaseEvent(event);
-        // The first click picks up the whole value, as one types a new one more often than one mends it.
-        if (selectOnRelease_ && !hasSelectedText())
-            selectAll();
-        selectOnRelease_ = false;
-    }
-
-    void contextMenuEvent(QContextMenuEvent* event) override
-    {
-        // A menu of the box's own goes before that of all entries.
-        if (!box_ || !box_->openMenu(fromQt(event->pos())))
-            QLineEdit::contextMenuEvent(event);
-    }
-
-    bool focusNextPrevChild(bool next) override
-    {
-        PanelView* view = PanelView::around(this);
-        return box_ && view ? view->moveFocus(next) : QLineEdit::focusNextPrevChild(next);
-    }
-
-private:
-    static bool usesKey(const QKeyEvent& event)
-    {
-        return event.key() == Qt::Key_Up || event.key() == Qt::Key_Down || event.key() == Qt::Key_Return ||
-               event.key() == Qt::Key_Enter;
-    }
-
-    /** The keys that mean something to the box rather than to the text. */
-    bool handleKey(const QKeyEvent& event)
-    {
-        const int step = event.modifiers().testFlag(Qt::ShiftModifier) ? 10 : 1;
-        switch (event.key()) {
-        case Qt::Key_Return:
-        case Qt::Key_Enter:
-            commit();
-            return true;
-        case Qt::Key_Escape:
-            if (!box_->isModified())
-                return false;
-            box_->userCancel();
-            selectAll();
-            return true;
-        case Qt::Key_Up:
-            return box_->userStep(step);
-        case Qt::Key_Down:
-            return box_->userStep(-step);
-        default:
-            return false;
-        }
-    }
-
-    void commit()
-    {
-        const oribund::GlobRef<oribund::TextBox> box(box_);
-        box_->userCommit(fromQt(text()));
-        if (box)
-            selectAll();
-    }
-
-    oribund::TextBox* box_;
-    double turned_ = 0.0;
-    bool selectOnRelease_ = false;
-};
 
 Qt::Alignment alignmentOf(oribund::TextAlign align)
 {
@@ -187,14 +33,14 @@ Qt::Alignment alignmentOf(oribund::TextAlign align)
 } // namespace
 
 TextBoxPeer::TextBoxPeer(oribund::TextBox& box, QWidget& parent)
-    : QtPeer(box, new Entry(box, parent))
+    : QtPeer(box, new TextEntry(box, parent))
     , box_(box)
 {
 }
 
 TextBoxPeer::~TextBoxPeer()
 {
-    if (auto* entry = static_cast<Entry*>(widget()))
+    if (auto* entry = static_cast<TextEntry*>(widget()))
         entry->detach();
 }
 
@@ -207,7 +53,7 @@ QRect TextBoxPeer::widgetGeometry() const
 
 void TextBoxPeer::refresh(unsigned changes)
 {
-    auto* entry = static_cast<Entry*>(widget());
+    auto* entry = static_cast<TextEntry*>(widget());
     if (!entry)
         return;
     if (changes & Change::kPalette)
@@ -218,17 +64,23 @@ void TextBoxPeer::refresh(unsigned changes)
         entry->setEnabled(box_.canInteract());
     if (changes & Change::kState)
         refreshState();
+    if (changes & (Change::kEnabled | Change::kVisible | Change::kState | Change::kFocus | Change::kCursor))
+        entry->followMouseUse();
+    if (changes & Change::kTooltip)
+        entry->showProblem();
     QtPeer::refresh(changes);
 }
 
 void TextBoxPeer::refreshState()
 {
-    auto* entry = static_cast<Entry*>(widget());
+    auto* entry = static_cast<TextEntry*>(widget());
     entry->setReadOnly(box_.isReadOnly());
     entry->setAlignment(alignmentOf(box_.getAlignment()));
     entry->setPlaceholderText(toQt(box_.getPlaceholder()));
-    // The box counts in its own characters; it cuts off what Qt lets through.
-    entry->setMaxLength(static_cast<int>(std::min<std::size_t>(box_.getMaxLength(), 32767)));
+    // The box counts in its own characters; it cuts off what Qt lets through. Setting it moves the caret.
+    const int maxLength = static_cast<int>(std::min<std::size_t>(box_.getMaxLength(), 32767));
+    if (entry->maxLength() != maxLength)
+        entry->setMaxLength(maxLength);
     const QString shown = toQt(box_.getShownText());
     if (entry->text() == shown)
         return;
@@ -241,6 +93,7 @@ void TextBoxPeer::refreshState()
         entry->selectAll();
     else
         entry->setCursorPosition(0);
+    NumberAccessible::tellChange(*entry);
 }
 
 } // namespace workbench

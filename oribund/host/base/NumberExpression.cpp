@@ -60,15 +60,23 @@ std::wstring_view trimmed(std::wstring_view text)
     return text;
 }
 
+bool isSameWithoutCase(wchar_t a, wchar_t b)
+{
+    return foldCase(a) == foldCase(b);
+}
+
 /** Walks once through a text. After the first problem everything is 0 and nothing is taken any more. */
 class Evaluation
 {
 public:
     Evaluation(std::wstring_view text, const NumberExpression::Rules& rules)
-        : rest_(text)
+        : rest_(trimmed(text))
         , unit_(trimmed(rules.unit))
         , hundredPercent_(rules.hundredPercent)
     {
+        // Also where the unit is the percent sign: it stood there when the user changed the number before it.
+        if (unit_.size() <= rest_.size() && std::equal(unit_.rbegin(), unit_.rend(), rest_.rbegin(), isSameWithoutCase))
+            rest_.remove_suffix(unit_.size());
     }
 
     NumberExpression::Result run()
@@ -202,9 +210,8 @@ private:
 
     void skipUnit()
     {
-        const auto same = [](wchar_t a, wchar_t b) { return foldCase(a) == foldCase(b); };
         next();
-        if (unit_.size() <= rest_.size() && std::equal(unit_.begin(), unit_.end(), rest_.begin(), same))
+        if (unit_.size() <= rest_.size() && std::equal(unit_.begin(), unit_.end(), rest_.begin(), isSameWithoutCase))
             rest_.remove_prefix(unit_.size());
     }
 

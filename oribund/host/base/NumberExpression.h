@@ -24,9 +24,9 @@ public:
 
     /** What texts mean in one entry. */
     struct Rules {
-        /** What "100%" is. Behind * and / a percentage is a plain fraction: "80 * 50%" is 40 everywhere. */
+        /** What "100%" is. Behind * and / a percentage is a plain fraction: "80 * 50%" is 40. */
         double hundredPercent = 100.0;
-        /** Means nothing behind a number or a parenthesis; upper and lower case are the same. */
+        /** Means nothing behind a number or a parenthesis, and "%" nothing at the end, if it is that. */
         std::wstring_view unit;
     };
 

@@ -10,6 +10,7 @@ ColourScheme ColourScheme::dark()
     scheme.mark = Colour::fromRGB(0xd9a441);
     scheme.keyframe = Colour::fromRGB(0xc8c8c8);
     scheme.keyframeOutline = Colour::fromRGB(0x161616);
+    scheme.error = Colour::fromRGB(0xff6166);
     scheme.selection = scheme.focus().withAlpha(0.25);
     return scheme;
 }

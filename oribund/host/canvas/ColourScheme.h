@@ -19,6 +19,8 @@ public:
     /** A keyframe, and its outline. */
     Colour keyframe;
     Colour keyframeOutline;
+    /** The frame of an entry whose text is no value. */
+    Colour error;
     /** What a rubber band encloses is washed in this. */
     Colour selection;
 

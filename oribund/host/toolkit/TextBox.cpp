@@ -1,5 +1,6 @@
 #include "oribund/host/toolkit/TextBox.h"
 
+#include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/Event.h"
@@ -7,6 +8,7 @@
 #include "oribund/host/toolkit/Skin.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace oribund
 {
@@ -16,7 +18,8 @@ namespace
 
 constexpr unsigned kLook = PeerChange::kState | PeerChange::kContents;
 constexpr int kPadding = 4;
-constexpr int kBigStep = 10;
+constexpr double kCoarse = 10.0;
+constexpr double kFine = 0.1;
 
 } // namespace
 
@@ -86,13 +89,26 @@ void TextBox::setReadOnly(bool readOnly)
     changed(kLook);
 }
 
+void TextBox::userStartEditing()
+{
+    const GlobRef<TextBox> self(this);
+    takeFocus();
+    if (!self || !hasFocus())
+        return;
+    editing_ = !readOnly_;
+    allSelected_ = true;
+    changed(kLook);
+}
+
 void TextBox::userEdit(const WString& text)
 {
     if (readOnly_ || !canInteract())
         return;
     typing_ = cleaned(text);
     typed_ = true;
+    editing_ = true;
     allSelected_ = false;
+    setProblem({});
     changed(kLook);
 }
 
@@ -105,6 +121,11 @@ bool TextBox::userCommit(const WString& text)
     const GlobRef<TextBox> self(this);
     const RedrawHold hold;
     const WString entered = cleaned(text);
+    const WString problem = entered == text_ ? WString() : problemWith(entered);
+    if (!problem.empty()) {
+        refuse(entered, problem);
+        return false;
+    }
     stopTyping();
     if (entered == text_)
         return true;
@@ -114,6 +135,28 @@ bool TextBox::userCommit(const WString& text)
     if (self && accepted && revision_ == revision)
         setText(entered);
     return accepted;
+}
+
+void TextBox::refuse(const WString& text, const WString& problem)
+{
+    if (hasFocus())
+        userEdit(text);
+    else
+        stopTyping();
+    setProblem(problem);
+}
+
+void TextBox::setProblem(const WString& problem)
+{
+    if (problem == problem_)
+        return;
+    problem_ = problem;
+    changed(kLook | PeerChange::kTooltip);
+}
+
+WString TextBox::problemWith(const WString&) const
+{
+    return {};
 }
 
 bool TextBox::handleCommit(const WString& text)
@@ -131,23 +174,53 @@ void TextBox::stopTyping()
 {
     typed_ = false;
     typing_.clear();
+    editing_ = false;
     allSelected_ = hasFocus();
+    setProblem({});
     changed(kLook);
 }
 
-bool TextBox::userStep(int steps)
+bool TextBox::userStep(double steps)
 {
-    return !readOnly_ && canInteract() && steps != 0 && handleStep(steps);
+    if (readOnly_ || !canInteract() || steps == 0.0 || !canStep())
+        return false;
+    handleStep(steps);
+    return true;
 }
 
-bool TextBox::handleStep(int)
+bool TextBox::canStep() const
 {
     return false;
+}
+
+void TextBox::handleStep(double) {}
+
+bool TextBox::ownsPress() const
+{
+    return false;
+}
+
+double TextBox::stepScale(const Event& event)
+{
+    return (event.has(Event::kShift) ? kCoarse : 1.0) * (event.has(Event::kCtrl) ? kFine : 1.0);
+}
+
+bool TextBox::turn(double notches, double scale)
+{
+    if (!canStep())
+        return false;
+    wheelRest_ += notches;
+    const double whole = std::trunc(wheelRest_);
+    wheelRest_ -= whole;
+    return whole == 0.0 || userStep(whole * scale);
 }
 
 bool TextBox::handleMouseEvent(const Event& event)
 {
     if (event.isPress(MouseButton::Left))
+        return true;
+    // Without the keyboard the wheel scrolls what the box stands in.
+    if (event.code == EventCode::MouseWheel && hasFocus() && turn(event.wheel, stepScale(event)))
         return true;
     return Control::handleMouseEvent(event);
 }
@@ -155,6 +228,7 @@ bool TextBox::handleMouseEvent(const Event& event)
 void TextBox::handleFocusEvent(bool gained)
 {
     const GlobRef<TextBox> self(this);
+    wheelRest_ = 0.0;
     if (gained)
         allSelected_ = true;
     else if (isModified())
@@ -178,23 +252,21 @@ void TextBox::type(const Event& event)
 
 bool TextBox::handleKeyEvent(const Event& event)
 {
+    const double direction = event.isKeyPress(Key::Up) ? 1.0 : event.isKeyPress(Key::Down) ? -1.0 : 0.0;
+    if (direction != 0.0 && !event.has(Event::kAlt | Event::kMeta) && userStep(direction * stepScale(event)))
+        return true;
     if (!isPlainKey(event))
         return Control::handleKeyEvent(event);
-    const int step = event.has(Event::kShift) ? kBigStep : 1;
     switch (event.key) {
     case Key::Enter:
         userCommit(getShownText());
         return true;
     case Key::Escape:
-        // Without anything to throw away the key is for whoever the box stands in.
-        if (!typed_)
+        // Without anything to give up the key is for whoever the box stands in.
+        if (!canCancel())
             return Control::handleKeyEvent(event);
         userCancel();
         return true;
-    case Key::Up:
-        return userStep(step) || Control::handleKeyEvent(event);
-    case Key::Down:
-        return userStep(-step) || Control::handleKeyEvent(event);
     case Key::Character:
     case Key::Space:
     case Key::Backspace:
@@ -204,6 +276,11 @@ bool TextBox::handleKeyEvent(const Event& event)
     default:
         return Control::handleKeyEvent(event);
     }
+}
+
+UIString TextBox::tooltip() const
+{
+    return problem_.empty() ? Control::tooltip() : UIString(problem_);
 }
 
 UIString TextBox::accessibleName() const
@@ -217,6 +294,8 @@ void TextBox::draw(CanvasRenderer& renderer)
     const Palette& palette = getPalette();
     const Kt::Box<int> box = controlBox();
     drawBox(renderer, box, readOnly_ ? palette.window() : palette.field());
+    if (!problem_.empty())
+        renderer.frameRect(CanvasRenderer::toDouble(box), UifStd::getColourScheme().error);
     const Kt::Box<double> inner = CanvasRenderer::toDouble(box.inset(kPadding, 2));
     const WString& text = getShownText();
     if (text.empty()) {

@@ -20,7 +20,8 @@ struct TextBoxEvent {
 /**
  * An entry of one line. It tells apart the text that stands for its value and the text that is being typed: that
  * becomes the value by Enter or when the keyboard goes elsewhere, and is thrown away by Escape. A value set while the
- * user types does not disturb the typing.
+ * user types does not disturb the typing. A text that cannot be the value stays to be mended as long as the box has the
+ * keyboard, then the value is shown again; what is wrong with it is said in the tooltip.
  *
  * Caret and selection are the skin's; without one typing begins with the whole text selected and goes on at its end.
  */
@@ -53,6 +54,24 @@ public:
     /** Whether something has been typed that is not the value yet. */
     bool isModified() const { return typed_ && typing_ != text_; }
 
+    /** Whether the user is at work on the text: until Enter, Escape or the loss of the keyboard. */
+    bool isEditing() const { return editing_; }
+
+    /** What was wrong with the text that was entered last; empty once the user goes on. */
+    const WString& getProblem() const { return problem_; }
+
+    /** Whether Escape has something to give up here. */
+    bool canCancel() const { return editing_ || !problem_.empty(); }
+
+    /** Whether the Up and Down keys and the wheel change the value; as it stands they do not. */
+    virtual bool canStep() const;
+
+    /**
+     * Whether a press of the left button means something else now than to set a caret. A skin then passes it on, and
+     * what follows up to the release, as raw events. As it stands never.
+     */
+    virtual bool ownsPress() const;
+
     void setPlaceholder(const UIString& text);
 
     const WString& getPlaceholder() const { return placeholder_; }
@@ -69,26 +88,38 @@ public:
 
     Notifier<TextBoxEvent>& commits() { return commits_; }
 
+    /** Takes the keyboard, with all of the text selected to be typed over. */
+    void userStartEditing();
     /** The user has changed what stands in the box. */
     void userEdit(const WString& text);
     /** The user has finished with this text. Does nothing when it is the value; true unless it was refused. */
     bool userCommit(const WString& text);
     /** Throws away what was typed. */
     void userCancel();
-    /** The Up or Down key: so many steps up or, if negative, down. True when it was used. */
-    bool userStep(int steps);
+    /** So many steps up or, if negative, down. True when it was used. */
+    bool userStep(double steps);
 
+    /** How far the keys held with it make a step go: with Shift ten times as far, with Ctrl a tenth. */
+    static double stepScale(const Event& event);
+
+    /** What is wrong, if something is. */
+    UIString tooltip() const override;
     UIString accessibleName() const override;
     void draw(CanvasRenderer& renderer) override;
     std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
 protected:
+    /** What is wrong with a text that cannot be the value; as it stands nothing ever is. */
+    virtual WString problemWith(const WString& text) const;
+
     /** Takes a text as the new value; false when it is refused. As it stands it tells commits(). May destroy the box.
      */
     virtual bool handleCommit(const WString& text);
 
-    /** Changes the value by steps; as it stands there are none. */
-    virtual bool handleStep(int steps);
+    /** Changes the value by steps; called when canStep(). May destroy the box. */
+    virtual void handleStep(double steps);
+
+    void setProblem(const WString& problem);
 
     bool handleMouseEvent(const Event& event) override;
     bool handleKeyEvent(const Event& event) override;
@@ -97,16 +128,21 @@ protected:
 private:
     WString cleaned(const WString& text) const;
     void type(const Event& event);
+    bool turn(double notches, double scale);
+    void refuse(const WString& text, const WString& problem);
     void stopTyping();
 
     WString text_;
     WString typing_;
     WString placeholder_;
+    WString problem_;
     TextAlign align_;
     std::size_t maxLength_;
     bool readOnly_;
     bool typed_ = false;
+    bool editing_ = false;
     bool allSelected_ = false;
+    double wheelRest_ = 0.0;
     unsigned revision_ = 0; ///< counts setText()
     Notifier<TextBoxEvent> commits_;
 };

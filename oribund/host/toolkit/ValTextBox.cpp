@@ -1,7 +1,5 @@
 #include "oribund/host/toolkit/ValTextBox.h"
 
-#include "oribund/host/base/Numeric.h"
-
 namespace oribund
 {
 
@@ -39,21 +37,6 @@ bool ValTextBox::handleCommit(const WString& text)
     if (self)
         refreshFromData();
     return accepted;
-}
-
-bool ValTextBox::handleStep(int steps)
-{
-    if (numberStep_ == 0.0)
-        return false;
-    // What follows the number is its unit and stays.
-    const std::wstring_view shown = getShownText().view();
-    const std::size_t last = shown.find_last_of(L"0123456789.");
-    const std::size_t end = last == std::wstring_view::npos ? 0 : last + 1;
-    const std::optional<double> number = parseDouble(shown.substr(0, end));
-    if (!number)
-        return false;
-    userCommit(reinterpretValType<WString>(*number + steps * numberStep_) + shown.substr(end));
-    return true;
 }
 
 } // namespace oribund

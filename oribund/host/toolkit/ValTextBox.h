@@ -15,9 +15,6 @@ public:
     explicit ValTextBox(const InitArgs& args);
     ~ValTextBox() override;
 
-    /** What the Up and Down keys add to a text that is a number; 0 switches them off. */
-    void setNumberStep(double step) { numberStep_ = step; }
-
     void setWidgetValue(const WString& value, eRedrawFlag flag) override;
     WString getWidgetValue() const override;
     void setWidgetEnabled(bool enabled) override;
@@ -25,10 +22,6 @@ public:
 
 protected:
     bool handleCommit(const WString& text) override;
-    bool handleStep(int steps) override;
-
-private:
-    double numberStep_ = 0.0;
 };
 
 } // namespace oribund

@@ -9,12 +9,12 @@
 #include "oribund/host/effects/ParamVisitor.h"
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/Label.h"
+#include "oribund/host/toolkit/NumericEntry.h"
 #include "oribund/host/toolkit/ValButton.h"
 #include "oribund/host/toolkit/ValCheckbox.h"
 #include "oribund/host/toolkit/ValColourSwatch.h"
 #include "oribund/host/toolkit/ValMenuButton.h"
 #include "oribund/host/toolkit/ValSlider.h"
-#include "oribund/host/toolkit/ValTextBox.h"
 
 #include <algorithm>
 #include <cmath>
@@ -214,12 +214,12 @@ private:
             Kt::Ptr<ValAdaptorBase<double>>(Kt::makePtr<PositionAdaptor>(handle_, PosAccessor(param, index))));
     }
 
-    ValTextBox& addEntry(double step)
+    NumericEntry& addEntry(double step)
     {
         TextBox::InitArgs args(dimension(entryWidth()), dimension(controlHeight_));
         args.align = TextAlign::Right;
-        ValTextBox& entry = add(std::make_unique<ValTextBox>(args), gap_);
-        entry.setNumberStep(step);
+        NumericEntry& entry = add(std::make_unique<NumericEntry>(args), gap_);
+        entry.setStep(step);
         return entry;
     }
 
