@@ -48,6 +48,8 @@ public:
 
     std::unique_ptr<GlobPeer> makePeer(DropDownMenuButton&) override { return nullptr; }
 
+    std::unique_ptr<GlobPeer> makePeer(TableWidget&) override { return nullptr; }
+
     std::unique_ptr<GlobPeer> makePaintPeer(Glob& glob) override { return std::make_unique<Peer>(*this, glob); }
 
     std::unique_ptr<GlobPeer> makeContainerPeer(Glob& glob) override { return std::make_unique<Peer>(*this, glob); }

@@ -6,6 +6,7 @@
 #include "workbench/skin/MenuPopup.h"
 #include "workbench/skin/QtPeer.h"
 #include "workbench/skin/SurfacePeer.h"
+#include "workbench/skin/TablePeer.h"
 #include "workbench/skin/TextBoxPeer.h"
 
 #include "oribund/host/toolkit/Button.h"
@@ -14,6 +15,7 @@
 #include "oribund/host/toolkit/DropDownMenuButton.h"
 #include "oribund/host/toolkit/Label.h"
 #include "oribund/host/toolkit/Slider.h"
+#include "oribund/host/toolkit/TableWidget.h"
 #include "oribund/host/toolkit/TextBox.h"
 
 namespace workbench
@@ -72,6 +74,11 @@ std::unique_ptr<GlobPeer> QtSkin::makePeer(oribund::TextBox& glob)
 std::unique_ptr<GlobPeer> QtSkin::makePeer(oribund::DropDownMenuButton& glob)
 {
     return paint(glob, parentFor(glob));
+}
+
+std::unique_ptr<GlobPeer> QtSkin::makePeer(oribund::TableWidget& glob)
+{
+    return std::make_unique<TablePeer>(glob, parentFor(glob));
 }
 
 std::unique_ptr<GlobPeer> QtSkin::makePaintPeer(oribund::Glob& glob)

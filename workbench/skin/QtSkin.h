@@ -8,8 +8,9 @@ namespace workbench
 {
 
 /**
- * Shows globs with Qt: text entries as QLineEdit, menus as QMenu, colours in a QColorDialog; all other globs draw
- * themselves onto a widget of their own. Needs a QApplication with the dark theme. One for each canvas.
+ * Shows globs with Qt: text entries as QLineEdit, tables as QTableView, menus as QMenu, colours in a QColorDialog; all
+ * other globs draw themselves onto a widget of their own. Needs a QApplication with the dark theme. One for each
+ * canvas.
  */
 class QtSkin final : public oribund::Skin
 {
@@ -23,6 +24,7 @@ public:
     std::unique_ptr<oribund::GlobPeer> makePeer(oribund::Slider& glob) override;
     std::unique_ptr<oribund::GlobPeer> makePeer(oribund::TextBox& glob) override;
     std::unique_ptr<oribund::GlobPeer> makePeer(oribund::DropDownMenuButton& glob) override;
+    std::unique_ptr<oribund::GlobPeer> makePeer(oribund::TableWidget& glob) override;
     std::unique_ptr<oribund::GlobPeer> makePaintPeer(oribund::Glob& glob) override;
     std::unique_ptr<oribund::GlobPeer> makeContainerPeer(oribund::Glob& glob) override;
     void openMenu(oribund::MenuGlob& glob, const oribund::XY<int>& at) override;

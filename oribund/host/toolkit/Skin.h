@@ -17,6 +17,7 @@ class GlobPeer;
 class Label;
 class MenuGlob;
 class Slider;
+class TableWidget;
 class TextBox;
 
 /**
@@ -37,6 +38,7 @@ public:
     virtual std::unique_ptr<GlobPeer> makePeer(Slider& glob) = 0;
     virtual std::unique_ptr<GlobPeer> makePeer(TextBox& glob) = 0;
     virtual std::unique_ptr<GlobPeer> makePeer(DropDownMenuButton& glob) = 0;
+    virtual std::unique_ptr<GlobPeer> makePeer(TableWidget& glob) = 0;
 
     /** For a glob that draws itself: a surface painted by Glob::draw(), which passes on mouse and keys. */
     virtual std::unique_ptr<GlobPeer> makePaintPeer(Glob& glob) = 0;

@@ -1,0 +1,307 @@
+#include "TableSupport.h"
+#include "WidgetsSupport.h"
+
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/toolkit/TableCellBox.h"
+#include "oribund/host/toolkit/TablePainter.h"
+#include "oribund/host/toolkit/TextBox.h"
+
+#include <gtest/gtest.h>
+
+namespace oribund::test
+{
+namespace
+{
+
+constexpr XY<int> kNone = TableLayout::kNoCell;
+
+/** A table of 300 by 146 with a header and room for five rows of 24, and an entry beside it. */
+class Tables : public testing::Test
+{
+protected:
+    Tables()
+    {
+        TableWidget::InitArgs args(300, 146);
+        args.emptyText = L"Nothing here";
+        table = desk.add<TableWidget>(args);
+        other = desk.add<TextBox>(0, 200);
+        table->setAdaptor(&list);
+    }
+
+    /** The middle of a cell. */
+    XY<int> at(int column, int row) const { return table->layout().cellBox({column, row}).centre(); }
+
+    void edit(int column, int row)
+    {
+        table->takeFocus();
+        ASSERT_TRUE(table->edit().begin({column, row}));
+    }
+
+    TableList list{{L"one", L"1"}, {L"two", L"2"}, {L"three", L"3"}};
+    Desk desk;
+    TableWidget* table = nullptr;
+    TextBox* other = nullptr;
+};
+
+TEST_F(Tables, ArrowsAndPagesMoveTheCurrentCellAndStopAtTheEdges)
+{
+    list.fill(100);
+    table->takeFocus();
+    EXPECT_EQ(table->getCurrentCell(), (XY<int>{1, 0})) << "the first that can be edited";
+    const auto press = [&](Key key) {
+        EXPECT_TRUE(desk.key(key));
+        return table->getCurrentCell();
+    };
+    EXPECT_EQ(press(Key::Up), (XY<int>{1, 0}));
+    EXPECT_EQ(press(Key::Left), (XY<int>{0, 0}));
+    EXPECT_EQ(press(Key::Left), (XY<int>{0, 0}));
+    EXPECT_EQ(press(Key::Down), (XY<int>{0, 1}));
+    EXPECT_EQ(press(Key::PageDown), (XY<int>{0, 6}));
+    EXPECT_EQ(press(Key::End), (XY<int>{0, 99}));
+    EXPECT_EQ(table->layout().getScroll(), table->layout().getMaxScroll());
+    EXPECT_EQ(press(Key::PageUp), (XY<int>{0, 94}));
+    EXPECT_EQ(press(Key::Home), (XY<int>{0, 0}));
+    EXPECT_FALSE(desk.canvas.inject(Event::keyPress(Key::Down, Event::kCtrl))) << "a command of the window";
+    EXPECT_EQ(table->layout().getScroll(), 0);
+}
+
+TEST_F(Tables, OnlyWhatTheUserSelectsIsTold)
+{
+    struct Listener {
+        int hear(const TableEvent& event)
+        {
+            cells.push_back(event.cell);
+            return 0;
+        }
+
+        std::vector<XY<int>> cells;
+    } listener;
+
+    MethodCallback<Listener, TableEvent> callback(&listener, &Listener::hear);
+    callback.attach(table->selections());
+    table->setCurrentCell({0, 1});
+    desk.click(at(0, 1));
+    desk.click(at(1, 2));
+    desk.key(Key::Up);
+    EXPECT_EQ(listener.cells, (std::vector<XY<int>>{{1, 2}, {1, 1}}));
+    table->setEnabled(false);
+    desk.click(at(0, 0));
+    EXPECT_EQ(table->getCurrentCell(), (XY<int>{1, 1}));
+}
+
+TEST_F(Tables, EnterF2ADoubleClickAndTypingOpenTheEntry)
+{
+    table->setCurrentCell({0, 1});
+    table->takeFocus();
+    for (const Key key : {Key::Enter, Key::F2}) {
+        EXPECT_TRUE(desk.key(key));
+        ASSERT_EQ(table->edit().cell(), (XY<int>{1, 1})) << "the first column is not to be edited";
+        EXPECT_EQ(table->edit().box()->getShownText(), L"2");
+        EXPECT_TRUE(desk.key(Key::Escape));
+        EXPECT_FALSE(table->edit().isOpen());
+        EXPECT_TRUE(table->hasFocus());
+    }
+    desk.type(L"new");
+    EXPECT_EQ(table->edit().box()->getShownText(), L"new");
+    desk.key(Key::Enter);
+    EXPECT_EQ(list.stored(), "1,1=new ");
+    EXPECT_EQ(table->getCurrentCell(), (XY<int>{1, 2})) << "Enter goes down";
+    desk.canvas.inject(Event::mouseDoubleClick(at(1, 0)));
+    desk.release(at(1, 0));
+    EXPECT_EQ(table->edit().cell(), (XY<int>{1, 0}));
+    EXPECT_TRUE(desk.key(Key::Escape));
+    EXPECT_FALSE(desk.key(Key::Escape)) << "nothing left to give up";
+    list.locked = true;
+    EXPECT_FALSE(desk.key(Key::F2));
+    EXPECT_FALSE(desk.canvas.inject(Event::character(L'x')));
+    EXPECT_EQ(list.stored(), "1,1=new ");
+}
+
+TEST_F(Tables, TabGoesThroughTheEditableCellsAndThenOn)
+{
+    edit(1, 0);
+    desk.type(L"a");
+    desk.key(Key::Tab);
+    EXPECT_EQ(table->edit().cell(), (XY<int>{1, 1}));
+    desk.type(L"b");
+    desk.key(Key::Tab, Event::kShift);
+    EXPECT_EQ(table->edit().cell(), (XY<int>{1, 0}));
+    desk.key(Key::Tab);
+    desk.key(Key::Tab);
+    desk.type(L"c");
+    desk.key(Key::Tab);
+    EXPECT_FALSE(table->edit().isOpen());
+    EXPECT_TRUE(other->hasFocus());
+    EXPECT_EQ(list.stored(), "1,0=a 1,1=b 1,2=c ") << "and no cell that was only passed";
+}
+
+TEST_F(Tables, AClickElsewhereStoresAndEscapeDoesNot)
+{
+    edit(1, 0);
+    desk.type(L"a");
+    desk.click(at(0, 2));
+    EXPECT_FALSE(table->edit().isOpen());
+    EXPECT_EQ(table->getCurrentCell(), (XY<int>{0, 2}));
+    edit(1, 1);
+    desk.type(L"b");
+    other->takeFocus();
+    edit(1, 2);
+    desk.type(L"c");
+    desk.key(Key::Escape);
+    edit(1, 2);
+    desk.type(L"d");
+    table->setEnabled(false);
+    EXPECT_FALSE(table->edit().isOpen());
+    EXPECT_EQ(list.stored(), "1,0=a 1,1=b ");
+}
+
+TEST_F(Tables, ARefusedTextStaysToBeMended)
+{
+    list.refuses = L"bad";
+    edit(1, 0);
+    desk.type(L"bad");
+    desk.key(Key::Enter);
+    ASSERT_TRUE(table->edit().isOpen());
+    EXPECT_EQ(table->edit().box()->getShownText(), L"bad");
+    desk.type(L"ly");
+    desk.key(Key::Enter);
+    EXPECT_EQ(list.stored(), "1,0=badly ");
+    edit(1, 0);
+    desk.type(L"bad");
+    other->takeFocus();
+    EXPECT_FALSE(table->edit().isOpen());
+    EXPECT_EQ(list.rows[0].second, L"badly");
+}
+
+TEST_F(Tables, AnEditStaysWithItsRowWhereverThatGoes)
+{
+    edit(1, 1);
+    desk.type(L"typed");
+    list.insert(0, L"zero", L"0");
+    EXPECT_EQ(table->edit().cell(), (XY<int>{1, 2}));
+    EXPECT_EQ(table->getCurrentCell(), (XY<int>{1, 2}));
+    EXPECT_EQ(table->edit().box()->getPosition(), table->layout().cellBox({1, 2}).topLeft());
+    list.rows[2].second = L"changed";
+    list.tableChanged();
+    EXPECT_EQ(table->edit().box()->getShownText(), L"typed");
+    desk.key(Key::Enter);
+    EXPECT_EQ(list.stored(), "1,2=typed ");
+}
+
+TEST_F(Tables, AnEditWhoseCellIsGoneIsDropped)
+{
+    edit(1, 1);
+    desk.type(L"typed");
+    list.remove(1);
+    EXPECT_FALSE(table->edit().isOpen());
+    EXPECT_TRUE(table->hasFocus());
+    EXPECT_EQ(table->getCurrentCell(), (XY<int>{1, 1})) << "what has moved up";
+    edit(1, 1);
+    desk.type(L"typed");
+    list.locked = true;
+    list.tableChanged();
+    EXPECT_FALSE(table->edit().isOpen());
+    list.locked = false;
+    edit(1, 0);
+    desk.type(L"typed");
+    list.fill(0);
+    EXPECT_EQ(table->getCurrentCell(), kNone);
+    EXPECT_EQ(list.stored(), "");
+}
+
+TEST_F(Tables, AnEditOutOfViewEnds)
+{
+    list.fill(100);
+    edit(1, 0);
+    desk.type(L"a");
+    desk.canvas.inject(Event::mouseWheel(at(0, 2), -10.0));
+    EXPECT_FALSE(table->edit().isOpen());
+    EXPECT_GT(table->layout().getScroll(), 0);
+    EXPECT_EQ(list.stored(), "1,0=a ");
+    desk.canvas.inject(Event::mouseWheel({10, 50}, 100.0));
+    EXPECT_EQ(table->layout().getScroll(), 0);
+    EXPECT_FALSE(desk.canvas.inject(Event::mouseWheel({10, 50}, 1.0))) << "for what is around it";
+}
+
+TEST_F(Tables, TheAdaptorAndTheTableMayGoWhileATextIsStored)
+{
+    auto own = std::make_unique<TableList>(TableList::Rows{{L"a", L"b"}});
+    table->setAdaptor(own.get());
+    edit(1, 0);
+    desk.type(L"c");
+    own.reset();
+    EXPECT_FALSE(table->edit().isOpen());
+    EXPECT_EQ(table->getAdaptor(), nullptr);
+    EXPECT_TRUE(Desk::drawn(*table).findText(L"Nothing here"));
+    EXPECT_FALSE(desk.key(Key::Down));
+
+    table->setAdaptor(&list);
+    edit(1, 0);
+    desk.type(L"last");
+    list.onStore = [&] { desk.panel->destroyWidget(*table); };
+    desk.key(Key::Enter);
+    EXPECT_EQ(list.stored(), "1,0=last ");
+    EXPECT_TRUE(Drawable::redrawsEnabled());
+}
+
+TEST_F(Tables, AnEdgeOfTheHeaderIsDraggedAndEscapePutsItBack)
+{
+    const int width = table->layout().getColumnWidth(0);
+    const XY<int> edge{table->layout().headerCellBox(0).right, 10};
+    EXPECT_EQ(table->contextCursor(edge), MouseCursor::ResizeHorizontal);
+    EXPECT_NE(table->contextCursor({edge.x - 20, edge.y}), MouseCursor::ResizeHorizontal);
+    desk.press(edge);
+    desk.drag({edge.x + 30, 60});
+    EXPECT_EQ(table->layout().getColumnWidth(0), width + 30);
+    desk.key(Key::Escape);
+    EXPECT_EQ(table->layout().getColumnWidth(0), width);
+    desk.drag({edge.x + 50, 60});
+    EXPECT_EQ(table->layout().getColumnWidth(0), width);
+    desk.release(edge);
+    desk.press(edge);
+    desk.drag({edge.x - 500, 60});
+    desk.release({edge.x - 500, 60});
+    EXPECT_EQ(table->layout().getColumnWidth(0), 40) << "the minimum";
+}
+
+TEST_F(Tables, OnlyWhatIsInViewIsReadAndDrawn)
+{
+    list.fill(100000);
+    list.reads = 0;
+    const RecordingRenderer top = Desk::drawn(*table);
+    EXPECT_TRUE(top.findText(L"row 4"));
+    EXPECT_FALSE(top.findText(L"row 6"));
+    EXPECT_TRUE(top.findText(L"Name")) << "the header";
+    EXPECT_EQ(top.depth(), 0u);
+    EXPECT_LE(list.reads, 12);
+    table->setCurrentCell({0, 99999});
+    EXPECT_TRUE(Desk::drawn(*table).findText(L"row 99999"));
+    EXPECT_LE(list.reads, 24);
+    list.hidden = true;
+    EXPECT_FALSE(Desk::drawn(*table).findText(L"row 99999"));
+
+    list.hidden = false;
+    for (const XY<int> size : {XY<int>{0, 0}, XY<int>{1, 200}, XY<int>{200, 3}}) {
+        table->resize(size);
+        EXPECT_EQ(Desk::drawn(*table).depth(), 0u);
+        EXPECT_EQ(table->layout().cellAt({0, 0}), kNone);
+        desk.key(Key::Down);
+    }
+}
+
+TEST_F(Tables, TheMarkTellsWhetherTheTableHasTheKeyboard)
+{
+    const Palette& palette = table->getPalette();
+    table->takeFocus();
+    EXPECT_TRUE(Desk::draws(*table, palette.accent()));
+    EXPECT_TRUE(Desk::draws(*table, palette.focus()));
+    other->takeFocus();
+    EXPECT_FALSE(Desk::draws(*table, palette.accent()));
+    EXPECT_TRUE(Desk::draws(*table, palette.field().mix(palette.accent(), 0.35)));
+    table->edit().begin({1, 0});
+    EXPECT_TRUE(Desk::draws(*table, palette.focus())) << "its entry has it";
+    EXPECT_FALSE(Desk::draws(*table, palette.accent())) << "nothing shines through behind it";
+}
+
+} // namespace
+} // namespace oribund::test
