@@ -1,0 +1,230 @@
+#include "oribund/cues/CueDescriptionPanel.h"
+#include "oribund/host/canvas/Canvas.h"
+#include "oribund/host/canvas/RecordingRenderer.h"
+#include "oribund/host/toolkit/Event.h"
+#include "oribund/host/toolkit/TableCellBox.h"
+#include "tests/support/FakeView.h"
+#include "tests/support/TestHost.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+
+namespace oribund::test
+{
+namespace
+{
+
+constexpr IdStamp kDoor{1, 0, 0};
+constexpr IdStamp kWindow{2, 0, 0};
+
+/** Rows of the panel with all attributes. */
+enum Row { kTime, kName, kDescription, kColour };
+
+/** A panel about the first of two cues that have the same time. */
+class CuePanel : public testing::Test
+{
+protected:
+    CuePanel()
+        : vob(std::make_unique<FakeVob>())
+    {
+        addCue(kDoor, L"Door", L"opens too late");
+        addCue(kWindow, L"Window", L"");
+        CueDescriptionPanel::InitArgs args(300, 120, &canvas);
+        args.vob = vob.get();
+        args.cue = kDoor;
+        panel = std::make_unique<CueDescriptionPanel>(args);
+        panel->open();
+        panel->enableEditing("Describe cue");
+    }
+
+    void addCue(const IdStamp& id, const wchar_t* name, const wchar_t* description)
+    {
+        Cue cue;
+        cue.id = id;
+        cue.time = 2.0;
+        cue.name = name;
+        cue.description = description;
+        cue.colour = Colour::fromRGB(0x336699);
+        vob->edit->cues.add(cue);
+    }
+
+    const Cue& cue(const IdStamp& id) const { return *vob->edit->cues.find(id); }
+
+    void tell(const IdStamp& id = {})
+    {
+        EditModification modification;
+        modification.type = EditModification::Type::Cues;
+        modification.object = id;
+        vob->edit->addModification(modification);
+    }
+
+    void type(int row, const wchar_t* text)
+    {
+        panel->takeFocus();
+        ASSERT_TRUE(panel->edit().begin({1, row}));
+        for (; *text; ++text)
+            canvas.inject(Event::character(*text));
+    }
+
+    void enter(int row, const wchar_t* text)
+    {
+        type(row, text);
+        canvas.inject(Event::keyPress(Key::Enter));
+    }
+
+    bool draws(const wchar_t* text) const
+    {
+        RecordingRenderer renderer;
+        panel->draw(renderer);
+        return renderer.findText(text);
+    }
+
+    WString field(int row) const { return panel->getFields().at(static_cast<std::size_t>(row)).second; }
+
+    TestHost host;
+    Canvas canvas{{400, 300}};
+    std::unique_ptr<FakeVob> vob;
+    std::unique_ptr<CueDescriptionPanel> panel;
+};
+
+TEST_F(CuePanel, ShowsTheFieldsThatAreAskedFor)
+{
+    ASSERT_EQ(panel->getFields().size(), 4u);
+    EXPECT_EQ(field(kTime), L"00:00:02:00");
+    EXPECT_EQ(field(kColour), L"#336699");
+    for (const wchar_t* text : {L"Timecode", L"00:00:02:00", L"Door", L"opens too late", L"#336699"})
+        EXPECT_TRUE(draws(text)) << toUTF8(text).c_str();
+    panel->setAttributes({LogAttribute::Description, LogAttribute::Name, LogAttribute::Description});
+    ASSERT_EQ(panel->getFields().size(), 2u);
+    EXPECT_EQ(panel->getFields()[1].first, LogAttribute::Name);
+    EXPECT_FALSE(draws(L"Timecode"));
+    EXPECT_LE(panel->calcNameColumnWidth(), panel->calcMaxNameColumnWidth());
+    panel->resize(100, 120);
+    EXPECT_EQ(panel->calcMaxNameColumnWidth(), 50);
+    EXPECT_EQ(panel->layout().getColumnWidth(0), std::min(50, panel->calcNameColumnWidth()));
+}
+
+TEST_F(CuePanel, AFieldThatIsEditedIsOneStepOfThatTitle)
+{
+    enter(kName, L"Gate");
+    EXPECT_EQ(cue(kDoor).name, L"Gate");
+    EXPECT_EQ(cue(kWindow).name, L"Window");
+    EXPECT_EQ(vob->edit->steps, 1);
+    EXPECT_EQ(vob->edit->title, L"Describe cue");
+    EXPECT_EQ(panel->getCurrentCell(), (XY<int>{1, kDescription}));
+    enter(kColour, L"orange");
+    EXPECT_EQ(cue(kDoor).colour, Colour::fromRGB(0xe8914a));
+    enter(kColour, L"#FfF");
+    EXPECT_EQ(field(kColour), L"#ffffff");
+    enter(kName, L"Gate");
+    EXPECT_EQ(vob->edit->steps, 3) << "the same text again is no change";
+}
+
+TEST_F(CuePanel, AnotherTimecodeMovesTheCueAmongTheOthers)
+{
+    enter(kTime, L"5:10");
+    EXPECT_NEAR(cue(kDoor).time, 5.4, 1e-9);
+    EXPECT_EQ(vob->edit->cues[0].id, kWindow);
+    EXPECT_EQ(panel->getCueID(), kDoor);
+    EXPECT_EQ(field(kTime), L"00:00:05:10");
+    EXPECT_EQ(field(kName), L"Door");
+}
+
+TEST_F(CuePanel, WhatIsNotUnderstoodIsSaidAndStaysToBeMended)
+{
+    enter(kTime, L"soon");
+    EXPECT_EQ(host.shown, (std::vector<std::string>{"\"soon\" is not understood as Timecode."}));
+    ASSERT_TRUE(panel->edit().isOpen());
+    EXPECT_EQ(panel->edit().box()->getShownText(), L"soon");
+    canvas.inject(Event::keyPress(Key::Escape));
+    enter(kColour, L"#12345");
+    canvas.inject(Event::keyPress(Key::Escape));
+    EXPECT_EQ(host.shown.size(), 2u);
+    EXPECT_EQ(cue(kDoor).time, 2.0);
+    EXPECT_EQ(field(kColour), L"#336699");
+    EXPECT_EQ(vob->edit->steps, 0);
+}
+
+TEST_F(CuePanel, FollowsItsCueAndIsEmptyWithoutIt)
+{
+    Cue changed = cue(kDoor);
+    changed.name = L"Gate";
+    vob->edit->setCue(changed);
+    EXPECT_EQ(field(kName), L"Gate");
+    panel->setCue(kWindow);
+    EXPECT_EQ(panel->getCue().name, L"Window");
+    panel->setCue({9, 0, 0});
+    EXPECT_FALSE(panel->getCue().valid());
+    EXPECT_TRUE(panel->getFields().empty());
+    EXPECT_TRUE(draws(L"No cue"));
+    panel->setCue(kDoor);
+    EXPECT_EQ(field(kName), L"Gate");
+    vob.reset();
+    panel->refresh();
+    EXPECT_TRUE(draws(L"No cue"));
+    EXPECT_FALSE(panel->isEditingEnabled());
+}
+
+TEST_F(CuePanel, ACueThatGoesInMidEditTakesTheEditAlong)
+{
+    type(kName, L"Gate");
+    vob->edit->cues.remove(kDoor);
+    tell(kDoor);
+    EXPECT_FALSE(panel->edit().isOpen());
+    EXPECT_TRUE(panel->getFields().empty());
+    EXPECT_EQ(cue(kWindow).name, L"Window");
+
+    // Also when nobody has told of it yet.
+    panel->setCue(kWindow);
+    type(kName, L"Gate");
+    vob->edit->cues.remove(kWindow);
+    canvas.inject(Event::keyPress(Key::Enter));
+    EXPECT_TRUE(vob->edit->cues.empty());
+    EXPECT_EQ(vob->edit->steps, 0);
+}
+
+TEST_F(CuePanel, AnEditThatIsLockedTakesNothing)
+{
+    type(kName, L"Gate");
+    vob->edit->readOnly = true;
+    canvas.inject(Event::keyPress(Key::Enter));
+    EXPECT_EQ(cue(kDoor).name, L"Door");
+    vob->edit->addModification({});
+    EXPECT_FALSE(panel->edit().isOpen());
+    EXPECT_FALSE(panel->isEditingEnabled());
+    EXPECT_FALSE(panel->edit().begin({1, kName}));
+    EXPECT_FALSE(panel->storeFieldText(L"Gate", {1, kName}));
+    vob->edit->readOnly = false;
+    panel->enableEditing("");
+    EXPECT_FALSE(panel->storeFieldText(L"Gate", {1, kName}));
+    EXPECT_EQ(vob->edit->steps, 0);
+    EXPECT_EQ(cue(kDoor).name, L"Door");
+}
+
+TEST_F(CuePanel, WhatIsTypedForOneCueIsNeverStoredInAnother)
+{
+    type(kName, L"Gate");
+    panel->setCue(kWindow);
+    EXPECT_EQ(cue(kDoor).name, L"Gate") << "stored where it was meant for";
+    EXPECT_EQ(cue(kWindow).name, L"Window");
+    EXPECT_FALSE(panel->edit().isOpen());
+    type(kDescription, L"half a wo");
+    panel->setAttributes({LogAttribute::Name});
+    EXPECT_FALSE(panel->edit().isOpen());
+    EXPECT_TRUE(cue(kWindow).description.empty());
+    EXPECT_EQ(cue(kWindow).name, L"Window");
+}
+
+TEST_F(CuePanel, ADestroyedViewerEndsTheEdit)
+{
+    type(kName, L"Gate");
+    vob.reset();
+    canvas.inject(Event::keyPress(Key::Enter));
+    EXPECT_FALSE(panel->isEditingEnabled());
+    panel->setVob(nullptr);
+    EXPECT_FALSE(panel->edit().isOpen());
+}
+
+} // namespace
+} // namespace oribund::test
