@@ -172,11 +172,11 @@ TEST(Editor, KeyframesStayAtTheirFramesWhenSegmentsAreCut)
     EXPECT_THAT(f.keyFrames(f.tint), ElementsAre(IsNear(60), IsNear(80)));
     const ObjectId right = f.editor.splitSegment(f.second, 75).object;
     const ObjectId copy = objectOf(f.timeline().findSegment(right)->effects.front()->id());
-    EXPECT_THAT(f.keyFrames(f.tint), ElementsAre(IsNear(60), IsNear(80)));
-    EXPECT_THAT(f.keyFrames(copy), ElementsAre(IsNear(60), IsNear(80)));
+    EXPECT_THAT(f.keyFrames(f.tint), ElementsAre(IsNear(60), IsNear(75), IsNear(80)));
+    EXPECT_THAT(f.keyFrames(copy), ElementsAre(IsNear(60), IsNear(75), IsNear(80)));
     EXPECT_DOUBLE_EQ(f.param<double>(copy, kLevel)->getValue(0.0), 50.0 + 30.0 * 15 / 20);
     f.editor.moveSegment(right, kVideo, 175);
-    EXPECT_THAT(f.keyFrames(copy), ElementsAre(IsNear(160), IsNear(180)));
+    EXPECT_THAT(f.keyFrames(copy), ElementsAre(IsNear(160), IsNear(175), IsNear(180)));
 }
 
 TEST(Editor, OverwritingTakesAwayExactlyWhatLiesBelow)

@@ -72,6 +72,15 @@ EditOperation::~EditOperation()
     edit_.undoStack().endModify();
 }
 
+template <class Change>
+void EditOperation::changeAnimation(const Segment& segment, Change change)
+{
+    for (const auto& effect : segment.effects)
+        for (const ParamData& param : effect->animatedParams())
+            perform(assignment(ParamRecord{objectOf(effect->id()), param},
+                               ParamRecord{objectOf(effect->id()), change(param)}));
+}
+
 void EditOperation::place(const Segment& segment, const Placement& placement)
 {
     const Placement before = segment.placement();
@@ -81,10 +90,7 @@ void EditOperation::place(const Segment& segment, const Placement& placement)
         const bool still = timeline_.findMedia(segment.data.media)->info.isStill();
         const int shift = still ? before.start - placement.start : before.in - placement.in;
         const KeyframeTimes times(before.length, placement.length, shift);
-        for (const auto& effect : segment.effects)
-            for (const ParamData& param : effect->animatedParams())
-                perform(assignment(ParamRecord{objectOf(effect->id()), param},
-                                   ParamRecord{objectOf(effect->id()), times.moved(param)}));
+        changeAnimation(segment, [&times](const ParamData& param) { return times.moved(param); });
     }
     perform(assignment(before, placement));
 }
@@ -100,8 +106,12 @@ void EditOperation::remove(const Segment& segment)
 
 ObjectId EditOperation::split(const Segment& segment, int frame, ObjectId link)
 {
-    SegmentRecord right{segment.track, timeline_.dataOf(segment)};
     const int leftLength = frame - segment.data.start;
+    // Each half gets a keyframe at the cut, and keeps those beyond it: they shape the curve, and a trim brings them
+    // back.
+    const double cut = KeyframeTimes::toTime(leftLength, segment.data.length);
+    changeAnimation(segment, [cut](const ParamData& param) { return KeyframeTimes::divided(param, cut); });
+    SegmentRecord right{segment.track, timeline_.dataOf(segment)};
     const KeyframeTimes times(segment.data.length, segment.data.length - leftLength, -leftLength);
     right.data.id = edit_.newId();
     right.data.link = link;

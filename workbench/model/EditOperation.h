@@ -43,7 +43,8 @@ public:
 
     void remove(const Segment& segment);
 
-    /** Cuts a segment at a frame inside it; the right half belongs to the link group given. Yields that half. */
+    /** Cuts a segment at a frame inside it, with a keyframe on both sides where something moves across the cut; the
+        right half belongs to the link group given. Yields that half. */
     ObjectId split(const Segment& segment, int frame, ObjectId link);
 
     /** Takes everything but the ignored segments out of frames start..end-1 of a track. */
@@ -54,6 +55,9 @@ public:
 
 private:
     void trimTo(const Segment& segment, int start, int end);
+
+    template <class Change>
+    void changeAnimation(const Segment& segment, Change change);
 
     EditModel& edit_;
     const Timeline& timeline_;

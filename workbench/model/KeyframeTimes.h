@@ -17,6 +17,9 @@ public:
 
     ParamData moved(ParamData param) const;
 
+    /** The parameter with a keyframe at an effect time where its curve lies between two, and runs on as it did. */
+    static ParamData divided(const ParamData& param, double time);
+
     /** The frame of an effect time, exactly whole where it is meant to be. */
     static double toFrame(double time, int length);
 

@@ -34,7 +34,7 @@ public:
     using Change = ChangeDescription<Graph1dBase>;
     using Event = ValServerEvent<Change>;
 
-    static constexpr double kMaxTime = 1e6;
+    static constexpr double kMaxTime = 1e10;
     static constexpr double kMaxValue = 1e100;
     static constexpr int kMaxChannels = 8;
 
