@@ -2,40 +2,21 @@
 
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/effects/EffectInstance.h"
+#include "oribund/host/toolkit/NumberFormat.h"
 
 namespace oribund
 {
 
-namespace
+template <class NumberAccessor>
+std::optional<WString> NumberTextAccessor<NumberAccessor>::getValue(const Kt::Ptr<EffectInstance>& effect, double time)
 {
-
-/** What text accessors share: a number read as text. */
-std::optional<WString> asText(const std::optional<double>& number)
-{
-    return number ? std::optional<WString>(reinterpretValType<WString>(*number)) : std::nullopt;
+    const std::optional<double> number = number_.getValue(effect, time);
+    return number ? std::optional<WString>(NumberFormat::plain(*number)) : std::nullopt;
 }
 
-} // namespace
-
-std::optional<WString> FloatParamAccessor::getValue(const Kt::Ptr<EffectInstance>& effect, double time)
-{
-    return asText(number_.getValue(effect, time));
-}
-
-bool FloatParamAccessor::setValue(const Kt::Ptr<EffectInstance>& effect, const WString& text, double time,
-                                  ChangeKind kind)
-{
-    const auto number = reinterpretValType<double>(text);
-    return number && number_.setValue(effect, *number, time, kind);
-}
-
-std::optional<WString> ColourComponentTextAccessor::getValue(const Kt::Ptr<EffectInstance>& effect, double time)
-{
-    return asText(number_.getValue(effect, time));
-}
-
-bool ColourComponentTextAccessor::setValue(const Kt::Ptr<EffectInstance>& effect, const WString& text, double time,
-                                           ChangeKind kind)
+template <class NumberAccessor>
+bool NumberTextAccessor<NumberAccessor>::setValue(const Kt::Ptr<EffectInstance>& effect, const WString& text,
+                                                  double time, ChangeKind kind)
 {
     const auto number = reinterpretValType<double>(text);
     return number && number_.setValue(effect, *number, time, kind);
@@ -75,5 +56,8 @@ int ComponentAccessor<P>::addKeyframe(const Kt::Ptr<EffectInstance>& effect, dou
 
 template class ComponentAccessor<ColourData>;
 template class ComponentAccessor<Vector2d>;
+template class NumberTextAccessor<EffectValParamAccessor<double>>;
+template class NumberTextAccessor<ColCompAccessor<double>>;
+template class NumberTextAccessor<PosAccessor>;
 
 } // namespace oribund

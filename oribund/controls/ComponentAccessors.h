@@ -6,29 +6,6 @@
 namespace oribund
 {
 
-/** A number as text. A text that is no number is refused. */
-class ORIBUND_API FloatParamAccessor
-{
-public:
-    using Param = double;
-    using Value = WString;
-
-    explicit FloatParamAccessor(const EffectValParam<double>& param)
-        : number_(param)
-    {
-    }
-
-    const IdStamp& paramId() const { return number_.paramId(); }
-
-    Kt::Ptr<EffectValParam<double>> getParam(const Kt::Ptr<EffectInstance>& effect) { return number_.getParam(effect); }
-
-    std::optional<WString> getValue(const Kt::Ptr<EffectInstance>& effect, double time);
-    bool setValue(const Kt::Ptr<EffectInstance>& effect, const WString& text, double time, ChangeKind kind);
-
-private:
-    EffectValParamAccessor<double> number_;
-};
-
 /** One number of a value that is made of several (`P`); a write leaves the other numbers as they are at that time. */
 template <class P>
 class ORIBUND_API ComponentAccessor
@@ -84,30 +61,55 @@ public:
     using ComponentAccessor::ComponentAccessor;
 };
 
-/** One component of a colour as text. A text that is no number is refused. */
-class ORIBUND_API ColourComponentTextAccessor
+/** What another accessor has as a number, as text with all its digits. A text that is no number is refused. */
+template <class NumberAccessor>
+class ORIBUND_API NumberTextAccessor
 {
 public:
-    using Param = ColourData;
+    using Param = typename NumberAccessor::Param;
     using Value = WString;
 
-    ColourComponentTextAccessor(const EffectValParam<ColourData>& param, unsigned component)
-        : number_(param, component)
+    /** `more` is what the number's accessor takes besides the parameter. */
+    template <class... More>
+    explicit NumberTextAccessor(const EffectValParam<Param>& param, More... more)
+        : number_(param, more...)
     {
     }
 
     const IdStamp& paramId() const { return number_.paramId(); }
 
-    Kt::Ptr<EffectValParam<ColourData>> getParam(const Kt::Ptr<EffectInstance>& effect)
-    {
-        return number_.getParam(effect);
-    }
+    Kt::Ptr<EffectValParam<Param>> getParam(const Kt::Ptr<EffectInstance>& effect) { return number_.getParam(effect); }
 
     std::optional<WString> getValue(const Kt::Ptr<EffectInstance>& effect, double time);
     bool setValue(const Kt::Ptr<EffectInstance>& effect, const WString& text, double time, ChangeKind kind);
 
 private:
-    ColCompAccessor<double> number_;
+    NumberAccessor number_;
+};
+
+extern template class NumberTextAccessor<EffectValParamAccessor<double>>;
+extern template class NumberTextAccessor<ColCompAccessor<double>>;
+extern template class NumberTextAccessor<PosAccessor>;
+
+/** A number as text. */
+class ORIBUND_API FloatParamAccessor : public NumberTextAccessor<EffectValParamAccessor<double>>
+{
+public:
+    using NumberTextAccessor::NumberTextAccessor;
+};
+
+/** One component of a colour as text. */
+class ORIBUND_API ColourComponentTextAccessor : public NumberTextAccessor<ColCompAccessor<double>>
+{
+public:
+    using NumberTextAccessor::NumberTextAccessor;
+};
+
+/** One coordinate of a position as text. */
+class ORIBUND_API PosTextAccessor : public NumberTextAccessor<PosAccessor>
+{
+public:
+    using NumberTextAccessor::NumberTextAccessor;
 };
 
 /** A soft range, which is kept as the four numbers of a colour value, read and written whole. */

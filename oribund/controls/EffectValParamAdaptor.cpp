@@ -87,5 +87,6 @@ template class EffectValParamAdaptor<ColourData, ColRangeInterfaceTraits>;
 template class EffectValParamAdaptor<double, ColCompAccessor<double>>;
 template class EffectValParamAdaptor<WString, ColourComponentTextAccessor>;
 template class EffectValParamAdaptor<double, PosAccessor>;
+template class EffectValParamAdaptor<WString, PosTextAccessor>;
 
 } // namespace oribund

@@ -69,6 +69,7 @@ using ColourRangeAdaptor = EffectValParamAdaptor<ColourData, ColRangeInterfaceTr
 using ColourComponentAdaptor = EffectValParamAdaptor<double, ColCompAccessor<double>>;
 using ColourComponentTextAdaptor = EffectValParamAdaptor<WString, ColourComponentTextAccessor>;
 using PositionAdaptor = EffectValParamAdaptor<double, PosAccessor>;
+using PositionTextAdaptor = EffectValParamAdaptor<WString, PosTextAccessor>;
 
 extern template class EffectValParamAdaptor<double, EffectValParamAccessor<double>>;
 extern template class EffectValParamAdaptor<WString, FloatParamAccessor>;
@@ -84,5 +85,6 @@ extern template class EffectValParamAdaptor<ColourData, ColRangeInterfaceTraits>
 extern template class EffectValParamAdaptor<double, ColCompAccessor<double>>;
 extern template class EffectValParamAdaptor<WString, ColourComponentTextAccessor>;
 extern template class EffectValParamAdaptor<double, PosAccessor>;
+extern template class EffectValParamAdaptor<WString, PosTextAccessor>;
 
 } // namespace oribund

@@ -1,0 +1,33 @@
+#include "oribund/controls/KeyframeButton.h"
+
+#include "oribund/controls/KeyframeButtonAdaptor.h"
+#include "oribund/host/canvas/UifStd.h"
+
+namespace oribund
+{
+
+namespace
+{
+
+Button::InitArgs argsFor(Canvas* canvas)
+{
+    const auto side = static_cast<unsigned short>(UifStd::getControlHeight());
+    Button::InitArgs args(side, side, canvas);
+    args.style = Button::Style::Flat;
+    args.id = "keyframe";
+    return args;
+}
+
+} // namespace
+
+KeyframeButton::KeyframeButton(Canvas* canvas)
+    : ValButton(argsFor(canvas))
+{
+    addLook({KeyframeState::kNone, Image::icon("keyframe-off"), eOff,
+             UIString(L"Not animated: click to set the first keyframe")});
+    addLook({KeyframeState::kElsewhere, Image::icon("keyframe-away"), eOff,
+             UIString(L"Animated, no keyframe here: click to add one")});
+    addLook({KeyframeState::kHere, Image::icon("keyframe-here"), eOn, UIString(L"Keyframe here: click to remove it")});
+}
+
+} // namespace oribund

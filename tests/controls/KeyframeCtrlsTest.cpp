@@ -1,0 +1,267 @@
+#include "tests/controls/RowSupport.h"
+
+#include "oribund/controls/AngleParamWidget.h"
+#include "oribund/controls/KeyframeAngleCtrls.h"
+#include "oribund/controls/KeyframeButton.h"
+#include "oribund/controls/KeyframeColourCtrls.h"
+#include "oribund/controls/KeyframeFloatCtrlsBase.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/toolkit/NumericEntry.h"
+#include "oribund/host/toolkit/ScrubLabel.h"
+#include "oribund/host/toolkit/ValColourSwatch.h"
+#include "oribund/host/toolkit/ValSlider.h"
+
+namespace oribund
+{
+namespace
+{
+
+class FloatRow : public test::RowTest
+{
+protected:
+    FloatRow() { show(*row); }
+
+    NumericEntry& entry() { return in<NumericEntry>(*row); }
+
+    Kt::Ptr<EffectValParam<double>> param = addLimited(0.25, 0.0, 1.0);
+    std::unique_ptr<KeyframeFloatCtrlsBase> row =
+        std::make_unique<KeyframeFloatCtrlsBase>(handle, param, kWidth, kLabelWidth, 0, &canvas);
+};
+
+TEST_F(FloatRow, SliderAndEntryEditTheNumberEachInItsUnit)
+{
+    EXPECT_EQ(entry().getShownText(), L"25 %");
+    EXPECT_EQ(in<ValSlider>(*row).getValue(), 0.25);
+    EXPECT_TRUE(entry().userCommit(L"80/2"));
+    EXPECT_EQ(param->constant(), 0.4);
+    in<ValSlider>(*row).userSet(0.5);
+    EXPECT_EQ(entry().getShownText(), L"50 %");
+    EXPECT_FALSE(entry().userCommit(L"much"));
+    EXPECT_EQ(param->constant(), 0.5);
+}
+
+TEST_F(FloatRow, KeyframeButtonSaysInWhichOfThreeStatesTheParameterIs)
+{
+    auto& button = in<KeyframeButton>(*row);
+    const auto tooltipIs = [&](const wchar_t* begin) {
+        return displayText(button.tooltip()).view().starts_with(begin);
+    };
+    EXPECT_TRUE(tooltipIs(L"Not animated"));
+    setEffectTime(0.5);
+    button.userClick();
+    EXPECT_TRUE(tooltipIs(L"Keyframe here"));
+    setEffectTime(0.7);
+    EXPECT_TRUE(tooltipIs(L"Animated, no keyframe"));
+    EXPECT_EQ(button.getState(), Button::eOff);
+    row->setParamIsKeyframable(false);
+    EXPECT_FALSE(button.isVisible());
+}
+
+TEST_F(FloatRow, DoubleClickOnTheNameSetsTheDefaultInOneChange)
+{
+    param->setConstant(0.75);
+    const test::ConstantLog<double> told(*param);
+    doubleClick(in<ScrubLabel>(*row));
+    EXPECT_EQ(told.values, std::vector<double>{0.25});
+
+    param->setFunctionType(EffectValParamFnType::Keyframed, 0.0);
+    param->addKeyframeAt(1.0, 1.0);
+    setEffectTime(0.5);
+    doubleClick(in<ScrubLabel>(*row));
+    EXPECT_EQ(param->graph()->size(), 3);
+    EXPECT_EQ(param->getValue(0.5), 0.25);
+
+    effect->editable = false;
+    setEffectTime(1.0);
+    doubleClick(in<ScrubLabel>(*row));
+    EXPECT_EQ(param->getValue(1.0), 1.0);
+}
+
+TEST_F(FloatRow, NothingThatWasBegunIsWrittenIntoAReplacedParameter)
+{
+    const auto other = makeReplacement(*param);
+    ASSERT_TRUE(entry().takeFocus());
+    entry().userEdit(L"77");
+    in<ValSlider>(*row).userPress(0.5);
+    replace(param->id(), other);
+    EXPECT_EQ(other->constant(), 3.0);
+    EXPECT_EQ(entry().getShownText(), L"3") << "no percentage any more";
+    EXPECT_EQ(in<ValSlider>(*row).getMax(), 8.0);
+    in<ValSlider>(*row).userDrag(0.9);
+    entry().dropFocus();
+    EXPECT_EQ(other->constant(), 3.0);
+    EXPECT_TRUE(entry().userCommit(L"4"));
+    EXPECT_EQ(other->constant(), 4.0);
+}
+
+TEST_F(FloatRow, ScrubEndsWhenTheParameterIsReplacedOrTheRowDestroyed)
+{
+    const XY<int> name = in<ScrubLabel>(*row).toCanvas({20, 5});
+    const auto drag = [&](int by) { canvas.inject(Event::mouseMove({name.x + by, name.y}, MouseButton::Left)); };
+    canvas.inject(Event::mousePress(name));
+    drag(23);
+    EXPECT_GT(param->constant(), 0.25);
+    const auto other = makeReplacement(*param);
+    replace(param->id(), other);
+    drag(60);
+    EXPECT_EQ(other->constant(), 3.0);
+    canvas.inject(Event::mouseRelease(name));
+
+    canvas.inject(Event::mousePress(name));
+    drag(23);
+    const double scrubbed = other->constant();
+    EXPECT_GT(scrubbed, 3.0);
+    row.reset();
+    drag(60);
+    canvas.inject(Event::mouseRelease(name));
+    EXPECT_EQ(other->constant(), scrubbed);
+}
+
+TEST_F(FloatRow, WithoutItsParameterItIsDisabledAndKeepsWhatItShows)
+{
+    const auto gone = param;
+    replace(param->id(), {});
+    EXPECT_FALSE(row->isEnabled());
+    EXPECT_EQ(entry().getShownText(), L"25 %");
+    EXPECT_FALSE(row->userReset());
+    replace(param->id(), gone);
+    EXPECT_TRUE(entry().canInteract());
+
+    vob.monitor->effects.clear();
+    vob.monitor->tell(EffectChangeCode::EnabledChanged, IdStamp::wildcard());
+    EXPECT_FALSE(entry().canInteract());
+    EXPECT_EQ(entry().getShownText(), L"25 %");
+}
+
+TEST_F(FloatRow, OnlyAnimatedRowsAreToldThatTheTimeMoves)
+{
+    const unsigned before = canvas.repaintCount();
+    setEffectTime(0.5);
+    EXPECT_EQ(canvas.repaintCount(), before);
+    param->setFunctionType(EffectValParamFnType::Keyframed, 0.0);
+    param->addKeyframeAt(1.0, 1.0);
+    setEffectTime(1.0);
+    EXPECT_GT(canvas.repaintCount(), before);
+    EXPECT_EQ(entry().getShownText(), L"100 %");
+}
+
+class OtherRows : public test::RowTest
+{
+protected:
+    explicit OtherRows(int dials = 0)
+    {
+        host.memoryPreferences.setPreference("use_dials_for_angles", dials);
+        KeyframeAngleCtrls::forgetUseDials();
+    }
+
+    ~OtherRows() override { KeyframeAngleCtrls::forgetUseDials(); }
+
+    std::unique_ptr<KeyframeAngleCtrls> makeAngleRow(double low, double high, double value = 0.0)
+    {
+        angle = addLimited(Angle{value}, Angle{low}, Angle{high});
+        return std::make_unique<KeyframeAngleCtrls>(handle, angle, kWidth, kLabelWidth, &canvas);
+    }
+
+    Kt::Ptr<EffectValParam<Angle>> angle;
+};
+
+class DialRows : public OtherRows
+{
+protected:
+    DialRows()
+        : OtherRows(-3)
+    {
+    }
+};
+
+TEST_F(OtherRows, TurnsAndDegreesOfAnAngleAreEditedApart)
+{
+    const auto row = makeAngleRow(-1e4, 1e4, 725.0);
+    NumericEntry& turns = *allIn<NumericEntry>(*row)[0];
+    NumericEntry& degrees = *allIn<NumericEntry>(*row)[1];
+    EXPECT_EQ(turns.getNumber(), 2.0);
+    EXPECT_EQ(degrees.getShownText(), L"5\u00b0");
+    EXPECT_TRUE(turns.userCommit(L"0"));
+    EXPECT_EQ(angle->constant().degrees, 5.0);
+    EXPECT_TRUE(turns.userCommit(L"-1"));
+    EXPECT_EQ(angle->constant().degrees, -355.0);
+    EXPECT_FALSE(turns.userCommit(L"1.5"));
+    EXPECT_EQ(turns.getNumber(), 0.0);
+
+    angle->setConstant(Angle{725.0});
+    auto& slider = in<ValSlider>(*row);
+    slider.userPress(5.0);
+    slider.userDrag(-20.0);
+    slider.userDrag(-30.0);
+    slider.userRelease();
+    EXPECT_EQ(angle->constant().degrees, 690.0) << "a drag below zero costs no turn with every step";
+}
+
+TEST_F(OtherRows, AnAngleRowHasWhatItsRangeAsksFor)
+{
+    const auto narrow = makeAngleRow(0.0, 360.0);
+    EXPECT_FALSE(in<NumericEntry>(*narrow).isVisible()) << "no whole turns to enter";
+    EXPECT_EQ(in<ValSlider>(*narrow).getMax(), 360.0);
+    const auto wide = makeAngleRow(-3600.0, 3600.0);
+    EXPECT_TRUE(in<NumericEntry>(*wide).isVisible());
+    EXPECT_EQ(in<ValSlider>(*wide).getMax(), 359.0);
+    EXPECT_EQ(narrow->getHeight(), 24);
+    EXPECT_EQ(narrow->calcSliderWidth() - wide->calcSliderWidth(), 36 + UifStd::getWidgetGap());
+    wide->resize({150, 24});
+    EXPECT_EQ(wide->calcSliderWidth(), 0);
+    EXPECT_FALSE(in<ValSlider>(*wide).isVisible());
+}
+
+TEST_F(DialRows, HaveADialInPlaceOfTheSliderAndAreHigher)
+{
+    const auto row = makeAngleRow(-3600.0, 3600.0, 725.0);
+    EXPECT_EQ(row->getHeight(), 36);
+    EXPECT_TRUE(allIn<ValSlider>(*row).empty());
+    EXPECT_EQ(in<AngleParamWidget>(*row).getWidgetValue(), 5.0);
+    host.memoryPreferences.setPreference("use_dials_for_angles", 0);
+    EXPECT_TRUE(KeyframeAngleCtrls::useDials()) << "for the life of the process";
+}
+
+TEST_F(OtherRows, AColourIsPickedAsOneSeries)
+{
+    const auto param = addParam<ColourData>(ColourData{{0.1, 0.2, 0.3, 1.0}});
+    KeyframeColourCtrls row(handle, param->id(), kWidth, kLabelWidth, 0, &canvas, KeyframeColourCtrls::Opts::eNone);
+    row.setParam(param.get());
+    show(row);
+    const test::ConstantLog<ColourData> told(*param);
+
+    auto& swatch = in<ValColourSwatch>(row);
+    Button& picker = *allIn<Button>(row)[1];
+    picker.userClick();
+    ASSERT_TRUE(swatch.isChooserOpen());
+    swatch.userChoose(Colour{1.0, 0.0, 0.0, 0.5});
+    swatch.userChoose(Colour{0.0, 1.0, 0.0, 0.5});
+    swatch.userAccept();
+    EXPECT_EQ(told.kinds, (std::vector{ChangeKind::Start, ChangeKind::Continuation}));
+    EXPECT_EQ(param->constant(), (ColourData{{0.0, 1.0, 0.0, 1.0}})) << "the opacity is not for choosing here";
+
+    effect->editable = false;
+    vob.monitor->tell(EffectChangeCode::EditabilityChanged, effect->id());
+    EXPECT_FALSE(swatch.isEnabled() || picker.isEnabled());
+    row.setParam(nullptr);
+    EXPECT_FALSE(row.isEnabled());
+}
+
+TEST_F(OtherRows, StandInTheSameColumns)
+{
+    const auto angleRow = makeAngleRow(-3600.0, 3600.0);
+    const auto number = addLimited(1.0, 0.0, 2.0);
+    KeyframeFloatCtrlsBase floatRow(handle, number, kWidth, kLabelWidth, 0, &canvas);
+    for (KeyframeCtrlsBase* row : std::vector<KeyframeCtrlsBase*>{angleRow.get(), &floatRow}) {
+        const Kt::Box<int> entry = allIn<NumericEntry>(*row).back()->box();
+        EXPECT_EQ(in<ValSlider>(*row).box().left, 20 + kLabelWidth + 2 * UifStd::getWidgetGap());
+        EXPECT_EQ(entry.right, kWidth);
+        EXPECT_EQ(entry.width(), row->calcValEntryWidth());
+    }
+    std::vector<TabOrderable*> stops;
+    floatRow.getTabOrderables(stops);
+    EXPECT_EQ(stops.size(), 3u) << "button, slider, entry";
+}
+
+} // namespace
+} // namespace oribund

@@ -1,0 +1,74 @@
+#include "tests/controls/RowSupport.h"
+
+#include "oribund/controls/KeyframeFloatCtrlsBase.h"
+#include "oribund/controls/NumberDisplay.h"
+#include "oribund/controls/ParamTooltip.h"
+
+#include <limits>
+
+namespace oribund
+{
+namespace
+{
+
+constexpr double kNone = std::numeric_limits<double>::infinity();
+
+class Display : public test::RowTest
+{
+};
+
+TEST_F(Display, NormalisedNumbersAreShownInPerCentUnlessTheirFlagsSayOtherwise)
+{
+    const auto percent = [&](double low, double high, unsigned flags = 0) {
+        return KeyframeFloatCtrlsBase::usePercentageDisplay(addLimited(0.0, low, high, flags).get());
+    };
+    EXPECT_TRUE(percent(0.0, 1.0));
+    EXPECT_TRUE(percent(-1.0, 1.0));
+    EXPECT_FALSE(percent(0.0, 1.0, ParamDisplay::kPlainNumber));
+    EXPECT_FALSE(percent(0.0, 2.0));
+    EXPECT_TRUE(percent(0.0, 2.0, ParamDisplay::kPercentage));
+    EXPECT_FALSE(percent(-0.5, 1.0));
+    EXPECT_FALSE(KeyframeFloatCtrlsBase::usePercentageDisplay(nullptr));
+}
+
+TEST_F(Display, DecimalsStepAndSliderFollowFromTheRange)
+{
+    struct Case {
+        double low, high, standard;
+        int decimals;
+        double step;
+        NumRange<double> slider;
+    };
+
+    const Case cases[] = {
+        {0.0, 1.0, 0.5, 3, 0.01, {0.0, 1.0}},
+        {0.0, 100.0, 0.0, 1, 1.0, {0.0, 100.0}},
+        {20.0, 20000.0, 1000.0, 0, 100.0, {20.0, 20000.0}},
+        {-kNone, kNone, 0.0, 1, 1.0, {-100.0, 100.0}},
+        {0.0, kNone, 50.0, 0, 10.0, {0.0, 1000.0}},
+        {-kNone, 10.0, 0.0, 0, 10.0, {-990.0, 10.0}},
+        {3.0, 3.0, 3.0, 6, 1e-11, {3.0, 3.0}},
+    };
+    for (const Case& one : cases) {
+        const NumberDisplay display(one.low, one.high, one.standard, {}, false);
+        EXPECT_EQ(display.format.decimals, one.decimals) << one.low << " to " << one.high;
+        EXPECT_DOUBLE_EQ(display.step, one.step) << one.low << " to " << one.high;
+        EXPECT_EQ(display.slider.start(), one.slider.start());
+        EXPECT_EQ(display.slider.end(), one.slider.end());
+    }
+    EXPECT_EQ(NumberDisplay(0.0, 100.0, 0.0, L"px", false).format.textOf(2.26), L"2.3 px");
+    EXPECT_EQ(NumberDisplay(0.0, 100.0, 0.0, L"frames", false).format.textOf(2.0), L"2");
+    EXPECT_EQ(NumberDisplay(0.0, 1.0, 0.0, {}, true, 2).format.textOf(0.12345), L"12.35 %");
+}
+
+TEST_F(Display, TooltipTellsNameDefaultAndRange)
+{
+    EXPECT_EQ(paramTooltip(*addLimited(0.5, 0.0, 1.0)), L"Size\nDefault: 50 %\nRange: 0 % to 100 %");
+    EXPECT_EQ(paramTooltip(*addLimited(Angle{90.0}, Angle{0.0}, Angle{kNone})),
+              L"Size\nDefault: 90\u00b0\nRange: from 0\u00b0");
+    EXPECT_EQ(paramTooltip(*addLimited(Vector2d{1.0, 2.0}, Vector2d{0.0, -kNone}, Vector2d{4.0, 5.0})),
+              L"Size\nDefault: 1, 2\nRange of X: 0 to 4\nRange of Y: up to 5");
+}
+
+} // namespace
+} // namespace oribund
