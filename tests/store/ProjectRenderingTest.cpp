@@ -133,6 +133,27 @@ TEST(ProjectRendering, ShowsClipsEffectsAndAnimationFrameByFrame)
     EXPECT_NE(animated[7], constant[50][7]);
 }
 
+TEST(ProjectRendering, ShowsTheSameWhenAnAnimatedClipIsSplit)
+{
+    if (!hasPlayer())
+        GTEST_SKIP() << "no melt or ffmpeg";
+    Rendering rendering;
+    const auto level = rendering.addBrightness();
+    level->setFunctionType(oribund::EffectValParamFnType::Keyframed, 0.1);
+    level->addKeyframeAt(0.425, 20.0);
+    level->addKeyframeAt(0.5, 35.0);
+    level->graph()->setKeyframeType(0, oribund::KeyframeType::Smooth);
+    level->graph()->setKeyframeType(1, oribund::KeyframeType::Smooth);
+    level->addKeyframeAt(0.9, 75.0);
+    level->graph()->setKeyframeType(2, oribund::KeyframeType::Linear);
+    const std::vector<std::string> whole = rendering.frames();
+    ASSERT_EQ(whole.size(), 40u);
+    ASSERT_TRUE(rendering.editor.splitSegment(rendering.first(), 13)); // in a straight piece
+    ASSERT_TRUE(rendering.editor.splitSegment(rendering.first(), 6));  // in a curved one
+    EXPECT_EQ(rendering.edit->timeline().tracks()[0]->segments.size(), 4u);
+    EXPECT_EQ(rendering.frames(), whole);
+}
+
 TEST(ProjectRendering, ShowsGapsTransitionsAndHiddenTracks)
 {
     if (!hasPlayer())
