@@ -1,6 +1,7 @@
 #include "workbench/app/panel/SimplePanel.h"
 
 #include "oribund/controls/EffectParamObserverEx.h"
+#include "oribund/controls/KeyframeCtrlsBase.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/effects/EffectInstance.h"
 #include "oribund/host/toolkit/Label.h"
@@ -26,26 +27,85 @@ SimplePanel::~SimplePanel() = default;
 
 void SimplePanel::resize(double width, double height)
 {
+    const RedrawHold hold;
+    const int widthBefore = getWidth();
     EffectComponentPanel::resize(width, height);
-    // The rows share out the width when they are made.
-    if (!building_ && !contents_.empty() && getWidth() != builtWidth_)
-        rebuild();
+    if (getWidth() == widthBefore)
+        return;
+    for (Glob* widget : contents_)
+        widget->resize({getUserArea().width(), widget->getHeight()});
+    for (KeyframeCtrlsBase* row : rows_)
+        row->setLabelWidth(calcLabelWidth());
 }
 
 void SimplePanel::handleFXModifications(const ChangeDescription& change)
 {
     EffectComponentPanel::handleFXModifications(change);
-    const Kt::Ptr<EffectInstance> effect = getEffectPtr();
-    if (effect && ParamChangeFilter::isParamSetChange(change) && change.effect == effect->id())
+    const bool mayShowOthers = ParamChangeFilter::isParamSetChange(change) || ParamChangeFilter::isWholesale(change) ||
+                               change.code == EffectChangeCode::PresentationChanged;
+    // A row follows its parameter when that is replaced, and keeps the keyboard.
+    if (mayShowOthers && getEffectPtr() && whatToShow() != shown_)
         rebuild();
 }
 
-int SimplePanel::calcNameWidth(const EffectInstance& effect) const
+int SimplePanel::calcLabelWidth() const
 {
-    int widest = 4 * UifStd::getRowHeight();
-    for (const auto& param : effect.params())
-        widest = std::max(widest, ParamRow::calcNameWidth(*param));
-    return std::min(widest, getUserArea().width() * 2 / 5);
+    int widest = 3 * UifStd::getRowHeight();
+    for (const KeyframeCtrlsBase* row : rows_)
+        if (const auto param = row->getEffectParam())
+            widest = std::max(widest, KeyframeCtrlsBase::calcLabelWidth(*param));
+    return std::min(widest, getUserArea().width() / 3);
+}
+
+std::vector<SimplePanel::Shown> SimplePanel::whatToShow() const
+{
+    std::vector<Shown> entries;
+    const Kt::Ptr<EffectInstance> effect = getEffectPtr();
+    int hiddenGroups = 0;
+    for (const ParamPresentationDetails& entry : effect->presentation()) {
+        if (entry.kind == ParamPresentationDetails::Kind::GroupStart) {
+            hiddenGroups += hiddenGroups > 0 || entry.isHidden() ? 1 : 0;
+            if (hiddenGroups == 0)
+                entries.push_back({entry.id, typeid(void), entry.title});
+        } else if (entry.kind == ParamPresentationDetails::Kind::GroupEnd) {
+            hiddenGroups -= hiddenGroups > 0 ? 1 : 0;
+        } else if (const auto param = effect->findParam(entry.id); param && hiddenGroups == 0) {
+            const EffectValParamBase& typed = *param;
+            entries.push_back({entry.id, typeid(typed), {}});
+        }
+    }
+    return entries;
+}
+
+void SimplePanel::rebuild()
+{
+    const Kt::Ptr<EffectInstance> effect = getEffectPtr();
+    if (!effect)
+        return;
+    const RedrawHold hold;
+    rows_.clear();
+    for (Glob* widget : std::exchange(contents_, {}))
+        destroyWidget(*widget);
+    shown_ = whatToShow();
+    for (const Shown& entry : shown_)
+        add(entry, *effect);
+    for (KeyframeCtrlsBase* row : rows_)
+        row->setLabelWidth(calcLabelWidth());
+}
+
+void SimplePanel::add(const Shown& entry, const EffectInstance& effect)
+{
+    const auto width = static_cast<unsigned short>(std::clamp(getUserArea().width(), 0, 0xffff));
+    if (entry.type != typeid(void)) {
+        auto row = makeParamRow(getViewHandle(), *effect.findParam(entry.id), {width, 0, canvas()});
+        rows_.push_back(row.get());
+        addBelow(std::move(row));
+        return;
+    }
+    Label::InitArgs heading(width, static_cast<unsigned short>(UifStd::getRowHeight()), canvas());
+    heading.text = entry.title;
+    heading.role = PaletteRole::HeadingText;
+    addBelow(std::make_unique<Label>(heading));
 }
 
 void SimplePanel::addBelow(std::unique_ptr<Glob> widget)
@@ -54,40 +114,6 @@ void SimplePanel::addBelow(std::unique_ptr<Glob> widget)
     const WidgetPosition place =
         above ? WidgetPosition::below(*above, UifStd::getRowGap() / 2) : UserTopLeft(0, UifStd::getRowGap() / 2);
     contents_.push_back(addWidget(std::move(widget), place));
-}
-
-void SimplePanel::rebuild()
-{
-    const Kt::Ptr<EffectInstance> effect = getEffectPtr();
-    if (!effect)
-        return;
-    building_ = true;
-    const RedrawHold hold;
-    for (Glob* widget : std::exchange(contents_, {}))
-        destroyWidget(*widget);
-
-    builtWidth_ = getWidth();
-    const auto width = static_cast<unsigned short>(std::max(0, getUserArea().width()));
-    const auto rowHeight = static_cast<unsigned short>(UifStd::getRowHeight());
-    const int nameWidth = calcNameWidth(*effect);
-    int hiddenGroups = 0;
-    for (const ParamPresentationDetails& entry : effect->presentation()) {
-        if (entry.kind == ParamPresentationDetails::Kind::GroupStart) {
-            hiddenGroups += hiddenGroups > 0 || entry.isHidden() ? 1 : 0;
-            Label::InitArgs heading(width, rowHeight);
-            heading.text = entry.title;
-            heading.role = PaletteRole::HeadingText;
-            if (hiddenGroups == 0)
-                addBelow(std::make_unique<Label>(heading));
-        } else if (entry.kind == ParamPresentationDetails::Kind::GroupEnd) {
-            hiddenGroups -= hiddenGroups > 0 ? 1 : 0;
-        } else if (const auto param = effect->findParam(entry.id); param && hiddenGroups == 0) {
-            ParamRow::InitArgs args(width, rowHeight);
-            args.nameWidth = nameWidth;
-            addBelow(std::make_unique<ParamRow>(args, getViewHandle(), *param));
-        }
-    }
-    building_ = false;
 }
 
 } // namespace workbench

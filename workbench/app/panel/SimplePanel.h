@@ -3,7 +3,13 @@
 #include "oribund/panels/EffectComponentPanel.h"
 
 #include <memory>
+#include <typeindex>
 #include <vector>
+
+namespace oribund
+{
+class KeyframeCtrlsBase;
+}
 
 namespace workbench
 {
@@ -23,13 +29,24 @@ protected:
     void handleFXModifications(const ChangeDescription& change) override;
 
 private:
-    void rebuild();
-    int calcNameWidth(const oribund::EffectInstance& effect) const;
-    void addBelow(std::unique_ptr<oribund::Glob> widget);
+    /** What is shown, in order; the type of a parameter decides on its row. */
+    struct Shown {
+        oribund::IdStamp id;
+        std::type_index type = typeid(void); ///< of a parameter; void for a heading
+        oribund::UIString title;
 
+        bool operator==(const Shown&) const = default;
+    };
+
+    std::vector<Shown> whatToShow() const;
+    void rebuild();
+    void add(const Shown& entry, const oribund::EffectInstance& effect);
+    void addBelow(std::unique_ptr<oribund::Glob> widget);
+    int calcLabelWidth() const;
+
+    std::vector<Shown> shown_;
     std::vector<oribund::Glob*> contents_;
-    int builtWidth_ = 0;
-    bool building_ = false;
+    std::vector<oribund::KeyframeCtrlsBase*> rows_;
 };
 
 } // namespace workbench

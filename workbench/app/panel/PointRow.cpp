@@ -1,0 +1,82 @@
+#include "workbench/app/panel/PointRow.h"
+
+#include "oribund/controls/EffectValParamAdaptor.h"
+#include "oribund/controls/KeyframeButtonAdaptor.h"
+#include "oribund/controls/NumberDisplay.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/toolkit/NumericEntry.h"
+#include "oribund/host/toolkit/ScrubLabel.h"
+#include "oribund/host/toolkit/ValSlider.h"
+
+#include <algorithm>
+
+namespace workbench
+{
+
+using namespace oribund;
+
+namespace
+{
+
+constexpr std::array<const wchar_t*, 2> kLetters{L"X", L"Y"};
+
+} // namespace
+
+PointRow::PointRow(const FXViewHandle& handle, const EffectValParam<Vector2d>& param, const ParamRowArgs& args)
+    : KeyframeCtrlsBase(handle, param.id(), args.width, args.labelWidth, 0, args.canvas)
+{
+    for (unsigned i = 0; i < coordinates_.size(); ++i)
+        addCoordinate(i, param);
+    applyDisplay(param);
+    setKeyframeAdaptor(Kt::makePtr<KeyframeButtonAdaptor<PosAccessor>>(handle, PosAccessor(param, 0)));
+    finishRow();
+}
+
+void PointRow::addCoordinate(unsigned index, const EffectValParam<Vector2d>& param)
+{
+    Coordinate& coordinate = coordinates_[index];
+    const WString letter = kLetters[index];
+    Label::InitArgs label(0, 0, canvas());
+    label.text = UIString(letter);
+    coordinate.letter = addWidget(std::make_unique<ScrubLabel>(label), UserTopLeft(0, 0));
+    coordinate.slider = addEditor(std::make_unique<ValSlider>(Slider::InitArgs(0, 0, canvas())), letter);
+    coordinate.entry = addEntry(letter, false);
+    coordinate.letter->setEntry(coordinate.entry);
+    coordinate.slider->setDataAdaptor(Kt::makePtr<PositionAdaptor>(getViewHandle(), PosAccessor(param, index)));
+    coordinate.entry->setDataAdaptor(Kt::makePtr<PositionTextAdaptor>(getViewHandle(), PosTextAccessor(param, index)));
+}
+
+void PointRow::applyDisplay(const EffectValParam<Vector2d>& param)
+{
+    for (std::size_t i = 0; i < coordinates_.size(); ++i) {
+        const auto number = [i](const Vector2d& point) { return i == 0 ? point.x : point.y; };
+        const double standard = number(param.getDefault());
+        const NumberDisplay display(number(param.getMin()), number(param.getMax()), standard, param.unitText(), false);
+        applyTo(*coordinates_[i].slider, display, standard);
+        applyTo(*coordinates_[i].entry, display, standard);
+    }
+}
+
+void PointRow::handleParamReplaced(EffectValParamBase& param)
+{
+    if (const auto* point = dynamic_cast<const EffectValParam<Vector2d>*>(&param))
+        applyDisplay(*point);
+}
+
+void PointRow::layoutEditors(const Kt::Box<int>& area)
+{
+    const int gap = UifStd::getWidgetGap();
+    const int half = std::max(0, (area.width() - gap) / 2);
+    layoutCoordinate(coordinates_[0], {area.left, area.top, area.left + half, area.bottom});
+    layoutCoordinate(coordinates_[1], {area.right - half, area.top, area.right, area.bottom});
+}
+
+void PointRow::layoutCoordinate(Coordinate& coordinate, const Kt::Box<int>& area)
+{
+    coordinate.letter->setPosition(area.topLeft());
+    coordinate.letter->resize({UifStd::measure(L"X", font()), area.height()});
+    const int left = std::min(coordinate.letter->box().right + UifStd::getWidgetGap(), area.right);
+    putSliderAndEntry({left, area.top, area.right, area.bottom}, *coordinate.slider, *coordinate.entry);
+}
+
+} // namespace workbench
