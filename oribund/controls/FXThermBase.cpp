@@ -4,8 +4,9 @@
 #include "oribund/controls/EditTime.h"
 #include "oribund/controls/KeyframeCommands.h"
 #include "oribund/controls/KeyframeDrag.h"
+#include "oribund/controls/KeyframeKeys.h"
 #include "oribund/controls/KeyframeText.h"
-#include "oribund/cues/CueDrawing.h"
+#include "oribund/controls/ThermMarks.h"
 #include "oribund/cues/CueSearch.h"
 #include "oribund/host/base/FXTimeMapping.h"
 #include "oribund/host/base/Numeric.h"
@@ -170,7 +171,7 @@ WString FXThermBase::valueText() const
     const CompoundEffectMonitor* const monitor = commands().monitor();
     if (!monitor)
         return {};
-    const double now = getTime(eExact);
+    const double now = getVob()->getCurrentTime();
     const WString text = describeKeyframes(keyframes_.at(now), now, *monitor, getEdit());
     return text.empty() ? getCueTimecode(now, getEdit()) : text;
 }
@@ -298,34 +299,16 @@ bool FXThermBase::handleKeyEvent(const Event& event)
         return ThermBase::handleKeyEvent(event);
     if (!hasRegion() || !canInteract())
         return Control::handleKeyEvent(event);
-    return handleKeyframeKey(event) || ThermBase::handleKeyEvent(event);
-}
-
-bool FXThermBase::handleKeyframeKey(const Event& event)
-{
-    const KeyframeCommands commands = this->commands();
-    const unsigned held = event.modifiers & (Event::kCtrl | Event::kShift | Event::kAlt | Event::kMeta);
-    const bool sideways = event.key == Key::Left || event.key == Key::Right;
-    if (held == Event::kCtrl && sideways) {
-        commands.goToAdjacent(event.key == Key::Right);
-    } else if (held == Event::kAlt && sideways) {
-        commands.moveSelected(event.key == Key::Right ? 1 : -1);
-    } else if (held == Event::kCtrl && event.key == Key::Character && event.text == L"a") {
-        commands.selectAll(true);
-    } else if (held == 0 && (event.key == Key::Delete || event.key == Key::Backspace)) {
-        // Taken even when nothing is selected: it must not go on to delete what is around the bar.
-        commands.removeSelected();
-    } else if (held == 0 && event.key == Key::Escape && commands.countSelected() > 0) {
-        commands.selectAll(false);
-    } else {
-        return held == 0 && event.key == Key::Space && toggleAtCurrentTime();
-    }
-    return true;
+    if (runKeyframeKey(commands(), event))
+        return true;
+    const bool toggles = event.key == Key::Space && isPlainKey(event);
+    return (toggles && toggleAtCurrentTime()) || ThermBase::handleKeyEvent(event);
 }
 
 bool FXThermBase::toggleAtCurrentTime()
 {
-    const Keyframes keyframes = acceptedAt(getTime(eExact));
+    Vob* const vob = getVob();
+    const Keyframes keyframes = vob ? acceptedAt(vob->getCurrentTime()) : Keyframes();
     commands().toggle(keyframes);
     return !keyframes.empty();
 }
@@ -364,30 +347,12 @@ void FXThermBase::drawRegions(CanvasRenderer& renderer)
 
 void FXThermBase::drawSelectedKeyframesBackground(CanvasRenderer& renderer)
 {
-    const int reach = UifStd::getWidgetGap() + 1;
-    int drawn = -reach; // to where the ground is coloured already, so that it is not coloured twice
-    for (const ThermKeyframes::Mark& mark : marks_) {
-        if (!mark.selected)
-            continue;
-        const int from = std::max(drawn, mark.x - reach);
-        drawn = mark.x + reach + 1;
-        renderer.fillRect(CanvasRenderer::toDouble(Kt::Box<int>{from, 0, drawn, getHeight()}),
-                          UifStd::getColourScheme().selection);
-    }
+    drawMarksGround(renderer, marks_, getHeight());
 }
 
 void FXThermBase::drawKeyFrames(CanvasRenderer& renderer)
 {
-    constexpr Colour kFill{0.4, 0.1, 0.4};
-    constexpr Colour kSelectedFill{1.0, 1.0, 0.0};
-    const Colour outline = getPalette().windowText();
-    // Those that are selected stand on top.
-    for (const bool selected : {false, true}) {
-        for (const ThermKeyframes::Mark& mark : marks_) {
-            if (mark.selected == selected)
-                drawKeyFrame(renderer, {mark.x, getHeight() / 2}, selected ? kSelectedFill : kFill, outline);
-        }
-    }
+    drawKeyframeMarks(renderer, marks_, getHeight() / 2, getPalette().windowText());
 }
 
 void FXThermBase::drawMarks(CanvasRenderer& renderer)

@@ -139,12 +139,11 @@ private:
     bool pressKeyframes(const Event& event);
     void grabKeyframes(const Keyframes& keyframes, double time, int x);
     Keyframes acceptedAt(const std::optional<double>& time) const;
-    bool handleKeyframeKey(const Event& event);
     bool toggleAtCurrentTime();
 
     IdStamp track_;
     ThermKeyframes keyframes_;
-    std::vector<ThermKeyframes::Mark> marks_; ///< of the keyframes, during a draw
+    ThermMarks marks_; ///< of the keyframes, during a draw
     SignificantRegion significant_;
     NumRange<double> region_;   ///< that of the effects
     NumRange<double> followed_; ///< the span that the bar was given here

@@ -59,7 +59,7 @@ bool ThermKeyframes::hasAt(double time) const
                        [time](const Entry& entry) { return entry.keyframes.countAt(entry.inEffect(time)) > 0; });
 }
 
-std::vector<ThermKeyframes::Mark> ThermKeyframes::marksOn(const ThermGeometry& shown) const
+ThermMarks ThermKeyframes::marksOn(const ThermGeometry& shown) const
 {
     enum : char { kNone, kPlain, kSelected };
 
@@ -74,7 +74,7 @@ std::vector<ThermKeyframes::Mark> ThermKeyframes::marksOn(const ThermGeometry& s
         };
         entry.keyframes.visitCells(entry.inEffect(shown.start), entry.inEffect(shown.end), shown.width, note);
     }
-    std::vector<Mark> marks;
+    ThermMarks marks;
     for (int x = 0; x <= shown.width; ++x) {
         if (const char pixel = pixels[static_cast<std::size_t>(x)]; pixel != kNone)
             marks.push_back({x, pixel == kSelected});

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "oribund/controls/ThermMarks.h"
 #include "oribund/host/base/Export.h"
 #include "oribund/host/base/FXTimeMapping.h"
 #include "oribund/host/edit/CompoundEffectKeyframes.h"
@@ -36,14 +37,8 @@ public:
     /** Whether any keyframe is at an edit time. */
     bool hasAt(double time) const;
 
-    /** A pixel of the bar that has a keyframe, or a selected one. */
-    struct Mark {
-        int x = 0;
-        bool selected = false;
-    };
-
-    /** For drawing: from left to right. */
-    std::vector<Mark> marksOn(const ThermGeometry& shown) const;
+    /** For drawing. */
+    ThermMarks marksOn(const ThermGeometry& shown) const;
 
 private:
     struct Entry {

@@ -2,7 +2,7 @@
 
 #include "oribund/controls/EditTime.h"
 #include "oribund/cues/CueSearch.h"
-#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/toolkit/Event.h"
 #include "oribund/host/toolkit/GlobPeer.h"
 
@@ -103,7 +103,13 @@ void therm::jumpToPos(double time)
 void therm::showCuePanel(const Cue& cue)
 {
     shownCue_ = cue;
-    sendMsg(showCueMsg);
+    popup_ = makePopup(cue);
+    if (popup_) {
+        popup_->setPosition(toCanvas({geometry().f2xi(cue.time), getHeight()}));
+        popup_->open();
+    } else {
+        sendMsg(showCueMsg);
+    }
 }
 
 void therm::startTimeChangeSeries()
@@ -141,6 +147,8 @@ bool therm::handleMouseEvent(const Event& event)
         // A fine wheel's fraction of a notch is taken, and waits for the rest.
         return whole == 0.0 || zoomBy(whole >= 1.0 ? kIn : kOut);
     }
+    if (event.code == EventCode::MousePress)
+        popup_.reset();
     pointerX_ = event.code == EventCode::MouseLeave ? -1 : event.position.x;
     return ThermBase::handleMouseEvent(event);
 }
@@ -157,6 +165,32 @@ UIString therm::tooltip() const
             return UIString(getCueTooltip(cue, getEdit()));
     }
     return ThermBase::tooltip();
+}
+
+void therm::drawContents(CanvasRenderer& renderer)
+{
+    if (!minimalMode()) {
+        for (const Section& section : sections())
+            drawSection(renderer, section);
+    }
+    ThermBase::drawContents(renderer);
+}
+
+void therm::drawSection(CanvasRenderer& renderer, const Section& section)
+{
+    if (section.kind == Section::Kind::Marked) {
+        drawMarkedRegion(renderer, section.times.start(), section.times.end());
+        return;
+    }
+    // A strip along an edge: cues hang from the upper one, reports lie on the lower one, the urgent ones thicker.
+    const ThermGeometry shown = geometry();
+    const double height = getHeight();
+    Kt::Box<double> strip{shown.f2x(section.times.start()), 0.0, shown.f2xClipped(section.times.end()), 3.0};
+    if (section.kind != Section::Kind::RangedCue) {
+        strip.top = height - (section.kind == Section::Kind::QualityEvent ? 4.0 : 2.0);
+        strip.bottom = height;
+    }
+    renderer.fillRect(strip, section.colour);
 }
 
 void therm::drawMarks(CanvasRenderer& renderer)

@@ -5,6 +5,9 @@
 #include "oribund/host/edit/Cue.h"
 #include "oribund/host/edit/VobClient.h"
 
+#include <memory>
+#include <vector>
+
 namespace oribund
 {
 
@@ -15,8 +18,23 @@ namespace oribund
 class ORIBUND_API therm : public ThermBase, public VobClient
 {
 public:
-    /** What the parent is sent when the user has clicked at a cue: it may show a panel about shownCue(). */
+    /** What the parent is sent when the user has clicked at a cue, unless there is a pop-up: it may show a panel about
+        shownCue(). */
     static const String showCueMsg;
+
+    /** A stretch of the edit that the bar marks. */
+    struct Section {
+        enum class Kind {
+            Marked,       ///< by the user, for what is to be done there
+            RangedCue,    ///< a cue with a length
+            NotRealTime,  ///< cannot be played without dropping frames
+            QualityEvent, ///< something that a quality report tells of
+        };
+
+        Kind kind = Kind::Marked;
+        NumRange<double> times; ///< edit times
+        Colour colour;
+    };
 
     struct InitArgs : ThermBase::InitArgs {
         /** Bits of `flags`. */
@@ -56,9 +74,17 @@ public:
     UIString tooltip() const override;
 
 protected:
-    /** Opens what tells of a cue: sends showCueMsg. */
+    /** Opens what tells of a cue: the pop-up or, without one, what the parent shows. */
     virtual void showCuePanel(const Cue& cue);
 
+    /** What to show below a cue until the next press on the bar; none as it stands. */
+    virtual std::unique_ptr<Glob> makePopup(const Cue&) { return nullptr; }
+
+    /** For derived classes whose host knows of any: an edit tells of none. They do not overlap within a kind. */
+    virtual std::vector<Section> sections() const { return {}; }
+
+    virtual void drawSection(CanvasRenderer& renderer, const Section& section);
+    void drawContents(CanvasRenderer& renderer) override;
     void drawMarks(CanvasRenderer& renderer) override;
     void drawCues(CanvasRenderer& renderer) override;
     double timeStep() const override;
@@ -72,6 +98,7 @@ private:
 
     Cookie cookie_;
     Cue shownCue_;
+    std::unique_ptr<Glob> popup_;
     unsigned flags_;
     double wheelRest_ = 0.0;
     int pointerX_ = -1;

@@ -296,6 +296,8 @@ TEST_F(FXTherms, EveryPixelWithKeyframesHasOneMark)
 TEST_F(FXTherms, ItTellsWhatIsAtTheTimeAndAtThePointer)
 {
     EXPECT_EQ(bar->valueText(), L"00:00:10:00");
+    vob->setCurrentTime(25.0);
+    EXPECT_EQ(bar->valueText(), L"00:00:25:00");
     vob->setCurrentTime(14.0);
     EXPECT_EQ(bar->valueText(), L"Amount, 00:00:14:00, 0.25, keyframe 2 of 3");
     click(198);

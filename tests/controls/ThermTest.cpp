@@ -144,6 +144,68 @@ TEST_F(Therms, ALowBarJumpsToACueAndOpensAndDrawsNothingOfIt)
     EXPECT_GT(count(*bar), low);
 }
 
+/** A bar of a host that knows more of its edit, and shows cues itself. */
+class RichTherm : public therm
+{
+public:
+    using therm::therm;
+
+    std::vector<Section> marked;
+    Glob* popup = nullptr;
+
+protected:
+    std::vector<Section> sections() const override { return marked; }
+
+    std::unique_ptr<Glob> makePopup(const Cue&) override
+    {
+        auto made = std::make_unique<StandardPanel>(GlobCreationInfo(60, 20, canvas()));
+        popup = made.get();
+        return made;
+    }
+};
+
+TEST_F(Therms, APopUpStandsBelowItsCueUntilTheNextPress)
+{
+    addCue(40.0);
+    therm::InitArgs args(200, 18);
+    args.end = 100.0;
+    args.vob = vob.get();
+    auto* bar = panel->addWidget(std::make_unique<RichTherm>(args), Glob::UserTopLeft(0, 0));
+    press(86);
+    release(86);
+    const GlobRef<Glob> popup(bar->popup);
+    ASSERT_TRUE(popup && popup->isShown());
+    EXPECT_EQ(popup->getPosition(), (XY<int>{80, 18}));
+    EXPECT_TRUE(panel->last.empty());
+    press(150);
+    EXPECT_FALSE(popup);
+    release(150);
+}
+
+TEST_F(Therms, SectionsAreStripsThatALowBarLeavesOut)
+{
+    therm::InitArgs args(200, 18);
+    args.end = 100.0;
+    auto* bar = panel->addWidget(std::make_unique<RichTherm>(args), Glob::UserTopLeft(0, 0));
+    const auto boxes = [bar] {
+        RecordingRenderer renderer;
+        bar->draw(renderer);
+        std::vector<Kt::Box<double>> all;
+        for (const Primitive& p : renderer.primitives()) {
+            if (p.box.left == 20.0 && p.box.right == 60.0)
+                all.push_back(p.box);
+        }
+        return all;
+    };
+    using Kind = therm::Section::Kind;
+    for (const Kind kind : {Kind::Marked, Kind::RangedCue, Kind::NotRealTime, Kind::QualityEvent})
+        bar->marked.push_back({kind, {10.0, 30.0}, {}});
+    EXPECT_EQ(boxes(),
+              (std::vector<Kt::Box<double>>{{20, 6, 60, 12}, {20, 0, 60, 3}, {20, 16, 60, 18}, {20, 14, 60, 18}}));
+    bar->resize(200.0, 10.0);
+    EXPECT_TRUE(boxes().empty());
+}
+
 TEST_F(Therms, AJumpOutOfViewCentresTheView)
 {
     make();

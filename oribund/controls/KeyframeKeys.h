@@ -1,0 +1,21 @@
+#pragma once
+
+#include "oribund/host/base/Export.h"
+
+namespace oribund
+{
+
+class Event;
+class KeyframeCommands;
+
+/**
+ * The keys that mean the same wherever keyframes are shown: Ctrl+Left and Ctrl+Right walk them, Alt+Left and Alt+Right
+ * move the selected ones by a frame, Delete removes them, Ctrl+A selects all, Escape none. Whether this was one of
+ * them.
+ */
+ORIBUND_API bool runKeyframeKey(const KeyframeCommands& commands, const Event& event);
+
+/** Whether a key with modifiers is one of them, so that a host does not take it for a command of its own. */
+ORIBUND_API bool isKeyframeKey(const Event& event);
+
+} // namespace oribund
