@@ -270,7 +270,7 @@ TEST_F(Gesture, MovingManyKeyframesIsOneStepWithWhateverElseIsDoneToThem)
     }
 
     colour->setKeyframeValueAt(5, {{0.1, 0.2, 0.3, 0.4}}, ChangeKind::Start);
-    graph.addKeyframe(0.001, ChangeKind::Continuation);
+    graph.addKeyframe(0.7505, ChangeKind::Continuation);
     graph.removeKeyframe(0, ChangeKind::Continuation);
     drag(0, 2, 1 / 256.0, ChangeKind::Continuation);
     colour->setKeyframeValueAt(6, {{0.5, 0.5, 0.5, 0.5}}, ChangeKind::Continuation);
@@ -278,7 +278,7 @@ TEST_F(Gesture, MovingManyKeyframesIsOneStepWithWhateverElseIsDoneToThem)
     graph.moveKeyframe(3, 0.9999, ChangeKind::Continuation);
     drag(10, 1, 1 / 512.0, ChangeKind::Continuation);
     graph.addKeyframe(2.0, ChangeKind::Continuation);
-    expectOneStep("Move 63 keyframes of Colour");
+    expectOneStep("Move 64 keyframes of Colour");
     drag(10, 1, 1 / 512.0, ChangeKind::Start);
     graph.removeAllKeyframes(ChangeKind::Continuation);
     expectOneStep("Remove 64 keyframes from Colour");
