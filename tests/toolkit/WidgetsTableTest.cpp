@@ -180,7 +180,7 @@ TEST_F(Tables, AnEditStaysWithItsRowWhereverThatGoes)
     list.insert(0, L"zero", L"0");
     EXPECT_EQ(table->edit().cell(), (XY<int>{1, 2}));
     EXPECT_EQ(table->getCurrentCell(), (XY<int>{1, 2}));
-    EXPECT_EQ(table->edit().box()->getPosition(), table->layout().cellBox({1, 2}).topLeft());
+    EXPECT_TRUE(table->layout().cellBox({1, 2}).contains(table->edit().box()->box()));
     list.rows[2].second = L"changed";
     list.tableChanged();
     EXPECT_EQ(table->edit().box()->getShownText(), L"typed");

@@ -67,6 +67,11 @@ inline QRectF toQt(const oribund::Kt::Box<double>& box)
     return {box.left, box.top, box.width(), box.height()};
 }
 
+inline oribund::Kt::Box<int> fromQt(const QRect& rect)
+{
+    return oribund::Kt::Box<int>::fromSize({rect.x(), rect.y()}, {rect.width(), rect.height()});
+}
+
 /** The interface font of the application in the size and style that are asked for. */
 QFont toQt(const oribund::Glib::FontDesc& font);
 

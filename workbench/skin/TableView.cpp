@@ -5,6 +5,8 @@
 #include "workbench/skin/QPainterRenderer.h"
 #include "workbench/skin/QtConversions.h"
 #include "workbench/skin/QtPeer.h"
+#include "workbench/skin/TableCellDelegate.h"
+#include "workbench/skin/TableHeader.h"
 #include "workbench/skin/TableModel.h"
 
 #include "oribund/host/toolkit/Event.h"
@@ -13,7 +15,6 @@
 #include "oribund/host/toolkit/TableWidget.h"
 
 #include <QCoreApplication>
-#include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -21,7 +22,6 @@
 #include <QPainter>
 #include <QScopedValueRollback>
 #include <QScrollBar>
-#include <QStyledItemDelegate>
 #include <QToolTip>
 
 namespace workbench
@@ -29,66 +29,7 @@ namespace workbench
 
 using oribund::Event;
 using oribund::Key;
-using oribund::TablePainter;
 using oribund::TableWidget;
-
-namespace
-{
-
-oribund::Kt::Box<int> boxOf(const QRect& rect)
-{
-    return oribund::Kt::Box<int>::fromSize({rect.x(), rect.y()}, {rect.width(), rect.height()});
-}
-
-/** The table paints its cells itself, as it does without Qt. */
-class CellDelegate final : public QStyledItemDelegate
-{
-public:
-    CellDelegate(const TableWidget& table, QObject* parent)
-        : QStyledItemDelegate(parent)
-        , table_(table)
-    {
-    }
-
-    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
-    {
-        QPainterRenderer renderer(*painter);
-        TablePainter(table_, renderer).cell({index.column(), index.row()}, boxOf(option.rect));
-    }
-
-private:
-    const TableWidget& table_;
-};
-
-/** And its header. */
-class TableHeader final : public QHeaderView
-{
-public:
-    TableHeader(const TableWidget& table, QWidget* parent)
-        : QHeaderView(Qt::Horizontal, parent)
-        , table_(table)
-    {
-        setMinimumSectionSize(1);
-        setSectionsClickable(false);
-        setHighlightSections(false);
-    }
-
-protected:
-    void paintSection(QPainter* painter, const QRect& rect, int section) const override
-    {
-        painter->save();
-        {
-            QPainterRenderer renderer(*painter);
-            TablePainter(table_, renderer).headerCell(section, boxOf(rect));
-        }
-        painter->restore();
-    }
-
-private:
-    const TableWidget& table_;
-};
-
-} // namespace
 
 TableView::TableView(TableWidget& table, QWidget& parent)
     : QTableView(&parent)
@@ -111,7 +52,7 @@ TableView::TableView(TableWidget& table, QWidget& parent)
     setHorizontalHeader(new TableHeader(table, this));
     verticalHeader()->hide();
     verticalHeader()->setMinimumSectionSize(1);
-    setItemDelegate(new CellDelegate(table, this));
+    setItemDelegate(new TableCellDelegate(table, this));
     setModel(model_);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, [this](int offset) {
         if (table_ && !refreshing_)
@@ -202,7 +143,7 @@ void TableView::paintEvent(QPaintEvent* event)
         return;
     QPainter painter(viewport());
     QPainterRenderer renderer(painter);
-    TablePainter(*table_, renderer).emptyState(boxOf(viewport()->rect()));
+    oribund::TablePainter(*table_, renderer).emptyState(fromQt(viewport()->rect()));
 }
 
 // The pointer

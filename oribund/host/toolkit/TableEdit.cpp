@@ -183,8 +183,10 @@ void TableEdit::place()
     const Kt::Box<int> box = table_.layout().cellBox(cell());
     const Kt::Box<int> body = table_.layout().bodyBox();
     if (box.top >= body.top && box.top < body.bottom && !body.empty()) {
-        box_->setPosition(box.topLeft());
-        box_->resize(std::min(box.right, body.right) - box.left, box.height() - 1);
+        // Beside the line on the left, so that the text stays where it is seen in the cell.
+        const int left = box.left + 1;
+        box_->setPosition({left, box.top});
+        box_->resize(std::min(box.right, body.right) - left, box.height());
         return;
     }
     const GlobRef<TableWidget> self(&table_);

@@ -1,0 +1,26 @@
+#include "workbench/skin/TableHeader.h"
+
+#include "workbench/skin/QPainterRenderer.h"
+#include "workbench/skin/QtConversions.h"
+
+#include "oribund/host/toolkit/TablePainter.h"
+
+namespace workbench
+{
+
+TableHeader::TableHeader(const oribund::TableWidget& table, QWidget* parent)
+    : QHeaderView(Qt::Horizontal, parent)
+    , table_(table)
+{
+    setMinimumSectionSize(1);
+    setSectionsClickable(false);
+    setHighlightSections(false);
+}
+
+void TableHeader::paintSection(QPainter* painter, const QRect& rect, int section) const
+{
+    QPainterRenderer renderer(*painter);
+    oribund::TablePainter(table_, renderer).headerCell(section, fromQt(rect));
+}
+
+} // namespace workbench
