@@ -1,6 +1,7 @@
 #include "oribund/controls/KeyframeText.h"
 
 #include "oribund/controls/ControlTexts.h"
+#include "oribund/controls/KeyframeFloatCtrlsBase.h"
 #include "oribund/cues/CueSearch.h"
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/edit/TrackEffects.h"
@@ -12,6 +13,7 @@
 
 #include <algorithm>
 #include <string>
+#include <type_traits>
 
 namespace oribund
 {
@@ -44,11 +46,14 @@ std::wstring valueAt(EffectValParamBase& param, double time)
 {
     std::wstring text;
     visitParam(param, [&]<class P>(EffectValParam<P>& typed) {
-        if constexpr (isNumericParam<P>)
+        if constexpr (std::is_same_v<P, double>)
+            text = KeyframeFloatCtrlsBase::displayOf(typed).format.textOf(typed.getValue(time)).view();
+        else if constexpr (isNumericParam<P>)
             text = numbersOf(ParamTraits<P>::split(typed.getValue(time)));
+        if constexpr (std::is_same_v<P, Angle>)
+            text += L'\u00b0';
     });
-    const std::wstring_view unit = param.unitText().view();
-    return unit.empty() ? text : text + L" " + std::wstring(unit);
+    return text;
 }
 
 std::wstring describe(const FXKeyframe& keyframe, const WString& time, const TrackEffects& effects)

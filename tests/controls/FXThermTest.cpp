@@ -299,9 +299,9 @@ TEST_F(FXTherms, ItTellsWhatIsAtTheTimeAndAtThePointer)
     vob->setCurrentTime(25.0);
     EXPECT_EQ(bar->valueText(), L"00:00:25:00");
     vob->setCurrentTime(14.0);
-    EXPECT_EQ(bar->valueText(), L"Amount, 00:00:14:00, 0.25, keyframe 2 of 3");
+    EXPECT_EQ(bar->valueText(), L"Amount, 00:00:14:00, 25 %, keyframe 2 of 3");
     click(198);
-    EXPECT_EQ(bar->tooltip(), UIString(L"Amount, 00:00:18:00, 0.25, keyframe 3 of 3, selected"));
+    EXPECT_EQ(bar->tooltip(), UIString(L"Amount, 00:00:18:00, 25 %, keyframe 3 of 3, selected"));
     for (const wchar_t* const name : {L"A", L"B", L"C", L"D"})
         addParam(*effect, name, {14.0});
     const WString text = bar->valueText();
