@@ -1,0 +1,157 @@
+#include "tests/model/SampleEdit.h"
+
+#include "oribund/host/edit/CompoundEffectMonitorClient.h"
+#include "oribund/host/effects/KeyframeClip.h"
+#include "workbench/model/ModelMonitor.h"
+#include "workbench/model/ModelVob.h"
+
+#include <gtest/gtest.h>
+
+using namespace sample;
+using oribund::FXTime;
+using oribund::IdStamp;
+
+namespace
+{
+
+/** A viewer with an effect over four seconds whose level and centre have keyframes. */
+class KeyframeGesture : public testing::Test, public Bench, public oribund::CompoundEffectMonitorClient
+{
+protected:
+    KeyframeGesture()
+        : CompoundEffectMonitorClient(nullptr)
+    {
+        animate(*level, {0.1, 0.5});
+        animate(*centre, {0.2});
+        undo().endGesture();
+        vob.setEdit(edit);
+        vob.setCurrentTime(3.0);
+        monitor = vob.getEffectMonitor();
+        setMonitor(monitor);
+        monitor->selectAllKeyframes(stampOf(tint), {}, true);
+        steps = undo().size();
+        told = 0;
+    }
+
+    void handleFXModifications(const ChangeDescription&) override { ++told; }
+
+    static void animate(oribund::EffectValParamBase& param, std::initializer_list<double> times)
+    {
+        param.setFunctionType(oribund::EffectValParamFnType::Keyframed, *times.begin());
+        for (const double time : times)
+            param.graph()->addKeyframe(time);
+    }
+
+    void drag(bool announced, int moves = 3)
+    {
+        for (int i = 0; i < moves; ++i) {
+            if (announced)
+                monitor->makeBackup(oribund::BackupKind::Undo, {});
+            monitor->trimSelectedKeyframes(stampOf(kVideo), 0.04);
+        }
+    }
+
+    void expectMovedBy(int frames)
+    {
+        EXPECT_NEAR(level->graph()->timeAt(0), 0.1 + frames * 0.01, 1e-9);
+        EXPECT_NEAR(level->graph()->timeAt(1), 0.5 + frames * 0.01, 1e-9);
+        EXPECT_NEAR(centre->graph()->timeAt(0), 0.2 + frames * 0.01, 1e-9);
+    }
+
+    ObjectId clip = addPicture(50, 100);
+    ObjectId tint = editor.addEffect(clip, "tint").object;
+    oribund::Kt::Ptr<oribund::EffectValParam<double>> level = param<double>(tint, kLevel);
+    oribund::Kt::Ptr<oribund::EffectValParam<oribund::Vector2d>> centre = param<oribund::Vector2d>(tint, kCentre);
+    ModelVob vob;
+    oribund::CompoundEffectMonitor* monitor = nullptr;
+    std::size_t steps = 0;
+    int told = 0;
+};
+
+TEST_F(KeyframeGesture, IsOneStepHoweverOftenItMovesAndWasAnnounced)
+{
+    for (const bool announced : {true, false}) {
+        told = 0;
+        drag(announced);
+        expectMovedBy(3);
+        EXPECT_EQ(told, 3);
+        monitor->endTrim();
+        undo().endGesture();
+        EXPECT_EQ(undo().size(), steps + 1) << announced;
+        EXPECT_TRUE(undo().undo());
+        expectMovedBy(0);
+        EXPECT_TRUE(undo().redo());
+        expectMovedBy(3);
+        EXPECT_TRUE(undo().undo());
+        monitor->selectAllKeyframes(stampOf(tint), {}, true);
+    }
+}
+
+TEST_F(KeyframeGesture, LeavesNoStepWhenItIsTakenBack)
+{
+    for (const bool announced : {true, false}) {
+        drag(announced);
+        monitor->cancelTrim();
+        expectMovedBy(0);
+        undo().endGesture();
+        EXPECT_EQ(undo().size(), steps) << announced;
+        EXPECT_EQ(monitor->getNumKeyframesSelected(IdStamp::wildcard(), {}), 3);
+    }
+    level->setKeyframeValueAt(0, 77.0);
+    monitor->cancelTrim();
+    EXPECT_EQ(level->getValue(0.1), 77.0) << "not the gesture's";
+}
+
+TEST_F(KeyframeGesture, IsOverWithAnUndoInItsMidst)
+{
+    drag(true);
+    undo().undo();
+    expectMovedBy(0);
+    drag(true);
+    expectMovedBy(0);
+    monitor->cancelTrim();
+    expectMovedBy(0);
+    EXPECT_TRUE(undo().redo());
+    expectMovedBy(3);
+}
+
+TEST_F(KeyframeGesture, StaysWhereItIsWhenTheEditIsLockedOrTheViewerGoes)
+{
+    drag(true, 1);
+    edit->setReadOnly(true);
+    drag(true, 1);
+    monitor->cancelTrim();
+    expectMovedBy(1);
+    edit->setReadOnly(false);
+    EXPECT_EQ(undo().size(), steps + 1);
+    drag(true, 1);
+    vob.setEdit({});
+    expectMovedBy(2);
+    EXPECT_EQ(undo().size(), steps + 2) << "the step is closed";
+}
+
+TEST_F(KeyframeGesture, EditsOfManyParametersAreOneStepAndAreToldOnce)
+{
+    const auto expectOneStep = [&](const std::string& title) {
+        EXPECT_EQ(told, 1) << title;
+        EXPECT_EQ(undoTitle(), title);
+        EXPECT_EQ(undo().size(), ++steps);
+        told = 0;
+    };
+    EXPECT_TRUE(monitor->addKeyframesAt(stampOf(kVideo), stampOf(tint), FXTime{0.7}));
+    expectOneStep("Add keyframes");
+    EXPECT_TRUE(monitor->removeKeyframesAt(stampOf(kVideo), stampOf(tint), FXTime{0.7}));
+    expectOneStep("Remove 2 keyframes");
+    const auto copied = monitor->copySelectedKeyframes(IdStamp::wildcard(), {});
+    EXPECT_TRUE(monitor->removeSelectedKeyframes(IdStamp::wildcard(), {}));
+    expectOneStep("Remove 3 keyframes");
+    EXPECT_EQ(level->functionType(), oribund::EffectValParamFnType::Constant);
+    EXPECT_EQ(monitor->pasteKeyframes(stampOf(kVideo), copied), 3);
+    expectOneStep("Paste 3 keyframes");
+    EXPECT_NEAR(level->graph()->timeAt(1), 0.65, 1e-9);
+    EXPECT_TRUE(undo().undo());
+    EXPECT_TRUE(undo().undo());
+    expectMovedBy(0);
+}
+
+} // namespace
