@@ -87,6 +87,11 @@ int Graph1dBase::nearestIndex(double time) const noexcept
     return nextIsNearer ? lower + 1 : lower;
 }
 
+double Graph1dBase::anyTimeFrom(double from, double enough) const noexcept
+{
+    return keys().anyTimeFrom(from, enough);
+}
+
 int Graph1dBase::indexAt(double time) const noexcept
 {
     const KeyStore::Position lower = keys().lower(time);

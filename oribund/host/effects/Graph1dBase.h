@@ -56,6 +56,9 @@ public:
     int lowerIndex(double time) const noexcept;
     /** The keyframe closest in time, the earlier of two; -1 only for an empty graph. */
     int nearestIndex(double time) const noexcept;
+    /** For drawing: the time of a keyframe from `from` on; the first one, or any of those before `enough`, which is
+        quicker found. Infinity when there is none. */
+    double anyTimeFrom(double from, double enough) const noexcept;
 
     int channelCount() const noexcept { return static_cast<int>(channels_.size()); }
 

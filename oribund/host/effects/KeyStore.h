@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <limits>
 #include <memory>
 #include <span>
 #include <vector>
@@ -71,6 +72,24 @@ public:
         const int chunk = chunks_.size() == 1 ? 0 : chunkOfTime(time);
         const Chunk& keys = at(chunk);
         return {chunk, countUpTo(keys.times(), keys.count, time) - 1};
+    }
+
+    /** The time of the first keyframe that is not before `from`, or of any that follows it before `enough`; infinity
+        when there is none. */
+    double anyTimeFrom(double from, double enough) const noexcept
+    {
+        constexpr double kNone = std::numeric_limits<double>::infinity();
+        if (size_ == 0)
+            return kNone;
+        // The first times of chunks lie together: with many keyframes between the two times, one of them will do.
+        const double first = firstTimes_[static_cast<std::size_t>(chunkOfTime(enough))];
+        if (first >= from && first < enough)
+            return first;
+        const Position before = lower(from);
+        if (before.valid() && time(before) >= from)
+            return time(before);
+        const Position after = before.valid() ? next(before) : begin();
+        return after.valid() ? time(after) : kNone;
     }
 
     /** The first keyframe, and the last one; invalid when there is none. */

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
+#include <limits>
 
 namespace oribund
 {
@@ -18,39 +18,34 @@ KeyframeCells::KeyframeCells(double from, double to, int count)
 {
 }
 
-/** `firstFrom(time)` yields the first keyframe that is not before `time`. */
-template <class FirstFrom>
-void KeyframeCells::walk(FirstFrom firstFrom, bool selected)
+/** `anyFrom(from, enough)` is the time of the first keyframe that is not before `from`, or of any before `enough`. */
+template <class AnyFrom>
+void KeyframeCells::walk(AnyFrom anyFrom, bool selected)
 {
     double next = low_;
     for (std::size_t cell = 0; cell < cells_.size(); ++cell) {
-        const std::optional<double> time = firstFrom(next);
-        if (!time || *time > high_)
+        const double time = anyFrom(next, from_ + static_cast<double>(cell + 1) * width_);
+        if (time > high_)
             return;
         // Never back, even where rounding puts a keyframe and the end of its cell on the wrong sides of each other.
-        cell = std::max(cell, static_cast<std::size_t>((*time - from_) / width_));
+        cell = std::max(cell, static_cast<std::size_t>((time - from_) / width_));
         cell = std::min(cell, cells_.size() - 1);
-        cells_[cell] = {*time, true, selected};
-        next = std::max(from_ + static_cast<double>(cell + 1) * width_, std::nextafter(*time, high_ + 1.0));
+        cells_[cell] = {time, true, selected};
+        next = std::max(from_ + static_cast<double>(cell + 1) * width_, std::nextafter(time, high_ + 1.0));
     }
 }
 
 void KeyframeCells::add(const Graph1dBase& graph)
 {
-    walk(
-        [&graph](double time) {
-            const int index = firstKeyframeFrom(graph, time);
-            return index < graph.size() ? std::optional(graph.timeAt(index)) : std::nullopt;
-        },
-        false);
+    walk([&graph](double from, double enough) { return graph.anyTimeFrom(from, enough); }, false);
 }
 
 void KeyframeCells::addSelected(std::span<const double> times)
 {
     walk(
-        [times](double time) {
-            const auto found = std::lower_bound(times.begin(), times.end(), time);
-            return found != times.end() ? std::optional(*found) : std::nullopt;
+        [times](double from, double) {
+            const auto found = std::lower_bound(times.begin(), times.end(), from);
+            return found != times.end() ? *found : std::numeric_limits<double>::infinity();
         },
         true);
 }

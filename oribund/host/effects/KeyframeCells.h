@@ -33,8 +33,8 @@ private:
         bool selected = false;
     };
 
-    template <class FirstFrom>
-    void walk(FirstFrom firstFrom, bool selected);
+    template <class AnyFrom>
+    void walk(AnyFrom anyFrom, bool selected);
 
     double from_;
     double low_; // the part of the span that lies within the effect
