@@ -11,7 +11,7 @@ import subprocess
 import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-PROGRAMS = ("notify", "graphs", "binding", "model")
+PROGRAMS = ("notify", "graphs", "binding", "model", "bars")
 REPETITIONS = 5
 NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 SIZES = (10, 100, 1000, 10000, 100000)
@@ -136,11 +136,21 @@ def editing(table):
                  "arrayMoved/graphs:1", 100)
 
 
+def bars(table):
+    table.below("the next keyframe of 4 effects with 50 parameters of 100 keyframes", "adjacentKeyframe", 200)
+    table.faster("the next keyframe; peer: a std::map for each parameter", "adjacentKeyframe", "adjacentInMaps", 20)
+    table.at_most("draw 1,000,000 keyframes in 1,000 cells; peer: 10,000", "visitCells/1/1000000", "visitCells/1/10000", 3)
+    table.at_most("the nearest of 1,000 keyframes; peer: std::lower_bound", "nearestKeyframe", "nearestByLowerBound", 2)
+    table.faster("the nearest of 1,000 keyframes; peer: a scan of all", "nearestKeyframe", "nearestByScan", 10)
+    table.below("one move of a drag of 10,000 keyframes, undo included", "trimMove/10000", 2e6)
+
+
 def main():
     table = Table(measure(sys.argv[1]))
     graphs(table)
     notification(table)
     editing(table)
+    bars(table)
     with open("/proc/cpuinfo", encoding="utf-8") as cpuinfo:
         cpu = next((line.split(":")[1].strip() for line in cpuinfo if line.startswith("model name")), "unknown")
     with open(os.path.join(ROOT, "docs", "performance.md"), "w", encoding="utf-8") as page:
