@@ -68,7 +68,7 @@ bool GlobSurface::claims(const QKeyEvent& event) const
 {
     const Event key = toEvent(event);
     if (key.modifiers & (Event::kCtrl | Event::kAlt | Event::kMeta))
-        return false;
+        return traits_->usesCommandKey(key);
     const EventRouter* router = EventRouter::find(glob_->canvas());
     if (key.key == oribund::Key::Escape)
         return router && router->grabOwner();

@@ -2,6 +2,8 @@
 
 #include "workbench/skin/QtConversions.h"
 
+#include "oribund/controls/FXThermBase.h"
+#include "oribund/controls/KeyframeKeys.h"
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/toolkit/AngleIndicatorWidget.h"
 #include "oribund/host/toolkit/Button.h"
@@ -200,6 +202,45 @@ private:
     oribund::Slider& slider_;
 };
 
+class TimeBarTraits final : public PlainTraits
+{
+public:
+    explicit TimeBarTraits(oribund::ThermBase& bar)
+        : PlainTraits(QAccessible::Slider, true)
+        , bar_(bar)
+    {
+    }
+
+    bool usesKey(Key key) const override
+    {
+        return PlainTraits::usesKey(key) || (holdsKeyframes() && key == Key::Space);
+    }
+
+    bool usesCommandKey(const oribund::Event& press) const override
+    {
+        return holdsKeyframes() && oribund::isKeyframeKey(press);
+    }
+
+    QString valueText() const override { return toQt(bar_.valueText()); }
+
+    std::optional<Number> number() const override
+    {
+        const oribund::ThermGeometry shown = bar_.geometry();
+        return Number{bar_.getTime(oribund::eExact), shown.start, shown.end, 0.0};
+    }
+
+    void setNumber(double value) override
+    {
+        if (bar_.canInteract())
+            bar_.setTime(bar_.constrainTime(value));
+    }
+
+private:
+    bool holdsKeyframes() const { return dynamic_cast<const oribund::FXThermBase*>(&bar_) != nullptr; }
+
+    oribund::ThermBase& bar_;
+};
+
 class DialTraits final : public GlobTraits
 {
 public:
@@ -233,6 +274,11 @@ private:
 } // namespace
 
 GlobTraits::~GlobTraits() = default;
+
+bool GlobTraits::usesCommandKey(const oribund::Event&) const
+{
+    return false;
+}
 
 void GlobTraits::addState(QAccessible::State&) const {}
 
@@ -287,6 +333,8 @@ std::unique_ptr<GlobTraits> GlobTraits::of(oribund::Glob& glob)
         return std::make_unique<SwatchTraits>(*swatch);
     if (auto* group = dynamic_cast<oribund::MinimizableGroup*>(&glob))
         return std::make_unique<GroupTraits>(*group);
+    if (auto* bar = dynamic_cast<oribund::ThermBase*>(&glob))
+        return std::make_unique<TimeBarTraits>(*bar);
     if (auto* dial = dynamic_cast<oribund::AngleIndicatorWidget*>(&glob))
         return std::make_unique<DialTraits>(*dial);
     const bool isPanel = dynamic_cast<oribund::StandardPanel*>(&glob) != nullptr;

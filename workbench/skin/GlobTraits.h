@@ -11,6 +11,7 @@ namespace oribund
 class Button;
 class Checkbox;
 class DropDownMenuButton;
+class Event;
 class Glob;
 class Label;
 class Slider;
@@ -41,6 +42,9 @@ public:
     /** Whether a press of the key, without Ctrl or Alt, is for this glob while it has the keyboard, not for a command.
      */
     virtual bool usesKey(oribund::Key key) const = 0;
+
+    /** The same of a press with Ctrl, Alt or Meta. */
+    virtual bool usesCommandKey(const oribund::Event& press) const;
 
     virtual void addState(QAccessible::State& state) const;
 
