@@ -62,6 +62,23 @@ TEST_F(TimelineGeometryTest, ZoomingKeepsTheFrameUnderThePointer)
     EXPECT_GT(geometry.framesInView(), 250.0);
 }
 
+TEST_F(TimelineGeometryTest, ShowsWhatIsAskedForAsFarAsItGoes)
+{
+    geometry.show(60.0, 50.0, 70.0);
+    EXPECT_NEAR(geometry.firstFrame(), 60.0, 1e-9);
+    EXPECT_NEAR(geometry.framesInView(), 50.0, 1e-9);
+    const double x = geometry.xOf(70.0);
+    geometry.show(68.0, 10.0, 70.0); // closer than it gets
+    EXPECT_EQ(geometry.pixelsPerFrame(), TimelineGeometry::kMostPixels);
+    EXPECT_NEAR(geometry.xOf(70.0), x, 1e-6);
+    geometry.show(200.0, 100.0, 0.0);
+    EXPECT_NEAR(geometry.firstFrame(), geometry.lastFirstFrame(), 1e-9);
+    geometry.show(10.0, 0.0, 10.0);
+    EXPECT_NEAR(geometry.framesInView(), 100.0, 1e-9);
+    geometry.show(-1e6, 1e7, 10.0);
+    EXPECT_EQ(geometry.firstFrame(), 0.0);
+}
+
 TEST_F(TimelineGeometryTest, FindsWhatLiesUnderThePointer)
 {
     const auto at = [&](double frame, double y) { return geometry.hitTest(edit, geometry.xOf(frame), y); };

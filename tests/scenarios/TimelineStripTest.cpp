@@ -184,7 +184,7 @@ TEST_F(TimelineStripTest, TheViewFollowsTheTimeAndIsToldToPanels)
     EXPECT_GE(xOf(last + 30), TimelineGeometry::kHeaderWidth);
     EXPECT_LT(xOf(last + 31), strip.width());
     const oribund::NumRange<double> range = workspace.vob().getViewRange();
-    EXPECT_NEAR(range.start(), workspace.vob().timeOf(static_cast<int>(geometry().firstFrame())), 1e-9);
+    EXPECT_NEAR(range.start(), geometry().firstFrame() * edit().getCelResolution(), 1e-9);
     EXPECT_LE(range.start(), workspace.vob().getCurrentTime());
     EXPECT_GE(range.end(), workspace.vob().getCurrentTime());
 }

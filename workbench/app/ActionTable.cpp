@@ -41,11 +41,18 @@ const Entry kEntries[] = {
     {Command::NextCut, "&Transport", "&Next cut", "Down", Glyph::NextCut},
     {Command::ToStart, "&Transport", "To the &start", "Home", Glyph::ToStart, true},
     {Command::ToEnd, "&Transport", "To the &end", "End", Glyph::ToEnd},
+    {Command::AddCue, "&Cues", "&Add cue", "M", Glyph::Plus},
+    {Command::PreviousCue, "&Cues", "&Previous cue", "Alt+Left", {}, true},
+    {Command::NextCue, "&Cues", "&Next cue", "Alt+Right", {}},
+    {Command::RenameCue, "&Cues", "&Rename cue\u2026", "Shift+M", {}, true},
+    {Command::CueColour, "&Cues", "&Colour", "", {}},
+    {Command::DescribeCue, "&Cues", "&Describe cue", "Ctrl+M", {}},
+    {Command::RemoveCue, "&Cues", "De&lete cue", "Alt+Delete", Glyph::Trash},
     {Command::ZoomIn, "&View", "Zoom &in", "Ctrl++ Ctrl+=", Glyph::Plus},
     {Command::ZoomOut, "&View", "Zoom &out", "Ctrl+-", Glyph::Minus},
     {Command::ZoomAll, "&View", "Show &all", "Ctrl+0", {}},
-    {Command::FindEffect, "Effe&cts", "&Find an effect\u2026", "Ctrl+F", Glyph::Search},
-    {Command::RetryEffects, "Effe&cts", "&Try bypassed effects again", "", Glyph::Reset},
+    {Command::FindEffect, "Effect&s", "&Find an effect\u2026", "Ctrl+F", Glyph::Search},
+    {Command::RetryEffects, "Effect&s", "&Try bypassed effects again", "", Glyph::Reset},
 };
 
 } // namespace

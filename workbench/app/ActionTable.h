@@ -40,6 +40,13 @@ enum class Command {
     ToEnd,
     PreviousCut,
     NextCut,
+    AddCue,
+    PreviousCue,
+    NextCue,
+    RenameCue,
+    CueColour, ///< a submenu
+    DescribeCue,
+    RemoveCue,
     ZoomIn,
     ZoomOut,
     ZoomAll,

@@ -2,12 +2,14 @@
 
 #include "oribund/host/services/EditorPreferences.h"
 #include "workbench/app/ClipPlacement.h"
+#include "workbench/app/CueColourMenu.h"
 #include "workbench/app/EffectListPane.h"
 #include "workbench/app/EffectsPanelPane.h"
 #include "workbench/app/ExportBar.h"
 #include "workbench/app/MessageBar.h"
 #include "workbench/app/PreferenceKeys.h"
 #include "workbench/app/Say.h"
+#include "workbench/app/TimeBarPane.h"
 #include "workbench/app/TimeCode.h"
 #include "workbench/app/TimelinePane.h"
 #include "workbench/app/TimelineStrip.h"
@@ -46,12 +48,14 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     , document_(document)
     , importer_(workspace)
     , adder_(workspace)
+    , cues_(workspace)
     , viewer_(new ViewerWidget)
     , messages_(new MessageBar)
     , exportBar_(new ExportBar(workspace.session()))
     , list_(new EffectListPane(workspace.catalogue()))
     , effects_(new EffectsPanelPane(workspace))
     , timeline_(new TimelinePane(workspace))
+    , timeBar_(new TimeBarPane(workspace, cues_))
     , files_(std::make_unique<FileCommands>(workspace, document, importer_, *exportBar_, *this))
     , replacedCallback_(this, &MainWindow::handleReplaced)
     , undoCallback_(this, &MainWindow::handleUndo)
@@ -59,8 +63,10 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
 {
     auto handlers = fileHandlers();
     handlers.merge(editHandlers());
+    handlers.merge(cues_.handlers());
     actions_ = std::make_unique<ActionTable>(*this, handlers);
     build();
+    connectCues();
     Playback::Display display;
     display.picture = [this](const FrameImagePtr& picture) { viewer_->setPicture(picture); };
     display.problem = [this](const EngineProblem& problem) {
@@ -88,6 +94,7 @@ void MainWindow::build()
     column->setSpacing(0);
     column->addWidget(messages_);
     column->addWidget(viewer_, 1);
+    column->addWidget(timeBar_);
     column->addWidget(exportBar_);
     column->addWidget(new TransportBar(workspace_, *actions_));
     setCentralWidget(centre);
@@ -101,6 +108,13 @@ void MainWindow::build()
     resize(1440, 880);
     resizeDocks({left, right}, {250, 430}, Qt::Horizontal);
     resizeDocks({below}, {timeline_->sizeHint().height() + 30}, Qt::Vertical);
+}
+
+void MainWindow::connectCues()
+{
+    actions_->action(Command::CueColour).setMenu(new CueColourMenu(cues_, this));
+    cues_.nameWanted = [this](const oribund::Cue& cue) { timeBar_->askForName(cue); };
+    timeline_->strip().cueMenuWanted = [this](double time, const QPoint& at) { timeBar_->openCueMenu(time, at); };
 }
 
 QDockWidget* MainWindow::addDock(Qt::DockWidgetArea area, const char* title, const char* name, QWidget* contents)

@@ -3,6 +3,7 @@
 #include "oribund/host/notify/MethodCallback.h"
 #include "oribund/host/services/MessageSink.h"
 #include "workbench/app/ActionTable.h"
+#include "workbench/app/CueCommands.h"
 #include "workbench/app/Document.h"
 #include "workbench/app/EffectAdder.h"
 #include "workbench/app/FileCommands.h"
@@ -23,6 +24,7 @@ class EffectListPane;
 class EffectsPanelPane;
 class ExportBar;
 class MessageBar;
+class TimeBarPane;
 class TimelinePane;
 class ViewerWidget;
 
@@ -52,6 +54,8 @@ public:
 
     TimelinePane& timeline() { return *timeline_; }
 
+    TimeBarPane& timeBar() { return *timeBar_; }
+
     MessageBar& messages() { return *messages_; }
 
     ExportBar& exportBar() { return *exportBar_; }
@@ -68,6 +72,7 @@ private:
     std::map<Command, ActionTable::Handler> fileHandlers();
     std::map<Command, ActionTable::Handler> editHandlers();
     void build();
+    void connectCues();
     QDockWidget* addDock(Qt::DockWidgetArea area, const char* title, const char* name, QWidget* contents);
     void rememberPlace() const;
     void showTitle();
@@ -87,6 +92,7 @@ private:
     Document& document_;
     MediaImporter importer_;
     EffectAdder adder_;
+    CueCommands cues_;
     std::unique_ptr<ActionTable> actions_;
     ViewerWidget* viewer_;
     MessageBar* messages_;
@@ -94,6 +100,7 @@ private:
     EffectListPane* list_;
     EffectsPanelPane* effects_;
     TimelinePane* timeline_;
+    TimeBarPane* timeBar_;
     std::unique_ptr<FileCommands> files_;
     std::unique_ptr<Playback> playback_;
     oribund::MethodCallback<MainWindow, EditReplaced> replacedCallback_;

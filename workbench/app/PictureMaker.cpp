@@ -1,12 +1,17 @@
 #include "workbench/app/PictureMaker.h"
 
 #include "workbench/app/ClipPlacement.h"
+#include "workbench/app/CueColours.h"
 #include "workbench/app/EffectListPane.h"
 #include "workbench/app/EffectStack.h"
 #include "workbench/app/EffectsPanelPane.h"
 #include "workbench/app/ExportDialog.h"
 #include "workbench/app/MainWindow.h"
 #include "workbench/app/MessageBar.h"
+#include "workbench/app/TimeBar.h"
+#include "workbench/app/TimeBarPane.h"
+#include "workbench/app/TimelinePane.h"
+#include "workbench/app/TimelineStrip.h"
 #include "workbench/app/Workspace.h"
 #include "workbench/skin/PanelView.h"
 
@@ -115,6 +120,8 @@ std::string PictureMaker::write(const std::string& folder, const std::vector<std
     if (fault_.empty())
         pictureWindow();
     if (fault_.empty())
+        pictureTimeBar();
+    if (fault_.empty())
         pictureStates();
     if (fault_.empty())
         pictureExport();
@@ -134,10 +141,46 @@ void PictureMaker::pictureWindow()
     for (const char* service : {"lift_gamma_gain", "frei0r.saturat0r", "frei0r.vignette", "frei0r.sharpness"})
         if (const EffectCatalogue::Entry effect = workspace_.catalogue().find(service))
             workspace_.editor().addEffect(segment->id(), demoOf(*effect));
+    addCues();
     workspace_.vob().setCurrentTime(workspace_.vob().timeOf(end / 2));
     if (!settle())
         fault_ = "The picture did not come in time.";
     save(window_, "window");
+}
+
+void PictureMaker::addCues()
+{
+    const ModelVob& vob = workspace_.vob();
+    const int end = workspace_.edit().timeline().endFrame();
+    std::size_t colour = 0;
+    for (const auto& [place, name] : {std::pair{0.12, L"Boats leave"},
+                                      {0.27, L"Bell"},
+                                      {0.5, L"Sun breaks through"},
+                                      {0.52, L"Gulls"},
+                                      {0.8, L"Title"}}) {
+        oribund::Cue cue;
+        cue.time = vob.timeOf(static_cast<int>(end * place));
+        cue.name = name;
+        cue.colour = cueColours()[colour++].colour;
+        workspace_.editor().addCue(cue);
+    }
+}
+
+void PictureMaker::pictureTimeBar()
+{
+    TimeBarPane& pane = window_.timeBar();
+    TimelineStrip& strip = window_.timeline().strip();
+    save(pane, "time-bar");
+    strip.zoom(4.0);
+    save(pane, "time-bar-zoomed");
+    save(window_, "window-zoomed");
+    strip.scrollTo(0.0);
+    workspace_.vob().setCurrentTime(0.0);
+    const oribund::XY<int> size = pane.bar().getSize();
+    pane.bar().resize(size.x, size.y - 6);
+    save(pane, "time-bar-low");
+    pane.bar().resize(size);
+    strip.showAll();
 }
 
 void PictureMaker::pictureStates()

@@ -28,6 +28,8 @@ public:
 private:
     void save(QWidget& widget, const std::string& name);
     void pictureWindow();
+    void addCues();
+    void pictureTimeBar();
     void pictureStates();
     void pictureExport();
     void picturePanels();

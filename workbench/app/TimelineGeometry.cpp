@@ -124,6 +124,14 @@ void TimelineGeometry::zoom(double factor, double aboutX)
     scrollTo(frame - (x - kHeaderWidth) / scale_);
 }
 
+void TimelineGeometry::show(double first, double frames, double about)
+{
+    if (!(frames > 0.0))
+        return;
+    scale_ = std::clamp((width_ - kHeaderWidth) / frames, leastScale(), kMostPixels);
+    scrollTo(about - (about - first) / frames * framesInView());
+}
+
 void TimelineGeometry::showAll()
 {
     scale_ = leastScale();

@@ -78,6 +78,10 @@ public:
     /** Makes frames `factor` times as wide, and keeps the one under the pixel where it is. */
     void zoom(double factor, double aboutX);
 
+    /** Shows `frames` from `first` on, as far as scale and edit allow. Where they do not, `about` stays at its place.
+     */
+    void show(double first, double frames, double about);
+
     /** Shows the whole edit, with a little room behind it. */
     void showAll();
 

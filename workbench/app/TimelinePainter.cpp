@@ -192,6 +192,8 @@ void TimelinePainter::paintCues()
 {
     painter_.setRenderHint(QPainter::Antialiasing);
     for (const oribund::Cue& cue : edit_.getCues()) {
+        if ((cue.flags & oribund::Cue::kVisible) == 0)
+            continue;
         const double x = geometry_.xOf(cue.time / edit_.getCelResolution());
         const double y = TimelineGeometry::kRulerHeight - 2;
         QPainterPath flag;

@@ -1,8 +1,12 @@
 #include "workbench/app/TimelineStrip.h"
 
+#include "oribund/controls/ThermBase.h"
+#include "oribund/cues/CueSearch.h"
 #include "workbench/app/TimeCode.h"
 #include "workbench/app/TimelinePainter.h"
+#include "workbench/skin/QtConversions.h"
 
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -10,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace workbench
 {
@@ -21,6 +26,7 @@ TimelineStrip::TimelineStrip(Workspace& workspace, QWidget* parent)
     , editCallback_(this, &TimelineStrip::handleModification)
     , timeCallback_(this, &TimelineStrip::handleTime)
     , selectionCallback_(this, &TimelineStrip::handleSelection)
+    , viewCallback_(this, &TimelineStrip::handleView)
 {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -28,6 +34,7 @@ TimelineStrip::TimelineStrip(Workspace& workspace, QWidget* parent)
     replacedCallback_.attach(workspace_.replaced());
     timeCallback_.attach(workspace_.vob().getCurrentTimeServer().notifier());
     selectionCallback_.attach(workspace_.selection().notifier());
+    viewCallback_.attach(workspace_.vob().viewRangeServer().notifier());
     handleReplaced({});
 }
 
@@ -59,8 +66,11 @@ void TimelineStrip::showAll()
 void TimelineStrip::viewMoved()
 {
     ModelVob& vob = workspace_.vob();
-    const int first = static_cast<int>(geometry_.firstFrame());
-    vob.setViewRange({vob.timeOf(first), vob.timeOf(first + static_cast<int>(geometry_.framesInView()))});
+    const double frame = workspace_.edit().getCelResolution();
+    const double first = geometry_.firstFrame() * frame;
+    const bool before = std::exchange(tellingView_, true);
+    vob.setViewRange({first, first + geometry_.framesInView() * frame});
+    tellingView_ = before;
     update();
     if (viewChanged)
         viewChanged();
@@ -106,6 +116,17 @@ int TimelineStrip::handleSelection(const oribund::ValServerEvent<ObjectId>& even
     return 0;
 }
 
+int TimelineStrip::handleView(const oribund::ValServerEvent<oribund::NumRange<double>>& event)
+{
+    if (event.kind != oribund::ValEventKind::Changed || tellingView_)
+        return 0;
+    const double frame = workspace_.edit().getCelResolution();
+    wholeInView_ = false;
+    geometry_.show(event.value->start() / frame, event.value->length() / frame, workspace_.vob().currentFrame());
+    viewMoved(); // what came of it may be less
+    return 0;
+}
+
 void TimelineStrip::describe()
 {
     const Segment* const segment = workspace_.edit().timeline().findSegment(workspace_.selection().get());
@@ -136,6 +157,21 @@ void TimelineStrip::goToPointer(double x)
     workspace_.vob().setCurrentTime(workspace_.vob().timeOf(geometry_.frameAt(x)));
 }
 
+oribund::Cue TimelineStrip::cueAt(double x) const
+{
+    const int header = TimelineGeometry::kHeaderWidth;
+    return findCueNearestPos(workspace_.vob().getEdit(), static_cast<int>(x) - header, width() - header,
+                             oribund::ThermBase::cueTolerance(), workspace_.vob().getViewRange());
+}
+
+void TimelineStrip::goToRuler(double x)
+{
+    if (const oribund::Cue cue = cueAt(x); cue.valid())
+        workspace_.goToCue(cue);
+    else
+        goToPointer(x);
+}
+
 void TimelineStrip::mousePressEvent(QMouseEvent* event)
 {
     if (event->button() != Qt::LeftButton)
@@ -150,9 +186,10 @@ void TimelineStrip::mousePressEvent(QMouseEvent* event)
     }
     if (hit.kind == Kind::Nothing)
         return;
-    if (hit.kind != Kind::Ruler)
-        workspace_.selection().set(hit.kind == Kind::Segment ? hit.object : kNoObject);
     scrubbing_ = true;
+    if (hit.kind == Kind::Ruler)
+        return goToRuler(event->position().x());
+    workspace_.selection().set(hit.kind == Kind::Segment ? hit.object : kNoObject);
     goToPointer(event->position().x());
 }
 
@@ -187,23 +224,46 @@ void TimelineStrip::wheelEvent(QWheelEvent* event)
     event->accept();
 }
 
+void TimelineStrip::contextMenuEvent(QContextMenuEvent* event)
+{
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const ModelVob& vob = workspace_.vob();
+    const int x = byKey ? static_cast<int>(geometry_.xOf(vob.currentFrame())) : event->x();
+    const QPoint place(x, byKey ? 0 : event->y());
+    if (geometry_.hitTest(workspace_.edit(), place.x(), place.y()).kind != TimelineGeometry::Hit::Kind::Ruler)
+        return event->ignore();
+    const oribund::Cue cue = cueAt(place.x());
+    const double pointed = cue.valid() ? cue.time : vob.timeOf(geometry_.frameAt(place.x()));
+    if (cueMenuWanted)
+        cueMenuWanted(byKey ? vob.timeOf(vob.currentFrame()) : pointed, mapToGlobal(place));
+}
+
+QString TimelineStrip::tipAt(const QPoint& place) const
+{
+    using Kind = TimelineGeometry::Hit::Kind;
+    const EditModel& edit = workspace_.edit();
+    const auto hit = geometry_.hitTest(edit, place.x(), place.y());
+    if (hit.kind == Kind::Header)
+        return QStringLiteral("Click to switch the track on or off");
+    if (hit.kind == Kind::Ruler) {
+        const oribund::Cue cue = cueAt(place.x());
+        return cue.valid() ? toQt(getCueTooltip(cue, workspace_.vob().getEdit())) : QString();
+    }
+    const Segment* const segment = hit.kind == Kind::Segment ? edit.timeline().findSegment(hit.object) : nullptr;
+    if (!segment)
+        return {};
+    QString tip = QString::fromStdString(segment->data.name + "\n" + timeCodeOf(segment->data.length, edit.format()));
+    for (const auto& effect : segment->effects)
+        tip += QLatin1Char('\n') + toQt(effect->getName());
+    return tip;
+}
+
 bool TimelineStrip::event(QEvent* event)
 {
     if (event->type() != QEvent::ToolTip)
         return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    const EditModel& edit = workspace_.edit();
-    const auto hit = geometry_.hitTest(edit, help->pos().x(), help->pos().y());
-    QString tip;
-    if (hit.kind == TimelineGeometry::Hit::Kind::Header)
-        tip = QStringLiteral("Click to switch the track on or off");
-    if (const Segment* segment =
-            hit.kind == TimelineGeometry::Hit::Kind::Segment ? edit.timeline().findSegment(hit.object) : nullptr) {
-        tip = QString::fromStdString(segment->data.name + "\n" + timeCodeOf(segment->data.length, edit.format()));
-        for (const auto& effect : segment->effects)
-            tip += QLatin1Char('\n') + QString::fromWCharArray(effect->getName().c_str());
-    }
-    QToolTip::showText(help->globalPos(), tip, this);
+    QToolTip::showText(help->globalPos(), tipAt(help->pos()), this);
     return true;
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "oribund/host/edit/Cue.h"
 #include "oribund/host/notify/MethodCallback.h"
 #include "workbench/app/TimelineGeometry.h"
 #include "workbench/app/Workspace.h"
 
+#include <QPoint>
 #include <QWidget>
 
 #include <functional>
@@ -27,6 +29,9 @@ public:
     /** Called when another part of the edit is in view, or the edit has another length. */
     std::function<void()> viewChanged;
 
+    /** Called when the menu of the cues is asked for: for a time of the edit, at a point of the screen. */
+    std::function<void(double time, const QPoint& at)> cueMenuWanted;
+
     QSize sizeHint() const override;
 
     QSize minimumSizeHint() const override { return {320, 120}; }
@@ -38,6 +43,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     bool event(QEvent* event) override;
 
 private:
@@ -45,19 +51,25 @@ private:
     int handleModification(const oribund::EditModification&);
     int handleTime(const oribund::ValServerEvent<double>& event);
     int handleSelection(const oribund::ValServerEvent<ObjectId>& event);
+    int handleView(const oribund::ValServerEvent<oribund::NumRange<double>>& event);
 
     void viewMoved();
     void goToPointer(double x);
+    void goToRuler(double x);
+    oribund::Cue cueAt(double x) const;
+    QString tipAt(const QPoint& place) const;
     void describe();
 
     Workspace& workspace_;
     TimelineGeometry geometry_;
     bool scrubbing_ = false;
+    bool tellingView_ = false;
     bool wholeInView_ = true; ///< until the user zooms, the whole edit is kept in view
     oribund::MethodCallback<TimelineStrip, EditReplaced> replacedCallback_;
     oribund::MethodCallback<TimelineStrip, oribund::EditModification> editCallback_;
     oribund::MethodCallback<TimelineStrip, oribund::ValServerEvent<double>> timeCallback_;
     oribund::MethodCallback<TimelineStrip, oribund::ValServerEvent<ObjectId>> selectionCallback_;
+    oribund::MethodCallback<TimelineStrip, oribund::ValServerEvent<oribund::NumRange<double>>> viewCallback_;
 };
 
 } // namespace workbench

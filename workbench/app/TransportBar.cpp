@@ -1,7 +1,10 @@
 #include "workbench/app/TransportBar.h"
 
+#include "oribund/host/edit/Cue.h"
 #include "workbench/app/ActionTable.h"
+#include "workbench/app/CuePlacement.h"
 #include "workbench/app/TimeCode.h"
+#include "workbench/skin/QtConversions.h"
 
 #include <QAction>
 #include <QFontDatabase>
@@ -28,6 +31,7 @@ TransportBar::TransportBar(Workspace& workspace, const ActionTable& actions, QWi
     , workspace_(workspace)
     , actions_(actions)
     , time_(new QLineEdit)
+    , cue_(new QLabel)
     , length_(new QLabel)
     , replacedCallback_(this, &TransportBar::handleReplaced)
     , timeCallback_(this, &TransportBar::handleTime)
@@ -40,6 +44,10 @@ TransportBar::TransportBar(Workspace& workspace, const ActionTable& actions, QWi
     time_->setFixedWidth(width + 16);
     time_->setAccessibleName(QStringLiteral("Current time"));
     time_->setToolTip(QStringLiteral("The current time. Type a time code and press Enter to go there."));
+    cue_->setTextFormat(Qt::PlainText);
+    cue_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    cue_->setIndent(8);
+    cue_->setToolTip(QStringLiteral("The cue at the current time"));
     length_->setMinimumWidth(width + 16);
     length_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     length_->setEnabled(false);
@@ -60,7 +68,7 @@ void TransportBar::addButtons()
     row->setContentsMargins(8, 3, 8, 3);
     row->setSpacing(2);
     row->addWidget(time_);
-    row->addStretch();
+    row->addWidget(cue_, 1);
     for (const Command command : {Command::ToStart, Command::PreviousCut, Command::StepBack, Command::Play,
                                   Command::StepForward, Command::NextCut, Command::ToEnd}) {
         auto* button = new QToolButton;
@@ -71,7 +79,7 @@ void TransportBar::addButtons()
         button->setAccessibleName(actions_.action(command).text().remove(QLatin1Char('&')));
         row->addWidget(button);
     }
-    row->addStretch();
+    row->addStretch(1);
     row->addWidget(length_);
 }
 
@@ -89,6 +97,17 @@ void TransportBar::showTime()
     time_->setText(QString::fromStdString(timeCodeOf(workspace_.vob().currentFrame(), workspace_.edit().format())));
 }
 
+void TransportBar::showCue()
+{
+    const oribund::Cue* const cue = cueInFrame(workspace_.vob(), workspace_.vob().currentFrame());
+    cue_->setText(cue ? toQt(cue->name) : QString());
+    if (!cue)
+        return;
+    QPalette palette = this->palette();
+    palette.setColor(QPalette::WindowText, toQt(cue->colour));
+    cue_->setPalette(palette);
+}
+
 void TransportBar::showLength()
 {
     const EditModel& edit = workspace_.edit();
@@ -100,13 +119,17 @@ int TransportBar::handleReplaced(const EditReplaced&)
     editCallback_.detach();
     editCallback_.attach(workspace_.edit().modifications());
     showTime();
+    showCue();
     showLength();
     return 0;
 }
 
 int TransportBar::handleTime(const oribund::ValServerEvent<double>& event)
 {
-    if (event.kind == oribund::ValEventKind::Changed && !(time_->hasFocus() && time_->isModified()))
+    if (event.kind != oribund::ValEventKind::Changed)
+        return 0;
+    showCue();
+    if (!(time_->hasFocus() && time_->isModified()))
         showTime();
     return 0;
 }
@@ -123,6 +146,7 @@ int TransportBar::handlePlaying(const oribund::ValServerEvent<bool>& event)
 
 int TransportBar::handleModification(const oribund::EditModification&)
 {
+    showCue();
     showLength();
     return 0;
 }

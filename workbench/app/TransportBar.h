@@ -13,7 +13,8 @@ namespace workbench
 
 class ActionTable;
 
-/** Below the picture: the current time, which can be typed, the buttons that move it, and the length of the edit. */
+/** Below the picture: the current time, which can be typed, its cue, the buttons that move it, and the length of the
+ * edit. */
 class TransportBar final : public QWidget
 {
 public:
@@ -28,11 +29,13 @@ private:
     void addButtons();
     void goToTyped();
     void showTime();
+    void showCue();
     void showLength();
 
     Workspace& workspace_;
     const ActionTable& actions_;
     QLineEdit* time_;
+    QLabel* cue_;
     QLabel* length_;
     oribund::MethodCallback<TransportBar, EditReplaced> replacedCallback_;
     oribund::MethodCallback<TransportBar, oribund::ValServerEvent<double>> timeCallback_;

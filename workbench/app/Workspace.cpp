@@ -30,8 +30,16 @@ void Workspace::show(const EditModelPtr& edit)
 {
     const EditModelPtr before = vob_.editModel(); // until nobody shows it any more
     selection_.set(kNoObject);
+    cue_.set({});
     vob_.setEdit(edit);
     replaced_.notify({});
+}
+
+void Workspace::goToCue(const oribund::Cue& cue)
+{
+    const oribund::IdStamp id = cue.id; // what the change of time sets off may change the cues
+    vob_.setCurrentTime(cue.time);
+    cue_.set(id);
 }
 
 const Segment* Workspace::targetSegment() const

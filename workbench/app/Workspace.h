@@ -1,5 +1,6 @@
 #pragma once
 
+#include "oribund/host/edit/Cue.h"
 #include "oribund/host/notify/Notifier.h"
 #include "oribund/host/notify/ValServer.h"
 #include "workbench/engine/CatalogueReader.h"
@@ -42,6 +43,11 @@ public:
     /** The segment that is selected; kNoObject for none. It may be gone from the edit, and come back by an undo. */
     oribund::ValServer<ObjectId>& selection() { return selection_; }
 
+    /** The cue that was clicked, walked to or made last; empty for none. It may be gone from the edit. */
+    oribund::ValServer<oribund::IdStamp>& cue() { return cue_; }
+
+    void goToCue(const oribund::Cue& cue);
+
     /** The selected segment or, without one, the topmost picture at the current time; null for none. */
     const Segment* targetSegment() const;
 
@@ -50,6 +56,7 @@ private:
     EffectCatalogue catalogue_;
     ModelVob vob_;
     oribund::ValServer<ObjectId> selection_{kNoObject};
+    oribund::ValServer<oribund::IdStamp> cue_;
     oribund::Notifier<EditReplaced> replaced_;
 };
 
