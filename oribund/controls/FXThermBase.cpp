@@ -105,7 +105,7 @@ NumRange<double> FXThermBase::significantRegion() const
 
 void FXThermBase::setSignificantRegion(const NumRange<double>& region)
 {
-    if (hasRegion())
+    if (hasTime())
         significant_.setServerValue(
             {toFXTime(region_, region_.clamp(region.start())), toFXTime(region_, region_.clamp(region.end()))});
 }
@@ -214,12 +214,8 @@ bool FXThermBase::handleMouseEvent(const Event& event)
 {
     pointerX_ = event.code == EventCode::MouseLeave ? -1 : event.position.x;
     const bool pressed = event.isPress(MouseButton::Left) || event.isPress(MouseButton::Right);
-    if (pressed && dragState() == 0 && takesPress()) {
-        if (!hasRegion())
-            return Control::handleMouseEvent(event);
-        if (pressKeyframes(event))
-            return true;
-    }
+    if (pressed && dragState() == 0 && takesPress() && hasTime() && pressKeyframes(event))
+        return true;
     return ThermBase::handleMouseEvent(event);
 }
 
@@ -295,14 +291,12 @@ void FXThermBase::reviewMenu(const Event*)
 
 bool FXThermBase::handleKeyEvent(const Event& event)
 {
-    if (event.code != EventCode::KeyPress || dragState() != 0)
-        return ThermBase::handleKeyEvent(event);
-    if (!hasRegion() || !canInteract())
-        return Control::handleKeyEvent(event);
-    if (runKeyframeKey(commands(), event))
-        return true;
-    const bool toggles = event.key == Key::Space && isPlainKey(event);
-    return (toggles && toggleAtCurrentTime()) || ThermBase::handleKeyEvent(event);
+    if (event.code == EventCode::KeyPress && dragState() == 0 && hasTime() && canInteract()) {
+        const bool toggles = event.key == Key::Space && isPlainKey(event);
+        if (runKeyframeKey(commands(), event) || (toggles && toggleAtCurrentTime()))
+            return true;
+    }
+    return ThermBase::handleKeyEvent(event);
 }
 
 bool FXThermBase::toggleAtCurrentTime()
@@ -367,7 +361,7 @@ void FXThermBase::drawMarks(CanvasRenderer& renderer)
 
 void FXThermBase::drawCurrentTime(CanvasRenderer& renderer)
 {
-    if (!getEdit() || !hasRegion())
+    if (!getEdit() || !hasTime())
         return;
     const double now = getVob()->getCurrentTime();
     const ThermGeometry shown = geometry();

@@ -105,6 +105,8 @@ protected:
     Colour getWindowColour() const override;
     Colour getOuterWindowColour() const override;
 
+    bool hasTime() const override { return region_.length() > 0.0; }
+
     double timeStep() const override;
     bool handleMouseEvent(const Event& event) override;
     bool handleKeyEvent(const Event& event) override;
@@ -129,8 +131,6 @@ private:
     };
 
     void handleFXModifications(const ChangeDescription& change) final { handleCompoundEffectChanges(change); }
-
-    bool hasRegion() const { return region_.length() > 0.0; }
 
     void refresh();
     void showRegion();

@@ -164,7 +164,7 @@ bool ThermBase::handleMouseEvent(const Event& event)
         return true;
     }
     if (event.isPress(MouseButton::Left)) {
-        if (!takesPress())
+        if (!takesPress() || !hasTime())
             return false;
         if (event.code == EventCode::MousePress)
             return press(event);
@@ -180,7 +180,7 @@ bool ThermBase::handleKeyEvent(const Event& event)
         takeDrag()->abort();
         return true;
     }
-    if (drag_ || !canInteract() || !isPlainKey(event))
+    if (drag_ || !canInteract() || !hasTime() || !isPlainKey(event))
         return Control::handleKeyEvent(event);
     switch (event.key) {
     case Key::Left:

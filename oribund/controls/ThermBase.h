@@ -130,6 +130,9 @@ protected:
     /** Whether a press is for the bar: it is active, and clicks are not to be ignored. */
     bool takesPress() const { return !ignoreMouseClicks_ && canInteract(); }
 
+    /** Whether there is anything now whose time could be set. */
+    virtual bool hasTime() const { return true; }
+
     /** Begins a drag of a kind that only a derived class knows; there must be none. */
     void startDrag(std::shared_ptr<ThermDrag> drag);
 
