@@ -76,7 +76,15 @@ void PointRow::layoutCoordinate(Coordinate& coordinate, const Kt::Box<int>& area
     coordinate.letter->setPosition(area.topLeft());
     coordinate.letter->resize({UifStd::measure(L"X", font()), area.height()});
     const int left = std::min(coordinate.letter->box().right + UifStd::getWidgetGap(), area.right);
-    putSliderAndEntry({left, area.top, area.right, area.bottom}, *coordinate.slider, *coordinate.entry);
+    const Kt::Box<int> rest{left, area.top, area.right, area.bottom};
+    // A slider of a few pixels is of no use; the letter is there to drag on.
+    const bool hasSlider = rest.width() > calcValEntryWidth() + 3 * UifStd::getRowHeight();
+    if (hasSlider) {
+        putSliderAndEntry(rest, *coordinate.slider, *coordinate.entry);
+        return;
+    }
+    putInto(*coordinate.entry, rest);
+    coordinate.slider->setVisible(false);
 }
 
 } // namespace workbench

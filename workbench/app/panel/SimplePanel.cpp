@@ -50,7 +50,7 @@ void SimplePanel::handleFXModifications(const ChangeDescription& change)
 
 int SimplePanel::calcLabelWidth() const
 {
-    int widest = 3 * UifStd::getRowHeight();
+    int widest = 4 * UifStd::getRowHeight(); // so that most panels have the same columns
     for (const KeyframeCtrlsBase* row : rows_)
         if (const auto param = row->getEffectParam())
             widest = std::max(widest, KeyframeCtrlsBase::calcLabelWidth(*param));
