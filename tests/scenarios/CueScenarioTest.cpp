@@ -1,8 +1,11 @@
 #include "tests/scenarios/Scenario.h"
 #include "workbench/app/CueColours.h"
 #include "workbench/app/CueNameField.h"
+#include "workbench/app/CuePane.h"
 #include "workbench/app/TimeBar.h"
 #include "workbench/app/TimeBarPane.h"
+
+#include "oribund/cues/CueDescriptionPanel.h"
 
 #include <QApplication>
 #include <QLabel>
@@ -188,6 +191,20 @@ TEST_F(CueScenario, TheMenuIsThatOfTheCueUnderThePointerOrOfThePlace)
     ASSERT_TRUE(chooseIn(colours, QStringLiteral("Red")));
     EXPECT_EQ(cues()[0].colour, cueColours()[0].colour);
     expectOneStep("colour of the current one");
+}
+
+TEST_F(CueScenario, DescribingOneOpensItsFieldsWhichFollowTheWalk)
+{
+    addAt({20, 40});
+    EXPECT_FALSE(window_->cuePane().isVisible());
+    key(Qt::Key_M, Qt::ControlModifier);
+    EXPECT_TRUE(window_->cuePane().isVisible());
+    EXPECT_EQ(window_->cuePane().panel().getCueID(), cues()[1].id);
+    EXPECT_TRUE(window_->cuePane().panel().isEditingEnabled());
+    key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(window_->cuePane().panel().getCue(), cues()[0]);
+    document_->startNew();
+    EXPECT_FALSE(window_->cuePane().panel().getCue().valid());
 }
 
 TEST_F(CueScenario, AnEditThatIsReadOnlyKeepsThemAndSaysWhy)

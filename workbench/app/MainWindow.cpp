@@ -3,6 +3,7 @@
 #include "oribund/host/services/EditorPreferences.h"
 #include "workbench/app/ClipPlacement.h"
 #include "workbench/app/CueColourMenu.h"
+#include "workbench/app/CuePane.h"
 #include "workbench/app/EffectListPane.h"
 #include "workbench/app/EffectsPanelPane.h"
 #include "workbench/app/ExportBar.h"
@@ -49,6 +50,7 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     , importer_(workspace)
     , adder_(workspace)
     , cues_(workspace)
+    , keyframes_(workspace)
     , viewer_(new ViewerWidget)
     , messages_(new MessageBar)
     , exportBar_(new ExportBar(workspace.session()))
@@ -56,6 +58,7 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     , effects_(new EffectsPanelPane(workspace))
     , timeline_(new TimelinePane(workspace))
     , timeBar_(new TimeBarPane(workspace, cues_))
+    , cuePane_(new CuePane(workspace))
     , files_(std::make_unique<FileCommands>(workspace, document, importer_, *exportBar_, *this))
     , replacedCallback_(this, &MainWindow::handleReplaced)
     , undoCallback_(this, &MainWindow::handleUndo)
@@ -64,6 +67,7 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     auto handlers = fileHandlers();
     handlers.merge(editHandlers());
     handlers.merge(cues_.handlers());
+    handlers.merge(keyframes_.handlers());
     actions_ = std::make_unique<ActionTable>(*this, handlers);
     build();
     connectCues();
@@ -74,6 +78,7 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     };
     playback_ = std::make_unique<Playback>(workspace_.session(), workspace_.vob(), std::move(display));
     viewer_->sizeWanted = [this](int width, int height) { playback_->setPictureSize(width, height); };
+    keyframes_.focusedParam = [this] { return effects_->focusedParam(); };
     list_->chosen = [this](const std::string& service) { adder_.add(service); };
     replacedCallback_.attach(workspace_.replaced());
     documentCallback_.attach(document_.changes());
@@ -104,6 +109,10 @@ void MainWindow::build()
     QDockWidget* const left = addDock(Qt::LeftDockWidgetArea, "Effects", "effectList", list_);
     QDockWidget* const right = addDock(Qt::RightDockWidgetArea, "Effect controls", "effectPanels", effects_);
     QDockWidget* const below = addDock(Qt::BottomDockWidgetArea, "Timeline", "timeline", timeline_);
+    // Below the controls of the effects, and there when it is asked for.
+    cueDock_ = addDock(Qt::RightDockWidgetArea, "Cue", "cue", cuePane_);
+    cueDock_->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetClosable);
+    cueDock_->hide();
     setAcceptDrops(true);
     resize(1440, 880);
     resizeDocks({left, right}, {250, 430}, Qt::Horizontal);
@@ -113,6 +122,10 @@ void MainWindow::build()
 void MainWindow::connectCues()
 {
     actions_->action(Command::CueColour).setMenu(new CueColourMenu(cues_, this));
+    cues_.descriptionWanted = [this](const oribund::Cue&) {
+        cueDock_->show();
+        cuePane_->takeKeyboard();
+    };
     cues_.nameWanted = [this](const oribund::Cue& cue) { timeBar_->askForName(cue); };
     timeline_->strip().cueMenuWanted = [this](double time, const QPoint& at) { timeBar_->openCueMenu(time, at); };
 }

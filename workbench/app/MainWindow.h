@@ -7,6 +7,7 @@
 #include "workbench/app/Document.h"
 #include "workbench/app/EffectAdder.h"
 #include "workbench/app/FileCommands.h"
+#include "workbench/app/KeyframeActions.h"
 #include "workbench/app/MediaImporter.h"
 #include "workbench/app/Playback.h"
 #include "workbench/app/Workspace.h"
@@ -20,6 +21,7 @@
 namespace workbench
 {
 
+class CuePane;
 class EffectListPane;
 class EffectsPanelPane;
 class ExportBar;
@@ -55,6 +57,8 @@ public:
     TimelinePane& timeline() { return *timeline_; }
 
     TimeBarPane& timeBar() { return *timeBar_; }
+
+    CuePane& cuePane() { return *cuePane_; }
 
     MessageBar& messages() { return *messages_; }
 
@@ -93,6 +97,7 @@ private:
     MediaImporter importer_;
     EffectAdder adder_;
     CueCommands cues_;
+    KeyframeActions keyframes_;
     std::unique_ptr<ActionTable> actions_;
     ViewerWidget* viewer_;
     MessageBar* messages_;
@@ -101,6 +106,8 @@ private:
     EffectsPanelPane* effects_;
     TimelinePane* timeline_;
     TimeBarPane* timeBar_;
+    CuePane* cuePane_;
+    QDockWidget* cueDock_;
     std::unique_ptr<FileCommands> files_;
     std::unique_ptr<Playback> playback_;
     oribund::MethodCallback<MainWindow, EditReplaced> replacedCallback_;

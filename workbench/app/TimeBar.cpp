@@ -1,5 +1,6 @@
 #include "workbench/app/TimeBar.h"
 
+#include "oribund/cues/CueDrawing.h"
 #include "oribund/cues/CueSearch.h"
 #include "oribund/host/toolkit/Event.h"
 #include "workbench/app/CueCommands.h"
@@ -92,6 +93,15 @@ bool TimeBar::handleMessageEvent(const oribund::String& message, oribund::Glob* 
         return true;
     }
     return therm::handleMessageEvent(message, sender);
+}
+
+void TimeBar::drawCues(oribund::CanvasRenderer& renderer)
+{
+    // As wide as a click near one reaches: alone on the bar, they need not be small.
+    for (const oribund::Cue& cue : workspace_.edit().getCues())
+        if ((cue.flags & oribund::Cue::kVisible) != 0)
+            drawCue(renderer, {geometry().f2xi(cue.time), 0}, cue.colour, cue.colour.scaled(0.3),
+                    oribund::eCueSizeLarge);
 }
 
 // Pointer, keys and menu

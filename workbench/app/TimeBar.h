@@ -30,6 +30,7 @@ public:
     oribund::MouseCursor contextCursor(const oribund::XY<int>& local) const override;
 
 protected:
+    void drawCues(oribund::CanvasRenderer& renderer) override;
     void reviewMenu(const oribund::Event* event) override;
     bool handleMouseEvent(const oribund::Event& event) override;
     bool handleKeyEvent(const oribund::Event& event) override;
