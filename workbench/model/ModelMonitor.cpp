@@ -62,7 +62,7 @@ void ModelMonitor::makeBackup(oribund::BackupKind, const oribund::EffectModifica
     if (inGesture_ || edit_.isReadOnly())
         return;
     inGesture_ = true;
-    edit_.undoStack().beginGesture();
+    edit_.undoStack().beginParamGesture();
 }
 
 void ModelMonitor::endBackups()

@@ -151,7 +151,7 @@ void UndoStack::endParamBatch()
 
 void UndoStack::openSeries(ChangeKind kind)
 {
-    if (depth_ > 0 || how_ == Open::Gesture)
+    if (depth_ > 0 || how_ == Open::Gesture || how_ == Open::ParamGesture)
         return;
     if (kind == ChangeKind::Continuation && how_ == Open::Series && seriesTitle_.empty())
         return;
@@ -164,6 +164,12 @@ void UndoStack::beginGesture(const WString& title)
 {
     if (!busy())
         open(Open::Gesture, title);
+}
+
+void UndoStack::beginParamGesture()
+{
+    if (!busy())
+        open(Open::ParamGesture, {});
 }
 
 void UndoStack::endGesture()

@@ -83,6 +83,9 @@ public:
     /** Opens a step by hand, for a gesture of many different changes. An empty title lets the changes speak. */
     void beginGesture(const oribund::WString& title = {});
 
+    /** The same for changes of parameters alone: any other modification ends it, and is a step by itself. */
+    void beginParamGesture();
+
     /** Ends the gesture or series under way, if any. */
     void endGesture();
 
@@ -99,7 +102,7 @@ public:
     oribund::Notifier<UndoStackEvent>& changes() { return changes_; }
 
 private:
-    enum class Open { Nothing, Series, Gesture, Modify };
+    enum class Open { Nothing, Series, Gesture, ParamGesture, Modify };
 
     void open(Open how, const oribund::WString& title);
     void openSeries(oribund::ChangeKind kind);
