@@ -12,7 +12,11 @@ AngleParamWidget::AngleParamWidget(const InitArgs& args, const FXViewHandle& han
     setDataAdaptor(Kt::makePtr<DegreesParamAdaptor<double>>(handle, param));
 }
 
-AngleParamWidget::~AngleParamWidget() = default;
+AngleParamWidget::~AngleParamWidget()
+{
+    if (hasWritten())
+        endDataSeries();
+}
 
 void AngleParamWidget::setWidgetValue(const double& degrees, eRedrawFlag flag)
 {

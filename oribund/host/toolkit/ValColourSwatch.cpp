@@ -8,7 +8,11 @@ ValColourSwatch::ValColourSwatch(const InitArgs& args)
 {
 }
 
-ValColourSwatch::~ValColourSwatch() = default;
+ValColourSwatch::~ValColourSwatch()
+{
+    if (hasWritten())
+        endDataSeries();
+}
 
 Colour ValColourSwatch::toColour(const ColourData& data)
 {

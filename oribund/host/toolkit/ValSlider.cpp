@@ -8,7 +8,11 @@ ValSlider::ValSlider(const InitArgs& args)
 {
 }
 
-ValSlider::~ValSlider() = default;
+ValSlider::~ValSlider()
+{
+    if (hasWritten())
+        endDataSeries();
+}
 
 void ValSlider::setWidgetValue(const double& value, eRedrawFlag flag)
 {
