@@ -53,15 +53,16 @@ QRect TextBoxPeer::widgetGeometry() const
 
 void TextBoxPeer::refresh(unsigned changes)
 {
-    auto* entry = static_cast<TextEntry*>(widget());
+    const QPointer<TextEntry> entry = static_cast<TextEntry*>(widget());
     if (!entry)
         return;
+    const bool usable = box_.canInteract();
     if (changes & Change::kPalette)
         entry->setPalette(toQt(box_.getPalette()));
     if (changes & Change::kFont)
         entry->setFont(toQt(box_.font()));
-    if (changes & (Change::kEnabled | Change::kVisible))
-        entry->setEnabled(box_.canInteract());
+    if (usable && (changes & (Change::kEnabled | Change::kVisible)))
+        entry->setEnabled(true);
     if (changes & Change::kState)
         refreshState();
     if (changes & (Change::kEnabled | Change::kVisible | Change::kState | Change::kFocus | Change::kCursor))
@@ -69,6 +70,9 @@ void TextBoxPeer::refresh(unsigned changes)
     if (changes & Change::kTooltip)
         entry->showProblem();
     QtPeer::refresh(changes);
+    // Only now that it has given up the keyboard, which Qt would hand on to the control after it.
+    if (entry && !usable)
+        entry->setEnabled(false);
 }
 
 void TextBoxPeer::refreshState()
