@@ -1,6 +1,7 @@
 #include "workbench/app/EffectsPanelPane.h"
 
-#include "oribund/controls/CompoundEffectKeyframeButtons.h"
+#include "oribund/controls/KeyframeCtrlsBase.h"
+#include "oribund/host/edit/CompoundEffectMonitor.h"
 #include "workbench/app/EffectTimePanel.h"
 #include "workbench/app/Say.h"
 #include "workbench/model/Ids.h"
@@ -86,7 +87,8 @@ int EffectsPanelPane::handleReplaced(const EditReplaced&)
 {
     view_->setPanel(nullptr); // it shows the effects of an edit that is about to go
     shown_.clear();
-    timePanel_->setTrack({}); // that of the new edit may have the same id
+    timePanel_->setTrack({});
+    timeOf_ = kNoObject; // one of the new edit may have the same id
     bind();
     return 0;
 }
@@ -138,9 +140,23 @@ void EffectsPanelPane::refresh()
 
 void EffectsPanelPane::showTime(const Segment* segment)
 {
-    const oribund::IdStamp track = segment ? stampOf(segment->track) : oribund::IdStamp();
-    if (track != timePanel_->buttons().getTrackID())
-        timePanel_->setTrack(track);
+    const ObjectId id = segment ? segment->id() : kNoObject;
+    if (std::exchange(timeOf_, id) == id)
+        return;
+    // What is selected is in view: no command reaches keyframes that the user has lost sight of.
+    workspace_.vob().getEffectMonitor()->selectAllKeyframes(oribund::IdStamp::wildcard(), {}, false);
+    timePanel_->setTrack(segment ? stampOf(segment->track) : oribund::IdStamp());
+}
+
+std::optional<oribund::CompoundEffectKeyframes::PasteTarget> EffectsPanelPane::focusedParam() const
+{
+    for (oribund::Glob* glob = view_->canvas().focusOwner(); glob; glob = glob->parent()) {
+        const auto* const row = dynamic_cast<const oribund::KeyframeCtrlsBase*>(glob);
+        const auto param = row ? row->getEffectParam() : nullptr;
+        if (param)
+            return oribund::CompoundEffectKeyframes::PasteTarget{row->getEffectPtr()->id(), param->id()};
+    }
+    return {};
 }
 
 void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)

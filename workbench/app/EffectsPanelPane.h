@@ -1,11 +1,14 @@
 #pragma once
 
+#include "oribund/host/edit/CompoundEffectKeyframes.h"
 #include "oribund/host/notify/MethodCallback.h"
 #include "workbench/app/EffectStack.h"
 #include "workbench/app/Workspace.h"
 
 #include <QStackedWidget>
 #include <QTimer>
+
+#include <optional>
 
 class QLabel;
 
@@ -27,6 +30,9 @@ public:
 
     /** Buttons and time bar. */
     EffectTimePanel& timePanel() { return *timePanel_; }
+
+    /** The parameter in whose row the keyboard is; none when it is in no row. */
+    std::optional<oribund::CompoundEffectKeyframes::PasteTarget> focusedParam() const;
 
     /** Brings the panels in step now, where it otherwise happens in the next turn of the event loop. */
     void refresh();
@@ -53,6 +59,7 @@ private:
     QLabel* hint_;
     QTimer refreshTimer_;
     EffectStack::Effects shown_;
+    ObjectId timeOf_ = kNoObject; ///< the segment whose effects the time bar shows
     oribund::MethodCallback<EffectsPanelPane, EditReplaced> replaced_;
     oribund::MethodCallback<EffectsPanelPane, oribund::ValServerEvent<ObjectId>> selection_;
     oribund::MethodCallback<EffectsPanelPane, oribund::ValServerEvent<double>> time_;

@@ -50,6 +50,7 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     , importer_(workspace)
     , adder_(workspace)
     , cues_(workspace)
+    , keyframes_(workspace)
     , viewer_(new ViewerWidget)
     , messages_(new MessageBar)
     , exportBar_(new ExportBar(workspace.session()))
@@ -66,6 +67,7 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     auto handlers = fileHandlers();
     handlers.merge(editHandlers());
     handlers.merge(cues_.handlers());
+    handlers.merge(keyframes_.handlers());
     actions_ = std::make_unique<ActionTable>(*this, handlers);
     build();
     connectCues();
@@ -76,6 +78,7 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     };
     playback_ = std::make_unique<Playback>(workspace_.session(), workspace_.vob(), std::move(display));
     viewer_->sizeWanted = [this](int width, int height) { playback_->setPictureSize(width, height); };
+    keyframes_.focusedParam = [this] { return effects_->focusedParam(); };
     list_->chosen = [this](const std::string& service) { adder_.add(service); };
     replacedCallback_.attach(workspace_.replaced());
     documentCallback_.attach(document_.changes());

@@ -7,6 +7,7 @@
 #include "workbench/app/Document.h"
 #include "workbench/app/EffectAdder.h"
 #include "workbench/app/FileCommands.h"
+#include "workbench/app/KeyframeActions.h"
 #include "workbench/app/MediaImporter.h"
 #include "workbench/app/Playback.h"
 #include "workbench/app/Workspace.h"
@@ -96,6 +97,7 @@ private:
     MediaImporter importer_;
     EffectAdder adder_;
     CueCommands cues_;
+    KeyframeActions keyframes_;
     std::unique_ptr<ActionTable> actions_;
     ViewerWidget* viewer_;
     MessageBar* messages_;

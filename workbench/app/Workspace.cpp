@@ -20,7 +20,9 @@ EffectCatalogue readInstalled(MltSession& session)
 Workspace::Workspace(std::shared_ptr<MltSession> session)
     : session_(std::move(session))
     , catalogue_(readInstalled(*session_))
+    , selectionCallback_(this, &Workspace::handleSelection)
 {
+    selectionCallback_.attach(selection_.notifier());
     show(oribund::Kt::makePtr<EditModel>(emptyEdit({}, FormatData()), catalogue_));
 }
 
@@ -33,6 +35,14 @@ void Workspace::show(const EditModelPtr& edit)
     cue_.set({});
     vob_.setEdit(edit);
     replaced_.notify({});
+}
+
+int Workspace::handleSelection(const oribund::ValServerEvent<ObjectId>& event)
+{
+    // First of all who hear of it: panels then show the effects of the segment that is selected now.
+    if (event.kind == oribund::ValEventKind::Changed)
+        vob_.setSelectedSegment(selection_.get());
+    return 0;
 }
 
 void Workspace::goToCue(const oribund::Cue& cue)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "oribund/host/edit/Cue.h"
+#include "oribund/host/notify/MethodCallback.h"
 #include "oribund/host/notify/Notifier.h"
 #include "oribund/host/notify/ValServer.h"
 #include "workbench/engine/CatalogueReader.h"
@@ -52,12 +53,15 @@ public:
     const Segment* targetSegment() const;
 
 private:
+    int handleSelection(const oribund::ValServerEvent<ObjectId>& event);
+
     std::shared_ptr<MltSession> session_;
     EffectCatalogue catalogue_;
     ModelVob vob_;
     oribund::ValServer<ObjectId> selection_{kNoObject};
     oribund::ValServer<oribund::IdStamp> cue_;
     oribund::Notifier<EditReplaced> replaced_;
+    oribund::MethodCallback<Workspace, oribund::ValServerEvent<ObjectId>> selectionCallback_;
 };
 
 } // namespace workbench
