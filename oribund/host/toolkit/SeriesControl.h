@@ -58,6 +58,7 @@ private:
 };
 
 extern template class SeriesControl<double>;
-extern template class SeriesControl<Colour>;
+// Colour is a hidden type, which would hide the template made for it too.
+extern template class ORIBUND_API SeriesControl<Colour>;
 
 } // namespace oribund
