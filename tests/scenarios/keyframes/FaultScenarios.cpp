@@ -5,6 +5,7 @@
 #include "oribund/host/toolkit/ValSlider.h"
 
 #include <functional>
+#include <string>
 
 namespace workbench::scenes
 {
@@ -21,7 +22,7 @@ protected:
     FaultScenario() { goTo(100); }
 
     /** Begins a drag and leads it some way, in turn on the bar, a slider and a name. */
-    void forEachDrag(const std::function<void(const char* which)>& then)
+    void forEachDrag(const std::function<void(const std::string& which)>& then)
     {
         grab(100, {104, 120});
         then("bar");
@@ -46,7 +47,7 @@ protected:
 TEST_P(FaultScenario, APanelThatGoesInADragLeavesOneStep)
 {
     const auto before = content();
-    forEachDrag([&](const char* which) {
+    forEachDrag([&](const std::string& which) {
         const auto dragged = content();
         EXPECT_NE(dragged, before) << which;
         stage->show(nullptr);
@@ -65,7 +66,7 @@ TEST_P(FaultScenario, APanelThatGoesInADragLeavesOneStep)
 TEST_P(FaultScenario, AnEffectThatIsRemovedInADragEndsItAndComesBackAsItWas)
 {
     const auto before = content();
-    forEachDrag([&](const char* which) {
+    forEachDrag([&](const std::string& which) {
         const auto dragged = content();
         ASSERT_TRUE(editor.removeEffect(tint)) << which;
         EXPECT_EQ(marks({50, 100, 120, 200}), "----") << which;
@@ -102,7 +103,7 @@ TEST_P(FaultScenario, WhatIsTypedForAParameterIsNotWrittenToTheOneInItsPlace)
 TEST_P(FaultScenario, NothingIsEditedAfterTheEditIsLockedAndNothingIsLost)
 {
     const auto before = content();
-    forEachDrag([&](const char* which) {
+    forEachDrag([&](const std::string& which) {
         const auto dragged = content();
         edit->setReadOnly(true);
         moveOnAndRelease();
@@ -128,15 +129,15 @@ TEST_P(FaultScenario, NothingIsEditedAfterTheEditIsLockedAndNothingIsLost)
 TEST_P(FaultScenario, AnUndoInADragTakesBackTheWholeOfIt)
 {
     const auto before = content();
-    forEachDrag([&](const char* which) {
-        const auto dragged = content();
+    forEachDrag([&](const std::string& which) {
         undo().undo();
         EXPECT_EQ(content(), before) << which;
         moveTo({130, 140});
         release(140);
+        // A keyframe stays where it was; a number follows the pointer again, as another step.
+        EXPECT_EQ(steps(), which == "bar" ? 0 : 1) << which;
         undoAll();
         EXPECT_EQ(content(), before) << which;
-        EXPECT_TRUE(undo().canRedo()) << which;
     });
 }
 

@@ -7,6 +7,7 @@
 #include "oribund/host/edit/FXVob.h"
 
 #include <cmath>
+#include <cstdint>
 #include <utility>
 
 namespace workbench::scenes

@@ -83,7 +83,8 @@ TEST_P(StructureScenario, ATrimInADragOfAKeyframeLosesNeither)
     moveTo({130, 140});
     release(140);
     expectSpan(0, 225);
-    EXPECT_EQ(keys().find("Level 50 "), 0U);
+    EXPECT_EQ(keys(), "Level 50 120 200 | Colour 120");
+    EXPECT_EQ(steps(), 2);
     undoAll();
     EXPECT_EQ(content(), before);
 }
