@@ -24,6 +24,9 @@ public:
     /** Also to be called when the viewer has changed its edit. */
     void setTrack(const oribund::IdStamp& track);
 
+    /** Whether the bar stands for the significant region alone. */
+    void setZoomed(bool zoomed);
+
     oribund::CompoundEffectTherm& bar() { return *bar_; }
 
     oribund::CompoundEffectKeyframeButtons& buttons() { return *buttons_; }
@@ -32,8 +35,6 @@ protected:
     bool handleMessageEvent(const oribund::String& message, oribund::Glob* sender) override;
 
 private:
-    void setZoomed(bool zoomed);
-
     oribund::CompoundEffectKeyframeButtons* buttons_;
     oribund::CompoundEffectTherm* bar_;
 };

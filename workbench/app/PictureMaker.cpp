@@ -1,9 +1,12 @@
 #include "workbench/app/PictureMaker.h"
 
+#include "oribund/host/edit/CompoundEffectMonitor.h"
 #include "workbench/app/ClipPlacement.h"
 #include "workbench/app/CueColours.h"
+#include "workbench/app/CuePane.h"
 #include "workbench/app/EffectListPane.h"
 #include "workbench/app/EffectStack.h"
+#include "workbench/app/EffectTimePanel.h"
 #include "workbench/app/EffectsPanelPane.h"
 #include "workbench/app/ExportDialog.h"
 #include "workbench/app/MainWindow.h"
@@ -14,7 +17,9 @@
 #include "workbench/app/TimelineStrip.h"
 #include "workbench/app/Workspace.h"
 #include "workbench/skin/PanelView.h"
+#include "workbench/skin/QtPeer.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -47,8 +52,18 @@ PlainValue plainValueOf(const ParamDescription& param)
     return param.items[static_cast<std::size_t>(index)].raw;
 }
 
-/** The effect with settings that show what it does; its first number is animated. */
-EffectData demoOf(const EffectDescription& effect)
+oribund::Keyframe smoothKeyframe(double time, double value)
+{
+    oribund::Keyframe keyframe;
+    keyframe.time = time;
+    keyframe.value = value;
+    keyframe.type = oribund::KeyframeType::Smooth;
+    return keyframe;
+}
+
+/** The effect with settings that show what it does; its first number is animated: it gets there at `turn`, and goes
+    half of the way back. */
+EffectData demoOf(const EffectDescription& effect, double turn)
 {
     EffectData data;
     data.service = effect.service;
@@ -59,12 +74,8 @@ EffectData demoOf(const EffectDescription& effect)
         ParamData value{param.property, plainValueOf(param), false, {}};
         if (const auto* number = std::get_if<double>(&value.constant); number && param.animatable && !animated) {
             animated = value.keyframed = true;
-            oribund::Keyframe start;
-            start.value = param.defaultValue;
-            oribund::Keyframe end;
-            end.time = 1.0;
-            end.value = *number;
-            value.channels = {{start, end}};
+            value.channels = {{smoothKeyframe(0.0, param.defaultValue), smoothKeyframe(turn, *number),
+                               smoothKeyframe(0.8, (param.defaultValue + *number) / 2.0)}};
         }
         data.params.push_back(std::move(value));
     }
@@ -96,8 +107,23 @@ bool PictureMaker::settle(int milliseconds)
 
 void PictureMaker::save(QWidget& widget, const std::string& name)
 {
+    write(widget.grab(), name);
+}
+
+void PictureMaker::saveAtBothScales(QWidget& widget, const std::string& name)
+{
+    save(widget, name);
+    constexpr int kScale = 2;
+    QPixmap large(widget.size() * kScale);
+    large.setDevicePixelRatio(kScale);
+    widget.render(&large);
+    write(large, name + "@2x");
+}
+
+void PictureMaker::write(const QPixmap& picture, const std::string& name)
+{
     const std::string path = folder_ + "/" + name + ".png";
-    if (widget.grab().save(QString::fromStdString(path)))
+    if (picture.save(QString::fromStdString(path)))
         std::printf("%s\n", path.c_str());
     else if (fault_.empty())
         fault_ = path + " could not be written.";
@@ -120,7 +146,11 @@ std::string PictureMaker::write(const std::string& folder, const std::vector<std
     if (fault_.empty())
         pictureWindow();
     if (fault_.empty())
+        pictureEffectBar();
+    if (fault_.empty())
         pictureTimeBar();
+    if (fault_.empty())
+        pictureCueTable();
     if (fault_.empty())
         pictureStates();
     if (fault_.empty())
@@ -138,9 +168,10 @@ void PictureMaker::pictureWindow()
             workspace_.editor().splitSegment(segment->id(), cut);
     const Segment* const segment = topSegmentAt(edit, end / 2);
     workspace_.selection().set(segment->id());
+    double turn = 0.2;
     for (const char* service : {"lift_gamma_gain", "frei0r.saturat0r", "frei0r.vignette", "frei0r.sharpness"})
         if (const EffectCatalogue::Entry effect = workspace_.catalogue().find(service))
-            workspace_.editor().addEffect(segment->id(), demoOf(*effect));
+            workspace_.editor().addEffect(segment->id(), demoOf(*effect, turn += 0.1));
     addCues();
     workspace_.vob().setCurrentTime(workspace_.vob().timeOf(end / 2));
     if (!settle())
@@ -170,17 +201,43 @@ void PictureMaker::pictureTimeBar()
 {
     TimeBarPane& pane = window_.timeBar();
     TimelineStrip& strip = window_.timeline().strip();
-    save(pane, "time-bar");
+    saveAtBothScales(pane, "time-bar");
     strip.zoom(4.0);
-    save(pane, "time-bar-zoomed");
+    saveAtBothScales(pane, "time-bar-zoomed");
     save(window_, "window-zoomed");
     strip.scrollTo(0.0);
     workspace_.vob().setCurrentTime(0.0);
     const oribund::XY<int> size = pane.bar().getSize();
     pane.bar().resize(size.x, size.y - 6);
-    save(pane, "time-bar-low");
+    saveAtBothScales(pane, "time-bar-low");
     pane.bar().resize(size);
     strip.showAll();
+}
+
+void PictureMaker::pictureEffectBar()
+{
+    EffectTimePanel& panel = window_.effectsPanel().timePanel();
+    QWidget* const shown = QtPeer::widgetOf(panel);
+    oribund::CompoundEffectMonitor& effects = *workspace_.vob().getEffectMonitor();
+    const auto& stack = workspace_.targetSegment()->effects;
+    effects.selectAllKeyframes(stack.back()->id(), {}, true);
+    saveAtBothScales(*shown, "effect-bar");
+    effects.getSignificantRegionServer().set({oribund::FXTime{0.25}, oribund::FXTime{0.6}});
+    saveAtBothScales(*shown, "effect-bar-with-region");
+    panel.setZoomed(true);
+    saveAtBothScales(*shown, "effect-bar-zoomed");
+    panel.setZoomed(false);
+    effects.getSignificantRegionServer().set({});
+    effects.selectAllKeyframes(oribund::IdStamp::wildcard(), {}, false);
+}
+
+void PictureMaker::pictureCueTable()
+{
+    workspace_.goToCue(workspace_.edit().getCues()[2]);
+    window_.action(Command::DescribeCue).trigger();
+    settle();
+    saveAtBothScales(window_.cuePane(), "cue-table");
+    save(window_, "window-cue");
 }
 
 void PictureMaker::pictureStates()
@@ -227,7 +284,7 @@ void PictureMaker::picturePanels()
         QCoreApplication::processEvents();
         std::string name = effect->service;
         std::replace(name.begin(), name.end(), '/', '-');
-        save(view, "panel-" + name);
+        saveAtBothScales(view, "panel-" + name);
         view.setPanel(nullptr);
         workspace_.edit().undoStack().undo();
     }

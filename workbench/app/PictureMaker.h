@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+class QPixmap;
 class QWidget;
 
 namespace workbench
@@ -11,7 +12,8 @@ namespace workbench
 class MainWindow;
 class Workspace;
 
-/** Makes pictures of the window and of the panels of all curated effects, for people without a display. */
+/** Makes pictures of the window, of the panels of all curated effects, and of bars and tables, for people without a
+    display. */
 class PictureMaker
 {
 public:
@@ -27,9 +29,14 @@ public:
 
 private:
     void save(QWidget& widget, const std::string& name);
+    /** At scale 1 and, with "@2x" behind the name, at scale 2. */
+    void saveAtBothScales(QWidget& widget, const std::string& name);
+    void write(const QPixmap& picture, const std::string& name);
     void pictureWindow();
     void addCues();
     void pictureTimeBar();
+    void pictureEffectBar();
+    void pictureCueTable();
     void pictureStates();
     void pictureExport();
     void picturePanels();
