@@ -26,6 +26,7 @@ CuePane::CuePane(Workspace& workspace, QWidget* parent)
     panel_->setAccessibleName(oribund::UIString(L"Fields of the cue"));
     panel_->enableEditing("Change cue");
     view_->setPanel(std::move(panel));
+    view_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the table scrolls itself
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(view_);
@@ -36,6 +37,12 @@ CuePane::CuePane(Workspace& workspace, QWidget* parent)
 CuePane::~CuePane()
 {
     view_->setPanel(nullptr); // before the viewer that it shows
+}
+
+void CuePane::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    panel_->resize(panel_->getWidth(), height());
 }
 
 void CuePane::takeKeyboard()

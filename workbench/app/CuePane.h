@@ -30,6 +30,9 @@ public:
 
     QSize sizeHint() const override { return {400, 160}; }
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     int handleReplaced(const EditReplaced&);
     int handleCue(const oribund::ValServerEvent<oribund::IdStamp>& event);
