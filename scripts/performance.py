@@ -11,7 +11,7 @@ import subprocess
 import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-PROGRAMS = ("notify", "graphs", "binding", "model", "bars")
+PROGRAMS = ("notify", "graphs", "binding", "model", "bars", "rows")
 REPETITIONS = 5
 NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 SIZES = (10, 100, 1000, 10000, 100000)
@@ -139,10 +139,15 @@ def editing(table):
 def bars(table):
     table.below("the next keyframe of 4 effects with 50 parameters of 100 keyframes", "adjacentKeyframe", 200)
     table.faster("the next keyframe; peer: a std::map for each parameter", "adjacentKeyframe", "adjacentInMaps", 20)
-    table.at_most("draw 1,000,000 keyframes in 1,000 cells; peer: 10,000", "visitCells/1/1000000", "visitCells/1/10000", 3)
+    table.at_most("draw a bar of 1,000 pixels with 1,000,000 keyframes; peer: with 10,000", "drawBar/1000000",
+                  "drawBar/10000", 3)
+    table.at_most("find the pixels of 1,000,000 keyframes alone; peer: of 10,000", "visitCells/1/1000000",
+                  "visitCells/1/10000", 3)
     table.at_most("the nearest of 1,000 keyframes; peer: std::lower_bound", "nearestKeyframe", "nearestByLowerBound", 2)
     table.faster("the nearest of 1,000 keyframes; peer: a scan of all", "nearestKeyframe", "nearestByScan", 10)
     table.below("one move of a drag of 10,000 keyframes, undo included", "trimMove/10000", 2e6)
+    table.below("the current time moves over 100 rows, all animated", "playAnimatedRows", 1e6)
+    table.below("the current time moves over 100 rows, all constant: each row", "playConstantRows", 100, 100)
 
 
 def main():
