@@ -95,8 +95,10 @@ int EffectsPanelPane::handleReplaced(const EditReplaced&)
 
 int EffectsPanelPane::handleSelection(const oribund::ValServerEvent<ObjectId>& event)
 {
-    if (event.kind == oribund::ValEventKind::Changed)
+    if (event.kind == oribund::ValEventKind::Changed) {
+        showTime(workspace_.targetSegment()); // now: a drag on the bar must not go on over other effects
         refreshSoon();
+    }
     return 0;
 }
 

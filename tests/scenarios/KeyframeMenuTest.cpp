@@ -1,0 +1,340 @@
+#include "tests/scenarios/Scenario.h"
+#include "workbench/app/EffectTimePanel.h"
+#include "workbench/model/Ids.h"
+
+#include "oribund/controls/CompoundEffectTherm.h"
+#include "oribund/host/edit/CompoundEffectMonitor.h"
+#include "oribund/host/effects/EffectValParam.h"
+#include "oribund/host/effects/Graph1dBase.h"
+#include "oribund/host/toolkit/NumericEntry.h"
+
+#include <QApplication>
+#include <QClipboard>
+
+#include <cmath>
+#include <span>
+
+namespace workbench
+{
+namespace
+{
+
+/** A clip whose effect has keyframes of "level" at the frames 10, 20 and 40; "alpha", called Opacity, is constant. */
+class KeyframeMenuScenario : public Scenario
+{
+protected:
+    KeyframeMenuScenario()
+    {
+        openClip();
+        fade = workspace_->editor().addEffect(workspace_->targetSegment()->id(), "brightness").object;
+        const auto param = workspace_->edit().timeline().findEffect(fade)->paramAt(0);
+        const auto level = oribund::Kt::dynamicCast<oribund::EffectValParam<double>>(param);
+        level->setFunctionType(oribund::EffectValParamFnType::Keyframed, 10.0 / kSampleFrames);
+        level->addKeyframeAt(20.0 / kSampleFrames, 60.0);
+        level->addKeyframeAt(40.0 / kSampleFrames, 30.0);
+        workspace_->edit().undoStack().endGesture();
+        begin();
+    }
+
+    /** Shows what is there; steps are counted from here. */
+    void begin()
+    {
+        settle();
+        window_->effectsPanel().refresh();
+        position_ = workspace_->edit().undoStack().position();
+    }
+
+    static std::string keysOf(const Segment& segment)
+    {
+        std::string all;
+        for (const auto& param : segment.effects.empty() ? std::span<const Param>() : segment.effects[0]->params()) {
+            const oribund::Graph1dBase& graph = *param->graph();
+            if (graph.size() > 0)
+                all.append(all.empty() ? "" : " ").append(param->name().c_str());
+            for (int i = 0; i < graph.size(); ++i)
+                all += ' ' + std::to_string(std::lround(segment.data.start + graph.timeAt(i) * segment.data.length));
+        }
+        return all;
+    }
+
+    /** The frames of the keyframes on the segment whose effects are shown, by parameter. */
+    std::string keys() { return keysOf(*workspace_->targetSegment()); }
+
+    const Segment& firstSegment() { return *workspace_->edit().timeline().tracks().front()->segments.front(); }
+
+    int frame() { return workspace_->vob().currentFrame(); }
+
+    void goTo(int frame) { workspace_->vob().setCurrentTime(workspace_->vob().timeOf(frame)); }
+
+    int selected() { return workspace_->vob().getEffectMonitor()->getNumKeyframesSelected(IdStamp::wildcard(), {}); }
+
+    /** To what has the keyboard. */
+    static void key(Qt::Key code, Qt::KeyboardModifiers held = {})
+    {
+        QTest::keyClick(QApplication::focusWidget(), code, held);
+    }
+
+    void expectRefused(std::initializer_list<Command> commands, const char* why)
+    {
+        for (const Command command : commands) {
+            host_.shown.clear();
+            window_->action(command).trigger();
+            ASSERT_EQ(host_.shown.size(), 1u) << why;
+            EXPECT_NE(host_.shown[0].find(why), std::string::npos) << host_.shown[0];
+            EXPECT_EQ(workspace_->edit().undoStack().position(), position_);
+        }
+    }
+
+    /** That what was done is one step of that title, which undo and redo take back and do again. */
+    void expectStep(const char* title)
+    {
+        EXPECT_EQ(workspace_->edit().undoStack().position(), ++position_) << title;
+        EXPECT_EQ(window_->action(Command::Undo).text().toStdString(), std::string("&Undo ") + title);
+        const std::string after = keys();
+        window_->action(Command::Undo).trigger();
+        EXPECT_NE(keys(), after) << title;
+        window_->action(Command::Redo).trigger();
+        EXPECT_EQ(keys(), after) << title;
+    }
+
+    // The bar above the panels
+
+    oribund::CompoundEffectTherm& bar() { return window_->effectsPanel().timePanel().bar(); }
+
+    QWidget* native() { return QtPeer::widgetOf(bar()); }
+
+    QPoint at(int frame) { return {bar().geometry().f2xi(workspace_->vob().timeOf(frame)), bar().getHeight() / 2}; }
+
+    /** Takes hold of a keyframe with the right button, and leads it elsewhere. */
+    void grab(int frame, int to)
+    {
+        QTest::mousePress(native(), Qt::RightButton, {}, at(frame));
+        QTest::mouseMove(native(), at((frame + to) / 2));
+        QTest::mouseMove(native(), at(to));
+    }
+
+    bool isOnBar(int frame) { return bar().getClosestKF(at(frame).x(), 1).has_value(); }
+
+    ObjectId fade = kNoObject;
+
+private:
+    using IdStamp = oribund::IdStamp;
+    using Param = oribund::EffectInstance::ParamPtr;
+
+    std::size_t position_ = 0;
+};
+
+constexpr auto kCtrl = Qt::ControlModifier;
+constexpr auto kCtrlShift = Qt::ControlModifier | Qt::ShiftModifier;
+
+TEST_F(KeyframeMenuScenario, KeysWalkAddMoveAndRemoveAStepEach)
+{
+    for (const int there : {10, 20, 40}) {
+        key(Qt::Key_Period);
+        EXPECT_EQ(frame(), there);
+    }
+    expectRefused({Command::NextKeyframe}, "no later keyframe");
+    key(Qt::Key_Comma);
+    EXPECT_EQ(frame(), 20);
+    expectRefused({Command::AddKeyframes}, "has a keyframe here already");
+    goTo(30);
+    expectRefused({Command::RemoveKeyframes}, "none at the current time");
+    key(Qt::Key_K);
+    EXPECT_EQ(keys(), "level 10 20 30 40");
+    expectStep("Add keyframes");
+    key(Qt::Key_K, Qt::ShiftModifier);
+    EXPECT_EQ(keys(), "level 10 20 40");
+    expectStep("Remove keyframes");
+
+    expectRefused({Command::KeyframesEarlier, Command::KeyframesLater, Command::CopyKeyframes},
+                  "No keyframe is selected");
+    key(Qt::Key_A, kCtrl);
+    key(Qt::Key_Right, kCtrlShift);
+    EXPECT_EQ(keys(), "level 11 21 41");
+    expectStep("Move 3 keyframes of Level");
+    key(Qt::Key_A, kCtrl);
+    EXPECT_EQ(selected(), 3);
+    key(Qt::Key_A, kCtrlShift);
+    EXPECT_EQ(selected(), 0);
+    key(Qt::Key_A, kCtrl);
+    key(Qt::Key_K, Qt::ShiftModifier);
+    EXPECT_EQ(keys(), "");
+    expectStep("Remove 3 keyframes");
+    expectRefused({Command::AddKeyframes}, "No value is animated yet");
+    expectRefused({Command::SelectKeyframes}, "no keyframes to select");
+    EXPECT_EQ(frame(), 30);
+}
+
+TEST_F(KeyframeMenuScenario, WhatCannotBeDoneSaysWhyAndEditsNothing)
+{
+    using enum Command;
+    expectRefused({PasteKeyframes}, "No keyframes have been copied.");
+    key(Qt::Key_A, kCtrl);
+    key(Qt::Key_C, kCtrl);
+    goTo(60);
+    key(Qt::Key_B);
+    workspace_->selection().set(firstSegment().id());
+    begin();
+    goTo(70);
+    EXPECT_EQ(keys(), "level 10 20 40") << "those of the segment that is selected, wherever the time is";
+    expectRefused({AddKeyframes, PasteKeyframes}, "outside the segment");
+    workspace_->edit().setReadOnly(true);
+    goTo(30);
+    key(Qt::Key_A, kCtrl);
+    expectRefused({AddKeyframes, RemoveKeyframes, PasteKeyframes, KeyframesEarlier, KeyframesLater}, "read-only");
+    key(Qt::Key_Period);
+    EXPECT_EQ(frame(), 40) << "to look changes nothing";
+    workspace_->edit().setReadOnly(false);
+    ASSERT_TRUE(workspace_->editor().removeEffect(fade));
+    begin();
+    expectRefused({AddKeyframes, RemoveKeyframes, PasteKeyframes, NextKeyframe, KeyframesLater}, "no effects here");
+}
+
+TEST_F(KeyframeMenuScenario, CopiesGoToAnotherTimeAnotherSegmentAndAnotherValue)
+{
+    key(Qt::Key_A, kCtrl);
+    key(Qt::Key_C, kCtrl);
+    goTo(50);
+    key(Qt::Key_V, kCtrl);
+    EXPECT_EQ(keys(), "level 10 20 40 50 60");
+    EXPECT_EQ(host_.shown.size(), 1u) << "the third is beyond the end";
+    EXPECT_EQ(selected(), 2);
+    expectStep("Paste 2 keyframes");
+    press(Command::Undo);
+    begin();
+
+    auto* const opacity = findInPanel<oribund::Slider>(L"Opacity");
+    ASSERT_NE(opacity, nullptr);
+    opacity->takeFocus();
+    key(Qt::Key_Comma);
+    EXPECT_EQ(frame(), 40);
+    goTo(25);
+    key(Qt::Key_V, kCtrl);
+    EXPECT_EQ(keys(), "level 10 20 40 alpha 25 35 55") << "the value that has the keyboard";
+    expectStep("Paste 3 keyframes");
+    press(Command::Undo);
+
+    window_->timeline().strip().setFocus();
+    goTo(45);
+    key(Qt::Key_B);
+    begin();
+    goTo(50);
+    key(Qt::Key_V, kCtrl);
+    EXPECT_EQ(keys(), "level 10 20 40 50 60") << "those before the cut are out of sight";
+    EXPECT_EQ(keysOf(firstSegment()), "level 10 20 40");
+    expectStep("Paste 2 keyframes");
+
+    ASSERT_TRUE(workspace_->editor().removeEffect(objectOf(workspace_->targetSegment()->effects.front()->id())));
+    ASSERT_TRUE(workspace_->editor().addEffect(workspace_->targetSegment()->id(), "frei0r.tint0r"));
+    begin();
+    expectRefused({Command::PasteKeyframes}, "None of these effects has a value of that name");
+    document_->startNew();
+    openClip();
+    ASSERT_TRUE(workspace_->editor().addEffect(workspace_->targetSegment()->id(), "brightness"));
+    key(Qt::Key_V, kCtrl);
+    EXPECT_EQ(keys(), "level 0 10 30") << "what was copied outlives the project";
+}
+
+TEST_F(KeyframeMenuScenario, AKeyOnTheBarIsTheBarsOrTheMenusAndNeverBoth)
+{
+    QTest::mouseClick(native(), Qt::LeftButton, {}, at(30));
+    EXPECT_TRUE(bar().hasFocus());
+    EXPECT_EQ(frame(), 30);
+    key(Qt::Key_Comma);
+    EXPECT_EQ(frame(), 20);
+    key(Qt::Key_Space);
+    EXPECT_EQ(selected(), 1);
+    EXPECT_FALSE(workspace_->vob().isPlaying()) << "Space selects the keyframe here";
+    key(Qt::Key_Right, kCtrl);
+    EXPECT_EQ(frame(), 40) << "the next keyframe, not the next segment";
+    key(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(keys(), "level 10 21 40");
+    expectStep("Move keyframe of Level");
+    key(Qt::Key_Space);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(keys(), "level 10 21");
+    expectStep("Remove keyframe");
+    EXPECT_EQ(workspace_->edit().timeline().endFrame(), kSampleFrames) << "the segment stays";
+    key(Qt::Key_Space);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return workspace_->vob().isPlaying(); }, 5000)) << "there is no keyframe here";
+}
+
+TEST_F(KeyframeMenuScenario, WhatIsTypedInAnEntryIsTextAndNoCommand)
+{
+    goTo(30);
+    key(Qt::Key_A, kCtrl);
+    auto* const line = qobject_cast<QLineEdit*>(QtPeer::widgetOf(*findInPanel<oribund::NumericEntry>()));
+    ASSERT_NE(line, nullptr);
+    line->setFocus();
+    QTest::keyClicks(line, "12,.kK 5");
+    key(Qt::Key_Left, kCtrlShift);
+    key(Qt::Key_A, kCtrl);
+    key(Qt::Key_C, kCtrl);
+    EXPECT_EQ(QApplication::clipboard()->text(), "12,.kK 5");
+    key(Qt::Key_V, kCtrl);
+    EXPECT_EQ(line->text(), "12,.kK 5");
+    key(Qt::Key_Escape);
+    EXPECT_EQ(keys(), "level 10 20 40");
+    EXPECT_EQ(frame(), 30);
+    EXPECT_EQ(selected(), 3);
+    EXPECT_FALSE(workspace_->vob().isPlaying());
+    expectRefused({Command::PasteKeyframes}, "No keyframes have been copied.");
+}
+
+TEST_F(KeyframeMenuScenario, TheBarDragsAKeyframeAsOneStepAndFollowsASplit)
+{
+    grab(20, 25);
+    QTest::mouseRelease(native(), Qt::RightButton, {}, at(25));
+    EXPECT_EQ(keys(), "level 10 25 40");
+    EXPECT_EQ(selected(), 0) << "it was selected for the drag alone";
+    expectStep("Move keyframe of Level");
+    goTo(30);
+    press(Command::Split);
+    begin();
+    EXPECT_EQ(bar().geometry().start, workspace_->vob().timeOf(30));
+    EXPECT_TRUE(isOnBar(30) && isOnBar(40)) << "one at the cut, too";
+    press(Command::SelectPrevious);
+    begin();
+    EXPECT_EQ(bar().geometry().end, workspace_->vob().timeOf(30));
+    EXPECT_TRUE(isOnBar(10) && isOnBar(25) && isOnBar(30));
+}
+
+TEST_F(KeyframeMenuScenario, WhatHappensInADragEndsItAndNothingIsEditedAfter)
+{
+    goTo(60);
+    key(Qt::Key_B);
+    const ObjectId first = firstSegment().id();
+    const ObjectId second = workspace_->selection().get();
+    const EditModelPtr edit = workspace_->vob().editModel();
+    const std::function<void()> happenings[] = {
+        [&] { workspace_->selection().set(second); },
+        [&] { EXPECT_TRUE(workspace_->editor().removeEffect(fade)); },
+        [&] { edit->setReadOnly(true); },
+        [&] { document_->startNew(); },
+    };
+    for (const auto& happen : happenings) {
+        SCOPED_TRACE(&happen - happenings);
+        workspace_->selection().set(first);
+        begin();
+        const std::size_t steps = edit->undoStack().position();
+        const QPoint far = at(38);
+        grab(20, 30);
+        EXPECT_EQ(keys(), "level 10 30 40");
+        happen();
+        const auto after = edit->snapshot().tracks;
+        QTest::mouseMove(native(), far); // before the panels have been made anew
+        settle();
+        QTest::mouseMove(native(), far - QPoint(20, 0));
+        QTest::mouseRelease(native(), Qt::RightButton, {}, far);
+        settle();
+        EXPECT_TRUE(edit->snapshot().tracks == after);
+        edit->setReadOnly(false);
+        while (edit->undoStack().position() > steps)
+            edit->undoStack().undo();
+        EXPECT_EQ(keysOf(*edit->timeline().findSegment(first)), "level 10 20 40");
+    }
+    EXPECT_FALSE(workspace_->edit().undoStack().canUndo());
+}
+
+} // namespace
+} // namespace workbench
