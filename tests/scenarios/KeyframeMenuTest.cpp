@@ -289,6 +289,26 @@ TEST_F(KeyframeMenuScenario, TheBarDragsAKeyframeAsOneStepAndFollowsASplit)
     EXPECT_TRUE(isOnBar(10) && isOnBar(25) && isOnBar(30));
 }
 
+TEST_F(KeyframeMenuScenario, ADragOfTheTimeOverTheEndOfTheEffectsHasAWayBack)
+{
+    goTo(60);
+    key(Qt::Key_B);
+    workspace_->selection().set(kNoObject); // the panels follow the picture
+    goTo(30);
+    begin();
+    const QPoint middle = at(35);
+    QTest::mousePress(native(), Qt::LeftButton, {}, at(30));
+    QTest::mouseMove(native(), at(60) + QPoint(20, 0));
+    QTest::qWait(150); // longer than the panels wait for the end of a drag
+    EXPECT_EQ(frame(), 60);
+    QTest::mouseMove(native(), middle);
+    EXPECT_EQ(frame(), 35);
+    QTest::mouseMove(native(), at(60));
+    QTest::mouseRelease(native(), Qt::LeftButton, {}, at(60));
+    const double cut = workspace_->vob().timeOf(60);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bar().geometry().start == cut; })) << "the effects of the other half";
+}
+
 TEST_F(KeyframeMenuScenario, WhatHappensInADragEndsItAndNothingIsEditedAfter)
 {
     goTo(60);

@@ -1,5 +1,6 @@
 #include "workbench/app/EffectsPanelPane.h"
 
+#include "oribund/controls/CompoundEffectTherm.h"
 #include "oribund/controls/KeyframeCtrlsBase.h"
 #include "oribund/host/edit/CompoundEffectMonitor.h"
 #include "workbench/app/EffectTimePanel.h"
@@ -40,7 +41,7 @@ EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
     buildPanels();
     addWidget(panels_);
     refreshTimer_.setSingleShot(true);
-    QObject::connect(&refreshTimer_, &QTimer::timeout, this, [this] { refresh(); });
+    QObject::connect(&refreshTimer_, &QTimer::timeout, this, [this] { refreshUnlessDragged(); });
     replaced_.attach(workspace_.replaced());
     selection_.attach(workspace_.selection().notifier());
     time_.attach(workspace_.vob().getCurrentTimeServer().notifier());
@@ -81,6 +82,16 @@ void EffectsPanelPane::bind()
 void EffectsPanelPane::refreshSoon()
 {
     refreshTimer_.start(0);
+}
+
+void EffectsPanelPane::refreshUnlessDragged()
+{
+    // A drag of the time on the bar stays with the effects on which it began, even beyond their end.
+    constexpr int kLookAgain = 100; // ms
+    if (workspace_.selection().get() == kNoObject && timePanel_->bar().dragState() != 0)
+        refreshTimer_.start(kLookAgain);
+    else
+        refresh();
 }
 
 int EffectsPanelPane::handleReplaced(const EditReplaced&)

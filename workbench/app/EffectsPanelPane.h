@@ -47,6 +47,7 @@ private:
     void buildPanels();
     void bind();
     void refreshSoon();
+    void refreshUnlessDragged();
     void showTime(const Segment* segment);
     void showPanels(const EffectStack::Effects& effects);
     QString hint() const;

@@ -61,16 +61,23 @@ oribund::WString EditCommand::describe(const Timeline& timeline) const
     if (!title_.empty())
         return title_;
     int params = 0;
+    int moved = 0;
+    bool onlyMoved = true;
     const ParamDelta* last = nullptr;
     for (const EditChangePtr& change : changes_) {
         const auto* const delta = dynamic_cast<const ParamDelta*>(change.get());
         if (delta && !delta->isNull()) {
             ++params;
             last = delta;
+            const int keyframes = delta->movedKeyframes();
+            onlyMoved = onlyMoved && keyframes > 0;
+            moved += keyframes;
         }
     }
     if (params == 1)
         return last->describe(timeline);
+    if (params > 1 && onlyMoved)
+        return oribund::toWide("Move " + std::to_string(moved) + " keyframes");
     return oribund::toWide("Change " + std::to_string(params) + " parameters");
 }
 

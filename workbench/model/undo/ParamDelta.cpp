@@ -111,4 +111,9 @@ WString ParamDelta::describe(const Timeline& timeline) const
     return constant_ ? fromTo(constant_->before, constant_->after) : L"Change " + name;
 }
 
+int ParamDelta::movedKeyframes() const
+{
+    return constant_ || fnType_ ? 0 : keyframes_.count().moved;
+}
+
 } // namespace workbench

@@ -40,6 +40,9 @@ public:
     /** "Saturation 12 % to 18 %"; the parameter is in the state after. */
     oribund::WString describe(const Timeline& timeline) const;
 
+    /** How many keyframes were moved; 0 where something else was done. */
+    int movedKeyframes() const;
+
 private:
     template <class T>
     struct Sides {
