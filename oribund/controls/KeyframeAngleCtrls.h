@@ -24,7 +24,7 @@ public:
     /** Whether rows have dials: the preference "use_dials_for_angles", as it was when first asked for. */
     static bool useDials();
 
-    /** Has useDials() read the preference again; for tests. */
+    /** Has useDials() read the preference again, for rows made from then on. */
     static void forgetUseDials();
 
     static int calcHeight();

@@ -1,6 +1,8 @@
 #include "workbench/app/PictureMaker.h"
 
+#include "oribund/controls/KeyframeAngleCtrls.h"
 #include "oribund/host/edit/CompoundEffectMonitor.h"
+#include "oribund/host/services/EditorPreferences.h"
 #include "workbench/app/ClipPlacement.h"
 #include "workbench/app/CueColours.h"
 #include "workbench/app/CuePane.h"
@@ -155,6 +157,8 @@ std::string PictureMaker::write(const std::string& folder, const std::vector<std
         pictureStates();
     if (fault_.empty())
         pictureExport();
+    if (fault_.empty())
+        pictureDials();
     return fault_;
 }
 
@@ -265,29 +269,39 @@ void PictureMaker::pictureExport()
 
 void PictureMaker::picturePanels()
 {
-    const Segment* const segment = workspace_.targetSegment();
     for (const EffectCatalogue::Entry& effect : workspace_.catalogue().all()) {
-        if (!effect->curated || !effect->blockedBecause.empty() || !fault_.empty())
-            continue;
-        const EditOutcome added = workspace_.editor().addEffect(segment->id(), effect->service);
-        if (!added)
-            continue;
-        PanelView view;
-        view.resize(kPanelWidth, kHighestPanel);
-        view.ensurePolished();
-        EffectStack::InitArgs args(kPanelWidth, 0, &view.canvas());
-        view.setPanel(std::make_unique<EffectStack>(
-            args, workspace_.vob(), EffectStack::Effects{workspace_.edit().timeline().findEffect(added.object)},
-            EffectStack::Requests()));
-        view.show();
-        view.resize(kPanelWidth, std::clamp(view.panel()->getHeight(), 24, kHighestPanel));
-        QCoreApplication::processEvents();
-        std::string name = effect->service;
-        std::replace(name.begin(), name.end(), '/', '-');
-        saveAtBothScales(view, "panel-" + name);
-        view.setPanel(nullptr);
-        workspace_.edit().undoStack().undo();
+        if (effect->curated && effect->blockedBecause.empty() && fault_.empty())
+            picturePanel(effect->service, effect->service);
     }
+}
+
+void PictureMaker::picturePanel(const std::string& service, std::string name)
+{
+    const EditOutcome added = workspace_.editor().addEffect(workspace_.targetSegment()->id(), service);
+    if (!added)
+        return;
+    PanelView view;
+    view.resize(kPanelWidth, kHighestPanel);
+    view.ensurePolished();
+    EffectStack::InitArgs args(kPanelWidth, 0, &view.canvas());
+    view.setPanel(std::make_unique<EffectStack>(
+        args, workspace_.vob(), EffectStack::Effects{workspace_.edit().timeline().findEffect(added.object)},
+        EffectStack::Requests()));
+    view.show();
+    view.resize(kPanelWidth, std::clamp(view.panel()->getHeight(), 24, kHighestPanel));
+    QCoreApplication::processEvents();
+    std::replace(name.begin(), name.end(), '/', '-');
+    saveAtBothScales(view, "panel-" + name);
+    view.setPanel(nullptr);
+    workspace_.edit().undoStack().undo();
+}
+
+void PictureMaker::pictureDials()
+{
+    // The preferences are those of this run alone.
+    oribund::prefs().setPreference("use_dials_for_angles", 1);
+    oribund::KeyframeAngleCtrls::forgetUseDials();
+    picturePanel("affine", "affine-with-dials");
 }
 
 } // namespace workbench

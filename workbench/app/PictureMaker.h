@@ -40,6 +40,8 @@ private:
     void pictureStates();
     void pictureExport();
     void picturePanels();
+    void picturePanel(const std::string& service, std::string name);
+    void pictureDials();
 
     Workspace& workspace_;
     MainWindow& window_;
