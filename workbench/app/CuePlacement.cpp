@@ -44,7 +44,7 @@ const Cue* nextCue(const ModelVob& vob, int frame)
 oribund::WString freeCueName(const oribund::CueList& cues)
 {
     for (std::size_t number = 1;; ++number) {
-        const oribund::WString name((L"Cue " + std::to_wstring(number)).c_str());
+        oribund::WString name((L"Cue " + std::to_wstring(number)).c_str());
         if (std::none_of(cues.begin(), cues.end(), [&name](const Cue& cue) { return cue.name == name; }))
             return name;
     }
