@@ -126,11 +126,7 @@ void CompoundEffectKeyframeButtons::addNewCtrlPnt()
 
 void CompoundEffectKeyframeButtons::deleteCtrlPnt()
 {
-    const KeyframeCommands commands = this->commands();
-    if (commands.countSelected() == 0)
-        commands.removeAtCurrentTime();
-    else
-        commands.removeSelected();
+    commands().removeSelectedOrHere();
 }
 
 // What they show

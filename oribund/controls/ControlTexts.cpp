@@ -44,6 +44,12 @@ const wchar_t* englishText(ControlText text)
         return L"selected";
     case ControlText::AndMore:
         return L"and $COUNT$ more";
+    case ControlText::NotAnimated:
+        return L"Not animated: click to set the first keyframe";
+    case ControlText::NoKeyframeHere:
+        return L"Animated, no keyframe here: click to add one";
+    case ControlText::KeyframeHere:
+        return L"Keyframe here: click to remove it";
     }
     return L"";
 }

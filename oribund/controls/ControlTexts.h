@@ -23,6 +23,9 @@ enum class ControlText : int {
     KeyframeCount = 20114, ///< $NUMBER$, $COUNT$
     Selected = 20115,
     AndMore = 20116, ///< $COUNT$
+    NotAnimated = 20117,
+    NoKeyframeHere = 20118,
+    KeyframeHere = 20119,
 };
 
 /** The host's text, or an English one where its table has none. */

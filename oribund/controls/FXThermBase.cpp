@@ -25,6 +25,8 @@
 namespace oribund
 {
 
+const String FXThermBase::timeDragEndedMsg("timeDragEnded");
+
 FXThermBase::FXThermBase(const InitArgs& args)
     : ThermBase(args)
     , CompoundEffectMonitorClient(nullptr)
@@ -164,6 +166,7 @@ void FXThermBase::stopTimeChangeSeries()
 {
     endScrub(getVob());
     refresh();
+    sendMsg(timeDragEndedMsg); // may destroy the bar
 }
 
 WString FXThermBase::valueText() const

@@ -22,6 +22,9 @@ class KeyframeCommands;
 class ORIBUND_API FXThermBase : public ThermBase, public CompoundEffectMonitorClient, public VobClient
 {
 public:
+    /** What the parent is sent when the user has let go of the current time. */
+    static const String timeDragEndedMsg;
+
     using FXKeyframe = FXKeyframeHelpers::FXKeyframe;
     using Keyframes = std::vector<FXKeyframe>;
 

@@ -1,5 +1,6 @@
 #include "oribund/controls/KeyframeButton.h"
 
+#include "oribund/controls/ControlTexts.h"
 #include "oribund/controls/KeyframeButtonAdaptor.h"
 #include "oribund/host/canvas/UifStd.h"
 
@@ -23,11 +24,9 @@ Button::InitArgs argsFor(Canvas* canvas)
 KeyframeButton::KeyframeButton(Canvas* canvas)
     : ValButton(argsFor(canvas))
 {
-    addLook({KeyframeState::kNone, Image::icon("keyframe-off"), eOff,
-             UIString(L"Not animated: click to set the first keyframe")});
-    addLook({KeyframeState::kElsewhere, Image::icon("keyframe-away"), eOff,
-             UIString(L"Animated, no keyframe here: click to add one")});
-    addLook({KeyframeState::kHere, Image::icon("keyframe-here"), eOn, UIString(L"Keyframe here: click to remove it")});
+    addLook({KeyframeState::kNone, Image::icon("keyframe-off"), eOff, controlText(ControlText::NotAnimated)});
+    addLook({KeyframeState::kElsewhere, Image::icon("keyframe-away"), eOff, controlText(ControlText::NoKeyframeHere)});
+    addLook({KeyframeState::kHere, Image::icon("keyframe-here"), eOn, controlText(ControlText::KeyframeHere)});
 }
 
 } // namespace oribund

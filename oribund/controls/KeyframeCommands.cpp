@@ -121,6 +121,11 @@ bool KeyframeCommands::removeSelected() const
     return canEdit() && monitor()->removeSelectedKeyframes(IdStamp::wildcard(), {});
 }
 
+bool KeyframeCommands::removeSelectedOrHere() const
+{
+    return countSelected() > 0 ? removeSelected() : removeAtCurrentTime();
+}
+
 bool KeyframeCommands::moveSelected(int frames) const
 {
     if (!canEdit() || countSelectedOnTrack() == 0)

@@ -64,6 +64,9 @@ public:
 
     bool removeSelected() const;
 
+    /** The selected ones or, when none is selected, those at the current time. */
+    bool removeSelectedOrHere() const;
+
     /** By whole frames. */
     bool moveSelected(int frames) const;
 

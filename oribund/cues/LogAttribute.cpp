@@ -1,5 +1,6 @@
 #include "oribund/cues/LogAttribute.h"
 
+#include "oribund/cues/CueColours.h"
 #include "oribund/cues/CueSearch.h"
 #include "oribund/host/edit/Cue.h"
 
@@ -11,17 +12,6 @@ namespace oribund
 
 namespace
 {
-
-struct NamedColour {
-    const wchar_t* name;
-    std::uint32_t rgb;
-};
-
-/** Light enough to be told apart on a dark ground. */
-constexpr NamedColour kNamed[] = {
-    {L"Red", 0xe5534b},  {L"Orange", 0xe8914a}, {L"Yellow", 0xe3c84b}, {L"Green", 0x6cbf5f}, {L"Cyan", 0x4fc1c7},
-    {L"Blue", 0x6a9ff0}, {L"Purple", 0xb083e8}, {L"White", 0xe2e6ea},  {L"Grey", 0x9a9a9a},  {L"Black", 0x000000},
-};
 
 std::wstring_view trimmed(std::wstring_view text)
 {
@@ -110,9 +100,9 @@ WString getColourText(const Colour& colour)
 std::optional<Colour> parseColourText(const WString& text)
 {
     std::wstring_view digits = trimmed(text.view());
-    for (const NamedColour& named : kNamed) {
+    for (const CueColour& named : cueColours()) {
         if (compareNoCase(WString(digits), WString(named.name)) == 0)
-            return Colour::fromRGB(named.rgb);
+            return named.colour;
     }
     if (!digits.empty() && digits.front() == L'#')
         digits.remove_prefix(1);

@@ -37,7 +37,7 @@ ORIBUND_API bool setLogAttributeText(LogAttribute attribute, Cue& cue, const WSt
 /** "#rrggbb". */
 ORIBUND_API WString getColourText(const Colour& colour);
 
-/** The colour of "#rrggbb", "#rgb", either without the '#', or a name such as "Red". */
+/** The colour of "#rrggbb", "#rgb", either without the '#', or a name from cueColours(). */
 ORIBUND_API std::optional<Colour> parseColourText(const WString& text);
 
 } // namespace oribund

@@ -1,10 +1,11 @@
 #include "tests/scenarios/Scenario.h"
-#include "workbench/app/CueColours.h"
 #include "workbench/app/CueNameField.h"
 #include "workbench/app/CuePane.h"
+#include "workbench/app/LastCueColour.h"
 #include "workbench/app/TimeBar.h"
 #include "workbench/app/TimeBarPane.h"
 
+#include "oribund/cues/CueColours.h"
 #include "oribund/cues/CueDescriptionPanel.h"
 
 #include <QApplication>
@@ -168,13 +169,13 @@ TEST_F(CueScenario, TheMenuIsThatOfTheCueUnderThePointerOrOfThePlace)
     clickBar(there, -3, Qt::RightButton);
     EXPECT_EQ(frame(), 5) << "the menu is for another place than that of the time";
     ASSERT_TRUE(choose("Blue"));
-    EXPECT_EQ(cues()[0].colour, cueColours()[5].colour);
+    EXPECT_EQ(cues()[0].colour, oribund::cueColours()[5].colour);
     expectOneStep("colour");
     clickBar(there, 80, Qt::RightButton);
     EXPECT_FALSE(choose("Delete cue"));
     ASSERT_TRUE(choose("Add cue here"));
     ASSERT_EQ(cues().size(), 2u);
-    EXPECT_EQ(cues()[1].colour, cueColours()[5].colour) << "the colour used last";
+    EXPECT_EQ(cues()[1].colour, oribund::cueColours()[5].colour) << "the colour used last";
     expectOneStep("add");
     clickBar(there, 0, Qt::RightButton);
     ASSERT_TRUE(choose("Delete cue"));
@@ -189,7 +190,7 @@ TEST_F(CueScenario, TheMenuIsThatOfTheCueUnderThePointerOrOfThePlace)
     EXPECT_EQ(workspace_->vob().getCurrentTime(), cues()[0].time);
     QMenu& colours = *window_->action(Command::CueColour).menu();
     ASSERT_TRUE(chooseIn(colours, QStringLiteral("Red")));
-    EXPECT_EQ(cues()[0].colour, cueColours()[0].colour);
+    EXPECT_EQ(cues()[0].colour, oribund::cueColours()[0].colour);
     expectOneStep("colour of the current one");
 }
 

@@ -1,8 +1,8 @@
 #include "workbench/app/CueColourMenu.h"
 
+#include "oribund/cues/CueColours.h"
 #include "oribund/host/base/IdStamp.h"
 #include "oribund/host/edit/Cue.h"
-#include "workbench/app/CueColours.h"
 #include "workbench/app/CueCommands.h"
 #include "workbench/skin/Glyphs.h"
 #include "workbench/skin/QtConversions.h"
@@ -14,8 +14,8 @@ CueColourMenu::CueColourMenu(CueCommands& cues, QWidget* parent)
     : QMenu(parent)
     , cues_(cues)
 {
-    for (const CueColour& one : cueColours()) {
-        QAction* const action = addAction(QString::fromLatin1(one.name));
+    for (const oribund::CueColour& one : oribund::cueColours()) {
+        QAction* const action = addAction(QString::fromWCharArray(one.name));
         action->setCheckable(true);
         QObject::connect(action, &QAction::triggered, this, [this, colour = one.colour] {
             cues_.withCurrent([&](const oribund::IdStamp& cue) { cues_.recolour(cue, colour); });
@@ -28,7 +28,7 @@ void CueColourMenu::showCurrent()
 {
     const oribund::Cue* const cue = cues_.current();
     for (qsizetype i = 0; i < actions().size(); ++i)
-        actions().at(i)->setChecked(cue && cue->colour == cueColours()[static_cast<std::size_t>(i)].colour);
+        actions().at(i)->setChecked(cue && cue->colour == oribund::cueColours()[static_cast<std::size_t>(i)].colour);
 }
 
 } // namespace workbench

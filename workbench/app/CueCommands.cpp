@@ -1,7 +1,7 @@
 #include "workbench/app/CueCommands.h"
 
-#include "workbench/app/CueColours.h"
 #include "workbench/app/CuePlacement.h"
+#include "workbench/app/LastCueColour.h"
 #include "workbench/app/Say.h"
 #include "workbench/app/Workspace.h"
 #include "workbench/model/Ids.h"

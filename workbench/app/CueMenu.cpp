@@ -1,7 +1,7 @@
 #include "workbench/app/CueMenu.h"
 
+#include "oribund/cues/CueColours.h"
 #include "oribund/host/toolkit/Menu.h"
-#include "workbench/app/CueColours.h"
 #include "workbench/app/CueCommands.h"
 #include "workbench/app/CuePlacement.h"
 #include "workbench/app/Workspace.h"
@@ -18,9 +18,9 @@ namespace
 
 void fillColours(Menu& menu, CueCommands& cues, const Cue& cue)
 {
-    for (const CueColour& one : cueColours()) {
-        oribund::MenuItem& item = menu.addItem(UIString(oribund::toWide(one.name)),
-                                               [&cues, id = cue.id, &one] { cues.recolour(id, one.colour); });
+    for (const oribund::CueColour& one : oribund::cueColours()) {
+        oribund::MenuItem& item =
+            menu.addItem(UIString(one.name), [&cues, id = cue.id, &one] { cues.recolour(id, one.colour); });
         item.checked = one.colour == cue.colour;
     }
 }

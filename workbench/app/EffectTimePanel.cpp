@@ -48,6 +48,11 @@ void EffectTimePanel::setZoomed(bool zoomed)
 
 bool EffectTimePanel::handleMessageEvent(const String& message, Glob* sender)
 {
+    if (message == CompoundEffectTherm::timeDragEndedMsg) {
+        if (timeDragEnded)
+            timeDragEnded();
+        return true;
+    }
     const bool zoomsIn = message == CompoundEffectKeyframeButtons::zoomInMsg;
     if (!zoomsIn && message != CompoundEffectKeyframeButtons::zoomOutMsg)
         return WidgetGroup::handleMessageEvent(message, sender);

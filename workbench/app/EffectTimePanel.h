@@ -3,6 +3,8 @@
 #include "oribund/host/base/IdStamp.h"
 #include "oribund/host/toolkit/WidgetGroup.h"
 
+#include <functional>
+
 namespace oribund
 {
 class CompoundEffectKeyframeButtons;
@@ -26,6 +28,9 @@ public:
 
     /** Whether the bar stands for the significant region alone. */
     void setZoomed(bool zoomed);
+
+    /** Called when the user has let go of the current time on the bar. */
+    std::function<void()> timeDragEnded;
 
     oribund::CompoundEffectTherm& bar() { return *bar_; }
 

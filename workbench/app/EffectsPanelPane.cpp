@@ -41,7 +41,7 @@ EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
     buildPanels();
     addWidget(panels_);
     refreshTimer_.setSingleShot(true);
-    QObject::connect(&refreshTimer_, &QTimer::timeout, this, [this] { refreshUnlessDragged(); });
+    QObject::connect(&refreshTimer_, &QTimer::timeout, this, [this] { refresh(); });
     replaced_.attach(workspace_.replaced());
     selection_.attach(workspace_.selection().notifier());
     time_.attach(workspace_.vob().getCurrentTimeServer().notifier());
@@ -51,6 +51,7 @@ EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
 EffectsPanelPane::~EffectsPanelPane()
 {
     // Before the effects that they show.
+    timePanel_->timeDragEnded = nullptr;
     view_->setPanel(nullptr);
     timeView_->setPanel(nullptr);
 }
@@ -60,6 +61,7 @@ void EffectsPanelPane::buildPanels()
     auto time =
         std::make_unique<EffectTimePanel>(EffectTimePanel::InitArgs(1, 0, &timeView_->canvas()), workspace_.vob());
     timePanel_ = time.get();
+    timePanel_->timeDragEnded = [this] { refreshSoon(); };
     timeView_->setPanel(std::move(time));
     // It stays where it is while the panels below are scrolled.
     timeView_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -81,17 +83,10 @@ void EffectsPanelPane::bind()
 
 void EffectsPanelPane::refreshSoon()
 {
-    refreshTimer_.start(0);
-}
-
-void EffectsPanelPane::refreshUnlessDragged()
-{
     // A drag of the time on the bar stays with the effects on which it began, even beyond their end.
-    constexpr int kLookAgain = 100; // ms
-    if (workspace_.selection().get() == kNoObject && timePanel_->bar().dragState() != 0)
-        refreshTimer_.start(kLookAgain);
-    else
-        refresh();
+    const bool isDragged = workspace_.selection().get() == kNoObject && timePanel_->bar().dragState() != 0;
+    if (!isDragged)
+        refreshTimer_.start(0);
 }
 
 int EffectsPanelPane::handleReplaced(const EditReplaced&)

@@ -47,7 +47,6 @@ private:
     void buildPanels();
     void bind();
     void refreshSoon();
-    void refreshUnlessDragged();
     void showTime(const Segment* segment);
     void showPanels(const EffectStack::Effects& effects);
     QString hint() const;

@@ -87,9 +87,7 @@ void KeyframeActions::remove()
 {
     if (const char* const why = obstacle())
         return say(why);
-    const oribund::KeyframeCommands commands = this->commands();
-    const bool removed = commands.countSelected() > 0 ? commands.removeSelected() : commands.removeAtCurrentTime();
-    if (!removed)
+    if (!commands().removeSelectedOrHere())
         say("No keyframe is selected, and there is none at the current time.");
 }
 

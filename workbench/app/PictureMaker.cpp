@@ -1,10 +1,10 @@
 #include "workbench/app/PictureMaker.h"
 
 #include "oribund/controls/KeyframeAngleCtrls.h"
+#include "oribund/cues/CueColours.h"
 #include "oribund/host/edit/CompoundEffectMonitor.h"
 #include "oribund/host/services/EditorPreferences.h"
 #include "workbench/app/ClipPlacement.h"
-#include "workbench/app/CueColours.h"
 #include "workbench/app/CuePane.h"
 #include "workbench/app/EffectListPane.h"
 #include "workbench/app/EffectStack.h"
@@ -196,7 +196,7 @@ void PictureMaker::addCues()
         oribund::Cue cue;
         cue.time = vob.timeOf(static_cast<int>(end * place));
         cue.name = name;
-        cue.colour = cueColours()[colour++].colour;
+        cue.colour = oribund::cueColours()[colour++].colour;
         workspace_.editor().addCue(cue);
     }
 }

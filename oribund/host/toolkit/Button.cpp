@@ -12,13 +12,6 @@
 namespace oribund
 {
 
-namespace
-{
-
-constexpr unsigned kLook = PeerChange::kState | PeerChange::kContents;
-
-} // namespace
-
 Button::Button(const InitArgs& args)
     : Control(args)
     , text_(displayText(args.text))
@@ -39,7 +32,7 @@ void Button::setText(const UIString& text, eRedrawFlag redrawFlag)
     if (shown == text_)
         return;
     text_ = shown;
-    changed(kLook, redrawFlag);
+    changed(PeerChange::kLook, redrawFlag);
 }
 
 void Button::setIcon(const Image& icon, eRedrawFlag redrawFlag)
@@ -47,7 +40,7 @@ void Button::setIcon(const Image& icon, eRedrawFlag redrawFlag)
     if (icon == icon_)
         return;
     icon_ = icon;
-    changed(kLook, redrawFlag);
+    changed(PeerChange::kLook, redrawFlag);
 }
 
 void Button::setState(int state, eRedrawFlag redrawFlag)
@@ -57,7 +50,7 @@ void Button::setState(int state, eRedrawFlag redrawFlag)
     if (state == state_)
         return;
     state_ = state;
-    changed(kLook, redrawFlag);
+    changed(PeerChange::kLook, redrawFlag);
 }
 
 XY<int> Button::calcSizeFor(const WString& text, const Glib::FontDesc& font)

@@ -18,8 +18,6 @@ namespace oribund
 namespace
 {
 
-constexpr unsigned kLook = PeerChange::kState | PeerChange::kContents;
-
 /** The room that the arrow at the right end takes. */
 int arrowWidth()
 {
@@ -54,7 +52,7 @@ void DropDownMenuButton::setItems(const std::vector<UIString>& items, eRedrawFla
     items_ = std::move(texts);
     if (selected_ >= items_.size())
         selected_ = kNoSelection;
-    changed(kLook, redrawFlag);
+    changed(PeerChange::kLook, redrawFlag);
 }
 
 void DropDownMenuButton::setSelected(unsigned index, eRedrawFlag redrawFlag)
@@ -64,7 +62,7 @@ void DropDownMenuButton::setSelected(unsigned index, eRedrawFlag redrawFlag)
     if (index == selected_)
         return;
     selected_ = index;
-    changed(kLook, redrawFlag);
+    changed(PeerChange::kLook, redrawFlag);
 }
 
 const WString& DropDownMenuButton::getSelectedText() const

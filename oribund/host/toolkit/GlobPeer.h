@@ -19,6 +19,9 @@ inline constexpr unsigned kTooltip = 128; ///< and accessible name
 inline constexpr unsigned kFocus = 256;   ///< Glob::hasFocus()
 inline constexpr unsigned kCursor = 512;
 inline constexpr unsigned kAll = 1023;
+
+/** What an adaptor or the user has changed about a control, which draws it as well. */
+inline constexpr unsigned kLook = kState | kContents;
 } // namespace PeerChange
 
 /**

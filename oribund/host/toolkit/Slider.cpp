@@ -17,8 +17,6 @@ namespace oribund
 namespace
 {
 
-constexpr unsigned kLook = PeerChange::kState | PeerChange::kContents;
-
 /** A press this near to the handle takes hold of it and does not move it. Pixels. */
 constexpr double kGripReach = 4.0;
 
@@ -44,7 +42,7 @@ void Slider::setRange(double min, double max)
         return;
     min_ = min;
     max_ = max;
-    changed(kLook);
+    changed(PeerChange::kLook);
 }
 
 void Slider::setValue(double value, eRedrawFlag redrawFlag)
@@ -73,7 +71,7 @@ double Slider::getPage() const
 void Slider::setOrigin(std::optional<double> origin)
 {
     origin_ = origin;
-    changed(kLook);
+    changed(PeerChange::kLook);
 }
 
 double Slider::origin() const

@@ -14,8 +14,6 @@ namespace oribund
 namespace
 {
 
-constexpr unsigned kLook = PeerChange::kState | PeerChange::kContents;
-
 /** What a native entry can take. */
 constexpr std::size_t kMaxLength = 32767;
 
@@ -59,7 +57,7 @@ void TableEdit::open(const XY<int>& cell)
     if (box && !box->takeFocus())
         close();
     else if (box)
-        table_.changed(kLook);
+        table_.changed(PeerChange::kLook);
 }
 
 bool TableEdit::commit()
@@ -98,7 +96,7 @@ void TableEdit::close()
     if (self && box)
         table_.removeChild(*box);
     if (self)
-        table_.changed(kLook);
+        table_.changed(PeerChange::kLook);
 }
 
 bool TableEdit::store(const TableCellBox& box, const WString& text)

@@ -17,7 +17,6 @@ namespace oribund
 namespace
 {
 
-constexpr unsigned kLook = PeerChange::kState | PeerChange::kContents;
 constexpr int kRowsPerNotch = 3;
 
 } // namespace
@@ -74,7 +73,7 @@ void TableWidget::refresh()
     if (const XY<int> wanted = adaptor_ ? adaptor_->getSize() : XY<int>(); wanted.x > 0 && wanted.y > 0)
         resize(wanted.x, wanted.y);
     if (self)
-        changed(kLook);
+        changed(PeerChange::kLook);
 }
 
 void TableWidget::readAdaptor()
@@ -147,7 +146,7 @@ void TableWidget::setCurrentCell(const XY<int>& cell)
 {
     if (!layout_.isCell(cell)) {
         current_ = {};
-        changed(kLook);
+        changed(PeerChange::kLook);
         return;
     }
     current_ = TableCellAnchor(cell, columns_, *adaptor_);
@@ -158,7 +157,7 @@ void TableWidget::reveal(int row)
 {
     if (layout_.scrollTo(row))
         edit_.place();
-    changed(kLook);
+    changed(PeerChange::kLook);
 }
 
 void TableWidget::userSelect(const XY<int>& cell)
@@ -308,7 +307,7 @@ void TableWidget::userScroll(int offset)
     const GlobRef<TableWidget> self(this);
     edit_.place();
     if (self)
-        changed(kLook);
+        changed(PeerChange::kLook);
 }
 
 void TableWidget::userResizeColumn(int column, int width)
@@ -316,7 +315,7 @@ void TableWidget::userResizeColumn(int column, int width)
     if (!layout_.setColumnWidth(column, width))
         return;
     edit_.place();
-    changed(kLook);
+    changed(PeerChange::kLook);
 }
 
 void TableWidget::resize(double width, double height)
@@ -330,7 +329,7 @@ void TableWidget::resize(double width, double height)
     edit_.place();
     if (!self)
         return;
-    changed(kLook);
+    changed(PeerChange::kLook);
     tellParentOfResize(old);
 }
 

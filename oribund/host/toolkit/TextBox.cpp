@@ -16,7 +16,6 @@ namespace oribund
 namespace
 {
 
-constexpr unsigned kLook = PeerChange::kState | PeerChange::kContents;
 constexpr int kPadding = 4;
 constexpr double kCoarse = 10.0;
 constexpr double kFine = 0.1;
@@ -65,19 +64,19 @@ void TextBox::setText(const WString& text, eRedrawFlag redrawFlag)
     if (clean == text_)
         return;
     text_ = clean;
-    changed(kLook, redrawFlag);
+    changed(PeerChange::kLook, redrawFlag);
 }
 
 void TextBox::setPlaceholder(const UIString& text)
 {
     placeholder_ = displayText(text);
-    changed(kLook);
+    changed(PeerChange::kLook);
 }
 
 void TextBox::setAlignment(TextAlign align)
 {
     align_ = align;
-    changed(kLook);
+    changed(PeerChange::kLook);
 }
 
 void TextBox::setReadOnly(bool readOnly)
@@ -86,7 +85,7 @@ void TextBox::setReadOnly(bool readOnly)
         return;
     readOnly_ = readOnly;
     typed_ = typed_ && !readOnly;
-    changed(kLook);
+    changed(PeerChange::kLook);
 }
 
 void TextBox::userStartEditing()
@@ -97,7 +96,7 @@ void TextBox::userStartEditing()
         return;
     editing_ = !readOnly_;
     allSelected_ = true;
-    changed(kLook);
+    changed(PeerChange::kLook);
 }
 
 void TextBox::userEdit(const WString& text)
@@ -109,7 +108,7 @@ void TextBox::userEdit(const WString& text)
     editing_ = true;
     allSelected_ = false;
     setProblem({});
-    changed(kLook);
+    changed(PeerChange::kLook);
 }
 
 bool TextBox::userCommit(const WString& text)
@@ -151,7 +150,7 @@ void TextBox::setProblem(const WString& problem)
     if (problem == problem_)
         return;
     problem_ = problem;
-    changed(kLook | PeerChange::kTooltip);
+    changed(PeerChange::kLook | PeerChange::kTooltip);
 }
 
 WString TextBox::problemWith(const WString&) const
@@ -177,7 +176,7 @@ void TextBox::stopTyping()
     editing_ = false;
     allSelected_ = hasFocus();
     setProblem({});
-    changed(kLook);
+    changed(PeerChange::kLook);
 }
 
 bool TextBox::userStep(double steps)
