@@ -23,7 +23,9 @@ if(ORIBUND_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
+# Results are shared between presets and checkouts: no path of this one goes into what the cache compares.
 find_program(ORIBUND_CCACHE ccache)
 if(ORIBUND_CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${ORIBUND_CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env CCACHE_BASEDIR=${PROJECT_SOURCE_DIR} CCACHE_NOHASHDIR=1
+      CCACHE_SLOPPINESS=pch_defines,time_macros ${ORIBUND_CCACHE})
 endif()

@@ -95,7 +95,7 @@ def check(root, build, path, passed):
 
 def main():
     root, build = (os.path.abspath(argument) for argument in sys.argv[1:3])
-    folders = sys.argv[3:] or ["oribund", "workbench"]
+    folders = sys.argv[3:] or ["oribund", "skin", "workbench"]
     cache = Cache(root, read(root, ".clang-tidy") + tool_version())
     work = [(path, cache.entry(path, command)) for path, command in own_sources(root, build, folders)]
     fresh = sum(not os.path.exists(passed) for _, passed in work)

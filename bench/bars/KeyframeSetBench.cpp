@@ -1,6 +1,6 @@
 #include "tests/support/FakeView.h"
 
-#include "oribund/host/effects/EffectValParam.h"
+#include "oribund/host/effects/params/EffectValParam.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,8 +1,8 @@
-#include "oribund/host/edit/CompoundEffectMonitor.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "workbench/model/EditModel.h"
 #include "workbench/model/EffectCatalogue.h"
 #include "workbench/model/Ids.h"
-#include "workbench/model/ModelVob.h"
+#include "workbench/model/host/ModelVob.h"
 
 #include <benchmark/benchmark.h>
 

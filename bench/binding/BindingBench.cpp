@@ -3,10 +3,10 @@
 #include "bench/notify/AllocationCount.h"
 #include "tests/support/FakeView.h"
 
-#include "oribund/controls/EffectValParamAdaptor.h"
+#include "oribund/controls/binding/EffectValParamAdaptor.h"
 #include "oribund/host/base/Numeric.h"
-#include "oribund/host/toolkit/ValSlider.h"
-#include "oribund/host/toolkit/ValTextBox.h"
+#include "oribund/host/toolkit/entries/ValTextBox.h"
+#include "oribund/host/toolkit/widgets/ValSlider.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,6 +1,6 @@
 #include "bench/graphs/ArrayPeer.h"
 
-#include "oribund/host/effects/CubicSegment.h"
+#include "oribund/host/effects/curves/CubicSegment.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "oribund/host/effects/Keyframe.h"
+#include "oribund/host/effects/curves/Keyframe.h"
 
 #include <span>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "bench/graphs/ArrayPeer.h"
 #include "bench/graphs/Keys.h"
 #include "bench/notify/AllocationCount.h"
-#include "oribund/host/effects/BezierCurve.h"
+#include "oribund/host/effects/curves/BezierCurve.h"
 
 #include <benchmark/benchmark.h>
 

@@ -3,7 +3,7 @@
 #include "workbench/model/Ids.h"
 #include "workbench/model/projection/Projector.h"
 
-#include "oribund/host/effects/EffectValParam.h"
+#include "oribund/host/effects/params/EffectValParam.h"
 
 #include <benchmark/benchmark.h>
 

@@ -3,10 +3,10 @@
 #include "tests/support/FakeView.h"
 #include "tests/support/TestHost.h"
 
-#include "oribund/controls/CompoundEffectTherm.h"
+#include "oribund/controls/bars/CompoundEffectTherm.h"
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/canvas/RecordingRenderer.h"
-#include "oribund/host/effects/EffectValParam.h"
+#include "oribund/host/effects/params/EffectValParam.h"
 
 #include <benchmark/benchmark.h>
 

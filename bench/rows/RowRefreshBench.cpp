@@ -3,8 +3,8 @@
 #include "tests/support/FakeView.h"
 #include "tests/support/TestHost.h"
 
-#include "oribund/controls/KeyframeAngleCtrls.h"
-#include "oribund/controls/KeyframeFloatCtrlsBase.h"
+#include "oribund/controls/rows/KeyframeAngleCtrls.h"
+#include "oribund/controls/rows/KeyframeFloatCtrlsBase.h"
 #include "oribund/host/canvas/Canvas.h"
 
 #include <benchmark/benchmark.h>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <oribund/host/edit/CompoundEffectMonitor.h>
 #include <oribund/host/edit/Cue.h>
 #include <oribund/host/edit/Edit.h>
 #include <oribund/host/edit/Vob.h>
+#include <oribund/host/edit/monitor/CompoundEffectMonitor.h>
 #include <oribund/host/effects/EffectInstance.h>
 
 #include <utility>

@@ -5,11 +5,11 @@
 #include "Viewer.h"
 
 #include <oribund/Version.h>
-#include <oribund/controls/EffectValParamAdaptor.h>
+#include <oribund/controls/binding/EffectValParamAdaptor.h>
 #include <oribund/host/canvas/Canvas.h>
 #include <oribund/host/canvas/UifStd.h>
-#include <oribund/host/effects/EffectValParam.h>
-#include <oribund/host/toolkit/ValSlider.h>
+#include <oribund/host/effects/params/EffectValParam.h>
+#include <oribund/host/toolkit/widgets/ValSlider.h>
 #include <oribund/panels/EffectComponentPanel.h>
 #include <oribund/panels/FXPanelFactory.h>
 #include <oribund/panels/iEffectPanelBuilder.h>

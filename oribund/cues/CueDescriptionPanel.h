@@ -4,7 +4,7 @@
 #include "oribund/host/base/Export.h"
 #include "oribund/host/edit/Cue.h"
 #include "oribund/host/edit/VobClient.h"
-#include "oribund/host/toolkit/TableWidget.h"
+#include "oribund/host/toolkit/lists/TableWidget.h"
 
 #include <utility>
 #include <vector>

@@ -6,8 +6,8 @@
 #include "oribund/host/edit/Vob.h"
 #include "oribund/host/effects/EffectInstance.h"
 #include "oribund/host/services/TextTable.h"
-#include "oribund/host/toolkit/Checkbox.h"
-#include "oribund/host/toolkit/CheckboxEvent.h"
+#include "oribund/host/toolkit/widgets/Checkbox.h"
+#include "oribund/host/toolkit/widgets/CheckboxEvent.h"
 #include "oribund/panels/TextIds.h"
 
 #include <memory>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "oribund/host/base/Export.h"
-#include "oribund/host/edit/FXVobClient.h"
-#include "oribund/host/toolkit/MinimizableGroup.h"
+#include "oribund/host/edit/monitor/FXVobClient.h"
+#include "oribund/host/toolkit/layout/MinimizableGroup.h"
 #include "oribund/panels/FXPanelCreationOptions.h"
 
 namespace oribund

@@ -1,8 +1,8 @@
 #include "oribund/panels/FXPanelCreationOptions.h"
 
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/edit/CompoundEffectMonitor.h"
 #include "oribund/host/edit/Vob.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/effects/EffectInstance.h"
 
 namespace oribund

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "oribund/host/base/Export.h"
-#include "oribund/host/edit/FXViewHandle.h"
-#include "oribund/host/toolkit/MinimizableGroup.h"
+#include "oribund/host/edit/monitor/FXViewHandle.h"
+#include "oribund/host/toolkit/layout/MinimizableGroup.h"
 
 namespace oribund
 {

@@ -1,4 +1,4 @@
-#include "workbench/app/ClipPlacement.h"
+#include "workbench/app/session/ClipPlacement.h"
 #include "tests/model/SampleEdit.h"
 
 #include <gtest/gtest.h>

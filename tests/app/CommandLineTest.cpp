@@ -1,4 +1,4 @@
-#include "workbench/app/CommandLine.h"
+#include "workbench/app/start/CommandLine.h"
 
 #include <gtest/gtest.h>
 

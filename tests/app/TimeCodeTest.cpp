@@ -1,4 +1,4 @@
-#include "workbench/app/TimeCode.h"
+#include "workbench/app/timeline/TimeCode.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "workbench/app/TimelineGeometry.h"
+#include "workbench/app/timeline/TimelineGeometry.h"
 #include "tests/model/SampleEdit.h"
 
 #include <gtest/gtest.h>

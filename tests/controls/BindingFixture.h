@@ -2,8 +2,8 @@
 
 #include "tests/support/FakeView.h"
 
-#include "oribund/controls/EffectValParamAdaptor.h"
-#include "oribund/host/toolkit/ValWidget.h"
+#include "oribund/controls/binding/EffectValParamAdaptor.h"
+#include "oribund/host/toolkit/values/ValWidget.h"
 
 #include <gtest/gtest.h>
 

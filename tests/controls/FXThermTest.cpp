@@ -1,11 +1,11 @@
 #include "tests/controls/TrackFixture.h"
 
-#include "oribund/controls/CompoundEffectTherm.h"
-#include "oribund/controls/KeyframeCommands.h"
+#include "oribund/controls/bars/CompoundEffectTherm.h"
+#include "oribund/controls/keyframes/KeyframeCommands.h"
 #include "oribund/cues/CueDrawing.h"
 #include "oribund/host/canvas/RecordingRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/Menu.h"
+#include "oribund/host/toolkit/core/Menu.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,8 +1,8 @@
 #include "tests/controls/TrackFixture.h"
 
-#include "oribund/controls/CompoundEffectKeyframeButtons.h"
+#include "oribund/controls/keyframes/CompoundEffectKeyframeButtons.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/Button.h"
+#include "oribund/host/toolkit/widgets/Button.h"
 
 #include <string>
 

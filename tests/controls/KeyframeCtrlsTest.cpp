@@ -1,15 +1,15 @@
 #include "tests/controls/RowSupport.h"
 
-#include "oribund/controls/AngleParamWidget.h"
-#include "oribund/controls/KeyframeAngleCtrls.h"
-#include "oribund/controls/KeyframeButton.h"
-#include "oribund/controls/KeyframeColourCtrls.h"
-#include "oribund/controls/KeyframeFloatCtrlsBase.h"
+#include "oribund/controls/rows/AngleParamWidget.h"
+#include "oribund/controls/rows/KeyframeAngleCtrls.h"
+#include "oribund/controls/rows/KeyframeButton.h"
+#include "oribund/controls/rows/KeyframeColourCtrls.h"
+#include "oribund/controls/rows/KeyframeFloatCtrlsBase.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/NumericEntry.h"
-#include "oribund/host/toolkit/ScrubLabel.h"
-#include "oribund/host/toolkit/ValColourSwatch.h"
-#include "oribund/host/toolkit/ValSlider.h"
+#include "oribund/host/toolkit/entries/NumericEntry.h"
+#include "oribund/host/toolkit/entries/ScrubLabel.h"
+#include "oribund/host/toolkit/widgets/ValColourSwatch.h"
+#include "oribund/host/toolkit/widgets/ValSlider.h"
 
 namespace oribund
 {

@@ -1,8 +1,8 @@
 #include "tests/controls/RowSupport.h"
 
-#include "oribund/controls/KeyframeFloatCtrlsBase.h"
-#include "oribund/controls/NumberDisplay.h"
-#include "oribund/controls/ParamTooltip.h"
+#include "oribund/controls/rows/KeyframeFloatCtrlsBase.h"
+#include "oribund/controls/rows/NumberDisplay.h"
+#include "oribund/controls/rows/ParamTooltip.h"
 
 #include <limits>
 

@@ -1,7 +1,7 @@
 #include "tests/controls/BindingFixture.h"
 
-#include "oribund/controls/AngleParamWidget.h"
-#include "oribund/controls/GraphColManager.h"
+#include "oribund/controls/rows/AngleParamWidget.h"
+#include "oribund/controls/rows/GraphColManager.h"
 
 #include <memory>
 #include <set>

@@ -3,9 +3,9 @@
 #include "tests/controls/BindingFixture.h"
 #include "tests/support/TestHost.h"
 
-#include "oribund/controls/KeyframeCtrlsBase.h"
+#include "oribund/controls/rows/KeyframeCtrlsBase.h"
 #include "oribund/host/canvas/Canvas.h"
-#include "oribund/host/toolkit/Event.h"
+#include "oribund/host/toolkit/core/Event.h"
 
 #include <memory>
 #include <utility>

@@ -1,10 +1,10 @@
-#include "oribund/controls/ThermBase.h"
+#include "oribund/controls/bars/ThermBase.h"
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/RecordingRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/Event.h"
-#include "oribund/host/toolkit/StandardPanel.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/layout/StandardPanel.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "oribund/controls/ThermGeometry.h"
+#include "oribund/controls/bars/ThermGeometry.h"
 
 #include <gtest/gtest.h>
 

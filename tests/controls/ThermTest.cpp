@@ -1,9 +1,9 @@
-#include "oribund/controls/therm.h"
+#include "oribund/controls/bars/therm.h"
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/canvas/RecordingRenderer.h"
 #include "oribund/host/edit/iScrubControl.h"
-#include "oribund/host/toolkit/Event.h"
-#include "oribund/host/toolkit/StandardPanel.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/layout/StandardPanel.h"
 #include "tests/support/FakeView.h"
 
 #include <gtest/gtest.h>

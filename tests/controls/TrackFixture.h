@@ -3,9 +3,9 @@
 #include "tests/support/FakeView.h"
 
 #include "oribund/host/canvas/Canvas.h"
-#include "oribund/host/effects/EffectValParam.h"
-#include "oribund/host/toolkit/Event.h"
-#include "oribund/host/toolkit/StandardPanel.h"
+#include "oribund/host/effects/params/EffectValParam.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/layout/StandardPanel.h"
 
 #include <gtest/gtest.h>
 

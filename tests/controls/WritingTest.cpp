@@ -1,7 +1,7 @@
 #include "tests/controls/BindingFixture.h"
 
-#include "oribund/controls/DegreesParamAdaptor.h"
-#include "oribund/controls/KeyframeButtonAdaptor.h"
+#include "oribund/controls/binding/DegreesParamAdaptor.h"
+#include "oribund/controls/rows/KeyframeButtonAdaptor.h"
 
 namespace oribund
 {

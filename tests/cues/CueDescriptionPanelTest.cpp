@@ -1,8 +1,8 @@
 #include "oribund/cues/CueDescriptionPanel.h"
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/canvas/RecordingRenderer.h"
-#include "oribund/host/toolkit/Event.h"
-#include "oribund/host/toolkit/TableCellBox.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/lists/TableCellBox.h"
 #include "tests/support/FakeView.h"
 #include "tests/support/TestHost.h"
 

@@ -1,7 +1,7 @@
 #include "tests/support/FakeView.h"
 #include "tests/support/contracts/ViewContract.h"
 
-#include "oribund/host/effects/EffectValParam.h"
+#include "oribund/host/effects/params/EffectValParam.h"
 
 #include <memory>
 #include <utility>

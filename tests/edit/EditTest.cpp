@@ -1,8 +1,8 @@
 #include "tests/support/FakeView.h"
 #include "tests/support/TestHost.h"
 
-#include "oribund/host/edit/FXVobClient.h"
 #include "oribund/host/edit/VobClient.h"
+#include "oribund/host/edit/monitor/FXVobClient.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "tests/edit/KeyframesFixture.h"
 
-#include "oribund/host/effects/BezierCurve.h"
-#include "oribund/host/effects/KeyframeClip.h"
+#include "oribund/host/effects/curves/BezierCurve.h"
+#include "oribund/host/effects/keyframes/KeyframeClip.h"
 
 namespace oribund::test
 {

@@ -2,8 +2,8 @@
 
 #include "tests/support/FakeView.h"
 
-#include "oribund/host/edit/CompoundEffectMonitorClient.h"
-#include "oribund/host/effects/EffectValParam.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitorClient.h"
+#include "oribund/host/effects/params/EffectValParam.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "oribund/host/effects/MultiGraph.h"
+#include "oribund/host/effects/curves/MultiGraph.h"
 #include "tests/effects/CurveSupport.h"
 
 #include <gtest/gtest.h>

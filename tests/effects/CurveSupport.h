@@ -1,6 +1,6 @@
 #pragma once
 
-#include "oribund/host/effects/BezierCurve.h"
+#include "oribund/host/effects/curves/BezierCurve.h"
 
 #include <initializer_list>
 #include <random>

@@ -1,6 +1,6 @@
 #include "oribund/host/effects/EffectInstance.h"
-#include "oribund/host/effects/EffectValParam.h"
-#include "oribund/host/effects/iParamJournal.h"
+#include "oribund/host/effects/params/EffectValParam.h"
+#include "oribund/host/effects/params/iParamJournal.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "oribund/host/effects/MultiGraph.h"
+#include "oribund/host/effects/curves/MultiGraph.h"
 #include "oribund/host/notify/MethodCallback.h"
 #include "tests/effects/CurveSupport.h"
 

@@ -1,5 +1,5 @@
-#include "oribund/host/effects/EffectValParam.h"
-#include "oribund/host/effects/ParamVisitor.h"
+#include "oribund/host/effects/params/EffectValParam.h"
+#include "oribund/host/effects/params/ParamVisitor.h"
 #include "oribund/host/notify/MethodCallback.h"
 #include "tests/effects/CurveSupport.h"
 

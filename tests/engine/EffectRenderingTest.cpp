@@ -1,6 +1,6 @@
 #include "tests/engine/SampleMedia.h"
 
-#include "oribund/host/effects/EffectValParamBase.h"
+#include "oribund/host/effects/params/EffectValParamBase.h"
 #include "workbench/engine/CatalogueReader.h"
 #include "workbench/engine/FrameRendering.h"
 #include "workbench/engine/MltGraph.h"

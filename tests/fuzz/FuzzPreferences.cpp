@@ -1,5 +1,5 @@
 // The file of preferences: whatever is in it, choices can be read, made and found again.
-#include "workbench/store/FilePreferences.h"
+#include "workbench/store/files/FilePreferences.h"
 
 #include <cstdint>
 #include <cstdlib>

@@ -34,8 +34,8 @@ LAYERS = {
     "workbench/store": ["workbench/model"],
     "workbench/engine": ["workbench/model"],
     "workbench/gpu": ["workbench/model"],
-    "workbench/skin": ["workbench/model"],
-    "workbench/app": ["workbench/store", "workbench/engine", "workbench/gpu", "workbench/skin"],
+    "skin": ["oribund", "oribund/panels"],
+    "workbench/app": ["workbench/store", "workbench/engine", "workbench/gpu", "skin"],
     "examples": ["oribund", "oribund/browser", "oribund/shader"],
 }
 
@@ -55,7 +55,7 @@ NOT_IN_HEADERS = {"iostream", "regex", "filesystem", "ranges"}
 # Libraries that only the named folders may touch.
 RESERVED = [
     ("MLT", re.compile(r"(mlt\+\+|Mlt|framework/mlt|mlt-7/)"), ["workbench/engine"]),
-    ("Qt", re.compile(r"Q(t[A-Z]|[A-Z])"), ["workbench/skin", "workbench/app"]),
+    ("Qt", re.compile(r"Q(t[A-Z]|[A-Z])"), ["skin", "workbench/app"]),
     ("Vulkan and glslang", re.compile(r"(vulkan|glslang|SPIRV)/"), ["workbench/gpu"]),
 ]
 STANDARD_ONLY = ("oribund", "workbench/model", "examples")
@@ -105,14 +105,14 @@ def check_system(path, layer, name):
 
 def check_includes(root):
     faults, arrows = [], {}
-    for path in sources(root, ["oribund", "workbench", "examples"]):
+    for path in sources(root, ["oribund", "skin", "workbench", "examples"]):
         layer = layer_of(path)
         if layer is None:
             faults.append(f"{path}: its folder has no place in the layers (tests/layers/check_layers.py)")
             continue
         arrows[path] = []
         for line, kind, name in direct_includes(read(root, path)):
-            own = kind == "own" or name.startswith(("oribund/", "workbench/"))
+            own = kind == "own" or name.startswith(("oribund/", "skin/", "workbench/"))
             if own:
                 arrows[path].append(name)
             # An outside project includes the library as a system would.
@@ -146,7 +146,7 @@ def check_circles(arrows):
 def check_listed(root):
     """A source that no CMakeLists.txt names is neither built nor tested, and nobody notices."""
     faults = []
-    for path in sources(root, ["oribund", "workbench", "tests", "bench", "examples"], (".cpp",)):
+    for path in sources(root, ["oribund", "skin", "workbench", "tests", "bench", "examples"], (".cpp",)):
         folder, named = os.path.dirname(path), False
         while folder and not named:
             listing = os.path.join(folder, "CMakeLists.txt")

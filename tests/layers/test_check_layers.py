@@ -54,14 +54,14 @@ class CheckLayers(unittest.TestCase):
         self.assertOneFault(above, BASE + "A.h:2", "may not include")
         sibling = {"oribund/host/effects/E.h": "", TOOLKIT + "B.h": '#include "oribund/host/effects/E.h"'}
         self.assertOneFault(sibling, "oribund/host/toolkit may not include")
-        seam = {"workbench/store/S.h": "", "workbench/skin/K.h": '#include "workbench/store/S.h"'}
-        self.assertOneFault(seam, "workbench/skin may not include")
+        seam = {"workbench/store/S.h": "", "skin/K.h": '#include "workbench/store/S.h"'}
+        self.assertOneFault(seam, "skin may not include")
         down = {"workbench/model/M.h": "", "oribund/panels/P.h": '#include <workbench/model/M.h>'}
         self.assertOneFault(down, "oribund/panels may not include")
 
     def test_a_library_in_the_wrong_hands(self):
         for header in ("QWidget", "QtCore/QObject", "mlt++/Mlt.h", "framework/mlt.h", "vulkan/vulkan.h"):
-            self.assertOneFault({"workbench/store/S.cpp": f"#include <{header}>\n"}, header, "only workbench/")
+            self.assertOneFault({"workbench/store/S.cpp": f"#include <{header}>\n"}, header, "only ")
         self.assertOneFault({"workbench/app/A.cpp": "#include <Mlt.h>\n"}, "only workbench/engine")
 
     def test_more_than_the_standard_library(self):

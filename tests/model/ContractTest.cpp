@@ -1,7 +1,7 @@
 #include "tests/model/SampleEdit.h"
 #include "tests/support/contracts/ViewContract.h"
 
-#include "workbench/model/ModelVob.h"
+#include "workbench/model/host/ModelVob.h"
 
 #include <memory>
 

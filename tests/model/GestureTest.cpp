@@ -1,7 +1,7 @@
 #include "tests/model/SampleEdit.h"
 
 #include "oribund/host/base/UIString.h"
-#include "oribund/host/effects/iParamJournal.h"
+#include "oribund/host/effects/params/iParamJournal.h"
 #include "oribund/host/notify/MethodCallback.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #include "tests/model/SampleEdit.h"
 
-#include "oribund/host/edit/CompoundEffectMonitorClient.h"
-#include "oribund/host/effects/KeyframeClip.h"
-#include "workbench/model/ModelMonitor.h"
-#include "workbench/model/ModelVob.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitorClient.h"
+#include "oribund/host/effects/keyframes/KeyframeClip.h"
+#include "workbench/model/host/ModelMonitor.h"
+#include "workbench/model/host/ModelVob.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "oribund/host/effects/EffectValParam.h"
+#include "oribund/host/effects/params/EffectValParam.h"
 #include "workbench/model/EditModel.h"
 #include "workbench/model/Editor.h"
 #include "workbench/model/EffectCatalogue.h"

@@ -1,9 +1,9 @@
 #include "tests/model/SampleEdit.h"
 
-#include "oribund/host/edit/CompoundEffectMonitor.h"
-#include "oribund/host/edit/CompoundEffectMonitorClient.h"
-#include "oribund/host/edit/FXVob.h"
-#include "workbench/model/ModelVob.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitorClient.h"
+#include "oribund/host/edit/monitor/FXVob.h"
+#include "workbench/model/host/ModelVob.h"
 
 #include <gtest/gtest.h>
 

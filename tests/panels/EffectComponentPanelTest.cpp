@@ -3,8 +3,8 @@
 
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/notify/MethodCallback.h"
-#include "oribund/host/toolkit/Checkbox.h"
-#include "oribund/host/toolkit/Event.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/widgets/Checkbox.h"
 #include "oribund/panels/EffectComponentPanel.h"
 #include "oribund/panels/TextIds.h"
 

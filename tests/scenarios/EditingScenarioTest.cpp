@@ -1,10 +1,10 @@
 #include "tests/scenarios/Scenario.h"
-#include "workbench/app/ExportBar.h"
-#include "workbench/app/MessageBar.h"
+#include "workbench/app/files/ExportBar.h"
+#include "workbench/app/window/MessageBar.h"
 #include "workbench/model/projection/Projector.h"
 
-#include "oribund/host/effects/EffectValParam.h"
-#include "oribund/host/toolkit/ValButton.h"
+#include "oribund/host/effects/params/EffectValParam.h"
+#include "oribund/host/toolkit/widgets/ValButton.h"
 
 #include <QApplication>
 #include <QPushButton>

@@ -1,12 +1,12 @@
 #include "tests/scenarios/Scenario.h"
-#include "workbench/app/EffectTimePanel.h"
+#include "workbench/app/effects/EffectTimePanel.h"
 #include "workbench/model/Ids.h"
 
-#include "oribund/controls/CompoundEffectTherm.h"
-#include "oribund/host/edit/CompoundEffectMonitor.h"
-#include "oribund/host/effects/EffectValParam.h"
-#include "oribund/host/effects/Graph1dBase.h"
-#include "oribund/host/toolkit/NumericEntry.h"
+#include "oribund/controls/bars/CompoundEffectTherm.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
+#include "oribund/host/effects/curves/Graph1dBase.h"
+#include "oribund/host/effects/params/EffectValParam.h"
+#include "oribund/host/toolkit/entries/NumericEntry.h"
 
 #include <QApplication>
 #include <QClipboard>

@@ -1,10 +1,10 @@
-#include "workbench/app/Playback.h"
+#include "workbench/app/session/Playback.h"
 #include "tests/engine/SampleMedia.h"
 #include "tests/support/TestHost.h"
-#include "workbench/app/MediaImporter.h"
-#include "workbench/app/Workspace.h"
+#include "workbench/app/files/MediaImporter.h"
+#include "workbench/app/session/Workspace.h"
 
-#include "oribund/host/effects/EffectValParam.h"
+#include "oribund/host/effects/params/EffectValParam.h"
 
 #include <QElapsedTimer>
 #include <QTest>

@@ -2,13 +2,13 @@
 
 #include "tests/engine/SampleMedia.h"
 #include "tests/support/TestHost.h"
-#include "workbench/app/Application.h"
-#include "workbench/app/Document.h"
-#include "workbench/app/MainWindow.h"
-#include "workbench/app/MediaImporter.h"
-#include "workbench/app/MessageBar.h"
-#include "workbench/app/TimelinePane.h"
-#include "workbench/app/TimelineStrip.h"
+#include "workbench/app/files/Document.h"
+#include "workbench/app/files/MediaImporter.h"
+#include "workbench/app/start/Application.h"
+#include "workbench/app/timeline/TimelinePane.h"
+#include "workbench/app/timeline/TimelineStrip.h"
+#include "workbench/app/window/MainWindow.h"
+#include "workbench/app/window/MessageBar.h"
 #include "workbench/engine/MltSession.h"
 
 #include <QApplication>

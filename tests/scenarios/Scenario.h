@@ -1,18 +1,18 @@
 #pragma once
 
+#include "skin/PanelView.h"
+#include "skin/QtPeer.h"
 #include "tests/engine/SampleMedia.h"
 #include "tests/support/TestHost.h"
-#include "workbench/app/EffectListPane.h"
-#include "workbench/app/EffectsPanelPane.h"
-#include "workbench/app/MainWindow.h"
-#include "workbench/app/TimelinePane.h"
-#include "workbench/app/TimelineStrip.h"
-#include "workbench/app/ViewerWidget.h"
+#include "workbench/app/effects/EffectListPane.h"
+#include "workbench/app/effects/EffectsPanelPane.h"
 #include "workbench/app/panel/SimplePanelBuilder.h"
-#include "workbench/skin/PanelView.h"
-#include "workbench/skin/QtPeer.h"
+#include "workbench/app/timeline/TimelinePane.h"
+#include "workbench/app/timeline/TimelineStrip.h"
+#include "workbench/app/window/MainWindow.h"
+#include "workbench/app/window/ViewerWidget.h"
 
-#include "oribund/host/toolkit/Slider.h"
+#include "oribund/host/toolkit/widgets/Slider.h"
 
 #include <QAction>
 #include <QLineEdit>

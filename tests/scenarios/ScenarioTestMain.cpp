@@ -1,8 +1,8 @@
+#include "skin/SkinApplication.h"
 #include "tests/scenarios/ProgramTest.h"
-#include "workbench/app/KeyPolicy.h"
+#include "workbench/app/window/KeyPolicy.h"
 #include "workbench/engine/EffectProbe.h"
 #include "workbench/engine/MltSession.h"
-#include "workbench/skin/SkinApplication.h"
 
 #include <gtest/gtest.h>
 

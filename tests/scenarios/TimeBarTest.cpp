@@ -1,6 +1,6 @@
-#include "workbench/app/TimeBar.h"
+#include "workbench/app/timeline/TimeBar.h"
 #include "tests/scenarios/Scenario.h"
-#include "workbench/app/TimeBarPane.h"
+#include "workbench/app/timeline/TimeBarPane.h"
 
 #include <QAccessible>
 #include <QApplication>

@@ -1,4 +1,4 @@
-#include "workbench/app/TimelineStrip.h"
+#include "workbench/app/timeline/TimelineStrip.h"
 #include "tests/model/SampleEdit.h"
 #include "tests/support/TestHost.h"
 

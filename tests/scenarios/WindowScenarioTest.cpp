@@ -2,8 +2,8 @@
 #include "workbench/model/Ids.h"
 #include "workbench/store/ProjectFile.h"
 
-#include "oribund/host/toolkit/Button.h"
-#include "oribund/host/toolkit/Checkbox.h"
+#include "oribund/host/toolkit/widgets/Button.h"
+#include "oribund/host/toolkit/widgets/Checkbox.h"
 
 #include <QApplication>
 #include <QDockWidget>

@@ -1,13 +1,13 @@
 #include "tests/skin/SkinSupport.h"
 
-#include "oribund/host/toolkit/AngleIndicatorWidget.h"
-#include "oribund/host/toolkit/Button.h"
-#include "oribund/host/toolkit/Checkbox.h"
-#include "oribund/host/toolkit/ColourSwatch.h"
-#include "oribund/host/toolkit/DropDownMenuButton.h"
-#include "oribund/host/toolkit/Label.h"
-#include "oribund/host/toolkit/Slider.h"
-#include "oribund/host/toolkit/TextBox.h"
+#include "oribund/host/toolkit/entries/TextBox.h"
+#include "oribund/host/toolkit/menus/DropDownMenuButton.h"
+#include "oribund/host/toolkit/widgets/AngleIndicatorWidget.h"
+#include "oribund/host/toolkit/widgets/Button.h"
+#include "oribund/host/toolkit/widgets/Checkbox.h"
+#include "oribund/host/toolkit/widgets/ColourSwatch.h"
+#include "oribund/host/toolkit/widgets/Label.h"
+#include "oribund/host/toolkit/widgets/Slider.h"
 
 #include <gtest/gtest.h>
 

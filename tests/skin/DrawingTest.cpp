@@ -1,8 +1,8 @@
-#include "workbench/skin/DarkTheme.h"
-#include "workbench/skin/Glyphs.h"
-#include "workbench/skin/QPainterRenderer.h"
-#include "workbench/skin/QtConversions.h"
-#include "workbench/skin/QtTextMeasurer.h"
+#include "skin/DarkTheme.h"
+#include "skin/Glyphs.h"
+#include "skin/QPainterRenderer.h"
+#include "skin/QtConversions.h"
+#include "skin/QtTextMeasurer.h"
 
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/Image.h"

@@ -4,10 +4,10 @@
 
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/NumericEntry.h"
-#include "oribund/host/toolkit/ScrubLabel.h"
+#include "oribund/host/toolkit/entries/NumericEntry.h"
+#include "oribund/host/toolkit/entries/ScrubLabel.h"
 
-#include "workbench/skin/QtConversions.h"
+#include "skin/QtConversions.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "tests/skin/SkinSupport.h"
 
 #include "oribund/host/notify/MethodCallback.h"
-#include "oribund/host/toolkit/Button.h"
-#include "oribund/host/toolkit/Slider.h"
-#include "oribund/host/toolkit/WidgetGroup.h"
+#include "oribund/host/toolkit/layout/WidgetGroup.h"
+#include "oribund/host/toolkit/widgets/Button.h"
+#include "oribund/host/toolkit/widgets/Slider.h"
 
 #include <gtest/gtest.h>
 

@@ -3,11 +3,11 @@
 #include "tests/toolkit/WidgetsSupport.h"
 
 #include "oribund/host/notify/MethodCallback.h"
-#include "oribund/host/toolkit/Button.h"
-#include "oribund/host/toolkit/Checkbox.h"
-#include "oribund/host/toolkit/ValCheckbox.h"
-#include "oribund/host/toolkit/ValSlider.h"
-#include "oribund/host/toolkit/ValTextBox.h"
+#include "oribund/host/toolkit/entries/ValTextBox.h"
+#include "oribund/host/toolkit/widgets/Button.h"
+#include "oribund/host/toolkit/widgets/Checkbox.h"
+#include "oribund/host/toolkit/widgets/ValCheckbox.h"
+#include "oribund/host/toolkit/widgets/ValSlider.h"
 
 #include <gtest/gtest.h>
 

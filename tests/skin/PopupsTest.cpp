@@ -2,10 +2,10 @@
 
 #include "tests/toolkit/WidgetsSupport.h"
 
-#include "oribund/host/toolkit/Menu.h"
-#include "oribund/host/toolkit/TextBox.h"
-#include "oribund/host/toolkit/ValColourSwatch.h"
-#include "oribund/host/toolkit/ValMenuButton.h"
+#include "oribund/host/toolkit/core/Menu.h"
+#include "oribund/host/toolkit/entries/TextBox.h"
+#include "oribund/host/toolkit/menus/ValMenuButton.h"
+#include "oribund/host/toolkit/widgets/ValColourSwatch.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "workbench/skin/PanelView.h"
-#include "workbench/skin/QtPeer.h"
+#include "skin/PanelView.h"
+#include "skin/QtPeer.h"
 
-#include "oribund/host/toolkit/StandardPanel.h"
+#include "oribund/host/toolkit/layout/StandardPanel.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "workbench/skin/SkinApplication.h"
+#include "skin/SkinApplication.h"
 
 #include <gtest/gtest.h>
 

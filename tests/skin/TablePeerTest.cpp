@@ -2,10 +2,10 @@
 
 #include "tests/toolkit/TableSupport.h"
 
-#include "workbench/skin/QtConversions.h"
+#include "skin/QtConversions.h"
 
-#include "oribund/host/toolkit/TableCellBox.h"
-#include "oribund/host/toolkit/TextBox.h"
+#include "oribund/host/toolkit/entries/TextBox.h"
+#include "oribund/host/toolkit/lists/TableCellBox.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "workbench/store/AtomicFile.h"
+#include "workbench/store/files/AtomicFile.h"
 #include "tests/store/TemporaryFolder.h"
 
 #include <csignal>

@@ -1,6 +1,6 @@
-#include "workbench/store/Autosave.h"
+#include "workbench/store/files/Autosave.h"
 #include "tests/store/TemporaryFolder.h"
-#include "workbench/store/AtomicFile.h"
+#include "workbench/store/files/AtomicFile.h"
 
 #include <csignal>
 #include <gmock/gmock.h>

@@ -1,7 +1,7 @@
 #include "tests/store/TemporaryFolder.h"
 #include "tests/support/contracts/PreferencesContract.h"
 
-#include "workbench/store/FilePreferences.h"
+#include "workbench/store/files/FilePreferences.h"
 
 namespace
 {

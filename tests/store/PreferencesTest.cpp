@@ -1,5 +1,5 @@
 #include "tests/store/TemporaryFolder.h"
-#include "workbench/store/FilePreferences.h"
+#include "workbench/store/files/FilePreferences.h"
 
 #include <gmock/gmock.h>
 #include <limits>

@@ -1,7 +1,7 @@
 #include "tests/store/AnyEdit.h"
 #include "tests/store/TemporaryFolder.h"
-#include "workbench/store/EditJson.h"
 #include "workbench/store/ProjectFile.h"
+#include "workbench/store/json/EditJson.h"
 
 #include <gmock/gmock.h>
 

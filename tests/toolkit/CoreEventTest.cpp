@@ -1,6 +1,6 @@
 #include "CoreProbe.h"
 
-#include "oribund/host/toolkit/EventRouter.h"
+#include "oribund/host/toolkit/core/EventRouter.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 
 #include "oribund/host/canvas/RecordingRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/MinimizableGroup.h"
+#include "oribund/host/toolkit/layout/MinimizableGroup.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "CoreProbe.h"
 
-#include "oribund/host/toolkit/Menu.h"
+#include "oribund/host/toolkit/core/Menu.h"
 
 #include <gtest/gtest.h>
 

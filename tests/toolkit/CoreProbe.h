@@ -1,12 +1,12 @@
 #pragma once
 
 #include "oribund/host/canvas/Canvas.h"
-#include "oribund/host/toolkit/Event.h"
-#include "oribund/host/toolkit/Glob.h"
-#include "oribund/host/toolkit/GlobPeer.h"
-#include "oribund/host/toolkit/Skin.h"
-#include "oribund/host/toolkit/StandardPanel.h"
-#include "oribund/host/toolkit/TabOrderable.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/core/Glob.h"
+#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/Skin.h"
+#include "oribund/host/toolkit/layout/StandardPanel.h"
+#include "oribund/host/toolkit/layout/TabOrderable.h"
 
 #include <functional>
 #include <memory>

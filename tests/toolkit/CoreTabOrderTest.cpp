@@ -1,7 +1,7 @@
 #include "CoreProbe.h"
 
-#include "oribund/host/toolkit/EventRouter.h"
-#include "oribund/host/toolkit/TabOrderManager.h"
+#include "oribund/host/toolkit/core/EventRouter.h"
+#include "oribund/host/toolkit/layout/TabOrderManager.h"
 
 #include <gtest/gtest.h>
 

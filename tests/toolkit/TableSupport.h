@@ -1,8 +1,8 @@
 #pragma once
 
 #include "oribund/host/base/LightweightString.h"
-#include "oribund/host/toolkit/TableWidget.h"
-#include "oribund/host/toolkit/iTableAdaptor.h"
+#include "oribund/host/toolkit/lists/TableWidget.h"
+#include "oribund/host/toolkit/lists/iTableAdaptor.h"
 
 #include <functional>
 #include <string>

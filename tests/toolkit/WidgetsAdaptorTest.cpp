@@ -1,9 +1,9 @@
 #include "WidgetsSupport.h"
 
-#include "oribund/host/toolkit/ButtonAdaptor.h"
-#include "oribund/host/toolkit/ValButton.h"
-#include "oribund/host/toolkit/ValSlider.h"
-#include "oribund/host/toolkit/ValTextBox.h"
+#include "oribund/host/toolkit/entries/ValTextBox.h"
+#include "oribund/host/toolkit/values/ButtonAdaptor.h"
+#include "oribund/host/toolkit/widgets/ValButton.h"
+#include "oribund/host/toolkit/widgets/ValSlider.h"
 
 #include <gmock/gmock.h>
 

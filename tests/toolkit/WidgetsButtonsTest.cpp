@@ -2,12 +2,12 @@
 
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/notify/MethodCallback.h"
-#include "oribund/host/toolkit/Button.h"
-#include "oribund/host/toolkit/Label.h"
-#include "oribund/host/toolkit/Menu.h"
-#include "oribund/host/toolkit/TitledMenuButtonPlain.h"
-#include "oribund/host/toolkit/ValCheckbox.h"
-#include "oribund/host/toolkit/ValMenuButton.h"
+#include "oribund/host/toolkit/core/Menu.h"
+#include "oribund/host/toolkit/menus/TitledMenuButtonPlain.h"
+#include "oribund/host/toolkit/menus/ValMenuButton.h"
+#include "oribund/host/toolkit/widgets/Button.h"
+#include "oribund/host/toolkit/widgets/Label.h"
+#include "oribund/host/toolkit/widgets/ValCheckbox.h"
 
 #include <gmock/gmock.h>
 

@@ -3,8 +3,8 @@
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/NumericEntry.h"
-#include "oribund/host/toolkit/ScrubLabel.h"
+#include "oribund/host/toolkit/entries/NumericEntry.h"
+#include "oribund/host/toolkit/entries/ScrubLabel.h"
 
 #include <gtest/gtest.h>
 

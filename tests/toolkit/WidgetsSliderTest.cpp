@@ -1,6 +1,6 @@
 #include "WidgetsSupport.h"
 
-#include "oribund/host/toolkit/ValSlider.h"
+#include "oribund/host/toolkit/widgets/ValSlider.h"
 
 #include <gtest/gtest.h>
 

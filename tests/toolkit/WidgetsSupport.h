@@ -2,9 +2,9 @@
 
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/canvas/RecordingRenderer.h"
-#include "oribund/host/toolkit/Event.h"
-#include "oribund/host/toolkit/StandardPanel.h"
-#include "oribund/host/toolkit/ValAdaptorBase.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/layout/StandardPanel.h"
+#include "oribund/host/toolkit/values/ValAdaptorBase.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,5 +1,5 @@
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/TableLayout.h"
+#include "oribund/host/toolkit/lists/TableLayout.h"
 
 #include <gtest/gtest.h>
 

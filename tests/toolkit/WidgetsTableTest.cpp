@@ -2,9 +2,9 @@
 #include "WidgetsSupport.h"
 
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/TableCellBox.h"
-#include "oribund/host/toolkit/TablePainter.h"
-#include "oribund/host/toolkit/TextBox.h"
+#include "oribund/host/toolkit/entries/TextBox.h"
+#include "oribund/host/toolkit/lists/TableCellBox.h"
+#include "oribund/host/toolkit/lists/TablePainter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "WidgetsSupport.h"
 
-#include "oribund/host/toolkit/ValTextBox.h"
+#include "oribund/host/toolkit/entries/ValTextBox.h"
 
 #include <gtest/gtest.h>
 

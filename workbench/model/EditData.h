@@ -1,7 +1,7 @@
 #pragma once
 
 #include "oribund/host/edit/Cue.h"
-#include "oribund/host/effects/Keyframe.h"
+#include "oribund/host/effects/curves/Keyframe.h"
 #include "workbench/model/MediaInfo.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 #include "workbench/model/KeyframeTimes.h"
 
 #include "oribund/host/base/Numeric.h"
-#include "oribund/host/effects/BezierCurve.h"
+#include "oribund/host/effects/curves/BezierCurve.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 #include "workbench/model/ParamConversion.h"
 
 #include "oribund/host/base/Numeric.h"
-#include "oribund/host/effects/EffectValParam.h"
+#include "oribund/host/effects/params/EffectValParam.h"
 #include "workbench/model/EffectDescription.h"
 
 #include <algorithm>

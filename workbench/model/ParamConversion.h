@@ -1,6 +1,6 @@
 #pragma once
 
-#include "oribund/host/effects/EffectValParamBase.h"
+#include "oribund/host/effects/params/EffectValParamBase.h"
 #include "workbench/model/EditData.h"
 
 namespace workbench

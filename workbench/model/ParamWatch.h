@@ -1,8 +1,8 @@
 #pragma once
 
 #include "oribund/host/effects/EffectChange.h"
-#include "oribund/host/effects/EffectValParam.h"
-#include "oribund/host/effects/ParamVisitor.h"
+#include "oribund/host/effects/params/EffectValParam.h"
+#include "oribund/host/effects/params/ParamVisitor.h"
 #include "oribund/host/notify/MethodCallback.h"
 
 #include <functional>

@@ -1,13 +1,13 @@
-#include "workbench/store/AtomicFile.h"
-#include "workbench/store/EditJson.h"
-#include "workbench/store/EditRepair.h"
-#include "workbench/store/EffectJson.h"
-#include "workbench/store/JsonFields.h"
-#include "workbench/store/MediaPaths.h"
-#include "workbench/store/MltClip.h"
-#include "workbench/store/MltImport.h"
 #include "workbench/store/ProjectFile.h"
-#include "workbench/store/ProjectFormat.h"
+#include "workbench/store/files/AtomicFile.h"
+#include "workbench/store/files/MediaPaths.h"
+#include "workbench/store/files/ProjectFormat.h"
+#include "workbench/store/json/EditJson.h"
+#include "workbench/store/json/EditRepair.h"
+#include "workbench/store/json/EffectJson.h"
+#include "workbench/store/json/JsonFields.h"
+#include "workbench/store/mlt/MltClip.h"
+#include "workbench/store/mlt/MltImport.h"
 
 #include <pugixml.hpp>
 

@@ -4,9 +4,9 @@
 #include "oribund/host/base/IdStamp.h"
 #include "oribund/host/base/Kt.h"
 #include "oribund/host/base/LightweightString.h"
-#include "oribund/host/effects/EffectValParamBase.h"
-#include "oribund/host/effects/ParamPresentationDetails.h"
 #include "oribund/host/effects/Taggable.h"
+#include "oribund/host/effects/params/EffectValParamBase.h"
+#include "oribund/host/effects/params/ParamPresentationDetails.h"
 
 #include <span>
 #include <vector>

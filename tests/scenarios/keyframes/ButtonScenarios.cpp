@@ -1,6 +1,6 @@
 #include "tests/scenarios/keyframes/KeyframeScene.h"
 
-#include "oribund/host/toolkit/Button.h"
+#include "oribund/host/toolkit/widgets/Button.h"
 
 namespace workbench::scenes
 {

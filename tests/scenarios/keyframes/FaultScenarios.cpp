@@ -1,8 +1,8 @@
 #include "tests/scenarios/keyframes/KeyframeScene.h"
 
-#include "oribund/host/toolkit/Button.h"
-#include "oribund/host/toolkit/ScrubLabel.h"
-#include "oribund/host/toolkit/ValSlider.h"
+#include "oribund/host/toolkit/entries/ScrubLabel.h"
+#include "oribund/host/toolkit/widgets/Button.h"
+#include "oribund/host/toolkit/widgets/ValSlider.h"
 
 #include <functional>
 #include <string>

@@ -3,8 +3,8 @@
 #include "tests/scenarios/keyframes/HeadlessStage.h"
 #include "tests/scenarios/keyframes/QtStage.h"
 
-#include "oribund/host/edit/CompoundEffectMonitor.h"
-#include "oribund/host/edit/FXVob.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
+#include "oribund/host/edit/monitor/FXVob.h"
 
 #include <cmath>
 #include <cstdint>

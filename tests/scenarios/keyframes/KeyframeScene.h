@@ -3,14 +3,14 @@
 #include "tests/model/SampleEdit.h"
 #include "tests/scenarios/keyframes/Stage.h"
 #include "tests/support/TestHost.h"
-#include "workbench/model/ModelVob.h"
+#include "workbench/model/host/ModelVob.h"
 
-#include "oribund/controls/CompoundEffectKeyframeButtons.h"
-#include "oribund/controls/CompoundEffectTherm.h"
-#include "oribund/controls/KeyframeFloatCtrlsBase.h"
-#include "oribund/controls/therm.h"
+#include "oribund/controls/bars/CompoundEffectTherm.h"
+#include "oribund/controls/bars/therm.h"
+#include "oribund/controls/keyframes/CompoundEffectKeyframeButtons.h"
+#include "oribund/controls/rows/KeyframeFloatCtrlsBase.h"
 #include "oribund/cues/CueDescriptionPanel.h"
-#include "oribund/host/toolkit/NumericEntry.h"
+#include "oribund/host/toolkit/entries/NumericEntry.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "skin/QtConversions.h"
 #include "tests/scenarios/keyframes/Stage.h"
 #include "tests/skin/SkinSupport.h"
-#include "workbench/skin/QtConversions.h"
 
 #include <QPointer>
 #include <QWheelEvent>

@@ -1,7 +1,7 @@
 #include "tests/scenarios/keyframes/KeyframeScene.h"
 
-#include "oribund/host/toolkit/ScrubLabel.h"
-#include "oribund/host/toolkit/ValSlider.h"
+#include "oribund/host/toolkit/entries/ScrubLabel.h"
+#include "oribund/host/toolkit/widgets/ValSlider.h"
 
 namespace workbench::scenes
 {

@@ -2,8 +2,8 @@
 
 #include "oribund/host/base/Colour.h"
 #include "oribund/host/canvas/Canvas.h"
-#include "oribund/host/toolkit/Event.h"
-#include "oribund/host/toolkit/StandardPanel.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/layout/StandardPanel.h"
 
 #include <memory>
 

@@ -1,6 +1,6 @@
 #include "tests/scenarios/keyframes/KeyframeScene.h"
 
-#include "oribund/host/toolkit/ValSlider.h"
+#include "oribund/host/toolkit/widgets/ValSlider.h"
 
 #include <cmath>
 

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "oribund/host/base/UIString.h"
-#include "oribund/host/edit/CompoundEffectMonitor.h"
-#include "oribund/host/edit/CompoundEffectMonitorClient.h"
 #include "oribund/host/edit/Cue.h"
 #include "oribund/host/edit/Edit.h"
-#include "oribund/host/edit/FXViewHandle.h"
 #include "oribund/host/edit/Vob.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitorClient.h"
+#include "oribund/host/edit/monitor/FXViewHandle.h"
 #include "oribund/host/effects/EffectInstance.h"
 #include "oribund/host/notify/MethodCallback.h"
 

@@ -1,7 +1,7 @@
 #include "workbench/app/panel/ChoiceRow.h"
 
-#include "oribund/host/effects/EffectValParam.h"
-#include "oribund/host/toolkit/ValMenuButton.h"
+#include "oribund/host/effects/params/EffectValParam.h"
+#include "oribund/host/toolkit/menus/ValMenuButton.h"
 
 #include <algorithm>
 

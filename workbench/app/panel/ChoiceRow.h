@@ -1,7 +1,7 @@
 #pragma once
 
-#include "oribund/controls/KeyframeCtrlsBase.h"
-#include "oribund/host/toolkit/ValAdaptorBase.h"
+#include "oribund/controls/rows/KeyframeCtrlsBase.h"
+#include "oribund/host/toolkit/values/ValAdaptorBase.h"
 #include "workbench/app/panel/ParamRow.h"
 
 namespace oribund

@@ -1,12 +1,12 @@
 #include "workbench/app/panel/PointRow.h"
 
-#include "oribund/controls/EffectValParamAdaptor.h"
-#include "oribund/controls/KeyframeButtonAdaptor.h"
-#include "oribund/controls/NumberDisplay.h"
+#include "oribund/controls/binding/EffectValParamAdaptor.h"
+#include "oribund/controls/rows/KeyframeButtonAdaptor.h"
+#include "oribund/controls/rows/NumberDisplay.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/NumericEntry.h"
-#include "oribund/host/toolkit/ScrubLabel.h"
-#include "oribund/host/toolkit/ValSlider.h"
+#include "oribund/host/toolkit/entries/NumericEntry.h"
+#include "oribund/host/toolkit/entries/ScrubLabel.h"
+#include "oribund/host/toolkit/widgets/ValSlider.h"
 
 #include <algorithm>
 

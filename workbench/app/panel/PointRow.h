@@ -1,7 +1,7 @@
 #pragma once
 
-#include "oribund/controls/KeyframeCtrlsBase.h"
-#include "oribund/host/effects/EffectValParam.h"
+#include "oribund/controls/rows/KeyframeCtrlsBase.h"
+#include "oribund/host/effects/params/EffectValParam.h"
 #include "workbench/app/panel/ParamRow.h"
 
 #include <array>

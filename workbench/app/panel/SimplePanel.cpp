@@ -1,10 +1,10 @@
 #include "workbench/app/panel/SimplePanel.h"
 
-#include "oribund/controls/EffectParamObserverEx.h"
-#include "oribund/controls/KeyframeCtrlsBase.h"
+#include "oribund/controls/binding/EffectParamObserverEx.h"
+#include "oribund/controls/rows/KeyframeCtrlsBase.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/effects/EffectInstance.h"
-#include "oribund/host/toolkit/Label.h"
+#include "oribund/host/toolkit/widgets/Label.h"
 #include "workbench/app/panel/ParamRow.h"
 
 #include <algorithm>

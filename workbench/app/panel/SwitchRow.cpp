@@ -1,8 +1,8 @@
 #include "workbench/app/panel/SwitchRow.h"
 
-#include "oribund/controls/EffectValParamAdaptor.h"
+#include "oribund/controls/binding/EffectValParamAdaptor.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/ValCheckbox.h"
+#include "oribund/host/toolkit/widgets/ValCheckbox.h"
 
 #include <algorithm>
 

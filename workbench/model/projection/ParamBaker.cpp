@@ -1,7 +1,7 @@
 #include "workbench/model/projection/ParamBaker.h"
 
-#include "oribund/host/effects/BezierCurve.h"
-#include "oribund/host/effects/EffectValParamBase.h"
+#include "oribund/host/effects/curves/BezierCurve.h"
+#include "oribund/host/effects/params/EffectValParamBase.h"
 #include "workbench/model/EffectDescription.h"
 #include "workbench/model/KeyframeTimes.h"
 

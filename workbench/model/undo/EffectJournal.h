@@ -1,6 +1,6 @@
 #pragma once
 
-#include "oribund/host/effects/iParamJournal.h"
+#include "oribund/host/effects/params/iParamJournal.h"
 #include "workbench/model/EditData.h"
 
 namespace workbench

@@ -1,6 +1,6 @@
 #include "workbench/model/undo/KeyframesDelta.h"
 
-#include "oribund/host/effects/EffectValParamBase.h"
+#include "oribund/host/effects/params/EffectValParamBase.h"
 
 #include <algorithm>
 #include <limits>

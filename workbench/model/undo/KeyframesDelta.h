@@ -1,6 +1,6 @@
 #pragma once
 
-#include "oribund/host/effects/ParamValue.h"
+#include "oribund/host/effects/params/ParamValue.h"
 #include "workbench/model/EditData.h"
 
 #include <map>

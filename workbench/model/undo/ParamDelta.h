@@ -1,7 +1,7 @@
 #pragma once
 
 #include "oribund/host/base/LightweightString.h"
-#include "oribund/host/effects/EffectValParamBase.h"
+#include "oribund/host/effects/params/EffectValParamBase.h"
 #include "workbench/model/undo/EditChange.h"
 #include "workbench/model/undo/KeyframesDelta.h"
 

@@ -1,0 +1,59 @@
+#include "oribund/controls/bars/KeyframeDrag.h"
+
+#include "oribund/controls/bars/FXThermBase.h"
+#include "oribund/controls/keyframes/KeyframeCommands.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
+#include "oribund/host/toolkit/core/Event.h"
+
+#include <cmath>
+#include <utility>
+
+namespace oribund
+{
+
+KeyframeDrag::KeyframeDrag(FXThermBase& bar, int x, double anchor, Keyframes selected, bool lone)
+    : ThermDrag(bar, ThermHit::Keyframe, 0)
+    , effectBar_(bar)
+    , lastX_(x)
+    , anchor_(anchor)
+    , selected_(std::move(selected))
+    , lone_(lone)
+{
+}
+
+MouseButton KeyframeDrag::button() const
+{
+    return MouseButton::Right;
+}
+
+void KeyframeDrag::motion(int x)
+{
+    const KeyframeCommands commands = effectBar_.commands();
+    if (x == lastX_ || !commands.canEdit())
+        return;
+    lastX_ = x;
+    const double time = timeAt(x);
+    const double delta = time - anchor_;
+    anchor_ = time;
+    distance_ += std::abs(delta);
+    commands.trimSelected(delta);
+}
+
+void KeyframeDrag::finish()
+{
+    const KeyframeCommands commands = effectBar_.commands();
+    if (CompoundEffectMonitor* const monitor = commands.monitor())
+        monitor->endTrim();
+    if (lone_)
+        commands.selectAll(false);
+}
+
+void KeyframeDrag::abort()
+{
+    const KeyframeCommands commands = effectBar_.commands();
+    if (CompoundEffectMonitor* const monitor = commands.monitor())
+        monitor->cancelTrim();
+    commands.select(selected_, false);
+}
+
+} // namespace oribund

@@ -1,0 +1,159 @@
+#pragma once
+
+#include "oribund/controls/bars/ThermGeometry.h"
+#include "oribund/host/base/Colour.h"
+#include "oribund/host/base/Export.h"
+#include "oribund/host/base/XY.h"
+#include "oribund/host/toolkit/core/Control.h"
+
+#include <memory>
+#include <optional>
+
+namespace oribund
+{
+
+class ThermDrag;
+
+/** How exact a time is asked for. */
+enum eAccuracy { eFrameAccurate, eExact };
+
+/**
+ * A time bar: stands for a span of time, shows where in it the current time lies and which part of it a companion view
+ * shows, and lets the user set the one by click, drag and keys and zoom or move the other.
+ *
+ * The only value that it edits is a time. Derived classes say which; the window is the owner's, who is asked for
+ * another one by a message and answers with set(). User-interface thread only.
+ */
+class ORIBUND_API ThermBase : public Control
+{
+public:
+    /** What the parent is sent to ask for another window: this text, a blank, and the new length of the window as a
+        multiple of the present one. The whole range asked for is requestedWindow(). */
+    static const String resizeZoomWinMsg;
+
+    explicit ThermBase(const InitArgs& args);
+    ~ThermBase() override;
+
+    /** Three widget gaps; a lower bar draws only the essentials. Pixels. */
+    static int calcHeight();
+    static int cueHeight();
+    static int cueTolerance();
+
+    bool minimalMode() const { return getHeight() < calcHeight(); }
+
+    /** The span of the bar and the window in it, of which the part inside the span counts. */
+    void set(double start, double end, double windowStart, double windowEnd);
+
+    /** With the present width. */
+    ThermGeometry geometry() const;
+
+    virtual double getTime(eAccuracy accuracy) const = 0;
+    virtual void setTime(double time) = 0;
+
+    /** The nearest time that the bar can set. */
+    virtual double constrainTime(double time) const;
+
+    /** Goes to a time that the user has pointed at. */
+    virtual void jumpToPos(double time);
+
+    /** Asks the owner for another window. */
+    void setWindow(const NumRange<double>& range);
+
+    const NumRange<double>& requestedWindow() const { return requestedWindow_; }
+
+    /** Called before the first and after the last of the time changes that a drag makes. */
+    virtual void startTimeChangeSeries() {}
+
+    virtual void stopTimeChangeSeries() {}
+
+    /** What is at a point; of `flags` no bit is in use. */
+    virtual unsigned doHitTest(const XY<int>& position, unsigned flags = 0) const;
+
+    /** What is being dragged, as a ThermHit; 0 when nothing is. */
+    unsigned dragState() const;
+
+    bool allowZoom() const { return allowZoom_; }
+
+    void setAllowZoom(bool allow) { allowZoom_ = allow; }
+
+    /** Whether the marker of the current time can be grabbed. */
+    void setAllowCurrentTime(bool allow) { allowCurrentTime_ = allow; }
+
+    void setIgnoreMouseClicks(bool ignore) { ignoreMouseClicks_ = ignore; }
+
+    void setViewRegionVisible(bool visible);
+
+    /** A part of the span that is shown as marked. */
+    void setMarkedRegion(const std::optional<NumRange<double>>& region);
+
+    /** The time that a point of the bar stands for when the user points at it; before constrainTime(). */
+    virtual double snapTime(double time) const { return time; }
+
+    /** The time as a text, for who does not see the bar; empty where only the derived class's user knows one. */
+    virtual WString valueText() const { return {}; }
+
+    MouseCursor contextCursor(const XY<int>& local) const override;
+    void draw(CanvasRenderer& renderer) override;
+
+protected:
+    virtual void drawBackground(CanvasRenderer& renderer);
+    virtual void drawViewRegion(CanvasRenderer& renderer);
+    virtual void drawWindow(CanvasRenderer& renderer, int x0, int x1);
+    virtual void drawMarkedRegion(CanvasRenderer& renderer, double from, double to);
+
+    /** What stands between the ground and the marker of the current time: of a bar that is not low, marks and cues. */
+    virtual void drawContents(CanvasRenderer& renderer);
+
+    virtual void drawMarks(CanvasRenderer&) {}
+
+    virtual void drawCues(CanvasRenderer&) {}
+
+    virtual void drawCurrentTime(CanvasRenderer& renderer);
+
+    void drawCueAt(CanvasRenderer& renderer, int x, const Colour& colour);
+    void drawMarkAt(CanvasRenderer& renderer, int x);
+    void drawTimeAt(CanvasRenderer& renderer, int x);
+
+    /** An arrow at the end of the bar beyond which the current time lies. */
+    void drawOutOfRangeIndicator(CanvasRenderer& renderer, bool atEnd);
+
+    virtual Colour getWindowColour() const;
+    virtual Colour getOuterWindowColour() const;
+    virtual Colour getMarkedRegionColour() const;
+
+    /** How far an arrow key moves the time. */
+    virtual double timeStep() const;
+
+    /** A click that begins no drag. */
+    virtual void handleMouseLeft(const Event& event);
+
+    /** Whether a press is for the bar: it is active, and clicks are not to be ignored. */
+    bool takesPress() const { return !ignoreMouseClicks_ && canInteract(); }
+
+    /** Whether there is anything now whose time could be set. */
+    virtual bool hasTime() const { return true; }
+
+    /** Begins a drag of a kind that only a derived class knows; there must be none. */
+    void startDrag(std::shared_ptr<ThermDrag> drag);
+
+    /** Ends a drag as a release does. Derived classes whose series has to be ended call it in their destructor. */
+    void finishDrag();
+
+    bool handleMouseEvent(const Event& event) override;
+    bool handleKeyEvent(const Event& event) override;
+
+private:
+    bool press(const Event& event);
+    std::shared_ptr<ThermDrag> takeDrag();
+
+    ThermGeometry geometry_;
+    NumRange<double> requestedWindow_;
+    std::optional<NumRange<double>> markedRegion_;
+    std::shared_ptr<ThermDrag> drag_;
+    bool allowZoom_ = false;
+    bool allowCurrentTime_ = true;
+    bool ignoreMouseClicks_ = false;
+    bool viewRegionVisible_ = true;
+};
+
+} // namespace oribund

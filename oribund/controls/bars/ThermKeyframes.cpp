@@ -1,0 +1,85 @@
+#include "oribund/controls/bars/ThermKeyframes.h"
+
+#include "oribund/controls/bars/ThermGeometry.h"
+#include "oribund/host/effects/EffectInstance.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace oribund
+{
+
+void ThermKeyframes::update(CompoundEffectKeyframes& effects, const IdStamp& track)
+{
+    effects.populateKeyframesForCompoundEffect(track, sets_);
+    entries_.clear();
+    for (const auto& effect : effects.getEffects(track)) {
+        const auto set = sets_.find(effect);
+        const NumRange<double> region = effects.getEditRegion(effect->id());
+        if (set != sets_.end() && region.length() > 0.0)
+            entries_.push_back({set->second, region});
+    }
+}
+
+std::vector<NumRange<double>> ThermKeyframes::regions() const
+{
+    std::vector<NumRange<double>> regions;
+    for (const Entry& entry : entries_)
+        regions.push_back(entry.region);
+    return regions;
+}
+
+std::optional<double> ThermKeyframes::closest(double time) const
+{
+    std::optional<double> found;
+    for (const Entry& entry : entries_) {
+        const auto nearest = entry.keyframes.nearest(entry.inEffect(time));
+        if (!nearest)
+            continue;
+        const double candidate = entry.inEdit(*nearest);
+        if (!found || std::abs(candidate - time) < std::abs(*found - time))
+            found = candidate;
+    }
+    return found;
+}
+
+std::vector<ThermKeyframes::FXKeyframe> ThermKeyframes::at(double time) const
+{
+    std::vector<FXKeyframe> all;
+    for (const Entry& entry : entries_) {
+        const auto here = entry.keyframes.at(entry.inEffect(time));
+        all.insert(all.end(), here.begin(), here.end());
+    }
+    return all;
+}
+
+bool ThermKeyframes::hasAt(double time) const
+{
+    return std::any_of(entries_.begin(), entries_.end(),
+                       [time](const Entry& entry) { return entry.keyframes.countAt(entry.inEffect(time)) > 0; });
+}
+
+ThermMarks ThermKeyframes::marksOn(const ThermGeometry& shown) const
+{
+    enum : char { kNone, kPlain, kSelected };
+
+    if (shown.width <= 0 || !(shown.start < shown.end))
+        return {};
+    std::vector<char> pixels(static_cast<std::size_t>(shown.width) + 1, kNone);
+    for (const Entry& entry : entries_) {
+        const auto note = [&](double time, bool selected) {
+            const int x = std::clamp(shown.f2xi(entry.inEdit(time)), 0, shown.width);
+            char& pixel = pixels[static_cast<std::size_t>(x)];
+            pixel = std::max<char>(pixel, selected ? kSelected : kPlain);
+        };
+        entry.keyframes.visitCells(entry.inEffect(shown.start), entry.inEffect(shown.end), shown.width, note);
+    }
+    ThermMarks marks;
+    for (int x = 0; x <= shown.width; ++x) {
+        if (const char pixel = pixels[static_cast<std::size_t>(x)]; pixel != kNone)
+            marks.push_back({x, pixel == kSelected});
+    }
+    return marks;
+}
+
+} // namespace oribund

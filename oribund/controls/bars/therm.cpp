@@ -1,0 +1,227 @@
+#include "oribund/controls/bars/therm.h"
+
+#include "oribund/controls/binding/EditTime.h"
+#include "oribund/cues/CueSearch.h"
+#include "oribund/host/canvas/CanvasRenderer.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/core/GlobPeer.h"
+
+#include <cmath>
+
+namespace oribund
+{
+
+namespace
+{
+
+therm::InitArgs argsOf(const Cookie& cookie, double start, double end, Vob* vob, Canvas* canvas)
+{
+    therm::InitArgs args(0, 0, canvas);
+    args.cookie = cookie;
+    args.start = start;
+    args.end = end;
+    args.vob = vob;
+    return args;
+}
+
+} // namespace
+
+const String therm::showCueMsg("showCue");
+
+therm::therm(const InitArgs& args)
+    : ThermBase(args)
+    , VobClient(args.vob)
+    , cookie_(args.cookie)
+    , flags_(args.flags)
+{
+    set(args.start, args.end, args.start, args.end);
+}
+
+therm::therm(const Cookie& cookie, double start, double end, Vob* vob, Canvas* canvas)
+    : therm(argsOf(cookie, start, end, vob, canvas))
+{
+}
+
+therm::~therm()
+{
+    finishDrag();
+}
+
+double therm::getTime(eAccuracy accuracy) const
+{
+    if (!getEdit())
+        return 0.0;
+    const double time = getVob()->getCurrentTime();
+    return accuracy == eExact ? time : frameRound(time, getEdit());
+}
+
+void therm::setTime(double time)
+{
+    if (getEdit())
+        getVob()->setCurrentTime(time);
+}
+
+double therm::constrainTime(double time) const
+{
+    return ThermBase::constrainTime(frameRound(time, getEdit()));
+}
+
+double therm::timeStep() const
+{
+    const EditPtr edit = getEdit();
+    return edit ? edit->getCelResolution() : 0.0;
+}
+
+Cue therm::cueAt(int x) const
+{
+    const ThermGeometry shown = geometry();
+    return findCueNearestPos(getEdit(), x, shown.width, cueTolerance(), {shown.start, shown.end});
+}
+
+void therm::jumpToPos(double time)
+{
+    if (!getEdit())
+        return;
+    const GlobRef<therm> self(this);
+    const Cue cue = cueAt(geometry().f2xi(time));
+    if (cue.time != kNoCueTime) {
+        setTime(cue.time);
+        if (self && !minimalMode())
+            showCuePanel(cue);
+        return;
+    }
+    constexpr double kOutside = 1e-6;
+    const NumRange<double> range = getVob()->getViewRange();
+    if (time < range.start() - kOutside || time > range.end() + kOutside) {
+        const double half = range.length() / 2.0;
+        getVob()->setViewRange({time - half, time + half});
+    }
+    if (self)
+        setTime(constrainTime(time));
+}
+
+void therm::showCuePanel(const Cue& cue)
+{
+    shownCue_ = cue;
+    popup_ = makePopup(cue);
+    if (popup_) {
+        popup_->setPosition(toCanvas({geometry().f2xi(cue.time), getHeight()}));
+        popup_->open();
+    } else {
+        sendMsg(showCueMsg);
+    }
+}
+
+void therm::startTimeChangeSeries()
+{
+    if (!getEdit())
+        return;
+    const PlayState dragged = flags_ & InitArgs::kEveryFrame ? PlayState::Held : PlayState::Scrub;
+    beginScrub(getVob(), flags_ & InitArgs::kQuiet ? PlayState::Idle : dragged);
+    if (flags_ & (InitArgs::kEveryFrame | InitArgs::kShowAtOnce))
+        setTime(getTime(eExact));
+}
+
+void therm::stopTimeChangeSeries()
+{
+    endScrub(getVob());
+}
+
+bool therm::zoomBy(double factor)
+{
+    if (!allowZoom() || !getEdit())
+        return false;
+    const double length = getVob()->getViewRange().length() * factor;
+    setWindow(geometry().zoomedAbout(getTime(eExact), length));
+    return true;
+}
+
+bool therm::handleMouseEvent(const Event& event)
+{
+    constexpr double kIn = 0.8;
+    constexpr double kOut = 1.25;
+    if (event.code == EventCode::MouseWheel && allowZoom() && dragState() == 0 && canInteract()) {
+        wheelRest_ += event.wheel;
+        const double whole = std::trunc(wheelRest_);
+        wheelRest_ -= whole;
+        // A fine wheel's fraction of a notch is taken, and waits for the rest.
+        return whole == 0.0 || zoomBy(whole >= 1.0 ? kIn : kOut);
+    }
+    if (event.code == EventCode::MousePress)
+        popup_.reset();
+    pointerX_ = event.code == EventCode::MouseLeave ? -1 : event.position.x;
+    return ThermBase::handleMouseEvent(event);
+}
+
+WString therm::valueText() const
+{
+    return getCueTimecode(getTime(eExact), getEdit());
+}
+
+UIString therm::tooltip() const
+{
+    if (pointerX_ >= 0 && !minimalMode()) {
+        if (const Cue cue = cueAt(pointerX_); cue.valid())
+            return UIString(getCueTooltip(cue, getEdit()));
+    }
+    return ThermBase::tooltip();
+}
+
+void therm::drawContents(CanvasRenderer& renderer)
+{
+    if (!minimalMode()) {
+        for (const Section& section : sections())
+            drawSection(renderer, section);
+    }
+    ThermBase::drawContents(renderer);
+}
+
+void therm::drawSection(CanvasRenderer& renderer, const Section& section)
+{
+    if (section.kind == Section::Kind::Marked) {
+        drawMarkedRegion(renderer, section.times.start(), section.times.end());
+        return;
+    }
+    // A strip along an edge: cues hang from the upper one, reports lie on the lower one, the urgent ones thicker.
+    const ThermGeometry shown = geometry();
+    const double height = getHeight();
+    Kt::Box<double> strip{shown.f2x(section.times.start()), 0.0, shown.f2xClipped(section.times.end()), 3.0};
+    if (section.kind != Section::Kind::RangedCue) {
+        strip.top = height - (section.kind == Section::Kind::QualityEvent ? 4.0 : 2.0);
+        strip.bottom = height;
+    }
+    renderer.fillRect(strip, section.colour);
+}
+
+void therm::drawMarks(CanvasRenderer& renderer)
+{
+    // The end of the edit's content, where the bar shows time beyond it.
+    const EditPtr edit = getEdit();
+    const ThermGeometry shown = geometry();
+    if (edit && edit->getEndTime() > shown.start && edit->getEndTime() < shown.end)
+        drawMarkAt(renderer, shown.f2xi(edit->getEndTime()));
+}
+
+void therm::drawCues(CanvasRenderer& renderer)
+{
+    const EditPtr edit = getEdit();
+    if (!edit)
+        return;
+    const ThermGeometry shown = geometry();
+    for (const Cue& cue : edit->getCues()) {
+        if ((cue.flags & Cue::kVisible) != 0 && cue.time >= shown.start && cue.time <= shown.end)
+            drawCueAt(renderer, shown.f2xi(cue.time), cue.colour);
+    }
+}
+
+void therm::handleCurrentTimeChange()
+{
+    changed(PeerChange::kContents | PeerChange::kState);
+}
+
+void therm::handleModifications(const EditModification&)
+{
+    changed(PeerChange::kContents);
+}
+
+} // namespace oribund

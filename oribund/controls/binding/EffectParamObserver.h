@@ -1,0 +1,62 @@
+#pragma once
+
+#include "oribund/host/base/Export.h"
+#include "oribund/host/base/Kt.h"
+#include "oribund/host/effects/params/EffectValParam.h"
+#include "oribund/host/notify/MethodCallback.h"
+
+namespace oribund
+{
+
+/** Who is told by an EffectParamObserver that its parameter has changed. */
+class ParamRefreshTarget
+{
+public:
+    virtual void handleParamChange() = 0;
+
+protected:
+    ~ParamRefreshTarget() = default;
+};
+
+/**
+ * Listens to one parameter of type `P`: whether it is animated, its keyframes, its constant. The registrations are
+ * guards: what is destroyed hears nothing any more.
+ */
+template <class P>
+class ORIBUND_API EffectParamObserver
+{
+public:
+    /** Registered on nothing yet. The target owns this, or lives longer. */
+    explicit EffectParamObserver(ParamRefreshTarget& target);
+    ~EffectParamObserver();
+
+    EffectParamObserver(const EffectParamObserver&) = delete;
+    EffectParamObserver& operator=(const EffectParamObserver&) = delete;
+
+    /** Leaves the parameter that it is registered on and registers on another; an empty one for none. */
+    void registerWith(const Kt::Ptr<EffectValParam<P>>& param);
+
+    const Kt::Ptr<EffectValParam<P>>& param() const { return param_; }
+
+private:
+    int handleFnType(const ValServerEvent<EffectValParamFnType>& event);
+    int handleGraph(const ValServerEvent<ChangeDescription<Graph1dBase>>& event);
+    int handleConstant(const ValServerEvent<P>& event);
+
+    ParamRefreshTarget& target_;
+    Kt::Ptr<EffectValParam<P>> param_;
+    MethodCallback<EffectParamObserver, ValServerEvent<EffectValParamFnType>> fnTypeCallback_;
+    MethodCallback<EffectParamObserver, ValServerEvent<ChangeDescription<Graph1dBase>>> graphCallback_;
+    MethodCallback<EffectParamObserver, ValServerEvent<P>> constantCallback_;
+};
+
+extern template class EffectParamObserver<double>;
+extern template class EffectParamObserver<bool>;
+extern template class EffectParamObserver<Angle>;
+extern template class EffectParamObserver<ColourData>;
+extern template class EffectParamObserver<Vector2d>;
+extern template class EffectParamObserver<ListParam<int>>;
+extern template class EffectParamObserver<ListParam<String>>;
+extern template class EffectParamObserver<VideoInputParam>;
+
+} // namespace oribund

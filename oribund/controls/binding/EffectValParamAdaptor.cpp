@@ -1,0 +1,92 @@
+#include "oribund/controls/binding/EffectValParamAdaptor.h"
+
+#include "oribund/host/toolkit/core/Drawable.h"
+
+namespace oribund
+{
+
+template <class T, class Accessor, class Observer>
+T EffectValParamAdaptor<T, Accessor, Observer>::getDataValue()
+{
+    const auto value = this->readValue();
+    return value ? ParamConversion<T, typename Accessor::Value>::toWidget(*value) : T();
+}
+
+template <class T, class Accessor, class Observer>
+void EffectValParamAdaptor<T, Accessor, Observer>::forceWidgetUpdate(eRedrawFlag flag)
+{
+    const auto param = this->getParam();
+    if (!param)
+        return;
+    const RedrawHold hold;
+    this->setNewWidgetValue(getDataValue(), flag);
+    // What the widgets did with the value may have taken the effect away.
+    const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
+    if (!effect)
+        return;
+    const bool editable = effect->canEditParam(*param);
+    if (editable != this->getWidgetEnabledState())
+        this->setWidgetEnabledState(editable);
+}
+
+template <class T, class Accessor, class Observer>
+bool EffectValParamAdaptor<T, Accessor, Observer>::requestSetValue(const T& value, ChangeKind kind)
+{
+    const auto current = this->readValue();
+    if (!current)
+        return false;
+    const auto converted = ParamConversion<T, typename Accessor::Value>::toParam(value, *current);
+    return converted && write(*converted, kind);
+}
+
+template <class T, class Accessor, class Observer>
+bool EffectValParamAdaptor<T, Accessor, Observer>::write(const typename Accessor::Value& value, ChangeKind kind)
+{
+    if (inChangeSeries_)
+        kind = seriesChangeKind_;
+    const bool written = this->accessor().setValue(this->getEffectPtr(), value, this->getClampedTime(), kind);
+    if (inChangeSeries_)
+        seriesChangeKind_ = ChangeKind::Continuation;
+    else if (kind == ChangeKind::Single)
+        this->endStep();
+    return written;
+}
+
+template <class T, class Accessor, class Observer>
+void EffectValParamAdaptor<T, Accessor, Observer>::handleSeriesEnd()
+{
+    seriesChangeKind_ = ChangeKind::Start;
+    this->endStep();
+}
+
+template <class T, class Accessor, class Observer>
+bool EffectValParamAdaptor<T, Accessor, Observer>::cancelSeries()
+{
+    const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
+    return effect && effect->journal() && effect->journal()->cancelSeries();
+}
+
+template <class T, class Accessor, class Observer>
+bool EffectValParamAdaptor<T, Accessor, Observer>::takeBackSeries()
+{
+    const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
+    return effect && effect->journal() && effect->journal()->takeBackSeries();
+}
+
+template class EffectValParamAdaptor<double, EffectValParamAccessor<double>>;
+template class EffectValParamAdaptor<WString, FloatParamAccessor>;
+template class EffectValParamAdaptor<bool, EffectValParamAccessor<bool>>;
+template class EffectValParamAdaptor<unsigned, EffectValParamAccessor<ListParam<int>>>;
+template class EffectValParamAdaptor<unsigned, EffectValParamAccessor<ListParam<String>>>;
+template class EffectValParamAdaptor<unsigned, EffectValParamAccessor<VideoInputParam>>;
+template class EffectValParamAdaptor<double, EffectValParamAccessor<Angle>>;
+template class EffectValParamAdaptor<int, EffectValParamAccessor<Angle>>;
+template class EffectValParamAdaptor<WString, EffectValParamAccessor<Angle>>;
+template class EffectValParamAdaptor<ColourData, EffectValParamAccessor<ColourData>>;
+template class EffectValParamAdaptor<ColourData, ColRangeInterfaceTraits>;
+template class EffectValParamAdaptor<double, ColCompAccessor<double>>;
+template class EffectValParamAdaptor<WString, ColourComponentTextAccessor>;
+template class EffectValParamAdaptor<double, PosAccessor>;
+template class EffectValParamAdaptor<WString, PosTextAccessor>;
+
+} // namespace oribund

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "oribund/controls/binding/DegreesParamAdaptor.h"
+#include "oribund/host/base/Colour.h"
+#include "oribund/host/toolkit/values/ValWidget.h"
+#include "oribund/host/toolkit/widgets/AngleIndicatorWidget.h"
+
+namespace oribund
+{
+
+/** A dial bound to an angle parameter, in the colour of the parameter's graph. */
+class ORIBUND_API AngleParamWidget : public AngleIndicatorWidget, public ValWidget<double>
+{
+public:
+    AngleParamWidget(const InitArgs& args, const FXViewHandle& handle, const EffectValParam<Angle>& param);
+    ~AngleParamWidget() override;
+
+    void setWidgetValue(const double& degrees, eRedrawFlag flag) override;
+
+    double getWidgetValue() const override { return degrees_; }
+
+    void setWidgetEnabled(bool enabled) override;
+    bool isWidgetEnabled() const override;
+
+protected:
+    double getIndicatorValue() override;
+    bool setIndicatorValue(double degrees, ChangeKind kind) override;
+
+    double getStoredValue() const override { return degrees_; }
+
+    Colour getIndicatorColour() const override { return colour_; }
+
+    void handleSeriesEnd() override;
+    void handleSeriesCancel(const double& original) override;
+
+private:
+    double degrees_ = 0.0;
+    Colour colour_;
+};
+
+} // namespace oribund

@@ -1,0 +1,32 @@
+#include "oribund/controls/rows/KeyframeButton.h"
+
+#include "oribund/controls/rows/ControlTexts.h"
+#include "oribund/controls/rows/KeyframeButtonAdaptor.h"
+#include "oribund/host/canvas/UifStd.h"
+
+namespace oribund
+{
+
+namespace
+{
+
+Button::InitArgs argsFor(Canvas* canvas)
+{
+    const auto side = static_cast<unsigned short>(UifStd::getControlHeight());
+    Button::InitArgs args(side, side, canvas);
+    args.style = Button::Style::Flat;
+    args.id = "keyframe";
+    return args;
+}
+
+} // namespace
+
+KeyframeButton::KeyframeButton(Canvas* canvas)
+    : ValButton(argsFor(canvas))
+{
+    addLook({KeyframeState::kNone, Image::icon("keyframe-off"), eOff, controlText(ControlText::NotAnimated)});
+    addLook({KeyframeState::kElsewhere, Image::icon("keyframe-away"), eOff, controlText(ControlText::NoKeyframeHere)});
+    addLook({KeyframeState::kHere, Image::icon("keyframe-here"), eOn, controlText(ControlText::KeyframeHere)});
+}
+
+} // namespace oribund

@@ -1,0 +1,72 @@
+#include "oribund/controls/rows/KeyframeFloatCtrlsBase.h"
+
+#include "oribund/controls/binding/EffectValParamAdaptor.h"
+#include "oribund/controls/rows/KeyframeButtonAdaptor.h"
+#include "oribund/host/base/Numeric.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/toolkit/entries/NumericEntry.h"
+#include "oribund/host/toolkit/widgets/ValSlider.h"
+
+namespace oribund
+{
+
+KeyframeFloatCtrlsBase::KeyframeFloatCtrlsBase(const FXViewHandle& handle, Kt::Ptr<EffectValParam<double>> param,
+                                               unsigned short width, unsigned short labelWidth,
+                                               unsigned short rowHeight, Canvas* canvas, int decimals)
+    : KeyframeCtrlsBase(handle, param->id(), width, labelWidth, rowHeight, canvas)
+{
+    init(decimals, *param);
+    finishRow();
+}
+
+bool KeyframeFloatCtrlsBase::hasNormalisedRange(const EffectValParam<double>* param)
+{
+    return param && valEqualsVal(param->getMax(), 1.0) &&
+           (valEqualsVal(param->getMin(), 0.0) || valEqualsVal(param->getMin(), -1.0));
+}
+
+bool KeyframeFloatCtrlsBase::usePercentageDisplay(const EffectValParam<double>* param)
+{
+    if (!param)
+        return false;
+    return hasNormalisedRange(param) ? !(param->displayFlags() & ParamDisplay::kPlainNumber)
+                                     : (param->displayFlags() & ParamDisplay::kPercentage) != 0;
+}
+
+NumberDisplay KeyframeFloatCtrlsBase::displayOf(const EffectValParam<double>& param, int decimals)
+{
+    return {param.getMin(), param.getMax(), param.getDefault(), param.unitText(), usePercentageDisplay(&param),
+            decimals};
+}
+
+void KeyframeFloatCtrlsBase::init(int decimals, const EffectValParam<double>& param)
+{
+    decimals_ = decimals;
+    const EffectValParamAccessor<double> accessor(param);
+    slider_ = addEditor(std::make_unique<ValSlider>(Slider::InitArgs(0, 0, canvas())));
+    entry_ = addEntry();
+    applyDisplay(param);
+    slider_->setDataAdaptor(Kt::makePtr<FloatAdaptor>(getViewHandle(), accessor));
+    entry_->setDataAdaptor(Kt::makePtr<FloatTextAdaptor>(getViewHandle(), FloatParamAccessor(param)));
+    setKeyframeAdaptor(Kt::makePtr<KeyframeButtonAdaptor<EffectValParamAccessor<double>>>(getViewHandle(), accessor));
+}
+
+void KeyframeFloatCtrlsBase::applyDisplay(const EffectValParam<double>& param)
+{
+    const NumberDisplay display = displayOf(param, decimals_);
+    applyTo(*slider_, display, param.getDefault());
+    applyTo(*entry_, display, param.getDefault());
+}
+
+void KeyframeFloatCtrlsBase::handleParamReplaced(EffectValParamBase& param)
+{
+    if (const auto* number = dynamic_cast<const EffectValParam<double>*>(&param))
+        applyDisplay(*number);
+}
+
+void KeyframeFloatCtrlsBase::layoutEditors(const Kt::Box<int>& area)
+{
+    putSliderAndEntry(area, *slider_, *entry_);
+}
+
+} // namespace oribund

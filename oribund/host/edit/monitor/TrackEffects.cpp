@@ -1,0 +1,25 @@
+#include "oribund/host/edit/monitor/TrackEffects.h"
+
+#include "oribund/host/effects/EffectInstance.h"
+
+#include <algorithm>
+
+namespace oribund
+{
+
+TrackEffects::~TrackEffects() = default;
+
+NumRange<double> TrackEffects::getCompoundEditRegion(const IdStamp& track) const
+{
+    NumRange<double> whole;
+    bool first = true;
+    for (const auto& effect : getEffects(track)) {
+        const NumRange<double> region = getEditRegion(effect->id());
+        whole = first ? region
+                      : NumRange<double>(std::min(whole.start(), region.start()), std::max(whole.end(), region.end()));
+        first = false;
+    }
+    return whole;
+}
+
+} // namespace oribund

@@ -1,0 +1,339 @@
+#include "oribund/host/toolkit/core/EventRouter.h"
+
+#include "oribund/host/canvas/Canvas.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/core/Glob.h"
+#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/layout/TabOrderManager.h"
+#include "oribund/host/toolkit/layout/TabOrderable.h"
+
+#include <algorithm>
+
+namespace oribund
+{
+
+namespace
+{
+
+/** Collects what Tab visits: a tab order where its first stop is met, everything else in the order of the tree. */
+class TabStops
+{
+public:
+    explicit TabStops(Glob& root) { visit(root); }
+
+    /** The stop after or before the one at or around `from`; null when there is none, or only round the end. */
+    Glob* next(const Glob* from, bool forward, bool wrap) const
+    {
+        if (stops_.empty())
+            return nullptr;
+        const auto at = std::find_if(stops_.begin(), stops_.end(),
+                                     [from](const Glob* stop) { return stop == from || stop->isAncestorOf(from); });
+        const auto exact = std::find(stops_.begin(), stops_.end(), from);
+        const auto here = exact != stops_.end() ? exact : at;
+        if (here == stops_.end())
+            return forward ? stops_.front() : stops_.back();
+        if (!wrap && *here == (forward ? stops_.back() : stops_.front()))
+            return nullptr;
+        const auto index = static_cast<std::size_t>(here - stops_.begin());
+        return stops_[(index + (forward ? 1 : stops_.size() - 1)) % stops_.size()];
+    }
+
+private:
+    void visit(Glob& glob)
+    {
+        if (!glob.isVisible())
+            return;
+        auto* orderable = dynamic_cast<TabOrderable*>(&glob);
+        if (TabOrderManager* manager = orderable ? orderable->tabOrderManager() : nullptr)
+            visitOrder(*manager);
+        else
+            add(glob);
+        std::vector<Glob*> children;
+        glob.getChildren(children);
+        for (Glob* child : children)
+            visit(*child);
+    }
+
+    void visitOrder(TabOrderManager& manager)
+    {
+        if (std::find(orders_.begin(), orders_.end(), &manager) != orders_.end())
+            return;
+        orders_.push_back(&manager);
+        for (TabOrderable* stop : manager.tabStops())
+            add(stop->tabGlob());
+    }
+
+    void add(Glob& glob)
+    {
+        if (glob.canTakeFocus() && std::find(stops_.begin(), stops_.end(), &glob) == stops_.end())
+            stops_.push_back(&glob);
+    }
+
+    std::vector<Glob*> stops_;
+    std::vector<const TabOrderManager*> orders_;
+};
+
+} // namespace
+
+EventRouter::EventRouter() = default;
+
+EventRouter::~EventRouter()
+{
+    for (Glob* root : roots_) {
+        root->destroyPeers();
+        root->forgetCanvas();
+    }
+}
+
+EventRouter& EventRouter::of(Canvas& canvas)
+{
+    if (EventRouter* router = find(&canvas))
+        return *router;
+    auto made = std::make_unique<EventRouter>();
+    EventRouter& router = *made;
+    canvas.setClient(std::move(made));
+    return router;
+}
+
+EventRouter* EventRouter::find(const Canvas* canvas)
+{
+    return canvas ? dynamic_cast<EventRouter*>(canvas->client()) : nullptr;
+}
+
+void EventRouter::addRoot(Glob& root)
+{
+    roots_.push_back(&root);
+}
+
+void EventRouter::removeRoot(Glob& root)
+{
+    roots_.erase(std::remove(roots_.begin(), roots_.end(), &root), roots_.end());
+}
+
+Glob* EventRouter::rootAt(const Event& event) const
+{
+    for (auto root = roots_.rbegin(); root != roots_.rend(); ++root) {
+        if ((*root)->globAt((*root)->fromCanvas(event.canvasPosition)))
+            return *root;
+    }
+    return nullptr;
+}
+
+bool EventRouter::handleEvent(const Event& event)
+{
+    Event placed = event;
+    placed.canvasPosition = event.position;
+    if (placed.isKey())
+        return routeKey(placed, focus_.get());
+    if (!placed.isMouse())
+        return false;
+    Glob* root = rootAt(placed);
+    return routeMouse(root ? root->globAt(root->fromCanvas(placed.canvasPosition)) : nullptr, placed);
+}
+
+bool EventRouter::route(Glob& target, const Event& event)
+{
+    Event placed = event;
+    placed.canvasPosition = target.toCanvas(event.position);
+    if (placed.isKey())
+        return routeKey(placed, &target);
+    return placed.isMouse() && routeMouse(&target, placed);
+}
+
+void EventRouter::drawContents(CanvasRenderer& renderer)
+{
+    for (Glob* root : roots_)
+        root->drawTree(renderer);
+}
+
+bool EventRouter::bubble(Glob& target, Event event, GlobRef<Glob>* taker)
+{
+    GlobRef<Glob> receiver(&target);
+    while (receiver) {
+        const GlobRef<Glob> next(receiver->parent());
+        if (receiver->canInteract()) {
+            event.position = receiver->fromCanvas(event.canvasPosition);
+            if (receiver->react(event)) {
+                if (taker)
+                    *taker = receiver;
+                return true;
+            }
+        }
+        receiver = next;
+    }
+    return false;
+}
+
+bool EventRouter::deliver(Glob& glob, Event event)
+{
+    event.position = glob.fromCanvas(event.canvasPosition);
+    return glob.react(event);
+}
+
+// The pointer
+
+bool EventRouter::routeMouse(Glob* target, const Event& event)
+{
+    const GlobRef<Glob> under(target);
+    switch (event.code) {
+    case EventCode::MousePress:
+    case EventCode::MouseDoubleClick:
+        return routePress(target, event);
+    case EventCode::MouseMove:
+        if (grab_)
+            return deliver(*grab_, event);
+        hover(target, event);
+        break;
+    case EventCode::MouseRelease:
+        return routeRelease(target, event);
+    case EventCode::MouseLeave:
+        hover(nullptr, event);
+        return false;
+    case EventCode::MouseCancel:
+        cancelGrab();
+        return true;
+    default:
+        break;
+    }
+    return under && bubble(*under, event);
+}
+
+bool EventRouter::routePress(Glob* target, const Event& event)
+{
+    const bool first = (event.buttons & ~static_cast<unsigned>(event.button)) == 0;
+    if (grab_ && !first)
+        return deliver(*grab_, event);
+    GlobRef<Glob> pressed(target);
+    cancelGrab(); // a release that never came
+    if (!pressed)
+        return false;
+    if (!pressed->canInteract() && event.button == MouseButton::Left)
+        return true; // a click on what is greyed is no click on what lies behind it
+    focusForPress(*pressed, event);
+    if (!pressed)
+        return true;
+    GlobRef<Glob> taker;
+    if (!bubble(*pressed, event, &taker))
+        return false;
+    if (taker && taker->isShown() && taker->canInteract())
+        grab_ = taker;
+    return true;
+}
+
+bool EventRouter::routeRelease(Glob* target, const Event& event)
+{
+    GlobRef<Glob> under(target);
+    bool taken = false;
+    if (grab_) {
+        const GlobRef<Glob> owner = grab_;
+        if (event.buttons == 0)
+            grab_.reset();
+        taken = deliver(*owner, event);
+    } else if (target) {
+        taken = bubble(*target, event);
+    }
+    if (!grab_)
+        hover(under.get(), event);
+    return taken;
+}
+
+void EventRouter::cancelGrab()
+{
+    if (!grab_)
+        return;
+    const GlobRef<Glob> owner = grab_;
+    grab_.reset();
+    deliver(*owner, Event::plain(EventCode::MouseCancel));
+}
+
+void EventRouter::hover(Glob* target, const Event& event)
+{
+    if (hovered_ == target)
+        return;
+    const GlobRef<Glob> old = hovered_;
+    const GlobRef<Glob> entered(target);
+    hovered_ = entered;
+    Event told = event;
+    if (old) {
+        told.code = EventCode::MouseLeave;
+        deliver(*old, told);
+    }
+    if (entered && hovered_ == entered.get() && entered->canInteract()) {
+        told.code = EventCode::MouseEnter;
+        deliver(*entered, told);
+    }
+}
+
+// The keyboard
+
+void EventRouter::focusForPress(Glob& target, const Event& event)
+{
+    for (Glob* glob = &target; glob; glob = glob->parent()) {
+        if (glob->canTakeFocus() && glob->focusOnPress(glob->fromCanvas(event.canvasPosition))) {
+            setFocus(glob);
+            return;
+        }
+    }
+    setFocus(nullptr);
+}
+
+void EventRouter::setFocus(Glob* glob)
+{
+    if (focus_ == glob || (glob && !glob->canTakeFocus()))
+        return;
+    const GlobRef<Glob> old = focus_;
+    const GlobRef<Glob> gains(glob);
+    focus_ = gains;
+    if (old) {
+        old->react(Event::plain(EventCode::FocusOut));
+        if (old)
+            old->changed(PeerChange::kFocus | PeerChange::kContents);
+    }
+    // What lost the keyboard may have given it to another, or destroyed the one that was to have it.
+    if (gains && focus_ == gains.get()) {
+        gains->react(Event::plain(EventCode::FocusIn));
+        if (gains)
+            gains->changed(PeerChange::kFocus | PeerChange::kContents);
+    }
+}
+
+bool EventRouter::routeKey(const Event& event, Glob* target)
+{
+    GlobRef<Glob> receiver(target);
+    if (grab_ && grab_ != receiver.get() && deliver(*grab_, event))
+        return true; // Escape during a drag
+    if (!receiver && !roots_.empty())
+        receiver = GlobRef<Glob>(roots_.back());
+    if (receiver && bubble(*receiver, event))
+        return true;
+    return event.isKeyPress(Key::Tab) && moveFocus(!event.has(Event::kShift));
+}
+
+bool EventRouter::moveFocus(bool forward, bool wrap)
+{
+    if (roots_.empty())
+        return false;
+    Glob* root = roots_.back();
+    for (Glob* candidate : roots_) {
+        if (candidate->isAncestorOf(focus_.get()))
+            root = candidate;
+    }
+    Glob* stop = TabStops(*root).next(focus_.get(), forward, wrap);
+    if (!stop)
+        return false;
+    setFocus(stop);
+    return true;
+}
+
+void EventRouter::release(Glob& glob)
+{
+    const GlobRef<Glob> self(&glob);
+    if (hovered_ && glob.isAncestorOf(hovered_.get()))
+        hovered_.reset();
+    if (grab_ && glob.isAncestorOf(grab_.get()))
+        cancelGrab();
+    if (self && focus_ && glob.isAncestorOf(focus_.get()))
+        setFocus(nullptr);
+}
+
+} // namespace oribund

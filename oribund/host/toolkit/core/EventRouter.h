@@ -1,0 +1,76 @@
+#pragma once
+
+#include "oribund/host/base/Export.h"
+#include "oribund/host/canvas/CanvasClient.h"
+#include "oribund/host/toolkit/core/GlobRef.h"
+
+#include <memory>
+#include <vector>
+
+namespace oribund
+{
+
+class Canvas;
+class Glob;
+
+/**
+ * What stands between a canvas and the globs open on it: which roots there are, who has the pointer and the keyboard,
+ * who gets an event.
+ */
+class ORIBUND_API EventRouter final : public CanvasClient
+{
+public:
+    EventRouter();
+    ~EventRouter() override;
+
+    /** The canvas's router, made when it has none. */
+    static EventRouter& of(Canvas& canvas);
+
+    /** The same, but null when it has none. */
+    static EventRouter* find(const Canvas* canvas);
+
+    void addRoot(Glob& root);
+    void removeRoot(Glob& root);
+
+    bool handleEvent(const Event& event) override;
+    void drawContents(CanvasRenderer& renderer) override;
+
+    Glob* focusOwner() const override { return focus_.get(); }
+
+    /** The glob that took the press of a mouse button that is still held. */
+    Glob* grabOwner() const { return grab_.get(); }
+
+    /** Moves the keyboard to a glob, which must be able to take it, or to none. Tells both. */
+    void setFocus(Glob* glob);
+
+    /**
+     * To the next or previous tab stop; false when there is none. Past the last one it goes on with the first, or,
+     * without `wrap`, moves nothing and returns false, so that a host can take the keyboard elsewhere.
+     */
+    bool moveFocus(bool forward, bool wrap = true);
+
+    /** An event for a certain glob, in its coordinates: what the pointer is over is known already. */
+    bool route(Glob& target, const Event& event);
+
+    /** The glob and what is in it cannot take input any more: a drag is cancelled, the keyboard given up. */
+    void release(Glob& glob);
+
+private:
+    bool routeMouse(Glob* target, const Event& event);
+    bool routePress(Glob* target, const Event& event);
+    bool routeRelease(Glob* target, const Event& event);
+    bool routeKey(const Event& event, Glob* target);
+    void cancelGrab();
+    void hover(Glob* target, const Event& event);
+    void focusForPress(Glob& target, const Event& event);
+    bool deliver(Glob& glob, Event event);
+    bool bubble(Glob& target, Event event, GlobRef<Glob>* taker = nullptr);
+    Glob* rootAt(const Event& event) const;
+
+    std::vector<Glob*> roots_;
+    GlobRef<Glob> focus_;
+    GlobRef<Glob> grab_;
+    GlobRef<Glob> hovered_;
+};
+
+} // namespace oribund

@@ -1,0 +1,51 @@
+#include "oribund/host/toolkit/entries/ScrubLabel.h"
+
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/entries/NumericEntry.h"
+
+namespace oribund
+{
+
+ScrubLabel::ScrubLabel(const InitArgs& args)
+    : Label(args)
+{
+}
+
+ScrubLabel::~ScrubLabel()
+{
+    // The entry is not to wait for a release that comes no more.
+    drag_.handle(Event::plain(EventCode::MouseCancel));
+}
+
+void ScrubLabel::setEntry(NumericEntry* entry)
+{
+    drag_.handle(Event::plain(EventCode::MouseCancel));
+    entry_ = GlobRef<NumericEntry>(entry);
+    changed(PeerChange::kCursor);
+}
+
+MouseCursor ScrubLabel::contextCursor(const XY<int>& local) const
+{
+    return entry_ && entry_->canScrub() ? MouseCursor::ResizeHorizontal : Label::contextCursor(local);
+}
+
+bool ScrubLabel::handleMouseEvent(const Event& event)
+{
+    if (drag_.handle(event))
+        return true;
+    if (!event.isPress(MouseButton::Left) || !entry_ || !entry_->canInteract())
+        return Label::handleMouseEvent(event);
+    if (event.code == EventCode::MouseDoubleClick)
+        entry_->userReset();
+    else
+        drag_.begin(*entry_, event.canvasPosition.x);
+    return true;
+}
+
+bool ScrubLabel::handleKeyEvent(const Event& event)
+{
+    return drag_.handle(event) || Label::handleKeyEvent(event);
+}
+
+} // namespace oribund

@@ -1,0 +1,169 @@
+#include "oribund/host/toolkit/layout/MinimizableGroup.h"
+
+#include "oribund/host/canvas/Canvas.h"
+#include "oribund/host/canvas/CanvasRenderer.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/core/GlobPeer.h"
+
+#include <array>
+
+namespace oribund
+{
+
+MinimizableGroup::MinimizableGroup(const InitArgs& args)
+    : WidgetGroupEx(args)
+    , sizeState_(args.sizeState)
+    , minimisable_(args.minimisable)
+{
+    if (args.titleColour)
+        setTitleColour(*args.titleColour);
+    if (minimisable_)
+        setTitleCursor(MouseCursor::Hand);
+    WidgetGroupEx::resize(args.width, 0);
+}
+
+int MinimizableGroup::calcHeight() const
+{
+    return sizeState_ == eSizeMinimised ? calcMinHeight() : WidgetGroupEx::calcHeight();
+}
+
+bool MinimizableGroup::canToggle() const
+{
+    return minimisable_ && sizeChangeEnabled_ && isTitleRowShown();
+}
+
+void MinimizableGroup::setSizeState(eSizeState state)
+{
+    if (state == sizeState_)
+        return;
+    RedrawHold hold;
+    GlobRef<MinimizableGroup> self(this);
+    if (state == eSizeMinimised)
+        keepFocus();
+    if (!self)
+        return;
+    sizeState_ = state;
+    beginLayoutHold();
+    forEachChild([this, &self](Glob& child) {
+        if (self)
+            foldChild(child);
+    });
+    if (!self)
+        return;
+    endLayoutHold();
+    changed(PeerChange::kState | PeerChange::kContents);
+    contentsChanged();
+}
+
+/** The keyboard stays in a group that is folded, where the user can unfold it again, instead of going nowhere. */
+void MinimizableGroup::keepFocus()
+{
+    const Canvas* where = canvas();
+    const Glob* owner = where ? where->focusOwner() : nullptr;
+    if (owner && owner != this && isAncestorOf(owner) && widgetVisibilityCanChange(owner))
+        takeFocus();
+}
+
+void MinimizableGroup::foldChild(Glob& child)
+{
+    child.setFolded(sizeState_ == eSizeMinimised && widgetVisibilityCanChange(&child));
+}
+
+void MinimizableGroup::setSizeChangeEnabled(bool enabled)
+{
+    if (enabled == sizeChangeEnabled_)
+        return;
+    sizeChangeEnabled_ = enabled;
+    if (!wantsFocus())
+        dropFocus();
+    changed(PeerChange::kState | PeerChange::kContents);
+}
+
+void MinimizableGroup::userToggleSizeState()
+{
+    if (canToggle() && canInteract())
+        setSizeState(sizeState_ == eSizeMinimised ? eSizeNormal : eSizeMinimised);
+}
+
+void MinimizableGroup::handleChildrenChanged(Glob* child)
+{
+    foldChild(*child);
+    WidgetGroupEx::handleChildrenChanged(child);
+}
+
+// Input
+
+bool MinimizableGroup::wantsFocus() const
+{
+    return canToggle() || WidgetGroupEx::wantsFocus();
+}
+
+bool MinimizableGroup::handleMouseEvent(const Event& event)
+{
+    const bool inTitle = getTitleArea().contains(event.position);
+    if (event.isPress(MouseButton::Left) && inTitle && canToggle()) {
+        pressed_ = true;
+        return true;
+    }
+    if (pressed_ && event.code == EventCode::MouseRelease && event.button == MouseButton::Left) {
+        pressed_ = false;
+        if (inTitle)
+            userToggleSizeState();
+        return true;
+    }
+    if (event.code == EventCode::MouseCancel)
+        pressed_ = false;
+    return WidgetGroupEx::handleMouseEvent(event);
+}
+
+bool MinimizableGroup::handleKeyEvent(const Event& event)
+{
+    // Keys that a widget in the group leaves alone arrive here too; they are not meant for the title.
+    if (!hasFocus() || event.code != EventCode::KeyPress || !canToggle())
+        return WidgetGroupEx::handleKeyEvent(event);
+    switch (event.key) {
+    case Key::Space:
+    case Key::Enter:
+        if (!event.autoRepeat)
+            userToggleSizeState();
+        return true;
+    case Key::Left:
+    case Key::Right:
+        if ((event.key == Key::Left) == (sizeState_ == eSizeNormal))
+            userToggleSizeState();
+        return true;
+    default:
+        return WidgetGroupEx::handleKeyEvent(event);
+    }
+}
+
+// Look
+
+int MinimizableGroup::titleTextOffset() const
+{
+    return minimisable_ ? UifStd::getIndentWidth() + UifStd::getWidgetGap() / 2 : 0;
+}
+
+void MinimizableGroup::draw(CanvasRenderer& renderer)
+{
+    WidgetGroupEx::draw(renderer);
+    if (minimisable_ && isTitleRowShown())
+        drawArrow(renderer);
+}
+
+void MinimizableGroup::drawArrow(CanvasRenderer& renderer)
+{
+    const Kt::Box<int> title = getTitleArea();
+    const double size = UifStd::getIndentWidth() / 3.0;
+    const XY<double> c{title.left + UifStd::getIndentWidth() / 2.0, title.top + title.height() / 2.0};
+    const std::array<XY<double>, 3> down{
+        {{c.x - size, c.y - size / 2}, {c.x + size, c.y - size / 2}, {c.x, c.y + size / 2}}};
+    const std::array<XY<double>, 3> right{
+        {{c.x - size / 2, c.y - size}, {c.x + size / 2, c.y}, {c.x - size / 2, c.y + size}}};
+    const bool lit = canToggle() && canInteract();
+    renderer.polygon(sizeState_ == eSizeMinimised ? right : down,
+                     lit ? getPalette().windowText() : getPalette().disabledText());
+}
+
+} // namespace oribund

@@ -1,0 +1,227 @@
+#include "oribund/host/toolkit/menus/DropDownMenuButton.h"
+
+#include "oribund/host/canvas/CanvasRenderer.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/services/TextTable.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/Menu.h"
+#include "oribund/host/toolkit/core/Skin.h"
+#include "oribund/host/toolkit/widgets/Button.h"
+
+#include <algorithm>
+#include <array>
+
+namespace oribund
+{
+
+namespace
+{
+
+/** The room that the arrow at the right end takes. */
+int arrowWidth()
+{
+    return UifStd::getControlHeight() * 3 / 4;
+}
+
+std::vector<WString> textsOf(const std::vector<UIString>& items)
+{
+    std::vector<WString> texts;
+    texts.reserve(items.size());
+    for (const UIString& item : items)
+        texts.push_back(displayText(item));
+    return texts;
+}
+
+} // namespace
+
+DropDownMenuButton::DropDownMenuButton(const InitArgs& args)
+    : Control(args)
+    , items_(textsOf(args.items))
+    , selected_(args.selected < items_.size() ? args.selected : kNoSelection)
+    , icon_(args.icon)
+{
+    applyNaturalSize(args, calcNaturalSize());
+}
+
+void DropDownMenuButton::setItems(const std::vector<UIString>& items, eRedrawFlag redrawFlag)
+{
+    std::vector<WString> texts = textsOf(items);
+    if (texts == items_)
+        return;
+    items_ = std::move(texts);
+    if (selected_ >= items_.size())
+        selected_ = kNoSelection;
+    changed(PeerChange::kLook, redrawFlag);
+}
+
+void DropDownMenuButton::setSelected(unsigned index, eRedrawFlag redrawFlag)
+{
+    if (index >= items_.size())
+        index = kNoSelection;
+    if (index == selected_)
+        return;
+    selected_ = index;
+    changed(PeerChange::kLook, redrawFlag);
+}
+
+const WString& DropDownMenuButton::getSelectedText() const
+{
+    static const WString kNone;
+    return selected_ < items_.size() ? items_[selected_] : kNone;
+}
+
+XY<int> DropDownMenuButton::calcNaturalSize() const
+{
+    XY<int> size = Button::calcSizeFor({}, font());
+    if (!icon_.empty())
+        return {size.y + arrowWidth(), size.y};
+    for (const WString& item : items_)
+        size.x = std::max(size.x, Button::calcSizeFor(item, font()).x);
+    return {size.x + arrowWidth(), size.y};
+}
+
+void DropDownMenuButton::autoSize()
+{
+    const XY<int> natural = calcNaturalSize();
+    resize({natural.x, std::max(natural.y, getHeight())});
+}
+
+void DropDownMenuButton::userSelect(unsigned index)
+{
+    if (!canInteract() || index >= items_.size() || index == selected_)
+        return;
+    const GlobRef<DropDownMenuButton> self(this);
+    const RedrawHold hold;
+    const unsigned before = selected_;
+    setSelected(index);
+    const bool accepted = handleChoice(index);
+    if (self && !accepted && selected_ == index)
+        setSelected(before);
+}
+
+bool DropDownMenuButton::handleChoice(unsigned index)
+{
+    choices_.notify({this, index});
+    return true;
+}
+
+void DropDownMenuButton::userOpenMenu()
+{
+    openMenu({0, controlBox().bottom});
+}
+
+void DropDownMenuButton::reviewMenu(const Event*)
+{
+    for (unsigned i = 0; i < items_.size(); ++i) {
+        const GlobRef<DropDownMenuButton> self(this);
+        MenuItem& item = editMenu().addItem(items_[i], [self, i] {
+            if (self)
+                self->userSelect(i);
+        });
+        item.checked = i == selected_;
+    }
+}
+
+void DropDownMenuButton::selectNeighbour(int step)
+{
+    const int last = static_cast<int>(items_.size()) - 1;
+    const int from = selected_ == kNoSelection ? (step > 0 ? -1 : last + 1) : static_cast<int>(selected_);
+    userSelect(static_cast<unsigned>(std::clamp(from + step, 0, std::max(0, last))));
+}
+
+void DropDownMenuButton::selectByLetter(wchar_t letter)
+{
+    const std::size_t count = items_.size();
+    const std::size_t first = selected_ == kNoSelection ? 0 : selected_ + 1;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::size_t candidate = (first + i) % count;
+        const WString& text = items_[candidate];
+        if (!text.empty() && foldCase(text.view().front()) == foldCase(letter)) {
+            userSelect(static_cast<unsigned>(candidate));
+            return;
+        }
+    }
+}
+
+bool DropDownMenuButton::handleMouseEvent(const Event& event)
+{
+    if (event.isPress(MouseButton::Left)) {
+        userOpenMenu();
+        return true;
+    }
+    // The menu is what the button drops down; a context menu is that of the row.
+    if (event.isPress(MouseButton::Right))
+        return false;
+    return Control::handleMouseEvent(event);
+}
+
+bool DropDownMenuButton::handleKeyEvent(const Event& event)
+{
+    if (!isPlainKey(event))
+        return Control::handleKeyEvent(event);
+    switch (event.key) {
+    case Key::Up:
+        selectNeighbour(-1);
+        return true;
+    case Key::Down:
+        selectNeighbour(1);
+        return true;
+    case Key::Home:
+        userSelect(0);
+        return true;
+    case Key::End:
+        userSelect(static_cast<unsigned>(items_.size()) - 1);
+        return true;
+    case Key::Space:
+    case Key::Enter:
+        userOpenMenu();
+        return true;
+    case Key::Character:
+        if (event.text.empty())
+            return false;
+        selectByLetter(event.text.view().front());
+        return true;
+    default:
+        return Control::handleKeyEvent(event);
+    }
+}
+
+UIString DropDownMenuButton::accessibleName() const
+{
+    const UIString own = Control::accessibleName();
+    return own.empty() ? tooltip() : own;
+}
+
+void DropDownMenuButton::draw(CanvasRenderer& renderer)
+{
+    const Palette& palette = getPalette();
+    const Kt::Box<int> box = controlBox();
+    const Colour colour = ink(palette.buttonText());
+    drawBox(renderer, box, buttonGround(isMenuOpen()));
+
+    const double side = arrowWidth();
+    Kt::Box<double> rest = CanvasRenderer::toDouble(box.inset(UifStd::getWidgetGap(), 2));
+    rest.right = box.right - side;
+    if (!icon_.empty()) {
+        const double length = std::min(rest.width(), rest.height());
+        const XY<double> middle = rest.centre();
+        renderer.image({middle.x - length / 2, middle.y - length / 2, middle.x + length / 2, middle.y + length / 2},
+                       icon_, colour);
+    } else if (selected_ != kNoSelection) {
+        renderer.text(rest, getSelectedText(), font(), colour);
+    }
+
+    const XY<double> tip{box.right - side / 2, (box.top + box.bottom) / 2.0};
+    const double half = side / 4;
+    const std::array<XY<double>, 3> arrow = {
+        XY<double>{tip.x - half, tip.y - half / 2}, {tip.x + half, tip.y - half / 2}, {tip.x, tip.y + half / 2}};
+    renderer.polygon(arrow, colour);
+}
+
+std::unique_ptr<GlobPeer> DropDownMenuButton::makePeer(Skin& skin)
+{
+    return skin.makePeer(*this);
+}
+
+} // namespace oribund

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "oribund/host/base/Export.h"
+#include "oribund/host/toolkit/menus/DropDownMenuButton.h"
+#include "oribund/host/toolkit/values/ValWidget.h"
+
+namespace oribund
+{
+
+/** A drop-down menu that edits the number of the selected item through an adaptor. */
+class ORIBUND_API ValMenuButton : public DropDownMenuButton, public ValWidget<unsigned>
+{
+public:
+    explicit ValMenuButton(const InitArgs& args);
+    ~ValMenuButton() override;
+
+    void setWidgetValue(const unsigned& value, eRedrawFlag flag) override;
+    unsigned getWidgetValue() const override;
+    void setWidgetEnabled(bool enabled) override;
+    bool isWidgetEnabled() const override;
+
+protected:
+    bool handleChoice(unsigned index) override;
+};
+
+} // namespace oribund

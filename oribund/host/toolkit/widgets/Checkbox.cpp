@@ -1,0 +1,119 @@
+#include "oribund/host/toolkit/widgets/Checkbox.h"
+
+#include "oribund/host/canvas/CanvasRenderer.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/services/TextTable.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/Skin.h"
+
+#include <algorithm>
+#include <array>
+
+namespace oribund
+{
+
+Checkbox::Checkbox(const InitArgs& args)
+    : Control(args)
+    , text_(displayText(args.text))
+    , message_(args.message)
+    , checked_(args.checked)
+{
+    const int markWidth = UifStd::getControlHeight() + UifStd::getWidgetGap();
+    applyNaturalSize(args, {markWidth + UifStd::measure(text_, font()), UifStd::getRowHeight()});
+}
+
+void Checkbox::setChecked(bool checked, eRedrawFlag redrawFlag)
+{
+    if (checked == checked_)
+        return;
+    checked_ = checked;
+    changed(PeerChange::kState | PeerChange::kContents, redrawFlag);
+}
+
+void Checkbox::setText(const UIString& text, eRedrawFlag redrawFlag)
+{
+    const WString shown = displayText(text);
+    if (shown == text_)
+        return;
+    text_ = shown;
+    changed(PeerChange::kState | PeerChange::kContents, redrawFlag);
+}
+
+void Checkbox::userToggle()
+{
+    if (!canInteract())
+        return;
+    const RedrawHold hold;
+    setChecked(!checked_);
+    handleToggle();
+}
+
+void Checkbox::handleToggle()
+{
+    events_.notify({CheckboxEvent::Kind::Toggled, this, checked_});
+}
+
+bool Checkbox::handleMouseEvent(const Event& event)
+{
+    if (event.isPress(MouseButton::Left)) {
+        pressed_ = canInteract();
+        return true;
+    }
+    if (pressed_ && event.code == EventCode::MouseCancel) {
+        pressed_ = false;
+        return true;
+    }
+    if (pressed_ && event.code == EventCode::MouseRelease && event.button == MouseButton::Left) {
+        pressed_ = false;
+        if (hitTest(event.position))
+            userToggle();
+        return true;
+    }
+    return Control::handleMouseEvent(event);
+}
+
+bool Checkbox::handleKeyEvent(const Event& event)
+{
+    if (!isPlainKey(event) || event.key != Key::Space)
+        return Control::handleKeyEvent(event);
+    if (!event.autoRepeat)
+        userToggle();
+    return true;
+}
+
+UIString Checkbox::accessibleName() const
+{
+    const UIString own = Control::accessibleName();
+    return own.empty() ? UIString(text_) : own;
+}
+
+Kt::Box<int> Checkbox::markBox() const
+{
+    const int side = std::min(UifStd::getControlHeight() * 7 / 10, getHeight());
+    return Kt::Box<int>::fromSize({1, (getHeight() - side) / 2}, {side, side});
+}
+
+void Checkbox::draw(CanvasRenderer& renderer)
+{
+    const Palette& palette = getPalette();
+    const Kt::Box<int> mark = markBox();
+    drawBox(renderer, mark, checked_ && canInteract() ? palette.accent() : palette.field());
+    if (checked_) {
+        const double side = mark.width();
+        const auto at = [&](double x, double y) { return XY<double>{mark.left + x * side, mark.top + y * side}; };
+        const std::array<XY<double>, 3> tick = {at(0.22, 0.52), at(0.42, 0.72), at(0.78, 0.28)};
+        renderer.polyline(tick, ink(palette.accentText()), side / 8.0);
+    }
+    Kt::Box<double> rest = CanvasRenderer::toDouble(localBox());
+    rest.left = mark.right + UifStd::getWidgetGap();
+    if (!text_.empty())
+        renderer.text(rest, text_, font(), ink(palette.windowText()));
+}
+
+std::unique_ptr<GlobPeer> Checkbox::makePeer(Skin& skin)
+{
+    return skin.makePeer(*this);
+}
+
+} // namespace oribund

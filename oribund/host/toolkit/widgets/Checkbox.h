@@ -1,0 +1,64 @@
+#pragma once
+
+#include "oribund/host/base/Export.h"
+#include "oribund/host/notify/Notifier.h"
+#include "oribund/host/toolkit/core/Control.h"
+#include "oribund/host/toolkit/widgets/CheckboxEvent.h"
+
+namespace oribund
+{
+
+/** A box that is checked or not, with a text beside it; a click anywhere on it toggles it. */
+class ORIBUND_API Checkbox : public Control
+{
+public:
+    struct InitArgs : GlobCreationInfo {
+        using GlobCreationInfo::GlobCreationInfo;
+
+        UIString text;
+        bool checked = false;
+        /** The box's own message: see ValCheckbox. */
+        String message = "toggled";
+    };
+
+    /** A width of 0 fits the text, a height of 0 is that of a row. */
+    explicit Checkbox(const InitArgs& args);
+
+    void setChecked(bool checked, eRedrawFlag redrawFlag = eRedrawFlag::Yes);
+
+    bool isChecked() const { return checked_; }
+
+    void setText(const UIString& text, eRedrawFlag redrawFlag = eRedrawFlag::Yes);
+
+    const WString& getText() const { return text_; }
+
+    const String& getMessage() const { return message_; }
+
+    /** Tells of what the user does; not of setChecked(). */
+    Notifier<CheckboxEvent>& events() { return events_; }
+
+    /** The user has toggled it. */
+    void userToggle();
+
+    UIString accessibleName() const override;
+    void draw(CanvasRenderer& renderer) override;
+    std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
+
+protected:
+    /** After the user has toggled it; as it stands it tells events(). May destroy the box. */
+    virtual void handleToggle();
+
+    bool handleMouseEvent(const Event& event) override;
+    bool handleKeyEvent(const Event& event) override;
+
+private:
+    Kt::Box<int> markBox() const;
+
+    WString text_;
+    String message_;
+    bool checked_;
+    bool pressed_ = false;
+    Notifier<CheckboxEvent> events_;
+};
+
+} // namespace oribund

@@ -1,0 +1,119 @@
+#include "oribund/host/toolkit/widgets/ColourSwatch.h"
+
+#include "oribund/host/canvas/Canvas.h"
+#include "oribund/host/canvas/CanvasRenderer.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/core/Skin.h"
+
+#include <algorithm>
+
+namespace oribund
+{
+
+namespace
+{
+
+/** A chequered ground, against which one sees how opaque a colour is. */
+void drawChequers(CanvasRenderer& renderer, const Kt::Box<double>& box)
+{
+    constexpr double kSide = 4.0;
+    const Colour dark = Colour::fromRGB(0x666666);
+    const Colour light = Colour::fromRGB(0x999999);
+    renderer.fillRect(box, dark);
+    const ClipGuard clip(renderer, box);
+    bool shifted = false;
+    for (double y = box.top; y < box.bottom; y += kSide, shifted = !shifted) {
+        for (double x = box.left + (shifted ? kSide : 0.0); x < box.right; x += 2 * kSide)
+            renderer.fillRect({x, y, x + kSide, y + kSide}, light);
+    }
+}
+
+} // namespace
+
+ColourSwatch::ColourSwatch(const InitArgs& args)
+    : SeriesControl(args, args.colour)
+    , hasAlpha_(args.hasAlpha)
+{
+    applyNaturalSize(args, {2 * UifStd::getControlHeight(), UifStd::getControlHeight()});
+}
+
+void ColourSwatch::setColour(const Colour& colour, eRedrawFlag redrawFlag)
+{
+    receive(colour, redrawFlag);
+}
+
+void ColourSwatch::userClick()
+{
+    if (!canInteract() || isChooserOpen())
+        return;
+    beginSeries(getColour());
+    // Without a skin the chooser counts as open all the same, as a menu does.
+    if (Skin* skin = canvas() ? canvas()->skin() : nullptr)
+        skin->openColourChooser(*this);
+}
+
+void ColourSwatch::userChoose(const Colour& choice)
+{
+    const Colour colour = hasAlpha_ ? choice : choice.withAlpha(getColour().a);
+    if (isChooserOpen() && canInteract() && colour != getColour())
+        edit(colour);
+}
+
+bool ColourSwatch::handleEdit(const Colour& colour, ChangeKind kind)
+{
+    edits_.notify({this, colour, kind});
+    return true;
+}
+
+void ColourSwatch::userAccept()
+{
+    endSeries(false);
+}
+
+void ColourSwatch::userCancel()
+{
+    endSeries(true);
+}
+
+bool ColourSwatch::handleMouseEvent(const Event& event)
+{
+    if (event.isPress(MouseButton::Left))
+        return true;
+    if (event.code == EventCode::MouseRelease && event.button == MouseButton::Left) {
+        if (hitTest(event.position))
+            userClick();
+        return true;
+    }
+    return Control::handleMouseEvent(event);
+}
+
+bool ColourSwatch::handleKeyEvent(const Event& event)
+{
+    if (isChooserOpen() && event.isKeyPress(Key::Escape)) {
+        userCancel();
+        return true;
+    }
+    if (!isPlainKey(event) || (event.key != Key::Space && event.key != Key::Enter))
+        return Control::handleKeyEvent(event);
+    if (!event.autoRepeat)
+        userClick();
+    return true;
+}
+
+void ColourSwatch::draw(CanvasRenderer& renderer)
+{
+    const Kt::Box<int> box = controlBox();
+    const Kt::Box<double> inner = CanvasRenderer::toDouble(box.inset(2));
+    drawBox(renderer, box, getPalette().field());
+    const Colour& colour = getColour();
+    const double opacity = hasAlpha_ ? std::clamp(colour.a, 0.0, 1.0) : 1.0;
+    if (opacity < 1.0)
+        drawChequers(renderer, inner);
+    const Colour visible{std::clamp(colour.r, 0.0, 1.0), std::clamp(colour.g, 0.0, 1.0), std::clamp(colour.b, 0.0, 1.0),
+                         opacity};
+    // Greyed, but still the colour that it is.
+    renderer.fillRect(inner, canInteract() ? visible : visible.mix(getPalette().window(), 0.6));
+}
+
+} // namespace oribund

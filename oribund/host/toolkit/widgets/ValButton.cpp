@@ -1,0 +1,87 @@
+#include "oribund/host/toolkit/widgets/ValButton.h"
+
+#include <algorithm>
+
+namespace oribund
+{
+
+ValButton::ValButton(const InitArgs& args)
+    : Button(args)
+    , value_(toUTF8(getText()))
+{
+}
+
+ValButton::~ValButton() = default;
+
+void ValButton::addLook(const Look& look)
+{
+    const auto found =
+        std::find_if(looks_.begin(), looks_.end(), [&](const Look& other) { return other.value == look.value; });
+    if (found == looks_.end())
+        looks_.push_back(look);
+    else
+        *found = look;
+    if (look.value == value_)
+        showLook(look, eRedrawFlag::Yes);
+}
+
+const ValButton::Look* ValButton::findLook(const String& value) const
+{
+    const auto found =
+        std::find_if(looks_.begin(), looks_.end(), [&](const Look& look) { return look.value == value; });
+    return found == looks_.end() ? nullptr : &*found;
+}
+
+void ValButton::showLook(const Look& look, eRedrawFlag flag)
+{
+    const RedrawHold hold;
+    setTooltip(look.tooltip);
+    setText(UIString(), flag);
+    setIcon(look.icon, flag);
+    setState(look.state, flag);
+}
+
+void ValButton::showText(const WString& text, eRedrawFlag flag)
+{
+    const RedrawHold hold;
+    // What an earlier look has left.
+    if (!looks_.empty())
+        showLook({}, flag);
+    setText(text, flag);
+}
+
+void ValButton::setWidgetValue(const String& value, eRedrawFlag flag)
+{
+    if (value == value_)
+        return;
+    value_ = value;
+    if (const Look* look = findLook(value))
+        showLook(*look, flag);
+    else
+        showText(toWide(value), flag);
+}
+
+String ValButton::getWidgetValue() const
+{
+    return value_;
+}
+
+void ValButton::setWidgetEnabled(bool enabled)
+{
+    setEnabled(enabled);
+}
+
+bool ValButton::isWidgetEnabled() const
+{
+    return isEnabled();
+}
+
+void ValButton::handleClick()
+{
+    const GlobRef<ValButton> self(this);
+    requestDataChange(value_, ChangeKind::Single);
+    if (self)
+        Button::handleClick();
+}
+
+} // namespace oribund

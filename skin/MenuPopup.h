@@ -1,0 +1,36 @@
+#pragma once
+
+#include "oribund/host/toolkit/core/GlobRef.h"
+#include "oribund/host/toolkit/core/MenuGlob.h"
+
+#include <QMenu>
+
+#include <memory>
+
+namespace oribund
+{
+class Menu;
+}
+
+namespace workbench
+{
+
+/** The menu of a glob as a native one. It deletes itself when it is closed, and goes with the glob's widget. */
+class MenuPopup final : public QMenu
+{
+public:
+    /** Shows the glob's menu at a place in its coordinates; `widget` is what shows the glob. Returns at once. */
+    static MenuPopup* open(oribund::MenuGlob& glob, QWidget& widget, const oribund::XY<int>& at);
+
+private:
+    MenuPopup(oribund::MenuGlob& glob, QWidget& widget);
+
+    void fill(QMenu& menu, const std::shared_ptr<const oribund::Menu>& from);
+    void addAction(QMenu& menu, const std::shared_ptr<const oribund::Menu>& from, std::size_t index);
+    void finish();
+
+    oribund::GlobRef<oribund::MenuGlob> glob_;
+    bool chosen_ = false;
+};
+
+} // namespace workbench

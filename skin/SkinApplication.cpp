@@ -1,0 +1,18 @@
+#include "skin/SkinApplication.h"
+
+#include "skin/DarkTheme.h"
+
+#include <clocale>
+
+namespace workbench
+{
+
+SkinApplication::SkinApplication(int& argc, char** argv)
+    : QApplication(argc, argv)
+{
+    // QApplication takes all categories from the environment.
+    std::setlocale(LC_NUMERIC, "C");
+    DarkTheme::apply(*this);
+}
+
+} // namespace workbench

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "skin/QtPeer.h"
+
+#include <memory>
+
+namespace workbench
+{
+
+class GlobTraits;
+
+/** The peer of a glob that draws itself: all standard controls except text entries, and whatever panels add. */
+class SurfacePeer final : public QtPeer
+{
+public:
+    SurfacePeer(oribund::Glob& glob, std::unique_ptr<GlobTraits> traits, QWidget& parent);
+    ~SurfacePeer() override;
+
+    void refresh(unsigned changes) override;
+
+private:
+    void tellAccessibility(unsigned changes);
+};
+
+} // namespace workbench

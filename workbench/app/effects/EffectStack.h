@@ -1,0 +1,67 @@
+#pragma once
+
+#include "oribund/host/base/IdStamp.h"
+#include "oribund/host/base/LightweightString.h"
+#include "oribund/host/notify/MethodCallback.h"
+#include "oribund/host/toolkit/layout/WidgetGroup.h"
+#include "oribund/host/toolkit/widgets/Button.h"
+#include "workbench/model/ModelEffect.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace oribund
+{
+class EffectComponentPanel;
+class Vob;
+} // namespace oribund
+
+namespace workbench
+{
+
+/** The panels of several effects, one below the other, each with buttons that reorder and remove it. */
+class EffectStack final : public oribund::WidgetGroup
+{
+public:
+    using Effects = std::vector<oribund::Kt::Ptr<ModelEffect>>;
+
+    /** What the buttons ask for. `by` is -1 or 1. */
+    struct Requests {
+        std::function<void(ObjectId effect, int by)> move;
+        std::function<void(ObjectId effect)> remove;
+    };
+
+    /** The viewer outlives the stack. */
+    EffectStack(const InitArgs& args, oribund::Vob& vob, const Effects& effects, Requests requests);
+    ~EffectStack() override;
+
+    /** One of the buttons of an effect. */
+    struct Place {
+        ObjectId effect = kNoObject;
+        std::string button;
+    };
+
+    /** The button that has the keyboard; that of no effect when none has. */
+    Place focusedButton() const;
+
+    /** Gives a button the keyboard or, where it cannot be pressed now, another one of its effect. False when the
+        effect is not among these. */
+    bool focusButton(const Place& place);
+
+    void draw(oribund::CanvasRenderer& renderer) override;
+
+private:
+    class TitleButton;
+
+    void addPanel(oribund::Vob& vob, const oribund::Kt::Ptr<ModelEffect>& effect, bool first, bool last);
+    void addMissing(const ModelEffect& effect);
+    void addButtons(oribund::EffectComponentPanel& panel, const ModelEffect& effect, bool first, bool last);
+    void addBelow(std::unique_ptr<oribund::Glob> widget);
+
+    Requests requests_;
+    std::vector<std::unique_ptr<TitleButton>> buttons_;
+};
+
+} // namespace workbench

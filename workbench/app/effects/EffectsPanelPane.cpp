@@ -1,0 +1,202 @@
+#include "workbench/app/effects/EffectsPanelPane.h"
+
+#include "oribund/controls/bars/CompoundEffectTherm.h"
+#include "oribund/controls/rows/KeyframeCtrlsBase.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
+#include "skin/PanelView.h"
+#include "workbench/app/effects/EffectTimePanel.h"
+#include "workbench/app/session/Say.h"
+#include "workbench/model/Ids.h"
+
+#include <QLabel>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
+
+namespace workbench
+{
+
+using oribund::EditModification;
+
+EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
+    : QStackedWidget(parent)
+    , workspace_(workspace)
+    , timeView_(new PanelView)
+    , view_(new PanelView)
+    , panels_(new QWidget)
+    , hint_(new QLabel)
+    , replaced_(this, &EffectsPanelPane::handleReplaced)
+    , selection_(this, &EffectsPanelPane::handleSelection)
+    , time_(this, &EffectsPanelPane::handleTime)
+    , edit_(this, &EffectsPanelPane::handleModification)
+{
+    setAccessibleName(QStringLiteral("Effects of the selected segment"));
+    hint_->setAlignment(Qt::AlignCenter);
+    hint_->setWordWrap(true);
+    hint_->setMargin(16);
+    hint_->setEnabled(false);
+    addWidget(hint_);
+    buildPanels();
+    addWidget(panels_);
+    refreshTimer_.setSingleShot(true);
+    QObject::connect(&refreshTimer_, &QTimer::timeout, this, [this] { refresh(); });
+    replaced_.attach(workspace_.replaced());
+    selection_.attach(workspace_.selection().notifier());
+    time_.attach(workspace_.vob().getCurrentTimeServer().notifier());
+    bind();
+}
+
+EffectsPanelPane::~EffectsPanelPane()
+{
+    // Before the effects that they show.
+    timePanel_->timeDragEnded = nullptr;
+    view_->setPanel(nullptr);
+    timeView_->setPanel(nullptr);
+}
+
+void EffectsPanelPane::buildPanels()
+{
+    auto time =
+        std::make_unique<EffectTimePanel>(EffectTimePanel::InitArgs(1, 0, &timeView_->canvas()), workspace_.vob());
+    timePanel_ = time.get();
+    timePanel_->timeDragEnded = [this] { refreshSoon(); };
+    timeView_->setPanel(std::move(time));
+    // It stays where it is while the panels below are scrolled.
+    timeView_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    timeView_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    timeView_->setFixedHeight(timePanel_->getHeight());
+    auto* const column = new QVBoxLayout(panels_);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(timeView_);
+    column->addWidget(view_, 1);
+}
+
+void EffectsPanelPane::bind()
+{
+    edit_.detach();
+    edit_.attach(workspace_.edit().modifications());
+    refreshSoon();
+}
+
+void EffectsPanelPane::refreshSoon()
+{
+    // A drag of the time on the bar stays with the effects on which it began, even beyond their end.
+    const bool isDragged = workspace_.selection().get() == kNoObject && timePanel_->bar().dragState() != 0;
+    if (!isDragged)
+        refreshTimer_.start(0);
+}
+
+int EffectsPanelPane::handleReplaced(const EditReplaced&)
+{
+    view_->setPanel(nullptr); // it shows the effects of an edit that is about to go
+    shown_.clear();
+    timePanel_->setTrack({});
+    timeOf_ = kNoObject; // one of the new edit may have the same id
+    bind();
+    return 0;
+}
+
+int EffectsPanelPane::handleSelection(const oribund::ValServerEvent<ObjectId>& event)
+{
+    if (event.kind == oribund::ValEventKind::Changed) {
+        showTime(workspace_.targetSegment()); // now: a drag on the bar must not go on over other effects
+        refreshSoon();
+    }
+    return 0;
+}
+
+int EffectsPanelPane::handleTime(const oribund::ValServerEvent<double>& event)
+{
+    // Without a selection the panels follow the picture.
+    if (event.kind == oribund::ValEventKind::Changed && workspace_.selection().get() == kNoObject)
+        refreshSoon();
+    return 0;
+}
+
+int EffectsPanelPane::handleModification(const EditModification& modification)
+{
+    if (modification.type != EditModification::Type::EffectContent) // details may be another place in the order
+        refreshSoon();
+    return 0;
+}
+
+QString EffectsPanelPane::hint() const
+{
+    const Segment* const segment = workspace_.targetSegment();
+    if (!segment)
+        return QStringLiteral("Select a segment to see its effects.");
+    return QStringLiteral("%1 has no effects.\n\nDouble-click one in the list to add it.")
+        .arg(QString::fromStdString(quoted(segment->data.name)));
+}
+
+void EffectsPanelPane::refresh()
+{
+    refreshTimer_.stop();
+    const Segment* const segment = workspace_.targetSegment();
+    const EffectStack::Effects effects = segment ? segment->effects : EffectStack::Effects();
+    hint_->setText(hint());
+    setCurrentWidget(effects.empty() ? static_cast<QWidget*>(hint_) : panels_);
+    showTime(segment);
+    if (effects == shown_)
+        return;
+    shown_ = effects;
+    showPanels(effects);
+}
+
+void EffectsPanelPane::showTime(const Segment* segment)
+{
+    const ObjectId id = segment ? segment->id() : kNoObject;
+    if (std::exchange(timeOf_, id) == id)
+        return;
+    // What is selected is in view: no command reaches keyframes that the user has lost sight of.
+    workspace_.vob().getEffectMonitor()->selectAllKeyframes(oribund::IdStamp::wildcard(), {}, false);
+    timePanel_->setTrack(segment ? stampOf(segment->track) : oribund::IdStamp());
+}
+
+std::optional<oribund::CompoundEffectKeyframes::PasteTarget> EffectsPanelPane::focusedParam() const
+{
+    for (oribund::Glob* glob = view_->canvas().focusOwner(); glob; glob = glob->parent()) {
+        const auto* const row = dynamic_cast<const oribund::KeyframeCtrlsBase*>(glob);
+        const auto param = row ? row->getEffectParam() : nullptr;
+        if (param)
+            return oribund::CompoundEffectKeyframes::PasteTarget{row->getEffectPtr()->id(), param->id()};
+    }
+    return {};
+}
+
+void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)
+{
+    const int scrolled = view_->verticalScrollBar()->value();
+    const bool hadKeyboard = view_->canvas().focusOwner() != nullptr;
+    const auto* const before = dynamic_cast<EffectStack*>(view_->panel());
+    const EffectStack::Place keyboard = before ? before->focusedButton() : EffectStack::Place();
+    EffectStack::Requests requests;
+    requests.move = [this](ObjectId effect, int by) {
+        const EditOutcome outcome =
+            workspace_.editor().moveEffect(effect, workspace_.edit().timeline().effectIndex(effect) + by);
+        if (!outcome)
+            say(outcome.refused);
+    };
+    requests.remove = [this](ObjectId effect) {
+        if (const EditOutcome outcome = workspace_.editor().removeEffect(effect); !outcome)
+            say(outcome.refused);
+    };
+    EffectStack::InitArgs args(static_cast<unsigned short>(std::max(view_->viewport()->width(), 1)), 0,
+                               &view_->canvas());
+    if (effects.empty()) {
+        view_->setPanel(nullptr);
+        return;
+    }
+    auto made = std::make_unique<EffectStack>(args, workspace_.vob(), effects, requests);
+    EffectStack& stack = *made;
+    view_->setPanel(std::move(made));
+    view_->verticalScrollBar()->setValue(scrolled);
+    // The keyboard stays where it was: an effect can be moved on by the same key.
+    if (hadKeyboard && !stack.focusButton(keyboard))
+        view_->setFocus();
+}
+
+} // namespace workbench

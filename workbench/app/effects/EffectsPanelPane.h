@@ -1,0 +1,69 @@
+#pragma once
+
+#include "oribund/host/edit/monitor/CompoundEffectKeyframes.h"
+#include "oribund/host/notify/MethodCallback.h"
+#include "workbench/app/effects/EffectStack.h"
+#include "workbench/app/session/Workspace.h"
+
+#include <QStackedWidget>
+#include <QTimer>
+
+#include <optional>
+
+class QLabel;
+
+namespace workbench
+{
+
+class EffectTimePanel;
+class PanelView;
+
+/** The panels of the effects on the selected segment, below the buttons and the time bar for their keyframes. */
+class EffectsPanelPane final : public QStackedWidget
+{
+public:
+    /** The workspace outlives the pane. */
+    explicit EffectsPanelPane(Workspace& workspace, QWidget* parent = nullptr);
+    ~EffectsPanelPane() override;
+
+    PanelView& view() { return *view_; }
+
+    /** Buttons and time bar. */
+    EffectTimePanel& timePanel() { return *timePanel_; }
+
+    /** The parameter in whose row the keyboard is; none when it is in no row. */
+    std::optional<oribund::CompoundEffectKeyframes::PasteTarget> focusedParam() const;
+
+    /** Brings the panels in step now, where it otherwise happens in the next turn of the event loop. */
+    void refresh();
+
+    QSize sizeHint() const override { return {400, 400}; }
+
+private:
+    int handleReplaced(const EditReplaced&);
+    int handleSelection(const oribund::ValServerEvent<ObjectId>& event);
+    int handleTime(const oribund::ValServerEvent<double>& event);
+    int handleModification(const oribund::EditModification& modification);
+    void buildPanels();
+    void bind();
+    void refreshSoon();
+    void showTime(const Segment* segment);
+    void showPanels(const EffectStack::Effects& effects);
+    QString hint() const;
+
+    Workspace& workspace_;
+    PanelView* timeView_;
+    PanelView* view_;
+    EffectTimePanel* timePanel_;
+    QWidget* panels_; ///< both views
+    QLabel* hint_;
+    QTimer refreshTimer_;
+    EffectStack::Effects shown_;
+    ObjectId timeOf_ = kNoObject; ///< the segment whose effects the time bar shows
+    oribund::MethodCallback<EffectsPanelPane, EditReplaced> replaced_;
+    oribund::MethodCallback<EffectsPanelPane, oribund::ValServerEvent<ObjectId>> selection_;
+    oribund::MethodCallback<EffectsPanelPane, oribund::ValServerEvent<double>> time_;
+    oribund::MethodCallback<EffectsPanelPane, oribund::EditModification> edit_;
+};
+
+} // namespace workbench

@@ -1,0 +1,210 @@
+#include "workbench/app/files/Document.h"
+
+#include "workbench/app/session/Say.h"
+
+#include <charconv>
+#include <system_error>
+
+namespace workbench
+{
+
+namespace
+{
+
+namespace fs = std::filesystem;
+using Severity = oribund::MessageSink::Severity;
+
+constexpr const char* kTimeKey = "frame";
+constexpr const char* kSelectionKey = "selection";
+constexpr std::size_t kMostWarnings = 4;
+
+int numberIn(const ViewState& view, const std::string& key)
+{
+    int number = 0;
+    for (const auto& [name, value] : view)
+        if (name == key)
+            std::from_chars(value.data(), value.data() + value.size(), number);
+    return number;
+}
+
+void sayWhatWasMended(const std::string& file, const std::vector<std::string>& warnings)
+{
+    if (warnings.empty())
+        return;
+    std::string text = quotedFile(file) + " was read with changes:";
+    for (std::size_t i = 0; i < warnings.size() && i < kMostWarnings; ++i)
+        text += "\n" + warnings[i];
+    if (warnings.size() > kMostWarnings)
+        text += "\nand " + std::to_string(warnings.size() - kMostWarnings) + " more.";
+    say(text);
+}
+
+void sayWhatIsMissing(const EditData& edit, const std::vector<ObjectId>& missing)
+{
+    for (const MediaData& media : edit.media)
+        for (const ObjectId id : missing)
+            if (media.id == id)
+                say("The media file " + media.info.path +
+                    " is not there. Its segments are kept; put the file back and open the project again.");
+}
+
+} // namespace
+
+Document::Document(Workspace& workspace, const fs::path& recoveryFolder)
+    : workspace_(workspace)
+    , autosave_(recoveryFolder)
+    , replacedCallback_(this, &Document::handleReplaced)
+    , undoCallback_(this, &Document::handleUndo)
+{
+    replacedCallback_.attach(workspace_.replaced());
+    handleReplaced({});
+    QObject::connect(&autosaveTimer_, &QTimer::timeout, [this] { autosave(); });
+    autosaveTimer_.start(1000);
+}
+
+Document::~Document() = default;
+
+bool Document::isProjectName(const std::string& path)
+{
+    const std::string extension = fs::path(path).extension().string();
+    return extension == kExtension || extension == ".xml";
+}
+
+std::string Document::name() const
+{
+    return path_.empty() ? "Untitled" : path_.stem().string();
+}
+
+bool Document::isModified() const
+{
+    return recovered_ || !workspace_.edit().undoStack().isClean();
+}
+
+void Document::setPath(const fs::path& path)
+{
+    path_ = path;
+    autosave_.setProject(path);
+}
+
+void Document::startNew()
+{
+    setPath({});
+    recovered_ = false;
+    autosave_.clean();
+    workspace_.show(oribund::Kt::makePtr<EditModel>(emptyEdit({}, FormatData()), workspace_.catalogue()));
+}
+
+bool Document::read(const fs::path& file)
+{
+    const ProjectReading reading = readProject(file, workspace_.catalogue());
+    if (!reading) {
+        say(quotedFile(file.string()) + " was not opened. " + reading.error, Severity::Error);
+        return false;
+    }
+    workspace_.show(oribund::Kt::makePtr<EditModel>(*reading.edit, workspace_.catalogue()));
+    restoreView(reading.view);
+    sayWhatWasMended(file.string(), reading.warnings);
+    sayWhatIsMissing(*reading.edit, reading.missingMedia);
+    // Saving must not write over a file of another program without asking.
+    setPath(reading.imported ? fs::path() : file);
+    return true;
+}
+
+bool Document::open(const std::string& path)
+{
+    std::error_code error;
+    const fs::path full = fs::absolute(path, error).lexically_normal();
+    if (!read(error ? fs::path(path) : full))
+        return false;
+    recovered_ = false;
+    autosave_.clean();
+    changes_.notify({});
+    return true;
+}
+
+bool Document::recover(const Recoverable& found)
+{
+    const fs::path file = autosave_.adopt(found);
+    if (file.empty()) {
+        say("What was to be recovered is gone, or another window has taken it.");
+        return false;
+    }
+    if (!read(file))
+        return false;
+    setPath(found.project);
+    recovered_ = true;
+    changes_.notify({});
+    return true;
+}
+
+bool Document::save(const std::string& path)
+{
+    std::error_code error;
+    fs::path full = fs::absolute(path, error).lexically_normal();
+    if (!isProjectName(full.string()))
+        full += kExtension;
+    workspace_.edit().undoStack().endGesture();
+    workspace_.edit().setName(full.stem().string());
+    const std::string fault = saveProject(full, workspace_.edit(), viewState());
+    if (!fault.empty()) {
+        say("The project was not saved. " + fault + " Save it under another name or in another folder.",
+            Severity::Error);
+        return false;
+    }
+    setPath(full);
+    recovered_ = false;
+    autosave_.clean();
+    workspace_.edit().undoStack().setClean();
+    changes_.notify({});
+    return true;
+}
+
+void Document::abandonChanges()
+{
+    recovered_ = false;
+    autosave_.clean();
+}
+
+ViewState Document::viewState() const
+{
+    return {{kTimeKey, std::to_string(workspace_.vob().currentFrame())},
+            {kSelectionKey, std::to_string(workspace_.selection().get())}};
+}
+
+void Document::restoreView(const ViewState& view)
+{
+    ModelVob& vob = workspace_.vob();
+    vob.setCurrentTime(vob.timeOf(numberIn(view, kTimeKey)));
+    const ObjectId selected = numberIn(view, kSelectionKey);
+    if (workspace_.edit().timeline().findSegment(selected))
+        workspace_.selection().set(selected);
+}
+
+void Document::autosave()
+{
+    const auto now = Autosave::Clock::now();
+    if (isModified() && autosave_.due(now))
+        autosave_.store(projectXml(workspace_.edit(), viewState(), {}));
+    if (const std::string problem = autosave_.takeProblem(); !problem.empty())
+        say(problem);
+}
+
+int Document::handleReplaced(const EditReplaced&)
+{
+    undoCallback_.detach();
+    undoCallback_.attach(workspace_.edit().undoStack().changes());
+    changes_.notify({});
+    return 0;
+}
+
+int Document::handleUndo(const UndoStackEvent&)
+{
+    if (isModified())
+        autosave_.changed(Autosave::Clock::now());
+    else
+        autosave_.clean();
+    changes_.notify({});
+    return 0;
+}
+
+} // namespace workbench

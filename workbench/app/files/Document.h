@@ -1,0 +1,74 @@
+#pragma once
+
+#include "oribund/host/notify/MethodCallback.h"
+#include "workbench/app/session/Workspace.h"
+#include "workbench/store/ProjectFile.h"
+#include "workbench/store/files/Autosave.h"
+
+#include <QTimer>
+
+#include <filesystem>
+#include <string>
+
+namespace workbench
+{
+
+/** The project has another file or name, or is no longer, or again, what was saved. */
+struct DocumentChanged {
+};
+
+/** The project as files: opening, saving, the copy that is kept against a crash. */
+class Document
+{
+public:
+    /** What project files are called. */
+    static constexpr const char* kExtension = ".mlt";
+
+    /** The workspace outlives the document. */
+    Document(Workspace& workspace, const std::filesystem::path& recoveryFolder);
+    ~Document();
+
+    /** Whether the path is named as a project is. */
+    static bool isProjectName(const std::string& path);
+
+    /** The file; empty for a project that was never saved. */
+    const std::filesystem::path& path() const { return path_; }
+
+    /** For the title of the window. */
+    std::string name() const;
+
+    bool isModified() const;
+
+    /** Each replaces the edit, whose changes are given up. */
+    void startNew();
+    bool open(const std::string& path);
+    bool recover(const Recoverable& found);
+
+    /** Says why and yields false when it cannot be written; everything is as before then. */
+    bool save(const std::string& path);
+
+    /** The user gives up the changes: the copy of them goes with the program's end. */
+    void abandonChanges();
+
+    oribund::Notifier<DocumentChanged>& changes() { return changes_; }
+
+private:
+    int handleReplaced(const EditReplaced&);
+    int handleUndo(const UndoStackEvent&);
+    void autosave();
+    bool read(const std::filesystem::path& file);
+    ViewState viewState() const;
+    void restoreView(const ViewState& view);
+    void setPath(const std::filesystem::path& path);
+
+    Workspace& workspace_;
+    std::filesystem::path path_;
+    bool recovered_ = false; ///< what is open is nowhere but in the recovery folder
+    Autosave autosave_;
+    QTimer autosaveTimer_;
+    oribund::Notifier<DocumentChanged> changes_;
+    oribund::MethodCallback<Document, EditReplaced> replacedCallback_;
+    oribund::MethodCallback<Document, UndoStackEvent> undoCallback_;
+};
+
+} // namespace workbench

@@ -1,0 +1,193 @@
+#include "workbench/app/files/FileCommands.h"
+
+#include "oribund/host/services/EditorPreferences.h"
+#include "skin/QtConversions.h"
+#include "workbench/app/files/ExportBar.h"
+#include "workbench/app/files/ExportDialog.h"
+#include "workbench/app/files/MediaImporter.h"
+#include "workbench/app/session/PreferenceKeys.h"
+#include "workbench/app/session/Say.h"
+#include "workbench/model/projection/Projector.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <algorithm>
+#include <chrono>
+
+namespace workbench
+{
+
+namespace
+{
+
+constexpr const char* kMedia = "media";
+constexpr const char* kProjects = "projects";
+constexpr const char* kExports = "exports";
+
+QString projectFilter()
+{
+    return QStringLiteral("Projects (*%1)").arg(QLatin1String(Document::kExtension));
+}
+
+QString timeText(std::filesystem::file_time_type time)
+{
+    const auto system = std::chrono::file_clock::to_sys(time);
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(system.time_since_epoch()).count();
+    return QLocale().toString(QDateTime::fromSecsSinceEpoch(seconds), QLocale::ShortFormat);
+}
+
+} // namespace
+
+FileCommands::FileCommands(Workspace& workspace, Document& document, MediaImporter& importer, ExportBar& exportBar,
+                           QWidget& window)
+    : workspace_(workspace)
+    , document_(document)
+    , importer_(importer)
+    , exportBar_(exportBar)
+    , window_(window)
+{
+}
+
+QString FileCommands::folderFor(const char* what) const
+{
+    const oribund::String fallback = mediaFolder_.isEmpty() ? oribund::String(QDir::homePath().toStdString().c_str())
+                                                            : oribund::String(mediaFolder_.toStdString().c_str());
+    return toQt(oribund::prefs().getPreference(PreferenceKeys::folder(what), fallback));
+}
+
+void FileCommands::rememberFolder(const char* what, const QString& file) const
+{
+    oribund::prefs().setPreference(PreferenceKeys::folder(what), fromQt(QFileInfo(file).absolutePath()));
+}
+
+void FileCommands::startNew()
+{
+    if (mayGiveUpChanges())
+        document_.startNew();
+}
+
+void FileCommands::askAndOpen()
+{
+    const QStringList files =
+        QFileDialog::getOpenFileNames(&window_, QStringLiteral("Open media or a project"), folderFor(kMedia),
+                                      QStringLiteral("Media and projects (*);;") + projectFilter());
+    if (files.isEmpty())
+        return;
+    rememberFolder(kMedia, files.front());
+    std::vector<std::string> paths;
+    for (const QString& file : files)
+        paths.push_back(file.toStdString());
+    open(paths);
+}
+
+void FileCommands::open(const std::vector<std::string>& paths)
+{
+    std::vector<std::string> media;
+    const auto project = std::find_if(paths.begin(), paths.end(), Document::isProjectName);
+    std::copy_if(paths.begin(), paths.end(), std::back_inserter(media),
+                 [](const std::string& path) { return !Document::isProjectName(path); });
+    if (project != paths.end())
+        openProject(*project);
+    if (!media.empty())
+        importer_.import(media);
+}
+
+void FileCommands::openProject(const std::string& path)
+{
+    if (mayGiveUpChanges() && document_.open(path))
+        oribund::prefs().setPreference(PreferenceKeys::kLastProject,
+                                       oribund::String(document_.path().string().c_str()));
+}
+
+bool FileCommands::save()
+{
+    return document_.path().empty() ? saveAs() : document_.save(document_.path().string());
+}
+
+bool FileCommands::saveAs()
+{
+    const QString suggested = document_.path().empty() ? folderFor(kProjects) + QStringLiteral("/Untitled") +
+                                                             QLatin1String(Document::kExtension)
+                                                       : QString::fromStdString(document_.path().string());
+    QFileDialog dialog(&window_, QStringLiteral("Save the project as"), QFileInfo(suggested).absolutePath(),
+                       projectFilter());
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    // Before the dialog asks whether a file is to be replaced: its question is about the file that is written.
+    dialog.setDefaultSuffix(QLatin1String(Document::kExtension + 1));
+    dialog.selectFile(suggested);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    const QString file = dialog.selectedFiles().constFirst();
+    if (!document_.save(file.toStdString()))
+        return false;
+    rememberFolder(kProjects, file);
+    oribund::prefs().setPreference(PreferenceKeys::kLastProject, oribund::String(document_.path().string().c_str()));
+    return true;
+}
+
+void FileCommands::askAndExport()
+{
+    if (exportBar_.isRunning())
+        return say("An export is under way. Wait for it, or cancel it.");
+    const int frames = workspace_.edit().timeline().endFrame();
+    if (frames == 0)
+        return say("There is nothing to export. Open media first.");
+    ExportDialog::Suggestion suggestion;
+    suggestion.path = folderFor(kExports) + QLatin1Char('/') + QString::fromStdString(document_.name());
+    suggestion.format = workspace_.edit().format();
+    suggestion.frames = frames;
+    ExportDialog dialog(suggestion, exportPresets(*workspace_.session()), &window_);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    const ExportSettings settings = dialog.settings();
+    rememberFolder(kExports, QString::fromStdString(settings.path));
+    exportBar_.start(project(workspace_.edit()), settings);
+}
+
+bool FileCommands::mayGiveUpChanges()
+{
+    if (!document_.isModified())
+        return true;
+    QMessageBox box(QMessageBox::Question, QStringLiteral("Unsaved changes"),
+                    QStringLiteral("Save the changes to %1?").arg(QString::fromStdString(quoted(document_.name()))),
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, &window_);
+    box.setDefaultButton(QMessageBox::Save);
+    box.setInformativeText(QStringLiteral("Without saving they are lost."));
+    switch (box.exec()) {
+    case QMessageBox::Save:
+        return save();
+    case QMessageBox::Discard:
+        document_.abandonChanges();
+        return true;
+    default:
+        return false;
+    }
+}
+
+void FileCommands::offerRecovery(const std::filesystem::path& recoveryFolder)
+{
+    const std::vector<Recoverable> found = Autosave::findRecoverable(recoveryFolder);
+    if (found.empty())
+        return;
+    const Recoverable& newest = found.front();
+    const std::string name = newest.project.empty() ? "Untitled" : newest.project.stem().string();
+    QMessageBox box(QMessageBox::Question, QStringLiteral("Recover a project"),
+                    QStringLiteral("The program ended before %1 was saved.").arg(QString::fromStdString(quoted(name))),
+                    QMessageBox::NoButton, &window_);
+    box.setInformativeText(QStringLiteral("It can be recovered as it was at %1.").arg(timeText(newest.time)));
+    const QAbstractButton* const recover = box.addButton(QStringLiteral("Recover"), QMessageBox::AcceptRole);
+    const QAbstractButton* const discard = box.addButton(QStringLiteral("Discard"), QMessageBox::DestructiveRole);
+    box.addButton(QStringLiteral("Ask again later"), QMessageBox::RejectRole);
+    box.exec();
+    if (box.clickedButton() == recover)
+        document_.recover(newest);
+    else if (box.clickedButton() == discard)
+        Autosave::discard(newest);
+}
+
+} // namespace workbench

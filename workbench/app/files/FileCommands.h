@@ -1,0 +1,59 @@
+#pragma once
+
+#include "workbench/app/files/Document.h"
+
+#include <QString>
+
+#include <string>
+#include <vector>
+
+class QWidget;
+
+namespace workbench
+{
+
+class ExportBar;
+class MediaImporter;
+
+/** What the window does with files, and what it asks before. */
+class FileCommands
+{
+public:
+    /** What is referred to outlives the commands. */
+    FileCommands(Workspace& workspace, Document& document, MediaImporter& importer, ExportBar& exportBar,
+                 QWidget& window);
+
+    void startNew();
+    void askAndOpen();
+
+    /** Opens the project among the paths, or adds them as media. */
+    void open(const std::vector<std::string>& paths);
+
+    /** False when it was not saved. */
+    bool save();
+    bool saveAs();
+    void askAndExport();
+
+    /** Asks what to do with changes that are not saved; false when the user wants to go on with them. */
+    bool mayGiveUpChanges();
+
+    /** Offers what a crashed session has left behind. */
+    void offerRecovery(const std::filesystem::path& recoveryFolder);
+
+    /** Where files are looked for at first. */
+    void setMediaFolder(const QString& folder) { mediaFolder_ = folder; }
+
+private:
+    QString folderFor(const char* what) const;
+    void rememberFolder(const char* what, const QString& file) const;
+    void openProject(const std::string& path);
+
+    Workspace& workspace_;
+    Document& document_;
+    MediaImporter& importer_;
+    ExportBar& exportBar_;
+    QWidget& window_;
+    QString mediaFolder_;
+};
+
+} // namespace workbench

@@ -1,0 +1,51 @@
+#include "workbench/app/session/WorkbenchHost.h"
+
+#include "oribund/host/base/UIString.h"
+#include "oribund/panels/TextIds.h"
+
+#include <cstdio>
+
+namespace workbench
+{
+
+using oribund::WString;
+
+WorkbenchHost::WorkbenchHost(oribund::EditorPreferences& preferences)
+    : preferences_(preferences)
+    , before_(Host::install(this))
+{
+}
+
+WorkbenchHost::~WorkbenchHost()
+{
+    shutdown_.run(oribund::Shutdown::eExitType::Normal);
+    Host::install(before_);
+}
+
+std::optional<WString> WorkbenchHost::find(int resourceId, int) const
+{
+    switch (resourceId) {
+    case oribund::TextIds::kMaskTitle:
+        return WString(L"Mask");
+    case oribund::TextIds::kSwitchEffect:
+        return WString(L"Switch $EFFECT$ on or off");
+    default:
+        return std::nullopt;
+    }
+}
+
+void WorkbenchHost::show(const oribund::UIString& message, Severity severity)
+{
+    const WString text = oribund::displayText(message);
+    if (show_)
+        show_(text, severity);
+    else
+        std::fprintf(stderr, "%s\n", oribund::toUTF8(text).c_str());
+}
+
+void WorkbenchHost::write(const char* text)
+{
+    std::fputs(text, stderr);
+}
+
+} // namespace workbench

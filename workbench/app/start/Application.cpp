@@ -1,0 +1,160 @@
+#include "workbench/app/start/Application.h"
+
+#include "skin/QtConversions.h"
+#include "skin/SkinApplication.h"
+#include "workbench/app/panel/SimplePanelBuilder.h"
+#include "workbench/app/session/Background.h"
+#include "workbench/app/session/PreferenceKeys.h"
+#include "workbench/app/session/Say.h"
+#include "workbench/app/session/WorkbenchHost.h"
+#include "workbench/app/session/Workspace.h"
+#include "workbench/app/start/BatchJobs.h"
+#include "workbench/app/start/PictureMaker.h"
+#include "workbench/app/start/SampleMedia.h"
+#include "workbench/app/window/KeyPolicy.h"
+#include "workbench/app/window/MainWindow.h"
+#include "workbench/store/files/FilePreferences.h"
+#include "workbench/store/files/StandardFolders.h"
+
+#include <QTemporaryDir>
+
+#include <cstdio>
+#include <filesystem>
+
+namespace workbench
+{
+
+namespace
+{
+
+using Severity = oribund::MessageSink::Severity;
+
+/** A folder to keep things in while pictures are made: they show nobody's own settings, and change none. */
+std::filesystem::path privateFolder(const QTemporaryDir& folder)
+{
+    return folder.path().toStdString();
+}
+
+std::vector<std::string> filesAtStart(const CommandLine& commandLine, const std::filesystem::path& scratch)
+{
+    if (!commandLine.files.empty())
+        return commandLine.files;
+    if (const auto media = mediaIn(commandLine.mediaFolder); !media.empty())
+        return {media.front()};
+    if (commandLine.task == CommandLine::Task::Pictures)
+        return {paintTestCard(scratch.string())};
+    return {};
+}
+
+int makePictures(Workspace& workspace, MainWindow& window, const CommandLine& commandLine,
+                 const std::vector<std::string>& files)
+{
+    PictureMaker maker(workspace, window);
+    const std::string fault = maker.write(commandLine.picturesFolder, files);
+    if (!fault.empty())
+        std::fprintf(stderr, "%s\n", fault.c_str());
+    return fault.empty() ? 0 : 1;
+}
+
+/** What the window shows at first: what was asked for, else what is to be recovered, else the last project. */
+void openAtStart(MainWindow& window, Document& document, const CommandLine& commandLine,
+                 const std::filesystem::path& recovery)
+{
+    window.files().offerRecovery(recovery);
+    const std::string last = oribund::prefs().getPreference(PreferenceKeys::kLastProject, "").c_str();
+    std::error_code error;
+    if (!commandLine.files.empty())
+        window.files().open(commandLine.files);
+    else if (document.isModified())
+        return; // recovered
+    else if (!last.empty() && std::filesystem::exists(last, error))
+        window.files().open({last});
+    else {
+        if (!last.empty())
+            say("The project that was open last is not there any more: " + quotedFile(last) +
+                ". Open it from where it is now, or begin with a new one.");
+        if (!commandLine.mediaFolder.empty())
+            window.files().open(filesAtStart(commandLine, {}));
+    }
+}
+
+int runWindow(Workspace& workspace, WorkbenchHost& host, FilePreferences& preferences, const CommandLine& commandLine,
+              const std::filesystem::path& recovery, const std::filesystem::path& scratch)
+{
+    Document document(workspace, recovery);
+    MainWindow window(workspace, document);
+    window.files().setMediaFolder(QString::fromStdString(commandLine.mediaFolder));
+    host.setMessageDisplay(
+        [&window](const oribund::WString& text, Severity severity) { window.showMessage(toQt(text), severity); });
+    int status = 0;
+    if (commandLine.task == CommandLine::Task::Pictures) {
+        status = makePictures(workspace, window, commandLine, filesAtStart(commandLine, scratch));
+        document.abandonChanges();
+    } else {
+        window.restorePlace();
+        window.show();
+        openAtStart(window, document, commandLine, recovery);
+        if (const std::string problem = preferences.takeProblem(); !problem.empty())
+            say(problem);
+        status = QApplication::exec();
+    }
+    host.setMessageDisplay({});
+    return status;
+}
+
+int runBatch(const CommandLine& commandLine)
+{
+    FilePreferences preferences(settingsFolder() / "preferences.json");
+    const WorkbenchHost host(preferences);
+    std::string problem;
+    const std::shared_ptr<MltSession> session = MltSession::open(&problem);
+    if (!session) {
+        std::fprintf(stderr, "%s\n", problem.c_str());
+        return 1;
+    }
+    Workspace workspace(session);
+    return commandLine.task == CommandLine::Task::Export ? exportFile(workspace, commandLine) : listEffects(workspace);
+}
+
+int runWithWindow(const CommandLine& commandLine, int& argc, char** argv)
+{
+    const bool pictures = commandLine.task == CommandLine::Task::Pictures;
+    if (pictures)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (commandLine.scale > 0.0)
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(commandLine.scale));
+    SkinApplication application(argc, argv);
+    application.setApplicationName(QStringLiteral("Oribund workbench"));
+    application.installEventFilter(new KeyPolicy(&application));
+    const QTemporaryDir scratch;
+    FilePreferences preferences((pictures ? privateFolder(scratch) : settingsFolder()) / "preferences.json");
+    WorkbenchHost host(preferences);
+    std::string problem;
+    const std::shared_ptr<MltSession> session = MltSession::open(&problem);
+    if (!session) {
+        std::fprintf(stderr, "%s\n", problem.c_str());
+        return 1;
+    }
+    registerSimplePanels();
+    Workspace workspace(session);
+    host.setPlayMachine(&workspace.vob());
+    const int status =
+        runWindow(workspace, host, preferences, commandLine,
+                  pictures ? privateFolder(scratch) / "recovery" : recoveryFolder(), privateFolder(scratch));
+    host.setPlayMachine(nullptr);
+    // A file that never answers must not keep the program from ending.
+    if (!Background::finishAll(3000))
+        MltSession::noteAbandonedThread();
+    return status;
+}
+
+} // namespace
+
+int runApplication(const CommandLine& commandLine, int& argc, char** argv)
+{
+    const bool needsWindow =
+        commandLine.task == CommandLine::Task::Window || commandLine.task == CommandLine::Task::Pictures;
+    return needsWindow ? runWithWindow(commandLine, argc, argv) : runBatch(commandLine);
+}
+
+} // namespace workbench

@@ -1,0 +1,96 @@
+#include "workbench/app/start/BatchJobs.h"
+
+#include "workbench/app/files/Document.h"
+#include "workbench/app/files/MediaImporter.h"
+#include "workbench/app/session/Say.h"
+#include "workbench/app/session/Workspace.h"
+#include "workbench/engine/Exporter.h"
+#include "workbench/model/projection/Projector.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <unistd.h>
+
+namespace workbench
+{
+
+namespace
+{
+
+bool openProject(Workspace& workspace, const std::string& path)
+{
+    const ProjectReading reading = readProject(path, workspace.catalogue());
+    for (const std::string& warning : reading.warnings)
+        say(quotedFile(path) + ": " + warning);
+    if (!reading) {
+        say(quotedFile(path) + " was not opened. " + reading.error);
+        return false;
+    }
+    workspace.show(oribund::Kt::makePtr<EditModel>(*reading.edit, workspace.catalogue()));
+    return true;
+}
+
+int frameOf(double seconds, const FormatData& format)
+{
+    return static_cast<int>(std::lround(std::min(seconds / format.frameLength(), 1e9)));
+}
+
+} // namespace
+
+bool openAll(Workspace& workspace, const CommandLine& commandLine)
+{
+    std::vector<std::string> media;
+    for (const std::string& path : commandLine.files) {
+        if (!Document::isProjectName(path))
+            media.push_back(path);
+        else if (!openProject(workspace, path))
+            return false;
+    }
+    return media.empty() || MediaImporter::importNow(workspace, media);
+}
+
+int exportFile(Workspace& workspace, const CommandLine& commandLine)
+{
+    if (!openAll(workspace, commandLine))
+        return 1;
+    const EditModel& edit = workspace.edit();
+    const int frames = edit.timeline().endFrame();
+    ExportSettings settings;
+    settings.path = commandLine.exportPath;
+    settings.from = commandLine.from ? frameOf(*commandLine.from, edit.format()) : 0;
+    settings.to = (commandLine.to ? std::min(frameOf(*commandLine.to, edit.format()), frames) : frames) - 1;
+    if (settings.from > settings.to) {
+        say("There is nothing to export between these times.");
+        return 1;
+    }
+    ExportResult result;
+    ExportCallbacks callbacks;
+    const bool watched = isatty(STDERR_FILENO);
+    callbacks.progress = [watched](int done, int total) {
+        if (watched)
+            std::fprintf(stderr, "\r%d of %d frames", done, total);
+    };
+    callbacks.finished = [&result](const ExportResult& end) { result = end; };
+    Exporter exporter(workspace.session());
+    exporter.start(project(edit), settings, std::move(callbacks));
+    exporter.wait();
+    if (watched)
+        std::fputc('\n', stderr);
+    if (result.outcome != ExportResult::Outcome::Done) {
+        say(result.message);
+        return 1;
+    }
+    std::printf("%s\n", settings.path.c_str());
+    return 0;
+}
+
+int listEffects(const Workspace& workspace)
+{
+    for (const EffectCatalogue::Entry& effect : workspace.catalogue().all())
+        if (effect->blockedBecause.empty())
+            std::printf("%-34s %-28s %s\n", effect->service.c_str(), effect->title.c_str(), effect->category.c_str());
+    return 0;
+}
+
+} // namespace workbench

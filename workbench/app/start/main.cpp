@@ -1,0 +1,31 @@
+#include "workbench/app/start/Application.h"
+#include "workbench/app/start/CommandLine.h"
+#include "workbench/engine/EffectProbe.h"
+#include "workbench/engine/MltSession.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+int main(int argc, char** argv)
+{
+    using namespace workbench;
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (!arguments.empty() && arguments.front() == kEffectProbeArgument)
+        return runEffectProbe({arguments.begin() + 1, arguments.end()});
+
+    const CommandLineResult parsed = parseCommandLine(arguments);
+    if (!parsed.fault.empty()) {
+        std::fprintf(stderr, "%s\nTry --help.\n", parsed.fault.c_str());
+        return 2;
+    }
+    if (parsed.commandLine.task == CommandLine::Task::Help) {
+        std::fputs(commandLineHelp().c_str(), stdout);
+        return 0;
+    }
+    const int status = runApplication(parsed.commandLine, argc, argv);
+    std::fflush(stdout);
+    // A thread that is stuck in an effect would keep the program from ending.
+    if (MltSession::hasAbandonedThread())
+        std::_Exit(status);
+    return status;
+}

@@ -1,0 +1,68 @@
+#include "workbench/app/timeline/TimeBarPane.h"
+
+#include "skin/PanelView.h"
+#include "skin/QtConversions.h"
+#include "skin/QtPeer.h"
+#include "workbench/app/cues/CueCommands.h"
+#include "workbench/app/cues/CueNameField.h"
+#include "workbench/app/timeline/TimeBar.h"
+
+#include <QVBoxLayout>
+
+#include <memory>
+#include <utility>
+
+namespace workbench
+{
+
+TimeBarPane::TimeBarPane(Workspace& workspace, CueCommands& cues, QWidget* parent)
+    : QWidget(parent)
+    , cues_(cues)
+    , view_(new PanelView)
+    , replacedCallback_(this, &TimeBarPane::handleReplaced)
+{
+    auto bar = std::make_unique<TimeBar>(oribund::Glob::InitArgs(0, 0, &view_->canvas()), workspace, cues);
+    bar_ = bar.get();
+    view_->setPanel(std::move(bar));
+    view_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    view_->setFixedHeight(bar_->getHeight());
+    auto* const column = new QVBoxLayout(this);
+    column->setContentsMargins(8, 4, 8, 0);
+    column->addWidget(view_);
+    replacedCallback_.attach(workspace.replaced());
+}
+
+TimeBarPane::~TimeBarPane()
+{
+    view_->setPanel(nullptr);
+}
+
+CueNameField* TimeBarPane::nameField() const
+{
+    return field_;
+}
+
+void TimeBarPane::openCueMenu(double time, const QPoint& at)
+{
+    if (QWidget* const shown = QtPeer::widgetOf(*bar_))
+        bar_->openCueMenu(time, fromQt(shown->mapFromGlobal(at)));
+}
+
+void TimeBarPane::askForName(const oribund::Cue& cue)
+{
+    if (field_)
+        field_->abort();
+    const QPoint above(bar_->geometry().f2xi(cue.time), -2);
+    field_ = CueNameField::open(*window(), view_->mapTo(window(), above), toQt(cue.name),
+                                [this, id = cue.id](const QString& name) { cues_.rename(id, fromQt(name)); });
+}
+
+int TimeBarPane::handleReplaced(const EditReplaced&)
+{
+    if (field_)
+        field_->abort(); // its cue is not in this edit
+    return 0;
+}
+
+} // namespace workbench

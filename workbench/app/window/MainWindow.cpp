@@ -1,0 +1,346 @@
+#include "workbench/app/window/MainWindow.h"
+
+#include "oribund/host/services/EditorPreferences.h"
+#include "skin/QtConversions.h"
+#include "workbench/app/cues/CueColourMenu.h"
+#include "workbench/app/cues/CuePane.h"
+#include "workbench/app/effects/EffectListPane.h"
+#include "workbench/app/effects/EffectsPanelPane.h"
+#include "workbench/app/files/ExportBar.h"
+#include "workbench/app/session/ClipPlacement.h"
+#include "workbench/app/session/PreferenceKeys.h"
+#include "workbench/app/session/Say.h"
+#include "workbench/app/timeline/TimeBarPane.h"
+#include "workbench/app/timeline/TimeCode.h"
+#include "workbench/app/timeline/TimelinePane.h"
+#include "workbench/app/timeline/TimelineStrip.h"
+#include "workbench/app/window/MessageBar.h"
+#include "workbench/app/window/TransportBar.h"
+#include "workbench/app/window/ViewerWidget.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QDragEnterEvent>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace workbench
+{
+
+namespace
+{
+std::vector<std::string> localFilesOf(const QMimeData& data)
+{
+    std::vector<std::string> paths;
+    for (const QUrl& url : data.urls())
+        if (url.isLocalFile())
+            paths.push_back(url.toLocalFile().toStdString());
+    return paths;
+}
+} // namespace
+
+MainWindow::MainWindow(Workspace& workspace, Document& document)
+    : workspace_(workspace)
+    , document_(document)
+    , importer_(workspace)
+    , adder_(workspace)
+    , cues_(workspace)
+    , keyframes_(workspace)
+    , viewer_(new ViewerWidget)
+    , messages_(new MessageBar)
+    , exportBar_(new ExportBar(workspace.session()))
+    , list_(new EffectListPane(workspace.catalogue()))
+    , effects_(new EffectsPanelPane(workspace))
+    , timeline_(new TimelinePane(workspace))
+    , timeBar_(new TimeBarPane(workspace, cues_))
+    , cuePane_(new CuePane(workspace))
+    , files_(std::make_unique<FileCommands>(workspace, document, importer_, *exportBar_, *this))
+    , replacedCallback_(this, &MainWindow::handleReplaced)
+    , undoCallback_(this, &MainWindow::handleUndo)
+    , documentCallback_(this, &MainWindow::handleDocument)
+{
+    auto handlers = fileHandlers();
+    handlers.merge(editHandlers());
+    handlers.merge(cues_.handlers());
+    handlers.merge(keyframes_.handlers());
+    actions_ = std::make_unique<ActionTable>(*this, handlers);
+    build();
+    connectCues();
+    Playback::Display display;
+    display.picture = [this](const FrameImagePtr& picture) { viewer_->setPicture(picture); };
+    display.problem = [this](const EngineProblem& problem) {
+        showMessage(QString::fromStdString(problem.message), oribund::MessageSink::Severity::Warning);
+    };
+    playback_ = std::make_unique<Playback>(workspace_.session(), workspace_.vob(), std::move(display));
+    viewer_->sizeWanted = [this](int width, int height) { playback_->setPictureSize(width, height); };
+    keyframes_.focusedParam = [this] { return effects_->focusedParam(); };
+    list_->chosen = [this](const std::string& service) { adder_.add(service); };
+    replacedCallback_.attach(workspace_.replaced());
+    documentCallback_.attach(document_.changes());
+    handleReplaced({});
+    timeline_->strip().setFocus();
+}
+
+MainWindow::~MainWindow()
+{
+    viewer_->sizeWanted = nullptr;
+}
+
+void MainWindow::build()
+{
+    auto* centre = new QWidget;
+    auto* column = new QVBoxLayout(centre);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(messages_);
+    column->addWidget(viewer_, 1);
+    column->addWidget(timeBar_);
+    column->addWidget(exportBar_);
+    column->addWidget(new TransportBar(workspace_, *actions_));
+    setCentralWidget(centre);
+    actions_->fillMenus(*menuBar());
+    setCorner(Qt::BottomLeftCorner, Qt::BottomDockWidgetArea);
+    setCorner(Qt::BottomRightCorner, Qt::BottomDockWidgetArea);
+    QDockWidget* const left = addDock(Qt::LeftDockWidgetArea, "Effects", "effectList", list_);
+    QDockWidget* const right = addDock(Qt::RightDockWidgetArea, "Effect controls", "effectPanels", effects_);
+    QDockWidget* const below = addDock(Qt::BottomDockWidgetArea, "Timeline", "timeline", timeline_);
+    // Below the controls of the effects, and there when it is asked for.
+    cueDock_ = addDock(Qt::RightDockWidgetArea, "Cue", "cue", cuePane_);
+    cueDock_->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetClosable);
+    cueDock_->hide();
+    setAcceptDrops(true);
+    resize(1440, 880);
+    resizeDocks({left, right}, {250, 430}, Qt::Horizontal);
+    resizeDocks({below}, {timeline_->sizeHint().height() + 30}, Qt::Vertical);
+}
+
+void MainWindow::connectCues()
+{
+    actions_->action(Command::CueColour).setMenu(new CueColourMenu(cues_, this));
+    cues_.descriptionWanted = [this](const oribund::Cue&) {
+        cueDock_->show();
+        cuePane_->takeKeyboard();
+    };
+    cues_.nameWanted = [this](const oribund::Cue& cue) { timeBar_->askForName(cue); };
+    timeline_->strip().cueMenuWanted = [this](double time, const QPoint& at) { timeBar_->openCueMenu(time, at); };
+}
+
+QDockWidget* MainWindow::addDock(Qt::DockWidgetArea area, const char* title, const char* name, QWidget* contents)
+{
+    auto* dock = new QDockWidget(QString::fromUtf8(title), this);
+    dock->setObjectName(QLatin1String(name));
+    dock->setFeatures(QDockWidget::DockWidgetMovable);
+    dock->setWidget(contents);
+    addDockWidget(area, dock);
+    return dock;
+}
+
+std::map<Command, ActionTable::Handler> MainWindow::fileHandlers()
+{
+    return {
+        {Command::New, [this] { files_->startNew(); }},        {Command::Open, [this] { files_->askAndOpen(); }},
+        {Command::Save, [this] { files_->save(); }},           {Command::SaveAs, [this] { files_->saveAs(); }},
+        {Command::Export, [this] { files_->askAndExport(); }}, {Command::Quit, [this] { close(); }},
+    };
+}
+
+std::map<Command, ActionTable::Handler> MainWindow::editHandlers()
+{
+    return {
+        {Command::Undo, [this] { workspace_.edit().undoStack().undo(); }},
+        {Command::Redo, [this] { workspace_.edit().undoStack().redo(); }},
+        {Command::Split, [this] { split(); }},
+        {Command::Remove, [this] { removeSelected(); }},
+        {Command::SelectNext, [this] { selectNext(1); }},
+        {Command::SelectPrevious, [this] { selectNext(-1); }},
+        {Command::Play, [this] { togglePlay(); }},
+        {Command::StepBack, [this] { stepBy(-1); }},
+        {Command::StepForward, [this] { stepBy(1); }},
+        {Command::SecondBack, [this] { stepBy(-framesPerSecond(workspace_.edit().format())); }},
+        {Command::SecondForward, [this] { stepBy(framesPerSecond(workspace_.edit().format())); }},
+        {Command::ToStart, [this] { goTo(0); }},
+        {Command::ToEnd, [this] { goTo(workspace_.edit().timeline().endFrame() - 1); }},
+        {Command::PreviousCut, [this] { goTo(previousCut(workspace_.edit(), workspace_.vob().currentFrame())); }},
+        {Command::NextCut, [this] { goTo(nextCut(workspace_.edit(), workspace_.vob().currentFrame())); }},
+        {Command::ZoomIn, [this] { timeline_->strip().zoom(1.5); }},
+        {Command::ZoomOut, [this] { timeline_->strip().zoom(1.0 / 1.5); }},
+        {Command::ZoomAll, [this] { timeline_->strip().showAll(); }},
+        {Command::FindEffect, [this] { list_->search(); }},
+        {Command::RetryEffects, [this] { playback_->retryEffects(); }},
+    };
+}
+
+void MainWindow::showMessage(const QString& message, oribund::MessageSink::Severity severity)
+{
+    messages_->show(message, severity);
+}
+
+bool MainWindow::isSettled() const
+{
+    return !importer_.isBusy() && !adder_.isBusy() && playback_->isUpToDate();
+}
+
+// The window itself
+
+void MainWindow::restorePlace()
+{
+    const auto bytes = [](const char* key) {
+        return QByteArray::fromBase64(QByteArray(oribund::prefs().getPreference(key, "").c_str()));
+    };
+    restoreGeometry(bytes(PreferenceKeys::kWindowGeometry));
+    restoreState(bytes(PreferenceKeys::kWindowState));
+}
+
+void MainWindow::rememberPlace() const
+{
+    oribund::prefs().setPreference(PreferenceKeys::kWindowGeometry, saveGeometry().toBase64().constData());
+    oribund::prefs().setPreference(PreferenceKeys::kWindowState, saveState().toBase64().constData());
+    oribund::prefs().setPreference(PreferenceKeys::kLastProject, oribund::String(document_.path().string().c_str()));
+}
+
+void MainWindow::showTitle()
+{
+    setWindowTitle(QString::fromStdString(document_.name()) + QStringLiteral("[*] \u2013 Oribund workbench"));
+    setWindowModified(document_.isModified());
+    actions_->action(Command::Save).setEnabled(document_.isModified() || document_.path().empty());
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    if (!files_->mayGiveUpChanges()) {
+        event->ignore();
+        return;
+    }
+    workspace_.vob().stopPlay();
+    exportBar_->cancel();
+    rememberPlace();
+    event->accept();
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event)
+{
+    // A key that a control might have wanted, and did not: it means what it means everywhere else.
+    const QKeySequence keys(event->keyCombination());
+    for (QAction* action : actions())
+        if (action->isEnabled() && action->shortcuts().contains(keys))
+            return action->trigger();
+    QMainWindow::keyPressEvent(event);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!localFilesOf(*event->mimeData()).empty())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    event->acceptProposedAction();
+    // What is asked before a project is opened must not hold up whoever the files were dragged from.
+    QMetaObject::invokeMethod(
+        this, [this, paths = localFilesOf(*event->mimeData())] { files_->open(paths); }, Qt::QueuedConnection);
+}
+
+// What the commands do
+
+void MainWindow::goTo(int frame)
+{
+    workspace_.vob().setCurrentTime(workspace_.vob().timeOf(frame));
+}
+
+void MainWindow::stepBy(int frames)
+{
+    workspace_.vob().stopPlay();
+    goTo(workspace_.vob().currentFrame() + frames);
+}
+
+void MainWindow::togglePlay()
+{
+    ModelVob& vob = workspace_.vob();
+    if (vob.isPlaying())
+        vob.stopPlay();
+    else if (workspace_.edit().timeline().endFrame() > 0)
+        vob.startPlay();
+}
+
+void MainWindow::split()
+{
+    const int frame = workspace_.vob().currentFrame();
+    const Segment* segment = workspace_.edit().timeline().findSegment(workspace_.selection().get());
+    if (!segment || frame <= segment->data.start || frame >= segment->data.end())
+        segment = topSegmentAt(workspace_.edit(), frame);
+    if (!segment)
+        return say("There is no segment at the current time.");
+    const EditOutcome outcome = workspace_.editor().splitSegment(segment->id(), frame);
+    if (outcome)
+        workspace_.selection().set(outcome.object);
+    else
+        say(outcome.refused);
+}
+
+void MainWindow::removeSelected()
+{
+    if (!workspace_.edit().timeline().findSegment(workspace_.selection().get()))
+        return say("Select a segment to remove.");
+    if (const EditOutcome outcome = workspace_.editor().removeSegment(workspace_.selection().get()); !outcome)
+        say(outcome.refused);
+}
+
+void MainWindow::selectNext(int by)
+{
+    std::vector<const Segment*> segments;
+    for (const auto& track : workspace_.edit().timeline().tracks())
+        segments.insert(segments.end(), track->segments.begin(), track->segments.end());
+    if (segments.empty())
+        return;
+    const auto selected = std::find_if(segments.begin(), segments.end(), [this](const Segment* segment) {
+        return segment->id() == workspace_.selection().get();
+    });
+    const auto count = static_cast<std::ptrdiff_t>(segments.size());
+    const std::ptrdiff_t from = selected == segments.end() ? (by > 0 ? -1 : count) : selected - segments.begin();
+    const Segment& next = *segments[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(from + by, 0, count - 1))];
+    workspace_.selection().set(next.id());
+    goTo(next.data.start);
+}
+
+// What happens to the edit
+
+int MainWindow::handleReplaced(const EditReplaced&)
+{
+    const FormatData& format = workspace_.edit().format();
+    viewer_->setAspect(static_cast<double>(format.width) * format.sampleAspectNumerator /
+                       (static_cast<double>(format.height) * format.sampleAspectDenominator));
+    playback_->editReplaced();
+    showTitle();
+    undoCallback_.detach();
+    undoCallback_.attach(workspace_.edit().undoStack().changes());
+    return handleUndo({});
+}
+
+int MainWindow::handleUndo(const UndoStackEvent&)
+{
+    const UndoStack& undo = workspace_.edit().undoStack();
+    const auto show = [](QAction& action, const char* verb, const oribund::WString& title, bool can) {
+        QString text = QString::fromUtf8(verb);
+        if (can)
+            text += QLatin1Char(' ') + toMenuText(oribund::UIString(title));
+        action.setText(text);
+        action.setEnabled(can);
+    };
+    show(actions_->action(Command::Undo), "&Undo", undo.undoTitle(), undo.canUndo());
+    show(actions_->action(Command::Redo), "&Redo", undo.redoTitle(), undo.canRedo());
+    return 0;
+}
+
+int MainWindow::handleDocument(const DocumentChanged&)
+{
+    showTitle();
+    return 0;
+}
+
+} // namespace workbench

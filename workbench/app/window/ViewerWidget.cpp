@@ -1,0 +1,74 @@
+#include "workbench/app/window/ViewerWidget.h"
+
+#include <QPainter>
+
+#include <cmath>
+
+namespace workbench
+{
+
+ViewerWidget::ViewerWidget(QWidget* parent)
+    : QWidget(parent)
+{
+    setMinimumSize(240, 135);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setAccessibleName(QStringLiteral("Viewer"));
+    setAccessibleDescription(QStringLiteral("The picture at the current time"));
+}
+
+void ViewerWidget::setPicture(const FrameImagePtr& picture)
+{
+    picture_ = picture;
+    image_ = !picture ? QImage()
+                      : QImage(picture->rgba.data(), picture->width, picture->height, 4 * picture->width,
+                               QImage::Format_RGBA8888);
+    update();
+}
+
+void ViewerWidget::setAspect(double aspect)
+{
+    aspect_ = aspect > 0.0 ? aspect : 16.0 / 9.0;
+    tellSize();
+    update();
+}
+
+QRect ViewerWidget::pictureArea() const
+{
+    const double width = std::min<double>(this->width(), height() * aspect_);
+    const QSize size(static_cast<int>(std::lround(width)), static_cast<int>(std::lround(width / aspect_)));
+    return {QPoint((this->width() - size.width()) / 2, (height() - size.height()) / 2), size};
+}
+
+void ViewerWidget::tellSize()
+{
+    const QSize size = pictureArea().size() * devicePixelRatioF();
+    if (sizeWanted && !size.isEmpty())
+        sizeWanted(size.width(), size.height());
+}
+
+void ViewerWidget::paintEvent(QPaintEvent*)
+{
+    QPainter painter(this);
+    painter.fillRect(rect(), QColor(12, 12, 12));
+    if (!image_.isNull()) {
+        painter.setRenderHint(QPainter::SmoothPixmapTransform);
+        painter.drawImage(pictureArea(), image_);
+        return;
+    }
+    painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
+    painter.drawText(rect(), Qt::AlignCenter, QStringLiteral("Open media with Ctrl+O, or drop files here"));
+}
+
+void ViewerWidget::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    tellSize();
+}
+
+void ViewerWidget::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    tellSize();
+}
+
+} // namespace workbench

@@ -1,0 +1,116 @@
+#include "workbench/model/host/ModelMonitor.h"
+
+#include "workbench/model/Ids.h"
+#include "workbench/model/host/ModelVob.h"
+
+#include <utility>
+
+namespace workbench
+{
+
+using oribund::EffectChangeCode;
+using oribund::IdStamp;
+using Type = oribund::EditModification::Type;
+
+ModelMonitor::ModelMonitor(ModelVob& vob, EditModel& edit)
+    : CompoundEffectMonitor(vob)
+    , vob_(vob)
+    , edit_(edit)
+    , modifications_(this, &ModelMonitor::handleModification)
+    , params_(this, &ModelMonitor::handleParam)
+{
+    modifications_.attach(edit.modifications());
+    params_.attach(edit.paramEdits());
+}
+
+ModelMonitor::~ModelMonitor()
+{
+    ModelMonitor::endBackups();
+}
+
+const Segment* ModelMonitor::shownSegment(const IdStamp& track) const
+{
+    const Segment* const selected = edit_.timeline().findSegment(vob_.selectedSegment());
+    if (selected && selected->track == objectOf(track))
+        return selected;
+    return edit_.timeline().segmentAt(objectOf(track), vob_.currentFrame());
+}
+
+std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> ModelMonitor::getEffects(const IdStamp& track) const
+{
+    std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> effects;
+    if (const Segment* segment = shownSegment(track))
+        effects.assign(segment->effects.begin(), segment->effects.end());
+    return effects;
+}
+
+oribund::Kt::Ptr<oribund::EffectInstance> ModelMonitor::findEffect(const IdStamp& effect) const
+{
+    return edit_.timeline().findEffect(objectOf(effect));
+}
+
+oribund::NumRange<double> ModelMonitor::getEditRegion(const IdStamp& effect) const
+{
+    const Segment* const segment = edit_.timeline().segmentOfEffect(objectOf(effect));
+    if (!segment)
+        return {};
+    return {vob_.timeOf(segment->data.start), vob_.timeOf(segment->data.end())};
+}
+
+void ModelMonitor::makeBackup(oribund::BackupKind, const oribund::EffectModification&)
+{
+    if (inGesture_ || edit_.isReadOnly())
+        return;
+    inGesture_ = true;
+    edit_.undoStack().beginParamGesture();
+}
+
+void ModelMonitor::endBackups()
+{
+    if (std::exchange(inGesture_, false))
+        edit_.undoStack().endGesture();
+}
+
+void ModelMonitor::restoreBackups()
+{
+    if (std::exchange(inGesture_, false))
+        edit_.undoStack().cancelGesture();
+}
+
+int ModelMonitor::handleModification(const oribund::EditModification& modification)
+{
+    oribund::EffectChangeDescription change;
+    change.effect = IdStamp::wildcard();
+    switch (modification.type) {
+    case Type::Cues:
+    case Type::Transitions:
+        return 0;
+    case Type::EffectDetails:
+        change.code = EffectChangeCode::EnabledChanged;
+        change.effect = modification.object;
+        break;
+    case Type::EffectContent:
+        change.code = EffectChangeCode::KeyframesChanged;
+        change.effect = modification.object;
+        break;
+    default:
+        // Effects may have come, gone, or come back as new objects.
+        change.code = EffectChangeCode::ParamSetRestored;
+        change.flags = oribund::EffectChangeDescription::kWholesaleRefresh;
+        break;
+    }
+    effectChanged(change);
+    return 0;
+}
+
+int ModelMonitor::handleParam(const ParamEdited& edited)
+{
+    oribund::EffectChangeDescription change;
+    change.code = edited.code;
+    change.effect = edited.effect;
+    change.param = edited.param;
+    effectChanged(change);
+    return 0;
+}
+
+} // namespace workbench
