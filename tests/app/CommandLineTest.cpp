@@ -46,6 +46,7 @@ TEST(CommandLine, WrongUseIsNamed)
         {{"a.mp4", "--export", "b.mp4", "--from", "-1"}, "\"-1\""},
         {{"a.mp4", "--export", "b.mp4", "--from", "4", "--to", "4"}, "later"},
         {{"a.mp4", "--from", "4"}, "belong"},
+        {{"a.mp4", "--replace"}, "belongs"},
         {{"--export", "b.mp4"}, "needs media"},
         {{"--list-effects", "--pictures", "p"}, "Only one"},
     };

@@ -105,14 +105,14 @@ TEST_F(Scenario, AnAnimatedValueIsSavedReopenedAndExported)
     EXPECT_EQ(workspace_->vob().currentFrame(), 30);
     EXPECT_EQ(pixels(), picture);
 
-    ExportSettings settings;
-    settings.path = (folder_ / "film.mp4").string();
-    ASSERT_TRUE(window_->exportBar().start(project(workspace_->edit()), settings));
+    ExportRequest request;
+    request.path = (folder_ / "film.mp4").string();
+    ASSERT_TRUE(window_->exportBar().start(workspace_->edit(), document_->path(), request));
     EXPECT_TRUE(window_->exportBar().isVisible());
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window_->exportBar().isVisible(); }, 60000));
     ASSERT_EQ(host_.shown.size(), 2u);
     EXPECT_NE(host_.shown.back().find("Exported"), std::string::npos) << host_.shown.back();
-    EXPECT_EQ(probeMedia(*workspace_->session(), settings.path).info.value_or(MediaInfo()).frames, kSampleFrames);
+    EXPECT_EQ(probeMedia(*workspace_->session(), request.path).info.value_or(MediaInfo()).frames, kSampleFrames);
 }
 
 TEST_F(Scenario, TheKeyboardReachesTransportListAndPanel)

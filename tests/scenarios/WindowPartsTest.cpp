@@ -13,11 +13,16 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <gtest/gtest.h>
+
+#include <fstream>
 
 namespace workbench
 {
@@ -66,13 +71,19 @@ TEST(Messages, ComeOneByOneAndNeverTwice)
 
 TEST(ExportQuestions, OnlyWhatCanBeExportedIsAccepted)
 {
+    const QTemporaryDir folder;
+    const auto in = [&](const char* name) { return (folder.path() + QLatin1Char('/')).toStdString() + name; };
+    for (const char* name : {"My.film.wav", "old.mp4"})
+        std::ofstream(in(name)) << "x";
     ExportPreset film;
     film.extension = "mp4";
     ExportPreset sound;
     sound.extension = "wav";
     ExportDialog::Suggestion suggestion;
-    suggestion.path = QStringLiteral("/nowhere/My.film");
+    suggestion.folder = folder.path();
+    suggestion.name = QStringLiteral("My.film");
     suggestion.frames = 100;
+    suggestion.used = {in("My.film.wav")};
     ExportDialog dialog(suggestion, {film, sound});
     QPushButton* button = nullptr;
     for (QPushButton* one : dialog.findChildren<QPushButton*>())
@@ -85,20 +96,38 @@ TEST(ExportQuestions, OnlyWhatCanBeExportedIsAccepted)
         return entry->text() == QStringLiteral("00:00:04:00");
     });
     EXPECT_TRUE(button->isEnabled());
-    EXPECT_EQ(dialog.settings().path, "/nowhere/My.film.mp4");
-    EXPECT_EQ(dialog.settings().to, 99);
+    EXPECT_EQ(dialog.request().path, in("My.film-2.mp4")) << "in no format the name of a file in use";
+    EXPECT_EQ(dialog.request().to, 99);
     dialog.findChild<QComboBox*>()->setCurrentIndex(1);
-    EXPECT_EQ(dialog.settings().path, "/nowhere/My.film.wav");
+    EXPECT_EQ(dialog.request().path, in("My.film-2.wav"));
     to->setText(QStringLiteral("2:00"));
-    EXPECT_EQ(dialog.settings().to, 49);
+    EXPECT_EQ(dialog.request().to, 49);
     for (const char* bad : {"0", "x", ""}) {
         to->setText(QString::fromLatin1(bad));
         EXPECT_FALSE(button->isEnabled()) << bad;
     }
     to->setText(QStringLiteral("1:00:00"));
-    EXPECT_EQ(dialog.settings().to, 99) << "not beyond the end";
-    path->setText(QStringLiteral("/nowhere/film.xyz"));
-    EXPECT_FALSE(button->isEnabled());
+    EXPECT_EQ(dialog.request().to, 99) << "not beyond the end";
+    for (const char* bad : {"film.xyz", "none/film.mp4", "My.film.wav"}) {
+        path->setText(QString::fromLatin1(bad));
+        EXPECT_FALSE(button->isEnabled()) << bad;
+    }
+
+    // A file that is there is replaced only by who says so.
+    path->setText(QStringLiteral("old.mp4"));
+    EXPECT_TRUE(button->isEnabled());
+    dialog.show();
+    const auto answer = [&](QMessageBox::StandardButton answered) {
+        QTimer::singleShot(0, [answered] {
+            qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(answered)->click();
+        });
+        button->click();
+        return dialog.isVisible();
+    };
+    EXPECT_TRUE(answer(QMessageBox::Cancel));
+    EXPECT_FALSE(answer(QMessageBox::Yes));
+    EXPECT_EQ(dialog.request().existing, ExportTarget::Existing::Replace);
+    EXPECT_EQ(dialog.request().path, in("old.mp4"));
 }
 
 /** What the program does without its window. */
@@ -125,6 +154,23 @@ TEST_F(WithoutWindow, ExportsTheRangeThatWasAskedFor)
     line.files = {"/nowhere/film.mlt"};
     EXPECT_EQ(exportFile(other, line), 1);
     EXPECT_EQ(host.shown.size(), 2u);
+    // A colon is no address, and what the edit is made of stays, whatever is allowed.
+    const std::string copy = (SampleMedia::folder() / "copy: one.mp4").string();
+    std::filesystem::copy_file(SampleMedia::clip(), copy);
+    Workspace last(MltSession::open());
+    line = {};
+    line.files = {SampleMedia::clip()};
+    line.exportPath = copy;
+    EXPECT_EQ(exportFile(last, line), 1) << "it exists";
+    line.replaceExisting = true;
+    line.to = 0.4;
+    Workspace again(MltSession::open());
+    EXPECT_EQ(exportFile(again, line), 0);
+    EXPECT_EQ(probeMedia(*workspace.session(), copy).info.value_or(MediaInfo()).frames, 10);
+    line.files = {copy};
+    Workspace used(MltSession::open());
+    EXPECT_EQ(exportFile(used, line), 1);
+    EXPECT_EQ(probeMedia(*workspace.session(), copy).info.value_or(MediaInfo()).frames, 10);
 }
 
 TEST_F(WithoutWindow, EffectsThatMustNotBeUsedAreRefused)

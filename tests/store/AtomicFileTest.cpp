@@ -1,10 +1,12 @@
 #include "workbench/store/files/AtomicFile.h"
 #include "tests/store/TemporaryFolder.h"
 
+#include <atomic>
 #include <csignal>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace workbench;
@@ -62,10 +64,38 @@ TEST(AtomicFile, ReplacesWholeAndKeepsLinksAndPermissions)
     EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
     EXPECT_EQ(modeOf(folder / "real"), 0640u);
 
-    EXPECT_EQ(replaceFile(folder / "new", ""), "");
-    EXPECT_TRUE(std::filesystem::exists(folder / "new"));
-    EXPECT_NE(modeOf(folder / "new") & 0400u, 0u);
-    EXPECT_EQ(folder.count(), 3u) << "nothing else is left behind";
+    std::filesystem::create_directory(folder / "below");
+    std::filesystem::create_symlink("../made", folder / "below/dangling");
+    EXPECT_EQ(replaceFile(folder / "below/dangling", "new"), "");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "below/dangling"));
+    EXPECT_EQ(slurp(folder / "made"), "new");
+    std::filesystem::create_symlink("circle", folder / "circle");
+    EXPECT_THAT(replaceFile(folder / "circle", "x"), HasSubstr("circle"));
+    EXPECT_EQ(folder.count(), 5u) << "nothing else is left behind";
+}
+
+TEST(AtomicFile, NewFilesNeverHaveMorePermissionsThanTheUserGives)
+{
+    const TemporaryFolder folder;
+    const mode_t former = umask(027);
+    std::atomic<bool> done{false};
+    // The mask belongs to the whole process: whoever changes it, for however short a time, changes it for all.
+    std::thread other([&] {
+        for (int i = 0; i < 300; ++i)
+            replaceFile(folder / "other", "");
+        done = true;
+    });
+    int wide = 0;
+    for (int i = 0; !done; ++i) {
+        const auto file = folder / ("plain" + std::to_string(i));
+        spill(file, "");
+        wide += modeOf(file) != 0640;
+        std::filesystem::remove(file);
+    }
+    other.join();
+    umask(former);
+    EXPECT_EQ(wide, 0);
+    EXPECT_EQ(modeOf(folder / "other"), 0640u);
 }
 
 TEST(AtomicFile, LeavesTheOldFileWhenItIsNotCommitted)

@@ -11,7 +11,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
 #include <future>
 #include <utility>
 #include <vector>
@@ -31,47 +30,6 @@ constexpr std::chrono::milliseconds kPoll{20};
 // After the last frame a consumer has this long to say that it ended.
 constexpr std::chrono::milliseconds kEndPatience{500};
 constexpr std::chrono::milliseconds kBeginPatience{300};
-
-/** The unfinished file, beside the finished one; removed unless it was completed. */
-class PartialFile
-{
-public:
-    explicit PartialFile(const fs::path& target)
-        : target_(target)
-        , partial_(target)
-    {
-        partial_.replace_filename(target.stem().string() + ".part" + target.extension().string());
-    }
-
-    ~PartialFile()
-    {
-        std::error_code ignored;
-        if (!completed_)
-            fs::remove(partial_, ignored);
-    }
-
-    PartialFile(const PartialFile&) = delete;
-    PartialFile& operator=(const PartialFile&) = delete;
-
-    const fs::path& path() const { return partial_; }
-
-    bool writable() const { return std::ofstream(partial_, std::ios::binary).good(); }
-
-    bool complete()
-    {
-        std::error_code error;
-        if (fs::file_size(partial_, error) == 0 || error)
-            return false;
-        fs::rename(partial_, target_, error);
-        completed_ = !error;
-        return completed_;
-    }
-
-private:
-    fs::path target_;
-    fs::path partial_;
-    bool completed_ = false;
-};
 
 /** What the framework's threads tell of a running consumer. */
 struct Signals {
@@ -194,13 +152,9 @@ ExportResult Exporter::Job::perform()
 {
     const std::vector<ExportPreset> presets = exportPresets(*session);
     const ExportPreset* preset = findExportPreset(presets, settings.path);
-    const fs::path target(settings.path);
     if (!preset)
-        return failure(inQuotes(target.filename().string()) + " has no extension of a format that can be written.");
-    PartialFile file(target);
-    if (!file.writable())
-        return failure("Cannot write into " + inQuotes(target.parent_path().string()) + ".");
-
+        return failure(inQuotes(fs::path(settings.path).filename().string()) +
+                       " has no extension of a format that can be written.");
     const auto encoding = std::make_shared<Encoding>();
     MltGraph::Options options;
     options.trace = &encoding->trace;
@@ -212,11 +166,12 @@ ExportResult Exporter::Job::perform()
     const int last = std::max(0, encoding->graph->length() - 1);
     const int from = std::clamp(settings.from, 0, last);
     const int to = settings.to < 0 ? last : std::clamp(settings.to, from, last);
-    if (!encoding->start(*preset, file.path().string(), from, to))
+    if (!encoding->start(*preset, settings.path, from, to))
         return failure("The encoder cannot be started.");
     ExportResult result = encode(encoding);
-    if (result.outcome == Outcome::Done && !file.complete())
-        return failure("The file could not be completed; is the disk full?");
+    std::error_code unknown;
+    if (result.outcome == Outcome::Done && (fs::file_size(settings.path, unknown) == 0 || unknown))
+        return failure("Nothing was written; is the disk full?");
     return result;
 }
 

@@ -15,7 +15,7 @@ namespace workbench
 class MltSession;
 
 struct ExportSettings {
-    std::string path;                              ///< UTF-8; its extension chooses the format, see ExportPreset.h
+    std::string path;                              ///< absolute; its extension chooses the format, see ExportPreset.h
     int from = 0;                                  ///< first frame of the edit
     int to = -1;                                   ///< last frame; -1 for the last of the edit
     std::chrono::milliseconds stallTimeout{30000}; ///< without a frame for so long, the export is given up
@@ -37,8 +37,7 @@ struct ExportCallbacks {
 /**
  * Renders a range of an edit into a file, on a thread and a graph of its own, beside whatever the engine plays.
  *
- * The file appears under its name only when it is complete: until then it is written beside it, and an existing file of
- * that name stays as it is. A cancelled or failed export leaves nothing behind.
+ * It writes straight into the file, and leaves what a cancelled or failed export has written to whoever gave the path.
  */
 class Exporter
 {

@@ -8,6 +8,8 @@
 #include <QProgressBar>
 #include <QPushButton>
 
+#include <utility>
+
 namespace workbench
 {
 
@@ -35,7 +37,7 @@ ExportBar::~ExportBar()
     *self_ = nullptr;
 }
 
-bool ExportBar::start(Projection projection, const ExportSettings& settings)
+bool ExportBar::start(const EditModel& edit, const std::filesystem::path& project, const ExportRequest& request)
 {
     // Called on the exporter's thread; what they post runs on this one.
     const auto post = [self = self_](auto act) {
@@ -47,20 +49,22 @@ bool ExportBar::start(Projection projection, const ExportSettings& settings)
             },
             Qt::QueuedConnection);
     };
-    ExportCallbacks callbacks;
-    callbacks.progress = [post](int done, int total) {
+    ExportEvents events;
+    events.progress = [post](int done, int total) {
         post([done, total](ExportBar& bar) {
             bar.progress_->setMaximum(total);
             bar.progress_->setValue(done);
         });
     };
-    callbacks.finished = [post](const ExportResult& result) {
-        post([result](ExportBar& bar) { bar.finished(result); });
+    events.finished = [post](const ExportResult& result, const std::filesystem::path& where) {
+        post([result, where](ExportBar& bar) { bar.finished(result, where); });
     };
-    if (!exporter_.start(std::move(projection), settings, std::move(callbacks)))
+    if (const std::string fault = startExport(exporter_, edit, project, request, std::move(events)); !fault.empty()) {
+        say(fault, oribund::MessageSink::Severity::Error);
         return false;
-    path_ = settings.path;
-    text_->setText(QStringLiteral("Exporting %1").arg(QString::fromStdString(quotedFile(path_))));
+    }
+    afterwards_ = nullptr;
+    text_->setText(QStringLiteral("Exporting %1").arg(QString::fromStdString(quotedFile(request.path))));
     progress_->setRange(0, 0);
     show();
     return true;
@@ -68,17 +72,28 @@ bool ExportBar::start(Projection projection, const ExportSettings& settings)
 
 void ExportBar::cancel()
 {
+    afterwards_ = nullptr;
     exporter_.cancel();
 }
 
-void ExportBar::finished(const ExportResult& result)
+void ExportBar::setAfterwards(const QString& description, std::function<void()> act)
+{
+    text_->setText(text_->text() + QStringLiteral(", ") + description);
+    afterwards_ = std::move(act);
+}
+
+void ExportBar::finished(const ExportResult& result, const std::filesystem::path& where)
 {
     hide();
     using Severity = oribund::MessageSink::Severity;
-    if (result.outcome == ExportResult::Outcome::Done)
-        say("Exported to " + path_ + ".", Severity::Information);
-    else if (result.outcome == ExportResult::Outcome::Failed)
+    const auto afterwards = std::exchange(afterwards_, nullptr);
+    if (result.outcome == ExportResult::Outcome::Failed)
         say("The export failed. " + result.message, Severity::Error);
+    if (result.outcome != ExportResult::Outcome::Done)
+        return;
+    say("Exported to " + where.string() + ".", Severity::Information);
+    if (afterwards)
+        afterwards();
 }
 
 } // namespace workbench

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/engine/Exporter.h"
+#include "workbench/app/files/ExportRun.h"
 
 #include <QFrame>
 
@@ -20,19 +20,22 @@ public:
     explicit ExportBar(std::shared_ptr<MltSession> session, QWidget* parent = nullptr);
     ~ExportBar() override;
 
-    /** False while another export runs. */
-    bool start(Projection projection, const ExportSettings& settings);
+    /** As startExport(). False, and said why, when it cannot begin. */
+    bool start(const EditModel& edit, const std::filesystem::path& project, const ExportRequest& request);
 
     bool isRunning() const { return exporter_.running(); }
 
     void cancel();
 
+    /** What is to be done once, when the export that runs has succeeded; cancelling it takes that back. */
+    void setAfterwards(const QString& description, std::function<void()> act);
+
 private:
-    void finished(const ExportResult& result);
+    void finished(const ExportResult& result, const std::filesystem::path& where);
 
     QLabel* text_;
     QProgressBar* progress_;
-    std::string path_;
+    std::function<void()> afterwards_;
     std::shared_ptr<ExportBar*> self_; ///< what threads know of it; holds null once it is gone
     Exporter exporter_;
 };

@@ -1,15 +1,19 @@
 #include "workbench/app/files/ExportDialog.h"
 
+#include "workbench/app/session/Say.h"
 #include "workbench/app/timeline/TimeCode.h"
+#include "workbench/store/files/FileIdentity.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QPushButton>
 
 #include <algorithm>
@@ -40,13 +44,35 @@ ExportDialog::ExportDialog(const Suggestion& suggestion, const std::vector<Expor
     for (const ExportPreset& preset : presets_)
         preset_->addItem(QStringLiteral("%1 (.%2)")
                              .arg(QString::fromStdString(preset.label), QString::fromStdString(preset.extension)));
-    path_->setText(suggestion_.path);
+    path_->setText(QString::fromStdString(proposal()));
     build();
     presetChosen();
     for (QLineEdit* entry : {path_, from_, to_})
         QObject::connect(entry, &QLineEdit::textChanged, this, [this] { check(); });
     QObject::connect(preset_, &QComboBox::currentIndexChanged, this, [this] { presetChosen(); });
     check();
+}
+
+/** Without extension. With none of them is it the name of a file in use: who only presses Enter loses nothing. */
+std::string ExportDialog::proposal() const
+{
+    const std::string base = (suggestion_.folder + QLatin1Char('/') + suggestion_.name).toStdString();
+    const auto isFree = [this](const std::string& name) {
+        return std::none_of(presets_.begin(), presets_.end(), [&](const ExportPreset& preset) {
+            const std::string path = name + "." + preset.extension;
+            return std::any_of(suggestion_.used.begin(), suggestion_.used.end(),
+                               [&](const std::string& file) { return isSameFile(path, file); });
+        });
+    };
+    std::string name = base;
+    for (int n = 2; !isFree(name); ++n)
+        name = base + "-" + std::to_string(n);
+    return name;
+}
+
+std::string ExportDialog::path() const
+{
+    return QDir(suggestion_.folder).absoluteFilePath(path_->text().trimmed()).toStdString();
 }
 
 void ExportDialog::build()
@@ -69,6 +95,8 @@ void ExportDialog::build()
     form->addRow(QStringLiteral("F&rom"), from_);
     form->addRow(QStringLiteral("&To"), to_);
     fault_->setEnabled(false);
+    fault_->setTextFormat(Qt::PlainText);
+    fault_->setWordWrap(true);
     form->addRow(QString(), fault_);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
     export_ = buttons->addButton(QStringLiteral("Export"), QDialogButtonBox::AcceptRole);
@@ -80,7 +108,10 @@ void ExportDialog::build()
 
 void ExportDialog::browse()
 {
-    const QString chosen = QFileDialog::getSaveFileName(this, QStringLiteral("Export to"), path_->text());
+    // Whether a file may be replaced is asked when the export is to begin.
+    const QString chosen =
+        QFileDialog::getSaveFileName(this, QStringLiteral("Export to"), QString::fromStdString(path()), QString(),
+                                     nullptr, QFileDialog::DontConfirmOverwrite);
     if (!chosen.isEmpty())
         path_->setText(chosen);
 }
@@ -101,29 +132,49 @@ void ExportDialog::check()
 {
     const auto from = frameIn(*from_, suggestion_.format);
     const auto to = frameIn(*to_, suggestion_.format);
+    const std::string file = path();
     QString fault;
-    bool usable = false;
-    if (!findExportPreset(presets_, path_->text().toStdString()))
+    if (!findExportPreset(presets_, file))
         fault = QStringLiteral("The file's extension is none of a format above.");
+    else if (const std::string found = ExportTarget::findFault(file, suggestion_.used); !found.empty())
+        fault = QString::fromStdString(found);
     else if (!from || !to)
         fault = QStringLiteral("A time is written as hours:minutes:seconds:frames.");
     else if (*from >= *to || *from >= suggestion_.frames)
         fault = QStringLiteral("There is nothing between these times.");
-    else
-        usable = true;
-    if (usable && QFileInfo::exists(path_->text()))
-        fault = QStringLiteral("The file exists and will be replaced.");
+    export_->setEnabled(fault.isEmpty());
+    if (fault.isEmpty() && QFileInfo::exists(QString::fromStdString(file)))
+        fault = QStringLiteral("There is a file of that name.");
     fault_->setText(fault);
-    export_->setEnabled(usable);
 }
 
-ExportSettings ExportDialog::settings() const
+void ExportDialog::accept()
 {
-    ExportSettings settings;
-    settings.path = path_->text().toStdString();
-    settings.from = frameIn(*from_, suggestion_.format).value_or(0);
-    settings.to = std::min(frameIn(*to_, suggestion_.format).value_or(suggestion_.frames), suggestion_.frames) - 1;
-    return settings;
+    const QString file = QString::fromStdString(path());
+    existing_ = ExportTarget::Existing::Keep;
+    if (QFileInfo::exists(file)) {
+        QMessageBox box(QMessageBox::Warning, QStringLiteral("Replace a file"),
+                        QStringLiteral("Replace %1?").arg(QString::fromStdString(quotedFile(path()))),
+                        QMessageBox::Yes | QMessageBox::Cancel, this);
+        box.setTextFormat(Qt::PlainText);
+        box.setInformativeText(QStringLiteral("What is in the file now is lost when the export is complete."));
+        box.button(QMessageBox::Yes)->setText(QStringLiteral("Replace"));
+        box.setDefaultButton(QMessageBox::Cancel);
+        if (box.exec() != QMessageBox::Yes)
+            return;
+        existing_ = ExportTarget::Existing::Replace;
+    }
+    QDialog::accept();
+}
+
+ExportRequest ExportDialog::request() const
+{
+    ExportRequest request;
+    request.path = path();
+    request.from = frameIn(*from_, suggestion_.format).value_or(0);
+    request.to = std::min(frameIn(*to_, suggestion_.format).value_or(suggestion_.frames), suggestion_.frames) - 1;
+    request.existing = existing_;
+    return request;
 }
 
 } // namespace workbench

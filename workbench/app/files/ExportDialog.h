@@ -1,7 +1,7 @@
 #pragma once
 
+#include "workbench/app/files/ExportRun.h"
 #include "workbench/engine/ExportPreset.h"
-#include "workbench/engine/Exporter.h"
 #include "workbench/model/EditData.h"
 
 #include <QDialog>
@@ -19,17 +19,24 @@ class ExportDialog final : public QDialog
 {
 public:
     struct Suggestion {
-        QString path; ///< without extension
+        QString folder; ///< absolute; what is typed without a folder lies there too
+        QString name;   ///< without extension
         FormatData format;
-        int frames = 0; ///< length of the edit
+        int frames = 0;                ///< length of the edit
+        std::vector<std::string> used; ///< files that must not be written over
     };
 
     ExportDialog(const Suggestion& suggestion, const std::vector<ExportPreset>& presets, QWidget* parent = nullptr);
 
     /** What was asked for, once the dialog was accepted. */
-    ExportSettings settings() const;
+    ExportRequest request() const;
+
+    /** Asks before it is accepted when a file is to be replaced. */
+    void accept() override;
 
 private:
+    std::string proposal() const;
+    std::string path() const;
     void build();
     void browse();
     void presetChosen();
@@ -43,6 +50,7 @@ private:
     QLineEdit* to_;
     QLabel* fault_;
     QPushButton* export_ = nullptr;
+    ExportTarget::Existing existing_ = ExportTarget::Existing::Keep;
 };
 
 } // namespace workbench

@@ -7,7 +7,6 @@
 #include "workbench/app/files/MediaImporter.h"
 #include "workbench/app/session/PreferenceKeys.h"
 #include "workbench/app/session/Say.h"
-#include "workbench/model/projection/Projector.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -57,7 +56,8 @@ QString FileCommands::folderFor(const char* what) const
 {
     const oribund::String fallback = mediaFolder_.isEmpty() ? oribund::String(QDir::homePath().toStdString().c_str())
                                                             : oribund::String(mediaFolder_.toStdString().c_str());
-    return toQt(oribund::prefs().getPreference(PreferenceKeys::folder(what), fallback));
+    const QString remembered = toQt(oribund::prefs().getPreference(PreferenceKeys::folder(what), fallback));
+    return QFileInfo(remembered).isDir() ? remembered : toQt(fallback);
 }
 
 void FileCommands::rememberFolder(const char* what, const QString& file) const
@@ -137,16 +137,45 @@ void FileCommands::askAndExport()
     const int frames = workspace_.edit().timeline().endFrame();
     if (frames == 0)
         return say("There is nothing to export. Open media first.");
+    const QString file = QString::fromStdString(document_.path().string());
     ExportDialog::Suggestion suggestion;
-    suggestion.path = folderFor(kExports) + QLatin1Char('/') + QString::fromStdString(document_.name());
+    suggestion.folder = file.isEmpty() ? folderFor(kExports) : QFileInfo(file).absolutePath();
+    suggestion.name = QString::fromStdString(document_.name());
     suggestion.format = workspace_.edit().format();
     suggestion.frames = frames;
+    suggestion.used = filesUsedBy(workspace_.edit(), document_.path());
     ExportDialog dialog(suggestion, exportPresets(*workspace_.session()), &window_);
     if (dialog.exec() != QDialog::Accepted)
         return;
-    const ExportSettings settings = dialog.settings();
-    rememberFolder(kExports, QString::fromStdString(settings.path));
-    exportBar_.start(project(workspace_.edit()), settings);
+    const ExportRequest request = dialog.request();
+    if (exportBar_.start(workspace_.edit(), document_.path(), request))
+        rememberFolder(kExports, QString::fromStdString(request.path));
+}
+
+bool FileCommands::mayEndExport()
+{
+    if (!exportBar_.isRunning())
+        return true;
+    QMessageBox box(QMessageBox::Question, QStringLiteral("Export under way"),
+                    QStringLiteral("The export is not complete."), QMessageBox::NoButton, &window_);
+    box.setInformativeText(QStringLiteral("The program can wait for it, and end then."));
+    QPushButton* const wait = box.addButton(QStringLiteral("Wait, then quit"), QMessageBox::AcceptRole);
+    const QAbstractButton* const cancel =
+        box.addButton(QStringLiteral("Cancel the export and quit"), QMessageBox::DestructiveRole);
+    box.setEscapeButton(box.addButton(QStringLiteral("Stay"), QMessageBox::RejectRole));
+    box.setDefaultButton(wait);
+    box.exec();
+    if (box.clickedButton() == cancel) {
+        exportBar_.cancel();
+        return true;
+    }
+    if (box.clickedButton() != wait)
+        return false;
+    // It may have come to its end while the question was there.
+    if (!exportBar_.isRunning())
+        return true;
+    exportBar_.setAfterwards(QStringLiteral("then quitting"), [this] { window_.close(); });
+    return false;
 }
 
 bool FileCommands::mayGiveUpChanges()

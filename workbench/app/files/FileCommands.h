@@ -37,6 +37,10 @@ public:
     /** Asks what to do with changes that are not saved; false when the user wants to go on with them. */
     bool mayGiveUpChanges();
 
+    /** Asks what to do with an export that is under way; false when the window is to stay, for now or until it is done.
+     */
+    bool mayEndExport();
+
     /** Offers what a crashed session has left behind. */
     void offerRecovery(const std::filesystem::path& recoveryFolder);
 

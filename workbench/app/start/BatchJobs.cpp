@@ -1,11 +1,10 @@
 #include "workbench/app/start/BatchJobs.h"
 
 #include "workbench/app/files/Document.h"
+#include "workbench/app/files/ExportRun.h"
 #include "workbench/app/files/MediaImporter.h"
 #include "workbench/app/session/Say.h"
 #include "workbench/app/session/Workspace.h"
-#include "workbench/engine/Exporter.h"
-#include "workbench/model/projection/Projector.h"
 
 #include <algorithm>
 #include <cmath>
@@ -29,6 +28,15 @@ bool openProject(Workspace& workspace, const std::string& path)
     }
     workspace.show(oribund::Kt::makePtr<EditModel>(*reading.edit, workspace.catalogue()));
     return true;
+}
+
+/** The project among the files of the command line; empty for none. */
+std::filesystem::path projectIn(const CommandLine& commandLine)
+{
+    const auto& files = commandLine.files;
+    const auto project = std::find_if(files.rbegin(), files.rend(), Document::isProjectName);
+    std::error_code failed;
+    return project == files.rend() ? std::filesystem::path() : std::filesystem::absolute(*project, failed);
 }
 
 int frameOf(double seconds, const FormatData& format)
@@ -56,24 +64,34 @@ int exportFile(Workspace& workspace, const CommandLine& commandLine)
         return 1;
     const EditModel& edit = workspace.edit();
     const int frames = edit.timeline().endFrame();
-    ExportSettings settings;
-    settings.path = commandLine.exportPath;
-    settings.from = commandLine.from ? frameOf(*commandLine.from, edit.format()) : 0;
-    settings.to = (commandLine.to ? std::min(frameOf(*commandLine.to, edit.format()), frames) : frames) - 1;
-    if (settings.from > settings.to) {
+    ExportRequest request;
+    request.path = commandLine.exportPath;
+    request.from = commandLine.from ? frameOf(*commandLine.from, edit.format()) : 0;
+    request.to = (commandLine.to ? std::min(frameOf(*commandLine.to, edit.format()), frames) : frames) - 1;
+    if (request.from > request.to) {
         say("There is nothing to export between these times.");
         return 1;
     }
+    if (commandLine.replaceExisting)
+        request.existing = ExportTarget::Existing::Replace;
     ExportResult result;
-    ExportCallbacks callbacks;
+    std::filesystem::path made;
+    ExportEvents events;
     const bool watched = isatty(STDERR_FILENO);
-    callbacks.progress = [watched](int done, int total) {
+    events.progress = [watched](int done, int total) {
         if (watched)
             std::fprintf(stderr, "\r%d of %d frames", done, total);
     };
-    callbacks.finished = [&result](const ExportResult& end) { result = end; };
+    events.finished = [&](const ExportResult& end, const std::filesystem::path& where) {
+        result = end;
+        made = where;
+    };
     Exporter exporter(workspace.session());
-    exporter.start(project(edit), settings, std::move(callbacks));
+    const std::filesystem::path project = projectIn(commandLine);
+    if (const std::string fault = startExport(exporter, edit, project, request, std::move(events)); !fault.empty()) {
+        say(fault);
+        return 1;
+    }
     exporter.wait();
     if (watched)
         std::fputc('\n', stderr);
@@ -81,7 +99,7 @@ int exportFile(Workspace& workspace, const CommandLine& commandLine)
         say(result.message);
         return 1;
     }
-    std::printf("%s\n", settings.path.c_str());
+    std::printf("%s\n", made.c_str());
     return 0;
 }
 

@@ -60,6 +60,11 @@ const std::vector<Option>& options()
          [](CommandLine& line, const std::string& value) { return setSeconds(line.from, value); }},
         {"--to", "SECONDS", "where the export ends",
          [](CommandLine& line, const std::string& value) { return setSeconds(line.to, value); }},
+        {"--replace", nullptr, "let the export replace a file that is there",
+         [](CommandLine& line, const std::string&) {
+             line.replaceExisting = true;
+             return std::string();
+         }},
         {"--list-effects", nullptr, "print the effects that are installed",
          [](CommandLine& line, const std::string&) { return setTask(line, Task::ListEffects); }},
         {"--media", "DIR", "the folder in which \"Open\" starts",
@@ -91,6 +96,8 @@ std::string faultOf(const CommandLine& line)
 {
     if ((line.from || line.to) && line.task != CommandLine::Task::Export)
         return "--from and --to belong to --export.";
+    if (line.replaceExisting && line.task != CommandLine::Task::Export)
+        return "--replace belongs to --export.";
     if (line.from && line.to && *line.to <= *line.from)
         return "--to must be later than --from.";
     if (line.task == CommandLine::Task::Export && line.files.empty())

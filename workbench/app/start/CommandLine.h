@@ -16,6 +16,7 @@ struct CommandLine {
     std::string mediaFolder;        ///< where "Open" starts, and whose media is shown when nothing else is given
     std::string picturesFolder;
     std::string exportPath;
+    bool replaceExisting = false;
     std::optional<double> from; ///< seconds
     std::optional<double> to;
     double scale = 0.0; ///< of the interface; 0 leaves it to the desktop

@@ -258,7 +258,8 @@ void PictureMaker::pictureStates()
 void PictureMaker::pictureExport()
 {
     ExportDialog::Suggestion suggestion;
-    suggestion.path = QStringLiteral("/films/Harbour");
+    suggestion.folder = QDir::tempPath(); // one that is there on every machine
+    suggestion.name = QStringLiteral("Harbour");
     suggestion.format = workspace_.edit().format();
     suggestion.frames = workspace_.edit().timeline().endFrame();
     ExportDialog dialog(suggestion, exportPresets(*workspace_.session()));

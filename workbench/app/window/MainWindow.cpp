@@ -212,7 +212,7 @@ void MainWindow::showTitle()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (!files_->mayGiveUpChanges()) {
+    if (!files_->mayEndExport() || !files_->mayGiveUpChanges()) {
         event->ignore();
         return;
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workbench/store/files/UnfinishedFile.h"
+
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -12,7 +14,7 @@ namespace workbench
  * there.
  *
  * Whatever happens before commit() has returned (a full disk, a crash, the object's end), the old file is untouched.
- * A link is followed, and what it leads to is replaced; permissions stay as they were. Usable on any thread.
+ * A link is followed, and what it leads to is replaced or made; permissions stay as they were. Usable on any thread.
  */
 class AtomicFile
 {
@@ -34,12 +36,10 @@ public:
 
 private:
     bool fail(const char* action, int code);
-    void syncFolder() const;
 
     std::filesystem::path target_;
-    std::filesystem::path temporary_; ///< empty while there is none
+    UnfinishedFile file_;
     std::string error_;
-    int descriptor_ = -1;
 };
 
 /** Replaces a file's contents. Returns what went wrong, or nothing. */
