@@ -1,7 +1,6 @@
 #include "skin/GlobAccessible.h"
 
 #include "skin/GlobSurface.h"
-#include "skin/GlobTraits.h"
 #include "skin/NumberAccessible.h"
 #include "skin/QtConversions.h"
 #include "skin/TextEntry.h"
@@ -17,6 +16,48 @@ namespace workbench
 namespace
 {
 
+using oribund::AccessibleRole;
+
+QAccessible::Role toQt(AccessibleRole role)
+{
+    switch (role) {
+    case AccessibleRole::Group:
+        return QAccessible::Grouping;
+    case AccessibleRole::Text:
+        return QAccessible::StaticText;
+    case AccessibleRole::Button:
+        return QAccessible::Button;
+    case AccessibleRole::CheckBox:
+        return QAccessible::CheckBox;
+    case AccessibleRole::DropDown:
+        return QAccessible::ComboBox;
+    case AccessibleRole::ColourButton:
+        return QAccessible::ColorChooser;
+    case AccessibleRole::Slider:
+    case AccessibleRole::TimeBar:
+        return QAccessible::Slider;
+    case AccessibleRole::Dial:
+        return QAccessible::Dial;
+    default:
+        return QAccessible::Graphic;
+    }
+}
+
+QString nameOf(oribund::AccessibleAction action)
+{
+    switch (action) {
+    case oribund::AccessibleAction::Press:
+        return QAccessibleActionInterface::pressAction();
+    case oribund::AccessibleAction::Toggle:
+        return QAccessibleActionInterface::toggleAction();
+    case oribund::AccessibleAction::ShowMenu:
+        return QAccessibleActionInterface::showMenuAction();
+    case oribund::AccessibleAction::None:
+        break;
+    }
+    return {};
+}
+
 /** What is known of a surface to assistive tools. It is told by its glob, as long as there is one. */
 class GlobAccessible final : public QAccessibleWidget, public QAccessibleValueInterface
 {
@@ -29,17 +70,25 @@ public:
 
     QAccessible::Role role() const override
     {
-        return surface_.traits() ? surface_.traits()->role() : QAccessible::NoRole;
+        return surface_.glob() ? toQt(surface_.glob()->accessible().role) : QAccessible::NoRole;
     }
 
     QAccessible::State state() const override
     {
         QAccessible::State state = QAccessibleWidget::state();
         if (const oribund::Glob* glob = surface_.glob()) {
-            state.disabled = !glob->canInteract();
-            state.focusable = glob->wantsFocus();
-            state.focused = glob->hasFocus();
-            surface_.traits()->addState(state);
+            const oribund::AccessibleDescription now = glob->accessible();
+            state.disabled = !now.enabled;
+            state.focusable = now.focusable;
+            state.focused = now.focused;
+            state.checkable = now.checkable;
+            state.checked = now.checked;
+            state.checkStateMixed = now.mixed;
+            state.pressed = now.pressed;
+            state.hasPopup = now.hasMenu;
+            state.expandable = now.expandable;
+            state.expanded = now.expanded;
+            state.collapsed = now.expandable && !now.expanded;
         } else {
             state.invalid = true;
         }
@@ -57,7 +106,7 @@ public:
         case QAccessible::Description:
             return toDisplay(glob->tooltip());
         case QAccessible::Value:
-            return surface_.traits()->valueText();
+            return workbench::toQt(glob->accessible().value);
         default:
             return QAccessibleWidget::text(kind);
         }
@@ -76,7 +125,7 @@ public:
         QStringList names;
         if (!glob || !glob->canInteract())
             return names;
-        if (const QString action = surface_.traits()->actionName(); !action.isEmpty())
+        if (const QString action = nameOf(glob->accessible().action); !action.isEmpty())
             names << action;
         if (glob->wantsFocus())
             names << setFocusAction();
@@ -90,32 +139,32 @@ public:
         if (name == setFocusAction())
             surface_.glob()->userFocus(true);
         else
-            surface_.traits()->activate();
+            surface_.glob()->accessibleActivate();
     }
 
-    QVariant currentValue() const override { return part(&GlobTraits::Number::value); }
+    QVariant currentValue() const override { return part(&oribund::AccessibleNumber::value); }
 
     void setCurrentValue(const QVariant& value) override
     {
         bool isNumber = false;
         const double wanted = value.toDouble(&isNumber);
-        if (isNumber && surface_.traits())
-            surface_.traits()->setNumber(wanted);
+        if (isNumber && surface_.glob())
+            surface_.glob()->accessibleSetNumber(wanted);
     }
 
-    QVariant maximumValue() const override { return part(&GlobTraits::Number::max); }
+    QVariant maximumValue() const override { return part(&oribund::AccessibleNumber::max); }
 
-    QVariant minimumValue() const override { return part(&GlobTraits::Number::min); }
+    QVariant minimumValue() const override { return part(&oribund::AccessibleNumber::min); }
 
-    QVariant minimumStepSize() const override { return part(&GlobTraits::Number::step); }
+    QVariant minimumStepSize() const override { return part(&oribund::AccessibleNumber::step); }
 
 private:
-    std::optional<GlobTraits::Number> number() const
+    std::optional<oribund::AccessibleNumber> number() const
     {
-        return surface_.traits() ? surface_.traits()->number() : std::nullopt;
+        return surface_.glob() ? surface_.glob()->accessible().number : std::nullopt;
     }
 
-    QVariant part(double GlobTraits::Number::*member) const
+    QVariant part(double oribund::AccessibleNumber::*member) const
     {
         const auto now = number();
         return now ? QVariant((*now).*member) : QVariant();

@@ -1,7 +1,6 @@
 #include "skin/GlobSurface.h"
 
 #include "skin/EventTranslation.h"
-#include "skin/GlobTraits.h"
 #include "skin/PanelView.h"
 #include "skin/QPainterRenderer.h"
 #include "skin/QtConversions.h"
@@ -22,10 +21,9 @@ using oribund::Event;
 using oribund::EventCode;
 using oribund::EventRouter;
 
-GlobSurface::GlobSurface(oribund::Glob& glob, std::unique_ptr<GlobTraits> traits, QWidget& parent)
+GlobSurface::GlobSurface(oribund::Glob& glob, QWidget& parent)
     : QWidget(&parent)
     , glob_(&glob)
-    , traits_(std::move(traits))
 {
     setMouseTracking(true);
     // The library moves the focus, and asks for menus, itself.
@@ -34,12 +32,9 @@ GlobSurface::GlobSurface(oribund::Glob& glob, std::unique_ptr<GlobTraits> traits
     setAttribute(Qt::WA_NoMousePropagation);
 }
 
-GlobSurface::~GlobSurface() = default;
-
 void GlobSurface::detach()
 {
     glob_ = nullptr;
-    traits_.reset();
 }
 
 bool GlobSurface::event(QEvent* event)
@@ -49,7 +44,8 @@ bool GlobSurface::event(QEvent* event)
     switch (event->type()) {
     case QEvent::ShortcutOverride:
         // A key that the control has a use for is not a command of the window.
-        if (claims(static_cast<QKeyEvent&>(*event)))
+        if (const EventRouter* router = EventRouter::find(glob_->canvas());
+            router && router->usesKey(toEvent(static_cast<QKeyEvent&>(*event))))
             event->accept();
         return true;
     case QEvent::ToolTip: {
@@ -62,17 +58,6 @@ bool GlobSurface::event(QEvent* event)
     default:
         return QWidget::event(event);
     }
-}
-
-bool GlobSurface::claims(const QKeyEvent& event) const
-{
-    const Event key = toEvent(event);
-    if (key.modifiers & (Event::kCtrl | Event::kAlt | Event::kMeta))
-        return traits_->usesCommandKey(key);
-    const EventRouter* router = EventRouter::find(glob_->canvas());
-    if (key.key == oribund::Key::Escape)
-        return router && router->grabOwner();
-    return traits_->usesKey(key.key);
 }
 
 void GlobSurface::paintEvent(QPaintEvent*)

@@ -2,8 +2,6 @@
 
 #include <QWidget>
 
-#include <memory>
-
 namespace oribund
 {
 class Event;
@@ -13,8 +11,6 @@ class Glob;
 namespace workbench
 {
 
-class GlobTraits;
-
 /**
  * The native widget of a glob that draws itself: paints it and passes mouse and keys on to it. The surfaces of the
  * globs in it stand inside. Its peer detaches it when the glob goes; it then does nothing until Qt deletes it.
@@ -22,19 +18,13 @@ class GlobTraits;
 class GlobSurface final : public QWidget
 {
 public:
-    GlobSurface(oribund::Glob& glob, std::unique_ptr<GlobTraits> traits, QWidget& parent);
-    ~GlobSurface() override;
+    GlobSurface(oribund::Glob& glob, QWidget& parent);
 
     /** The glob must not be called any more. */
     void detach();
 
     /** Null after detach(). */
     oribund::Glob* glob() const { return glob_; }
-
-    /** Null after detach(). */
-    const GlobTraits* traits() const { return traits_.get(); }
-
-    GlobTraits* traits() { return traits_.get(); }
 
 protected:
     bool event(QEvent* event) override;
@@ -56,10 +46,8 @@ private:
     void passKey(QKeyEvent& event);
     void endLostDrag(Qt::MouseButtons held);
     void showCursorAt(const oribund::Glob& glob, const QPoint& at);
-    bool claims(const QKeyEvent& event) const;
 
     oribund::Glob* glob_;
-    std::unique_ptr<GlobTraits> traits_;
 };
 
 } // namespace workbench

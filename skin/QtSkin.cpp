@@ -2,7 +2,6 @@
 
 #include "skin/ColourChooser.h"
 #include "skin/GlobAccessible.h"
-#include "skin/GlobTraits.h"
 #include "skin/MenuPopup.h"
 #include "skin/QtPeer.h"
 #include "skin/SurfacePeer.h"
@@ -29,7 +28,7 @@ namespace
 template <class G>
 std::unique_ptr<GlobPeer> paint(G& glob, QWidget& parent)
 {
-    return std::make_unique<SurfacePeer>(glob, GlobTraits::of(glob), parent);
+    return std::make_unique<SurfacePeer>(glob, parent);
 }
 
 } // namespace

@@ -1,7 +1,8 @@
 #include "skin/SurfacePeer.h"
 
 #include "skin/GlobSurface.h"
-#include "skin/GlobTraits.h"
+
+#include "oribund/host/toolkit/core/Glob.h"
 
 #include <QAccessible>
 
@@ -10,8 +11,8 @@ namespace workbench
 
 namespace Change = oribund::PeerChange;
 
-SurfacePeer::SurfacePeer(oribund::Glob& glob, std::unique_ptr<GlobTraits> traits, QWidget& parent)
-    : QtPeer(glob, new GlobSurface(glob, std::move(traits), parent))
+SurfacePeer::SurfacePeer(oribund::Glob& glob, QWidget& parent)
+    : QtPeer(glob, new GlobSurface(glob, parent))
 {
 }
 
@@ -31,7 +32,7 @@ void SurfacePeer::refresh(unsigned changes)
 void SurfacePeer::tellAccessibility(unsigned changes)
 {
     auto* surface = static_cast<GlobSurface*>(widget());
-    if (const auto number = surface->traits()->number(); number && (changes & Change::kState)) {
+    if (const auto number = surface->glob()->accessible().number; number && (changes & Change::kState)) {
         QAccessibleValueChangeEvent event(surface, number->value);
         QAccessible::updateAccessibility(&event);
         return;

@@ -7,13 +7,11 @@
 namespace workbench
 {
 
-class GlobTraits;
-
 /** The peer of a glob that draws itself: all standard controls except text entries, and whatever panels add. */
 class SurfacePeer final : public QtPeer
 {
 public:
-    SurfacePeer(oribund::Glob& glob, std::unique_ptr<GlobTraits> traits, QWidget& parent);
+    SurfacePeer(oribund::Glob& glob, QWidget& parent);
     ~SurfacePeer() override;
 
     void refresh(unsigned changes) override;

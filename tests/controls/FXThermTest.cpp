@@ -1,4 +1,5 @@
 #include "tests/controls/TrackFixture.h"
+#include "tests/support/KeyWalk.h"
 
 #include "oribund/controls/bars/CompoundEffectTherm.h"
 #include "oribund/controls/keyframes/KeyframeCommands.h"
@@ -308,6 +309,61 @@ TEST_F(FXTherms, ItTellsWhatIsAtTheTimeAndAtThePointer)
     EXPECT_TRUE(text.view().ends_with(L"\nand 1 more")) << toUTF8(text).c_str();
     canvas.inject(Event::mouseMove({150, 9}));
     EXPECT_TRUE(bar->tooltip().empty());
+}
+
+TEST_F(FXTherms, KeyframesArePartsOfItForThoseWhoDoNotSeeIt)
+{
+    ASSERT_EQ(bar->accessiblePartCount(), 3);
+    EXPECT_EQ(bar->accessiblePartAt({198, 9}), 2);
+    EXPECT_EQ(bar->accessiblePartAt({150, 9}), Glob::kNoPart);
+    EXPECT_TRUE(bar->accessibleActivate(2));
+    const AccessibleDescription third = bar->accessible(2);
+    EXPECT_EQ(third.name, UIString(L"Amount, 00:00:18:00, 25 %, keyframe 3 of 3, selected"));
+    EXPECT_TRUE(third.selected);
+    EXPECT_FALSE(bar->accessible(1).selected);
+    EXPECT_TRUE(third.box.contains(XY<int>{200, 9}));
+    EXPECT_EQ(selected(), 1);
+    addParam(*effect, L"Other", {14.0, 16.0});
+    EXPECT_EQ(bar->accessiblePartCount(), 4) << "those at one time are one";
+    EXPECT_FALSE(bar->accessibleActivate(4));
+}
+
+/** A bar with the keyboard. */
+class BarStage : public KeyStage, public FXTherms
+{
+public:
+    explicit BarStage(double time)
+    {
+        vob->setCurrentTime(time);
+        bar->takeFocus();
+    }
+
+    Canvas& canvas() override { return Track::canvas; }
+
+    void TestBody() override {}
+
+    void withSelection() { bar->selectAllKeyframes(true); }
+
+    void inDrag() { press(100, kRight), drag(110); }
+
+    void locked() { bar->setEnabled(false); }
+};
+
+TEST(FXThermKeys, AreTakenExactlyWhenTheBarSaysThatItUsesThem)
+{
+    const auto used = [](double time, void (BarStage::*prepare)()) {
+        return walkKeys([&] {
+            auto stage = std::make_unique<BarStage>(time);
+            if (prepare)
+                (stage.get()->*prepare)();
+            return stage;
+        });
+    };
+    const int beside = used(13.0, nullptr);
+    EXPECT_EQ(used(14.0, nullptr), beside + 2) << "Space, with Shift too";
+    EXPECT_EQ(used(13.0, &BarStage::withSelection), beside + 1) << "Escape";
+    EXPECT_EQ(used(13.0, &BarStage::inDrag), 2 + 5 + 5) << "Tab, the menu key, Escape";
+    EXPECT_EQ(used(13.0, &BarStage::locked), 0);
 }
 
 /** What may happen during a drag of keyframes. */

@@ -29,14 +29,14 @@ public:
         return true;
     }
 
-    bool handleKeyEvent(const Event& event) override
+    bool usesKey(const Event& press) const override
     {
-        keys.push_back(event.key);
+        keys.push_back(press.key);
         return false;
     }
 
     std::vector<String> messages;
-    std::vector<Key> keys;
+    mutable std::vector<Key> keys; ///< that nothing in it has used
 };
 
 /** An effect over the seconds 10 to 20 of an edit of 25 frames a second, and a panel for what shows it. */

@@ -32,7 +32,7 @@ public:
     {
         seen.push_back(event);
         if (journal)
-            *journal += name_ + describe(event) + " ";
+            *journal += name_ + signOf(event) + " ";
         // Nothing of this glob may be used after the hook: it may have destroyed it.
         const bool answer = takes;
         if (const auto hook = onEvent)
@@ -63,7 +63,7 @@ private:
         return info;
     }
 
-    static std::string describe(const Event& event)
+    static std::string signOf(const Event& event)
     {
         switch (event.code) {
         case EventCode::MousePress:

@@ -289,6 +289,30 @@ TEST_F(Tables, OnlyWhatIsInViewIsReadAndDrawn)
     }
 }
 
+TEST_F(Tables, TitlesAndCellsArePartsOfItForThoseWhoDoNotSeeIt)
+{
+    list.fill(100);
+    table->setCurrentCell({1, 99});
+    table->takeFocus();
+    ASSERT_EQ(table->accessiblePartCount(), 2 + 200);
+    EXPECT_EQ(table->accessible(1).role, AccessibleRole::ColumnHeader);
+    EXPECT_EQ(table->accessible(1).name, UIString(L"Text"));
+    const AccessibleDescription current = table->accessible(table->currentAccessiblePart());
+    EXPECT_EQ(current.cell, (XY<int>{1, 99}));
+    EXPECT_EQ(current.help, UIString(L"row 99, Text"));
+    EXPECT_TRUE(current.focused && current.selected && current.editable && current.visible);
+    const AccessibleDescription first = table->accessible(2);
+    EXPECT_EQ(first.value, L"row 0");
+    EXPECT_FALSE(first.visible || first.selected || first.editable);
+    EXPECT_EQ(table->accessiblePartAt(at(1, 99)), 2 + 199);
+    EXPECT_EQ(table->accessiblePartAt(table->layout().headerCellBox(0).centre()), 0);
+    EXPECT_TRUE(table->accessibleSetText(L"said", 2 + 199));
+    EXPECT_FALSE(table->accessibleSetText(L"said", 2 + 198)) << "not to be edited";
+    EXPECT_EQ(list.stored(), "1,99=said ");
+    EXPECT_TRUE(table->accessibleActivate(3));
+    EXPECT_EQ(table->edit().cell(), (XY<int>{1, 0}));
+}
+
 TEST_F(Tables, TheMarkTellsWhetherTheTableHasTheKeyboard)
 {
     const Palette& palette = table->getPalette();

@@ -292,20 +292,78 @@ void FXThermBase::reviewMenu(const Event*)
 
 // Keys
 
-bool FXThermBase::handleKeyEvent(const Event& event)
+bool FXThermBase::usesKey(const Event& press) const
 {
-    if (event.code == EventCode::KeyPress && dragState() == 0 && hasTime() && canInteract()) {
-        const bool toggles = event.key == Key::Space && isPlainKey(event);
-        if (runKeyframeKey(commands(), event) || (toggles && toggleAtCurrentTime()))
+    if (dragState() == 0 && hasTime() && canInteract()) {
+        const bool toggles = press.key == Key::Space && press.isPlainKeyPress();
+        if (usesKeyframeKey(commands(), press) || (toggles && !acceptedHere().empty()))
             return true;
     }
-    return ThermBase::handleKeyEvent(event);
+    return ThermBase::usesKey(press);
 }
 
-bool FXThermBase::toggleAtCurrentTime()
+bool FXThermBase::handleKeyEvent(const Event& event)
+{
+    if (dragState() == 0 && runKeyframeKey(commands(), event))
+        return true;
+    if (!event.isPlainKeyPress() || event.key != Key::Space)
+        return ThermBase::handleKeyEvent(event);
+    commands().toggle(acceptedHere());
+    return true;
+}
+
+FXThermBase::Keyframes FXThermBase::acceptedHere() const
 {
     Vob* const vob = getVob();
-    const Keyframes keyframes = vob ? acceptedAt(vob->getCurrentTime()) : Keyframes();
+    return vob ? acceptedAt(vob->getCurrentTime()) : Keyframes();
+}
+
+// Those who do not see it
+
+void FXThermBase::describe(AccessibleDescription& description) const
+{
+    ThermBase::describe(description);
+    description.multiSelectable = true;
+}
+
+int FXThermBase::accessiblePartCount() const
+{
+    return static_cast<int>(keyframes_.times().size());
+}
+
+void FXThermBase::describePart(int part, AccessibleDescription& description) const
+{
+    const CompoundEffectMonitor* const monitor = commands().monitor();
+    if (!monitor || part >= accessiblePartCount())
+        return;
+    const double time = keyframes_.times()[static_cast<std::size_t>(part)];
+    const ThermGeometry shown = geometry();
+    const Keyframes keyframes = keyframes_.at(time);
+    const int x = shown.f2xi(time);
+    description.role = AccessibleRole::Keyframe;
+    description.name = UIString(describeKeyframes(keyframes, time, *monitor, getEdit()));
+    description.value = getCueTimecode(time, getEdit());
+    description.box = {x - cueTolerance(), 0, x + cueTolerance() + 1, getHeight()};
+    description.visible = time >= shown.start && time <= shown.end;
+    description.selectable = true;
+    description.selected =
+        std::any_of(keyframes.begin(), keyframes.end(), [](const FXKeyframe& keyframe) { return keyframe.selected; });
+    description.action = acceptedAt(time).empty() ? AccessibleAction::None : AccessibleAction::Toggle;
+}
+
+int FXThermBase::accessiblePartAt(const XY<int>& local) const
+{
+    const auto time = getClosestKF(local.x, cueTolerance());
+    const std::vector<double>& times = keyframes_.times();
+    const auto found = time ? std::lower_bound(times.begin(), times.end(), *time - kValueTolerance) : times.end();
+    return found != times.end() ? static_cast<int>(found - times.begin()) : kNoPart;
+}
+
+bool FXThermBase::accessibleActivate(int part)
+{
+    if (!canInteract() || part < 0 || part >= accessiblePartCount())
+        return false;
+    const Keyframes keyframes = acceptedAt(keyframes_.times()[static_cast<std::size_t>(part)]);
     commands().toggle(keyframes);
     return !keyframes.empty();
 }

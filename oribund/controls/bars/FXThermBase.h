@@ -77,6 +77,14 @@ public:
     /** What is at the current time, for who does not see it: keyframes and their values, or the time alone. */
     WString valueText() const override;
 
+    // Its parts are the keyframes of the effects, those at one time together.
+    bool usesKey(const Event& press) const override;
+    void describe(AccessibleDescription& description) const override;
+    int accessiblePartCount() const override;
+    void describePart(int part, AccessibleDescription& description) const override;
+    int accessiblePartAt(const XY<int>& local) const override;
+    bool accessibleActivate(int part = kWhole) override;
+
     /** What is at the pointer. */
     UIString tooltip() const override;
     MouseCursor contextCursor(const XY<int>& local) const override;
@@ -114,6 +122,9 @@ protected:
     bool handleMouseEvent(const Event& event) override;
     bool handleKeyEvent(const Event& event) override;
     bool handleMessageEvent(const String& message, Glob* sender) override;
+
+    bool hasMenu() const override { return true; }
+
     void reviewMenu(const Event* event) override;
 
 private:
@@ -142,7 +153,7 @@ private:
     bool pressKeyframes(const Event& event);
     void grabKeyframes(const Keyframes& keyframes, double time, int x);
     Keyframes acceptedAt(const std::optional<double>& time) const;
-    bool toggleAtCurrentTime();
+    Keyframes acceptedHere() const;
 
     IdStamp track_;
     ThermKeyframes keyframes_;

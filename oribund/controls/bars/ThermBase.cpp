@@ -174,13 +174,22 @@ bool ThermBase::handleMouseEvent(const Event& event)
     return Control::handleMouseEvent(event);
 }
 
+bool ThermBase::usesKey(const Event& press) const
+{
+    if (drag_ && press.isKeyPress(Key::Escape))
+        return true;
+    const bool moves =
+        press.key == Key::Left || press.key == Key::Right || press.key == Key::Home || press.key == Key::End;
+    return (moves && press.isPlainKeyPress() && !drag_ && canInteract() && hasTime()) || Control::usesKey(press);
+}
+
 bool ThermBase::handleKeyEvent(const Event& event)
 {
     if (drag_ && event.isKeyPress(Key::Escape)) {
         takeDrag()->abort();
         return true;
     }
-    if (drag_ || !canInteract() || !hasTime() || !isPlainKey(event))
+    if (!event.isPlainKeyPress())
         return Control::handleKeyEvent(event);
     switch (event.key) {
     case Key::Left:
@@ -198,6 +207,21 @@ bool ThermBase::handleKeyEvent(const Event& event)
     default:
         return Control::handleKeyEvent(event);
     }
+}
+
+void ThermBase::describe(AccessibleDescription& description) const
+{
+    description.role = AccessibleRole::TimeBar;
+    description.number = AccessibleNumber{getTime(eExact), geometry_.start, geometry_.end, 0.0};
+    description.value = valueText();
+}
+
+bool ThermBase::accessibleSetNumber(double value, int)
+{
+    if (!canInteract() || !hasTime())
+        return false;
+    setTime(constrainTime(value));
+    return true;
 }
 
 void ThermBase::draw(CanvasRenderer& renderer)

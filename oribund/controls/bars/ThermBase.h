@@ -93,6 +93,9 @@ public:
     virtual WString valueText() const { return {}; }
 
     MouseCursor contextCursor(const XY<int>& local) const override;
+    bool usesKey(const Event& press) const override;
+    void describe(AccessibleDescription& description) const override;
+    bool accessibleSetNumber(double value, int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
 
 protected:

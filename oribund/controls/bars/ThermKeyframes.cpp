@@ -1,6 +1,7 @@
 #include "oribund/controls/bars/ThermKeyframes.h"
 
 #include "oribund/controls/bars/ThermGeometry.h"
+#include "oribund/host/base/Numeric.h"
 #include "oribund/host/effects/EffectInstance.h"
 
 #include <algorithm>
@@ -13,6 +14,7 @@ void ThermKeyframes::update(CompoundEffectKeyframes& effects, const IdStamp& tra
 {
     effects.populateKeyframesForCompoundEffect(track, sets_);
     entries_.clear();
+    times_.reset();
     for (const auto& effect : effects.getEffects(track)) {
         const auto set = sets_.find(effect);
         const NumRange<double> region = effects.getEditRegion(effect->id());
@@ -41,6 +43,20 @@ std::optional<double> ThermKeyframes::closest(double time) const
             found = candidate;
     }
     return found;
+}
+
+const std::vector<double>& ThermKeyframes::times() const
+{
+    if (times_)
+        return *times_;
+    std::vector<double>& all = times_.emplace();
+    for (const Entry& entry : entries_) {
+        for (const double time : entry.keyframes.times())
+            all.push_back(entry.inEdit(time));
+    }
+    std::sort(all.begin(), all.end());
+    all.erase(std::unique(all.begin(), all.end(), [](double a, double b) { return valEqualsVal(a, b); }), all.end());
+    return all;
 }
 
 std::vector<ThermKeyframes::FXKeyframe> ThermKeyframes::at(double time) const

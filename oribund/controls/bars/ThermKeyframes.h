@@ -31,6 +31,9 @@ public:
     /** The time of the keyframe closest to an edit time. */
     std::optional<double> closest(double time) const;
 
+    /** All distinct times in edit time, ascending; as they were at the last update(). */
+    const std::vector<double>& times() const;
+
     /** All keyframes at an edit time. */
     std::vector<FXKeyframe> at(double time) const;
 
@@ -52,6 +55,7 @@ private:
 
     KeyframeSets sets_;
     std::vector<Entry> entries_;
+    mutable std::optional<std::vector<double>> times_; ///< collected at the first question
 };
 
 } // namespace oribund

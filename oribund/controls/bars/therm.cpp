@@ -6,6 +6,7 @@
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace oribund
@@ -204,14 +205,58 @@ void therm::drawMarks(CanvasRenderer& renderer)
 
 void therm::drawCues(CanvasRenderer& renderer)
 {
-    const EditPtr edit = getEdit();
-    if (!edit)
-        return;
     const ThermGeometry shown = geometry();
-    for (const Cue& cue : edit->getCues()) {
-        if ((cue.flags & Cue::kVisible) != 0 && cue.time >= shown.start && cue.time <= shown.end)
-            drawCueAt(renderer, shown.f2xi(cue.time), cue.colour);
+    for (const Cue& cue : cuesShown())
+        drawCueAt(renderer, shown.f2xi(cue.time), cue.colour);
+}
+
+std::vector<Cue> therm::cuesShown() const
+{
+    std::vector<Cue> cues;
+    const ThermGeometry shown = geometry();
+    if (const EditPtr edit = getEdit()) {
+        for (const Cue& cue : edit->getCues()) {
+            if ((cue.flags & Cue::kVisible) != 0 && cue.time >= shown.start && cue.time <= shown.end)
+                cues.push_back(cue);
+        }
     }
+    return cues;
+}
+
+int therm::accessiblePartCount() const
+{
+    return static_cast<int>(cuesShown().size());
+}
+
+void therm::describePart(int part, AccessibleDescription& description) const
+{
+    const std::vector<Cue> cues = cuesShown();
+    if (static_cast<std::size_t>(part) >= cues.size())
+        return;
+    const Cue& cue = cues[static_cast<std::size_t>(part)];
+    const int x = geometry().f2xi(cue.time);
+    description.role = AccessibleRole::Cue;
+    description.name = UIString(getCueTooltip(cue, getEdit()));
+    description.value = getCueTimecode(cue.time, getEdit());
+    description.action = AccessibleAction::Press;
+    description.box = {x - cueTolerance(), 0, x + cueTolerance() + 1, getHeight()};
+}
+
+int therm::accessiblePartAt(const XY<int>& local) const
+{
+    const Cue wanted = cueAt(local.x);
+    const std::vector<Cue> cues = cuesShown();
+    const auto found = std::find_if(cues.begin(), cues.end(), [&](const Cue& cue) { return cue.id == wanted.id; });
+    return wanted.valid() && found != cues.end() ? static_cast<int>(found - cues.begin()) : kNoPart;
+}
+
+bool therm::accessibleActivate(int part)
+{
+    const std::vector<Cue> cues = cuesShown();
+    if (!canInteract() || static_cast<std::size_t>(part) >= cues.size())
+        return false;
+    setTime(cues[static_cast<std::size_t>(part)].time);
+    return true;
 }
 
 void therm::handleCurrentTimeChange()

@@ -70,6 +70,12 @@ public:
     /** The timecode. */
     WString valueText() const override;
 
+    // Its parts are the cues in its span.
+    int accessiblePartCount() const override;
+    void describePart(int part, AccessibleDescription& description) const override;
+    int accessiblePartAt(const XY<int>& local) const override;
+    bool accessibleActivate(int part = kWhole) override;
+
     /** That of the cue under the pointer. */
     UIString tooltip() const override;
 
@@ -93,6 +99,7 @@ protected:
     void handleModifications(const EditModification& modification) override;
 
 private:
+    std::vector<Cue> cuesShown() const;
     Cue cueAt(int x) const;
     bool zoomBy(double factor);
 

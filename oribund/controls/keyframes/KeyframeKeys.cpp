@@ -30,13 +30,16 @@ Action actionOf(const Event& event)
 
 } // namespace
 
-bool isKeyframeKey(const Event& event)
+bool usesKeyframeKey(const KeyframeCommands& commands, const Event& press)
 {
-    return actionOf(event) != Action::None;
+    const Action action = actionOf(press);
+    return action != Action::None && (action != Action::Deselect || commands.countSelected() > 0);
 }
 
 bool runKeyframeKey(const KeyframeCommands& commands, const Event& event)
 {
+    if (!usesKeyframeKey(commands, event))
+        return false;
     const bool forward = event.key == Key::Right;
     switch (actionOf(event)) {
     case Action::None:
@@ -55,8 +58,6 @@ bool runKeyframeKey(const KeyframeCommands& commands, const Event& event)
         commands.removeSelected();
         return true;
     case Action::Deselect:
-        if (commands.countSelected() == 0)
-            return false;
         commands.selectAll(false);
         return true;
     }

@@ -15,7 +15,7 @@ class KeyframeCommands;
  */
 ORIBUND_API bool runKeyframeKey(const KeyframeCommands& commands, const Event& event);
 
-/** Whether a key with modifiers is one of them, so that a host does not take it for a command of its own. */
-ORIBUND_API bool isKeyframeKey(const Event& event);
+/** Whether runKeyframeKey() would do something with a press. */
+ORIBUND_API bool usesKeyframeKey(const KeyframeCommands& commands, const Event& press);
 
 } // namespace oribund

@@ -133,12 +133,12 @@ bool TimeBar::handleMouseEvent(const Event& event)
     return therm::handleMouseEvent(event);
 }
 
-bool TimeBar::handleKeyEvent(const Event& event)
+bool TimeBar::usesKey(const Event& press) const
 {
     // A longer step is the window's, here as everywhere.
-    if (event.has(Event::kShift) && (event.key == oribund::Key::Left || event.key == oribund::Key::Right))
-        return false;
-    return therm::handleKeyEvent(event);
+    const bool longStep =
+        press.has(Event::kShift) && (press.key == oribund::Key::Left || press.key == oribund::Key::Right);
+    return !longStep && therm::usesKey(press);
 }
 
 bool TimeBar::openCueMenu(double time, const oribund::XY<int>& at)

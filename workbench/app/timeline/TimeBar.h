@@ -27,13 +27,16 @@ public:
     /** Opens the menu of the cues for a time of the edit, at a point that need not be on the bar. */
     bool openCueMenu(double time, const oribund::XY<int>& at);
 
+    bool usesKey(const oribund::Event& press) const override;
     oribund::MouseCursor contextCursor(const oribund::XY<int>& local) const override;
 
 protected:
     void drawCues(oribund::CanvasRenderer& renderer) override;
     void reviewMenu(const oribund::Event* event) override;
     bool handleMouseEvent(const oribund::Event& event) override;
-    bool handleKeyEvent(const oribund::Event& event) override;
+
+    bool hasMenu() const override { return true; }
+
     bool handleMessageEvent(const oribund::String& message, oribund::Glob* sender) override;
     void handleModifications(const oribund::EditModification& modification) override;
 

@@ -79,9 +79,4 @@ void Control::drawFocusRing(CanvasRenderer& renderer, const Kt::Box<int>& box) c
         renderer.frameRect(CanvasRenderer::toDouble(box), getPalette().focus());
 }
 
-bool Control::isPlainKey(const Event& event)
-{
-    return event.code == EventCode::KeyPress && !event.has(Event::kCtrl | Event::kAlt | Event::kMeta);
-}
-
 } // namespace oribund

@@ -50,9 +50,6 @@ protected:
     /** The focus ring by itself, for controls without a box. */
     void drawFocusRing(CanvasRenderer& renderer, const Kt::Box<int>& box) const;
 
-    /** Whether a key comes without Ctrl, Alt or Meta, which belong to commands. */
-    static bool isPlainKey(const Event& event);
-
 private:
     bool hot_ = false;
 };

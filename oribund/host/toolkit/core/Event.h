@@ -102,6 +102,9 @@ public:
 
     bool isKeyPress(Key which) const { return code == EventCode::KeyPress && key == which; }
 
+    /** A press of a key without Ctrl, Alt or Meta, which belong to commands. */
+    bool isPlainKeyPress() const { return code == EventCode::KeyPress && !has(kCtrl | kAlt | kMeta); }
+
     bool isHeld(MouseButton which) const { return (buttons & static_cast<unsigned>(which)) != 0; }
 
     bool has(unsigned modifier) const { return (modifiers & modifier) != 0; }

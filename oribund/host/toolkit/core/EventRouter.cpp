@@ -73,6 +73,12 @@ private:
     std::vector<const TabOrderManager*> orders_;
 };
 
+/** Ctrl+Tab and the like are commands of the window. */
+bool isTab(const Event& event)
+{
+    return event.isPlainKeyPress() && event.key == Key::Tab;
+}
+
 } // namespace
 
 EventRouter::EventRouter() = default;
@@ -297,6 +303,20 @@ void EventRouter::setFocus(Glob* glob)
     }
 }
 
+bool EventRouter::usesKey(const Event& press) const
+{
+    if (press.code != EventCode::KeyPress)
+        return false;
+    if (grab_ && grab_->usesKey(press))
+        return true;
+    const Glob* receiver = focus_ ? focus_.get() : roots_.empty() ? nullptr : roots_.back();
+    for (; receiver; receiver = receiver->parent()) {
+        if (receiver->canInteract() && receiver->usesKey(press))
+            return true;
+    }
+    return isTab(press) && nextStop(!press.has(Event::kShift), true);
+}
+
 bool EventRouter::routeKey(const Event& event, Glob* target)
 {
     GlobRef<Glob> receiver(target);
@@ -306,23 +326,27 @@ bool EventRouter::routeKey(const Event& event, Glob* target)
         receiver = GlobRef<Glob>(roots_.back());
     if (receiver && bubble(*receiver, event))
         return true;
-    return event.isKeyPress(Key::Tab) && moveFocus(!event.has(Event::kShift));
+    return isTab(event) && moveFocus(!event.has(Event::kShift));
 }
 
-bool EventRouter::moveFocus(bool forward, bool wrap)
+Glob* EventRouter::nextStop(bool forward, bool wrap) const
 {
     if (roots_.empty())
-        return false;
+        return nullptr;
     Glob* root = roots_.back();
     for (Glob* candidate : roots_) {
         if (candidate->isAncestorOf(focus_.get()))
             root = candidate;
     }
-    Glob* stop = TabStops(*root).next(focus_.get(), forward, wrap);
-    if (!stop)
-        return false;
-    setFocus(stop);
-    return true;
+    return TabStops(*root).next(focus_.get(), forward, wrap);
+}
+
+bool EventRouter::moveFocus(bool forward, bool wrap)
+{
+    Glob* const stop = nextStop(forward, wrap);
+    if (stop)
+        setFocus(stop);
+    return stop != nullptr;
 }
 
 void EventRouter::release(Glob& glob)

@@ -49,6 +49,13 @@ public:
      */
     bool moveFocus(bool forward, bool wrap = true);
 
+    /**
+     * Whether a press of a key means something to the globs: to the one that holds the pointer, to the one that has the
+     * keyboard or what that is in, or, for Tab, to the tab order. A host asks before it takes a key for a command of
+     * its own.
+     */
+    bool usesKey(const Event& press) const;
+
     /** An event for a certain glob, in its coordinates: what the pointer is over is known already. */
     bool route(Glob& target, const Event& event);
 
@@ -60,6 +67,7 @@ private:
     bool routePress(Glob* target, const Event& event);
     bool routeRelease(Glob* target, const Event& event);
     bool routeKey(const Event& event, Glob* target);
+    Glob* nextStop(bool forward, bool wrap) const;
     void cancelGrab();
     void hover(Glob* target, const Event& event);
     void focusForPress(Glob& target, const Event& event);

@@ -4,6 +4,7 @@
 #include "oribund/host/base/Export.h"
 #include "oribund/host/base/LightweightString.h"
 #include "oribund/host/base/XY.h"
+#include "oribund/host/toolkit/core/Accessible.h"
 #include "oribund/host/toolkit/core/GlobCreationInfo.h"
 #include "oribund/host/toolkit/core/GlobLook.h"
 #include "oribund/host/toolkit/core/GlobRef.h"
@@ -30,7 +31,7 @@ class Skin;
  * a GlobRef that it is still there. Coordinates are logical pixels, top-down, those of a child from the top left
  * corner of its parent. User-interface thread only.
  */
-class ORIBUND_API Glob : public GlobLook
+class ORIBUND_API Glob : public GlobLook, public Accessible
 {
 public:
     using InitArgs = GlobCreationInfo;
@@ -173,9 +174,18 @@ public:
 
     /**
      * An event for this glob; true when it was taken. What is not taken is offered to the parent. Sorts events to the
-     * four functions below.
+     * four functions below. A press of a key that it has no use for goes past it.
      */
     virtual bool react(const Event& event);
+
+    /**
+     * Whether a press of a key means something to this glob now, by itself: not to what is in it or around it. The one
+     * truth about its keys: handleKeyEvent() hears of these presses alone, and no shortcut of a window takes them.
+     */
+    virtual bool usesKey(const Event& press) const;
+
+    /** What it is, or a part of it, to someone who does not see it: what every glob is, and what describe() adds. */
+    AccessibleDescription accessible(int part = kWhole) const;
 
     /** For peers: a raw event with its position in this glob's coordinates. */
     bool userEvent(const Event& event);
@@ -205,6 +215,7 @@ public:
 
 protected:
     virtual bool handleMouseEvent(const Event& event);
+    /** A press that usesKey(), or any release. */
     virtual bool handleKeyEvent(const Event& event);
     virtual void handleFocusEvent(bool gained);
     virtual bool handleMessageEvent(const String& message, Glob* sender);

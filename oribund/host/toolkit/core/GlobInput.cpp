@@ -56,6 +56,8 @@ bool Glob::react(const Event& event)
 {
     if (event.isMouse())
         return handleMouseEvent(event);
+    if (event.code == EventCode::KeyPress && !usesKey(event))
+        return false;
     if (event.isKey())
         return handleKeyEvent(event);
     switch (event.code) {
@@ -96,12 +98,36 @@ bool Glob::handleMouseEvent(const Event&)
     return false;
 }
 
+bool Glob::usesKey(const Event&) const
+{
+    return false;
+}
+
 bool Glob::handleKeyEvent(const Event&)
 {
     return false;
 }
 
 void Glob::handleFocusEvent(bool) {}
+
+// Those who do not see it
+
+AccessibleDescription Glob::accessible(int part) const
+{
+    AccessibleDescription description;
+    description.enabled = canInteract();
+    if (part != kWhole) {
+        describePart(part, description);
+        return description;
+    }
+    description.name = accessibleName();
+    description.help = tooltip();
+    description.box = localBox();
+    description.focusable = wantsFocus();
+    description.focused = hasFocus();
+    describe(description);
+    return description;
+}
 
 bool Glob::handleMessageEvent(const String&, Glob*)
 {

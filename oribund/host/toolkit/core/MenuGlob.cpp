@@ -55,11 +55,22 @@ bool MenuGlob::handleMouseEvent(const Event& event)
     return Glob::handleMouseEvent(event);
 }
 
+bool MenuGlob::hasMenu() const
+{
+    return false;
+}
+
+bool MenuGlob::usesKey(const Event& press) const
+{
+    return press.isKeyPress(Key::Menu) ? hasMenu() : Glob::usesKey(press);
+}
+
 bool MenuGlob::handleKeyEvent(const Event& event)
 {
-    if (event.isKeyPress(Key::Menu))
-        return openMenu({0, getHeight()}, &event);
-    return Glob::handleKeyEvent(event);
+    if (!event.isKeyPress(Key::Menu))
+        return Glob::handleKeyEvent(event);
+    openMenu({0, getHeight()}, &event);
+    return true;
 }
 
 } // namespace oribund

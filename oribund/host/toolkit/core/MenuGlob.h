@@ -29,6 +29,8 @@ public:
 
     bool isMenuOpen() const { return menuOpen_; }
 
+    bool usesKey(const Event& press) const override;
+
     /** The user has chosen an item of menu() or of a submenu. Closes the menu, then does what the item says. */
     void userChooseMenuItem(const MenuItem& item);
 
@@ -36,6 +38,9 @@ public:
     void userCloseMenu();
 
 protected:
+    /** Whether the menu key has a menu to open here: for who overrides reviewMenu() to say. */
+    virtual bool hasMenu() const;
+
     /** Fills menu(), which is empty before. `event` may be null. */
     virtual void reviewMenu(const Event* event);
 

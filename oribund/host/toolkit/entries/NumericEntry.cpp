@@ -5,6 +5,7 @@
 #include "oribund/host/toolkit/core/GlobPeer.h"
 
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace oribund
@@ -136,6 +137,20 @@ void NumericEntry::handleStep(double steps)
         setProblem(from.problem);
 }
 
+void NumericEntry::describe(AccessibleDescription& description) const
+{
+    constexpr double kUnknown = std::numeric_limits<double>::infinity();
+    ValTextBox::describe(description);
+    description.role = AccessibleRole::NumberEntry;
+    if (const std::optional<double> number = getNumber())
+        description.number = AccessibleNumber{*number, -kUnknown, kUnknown, step_};
+}
+
+bool NumericEntry::accessibleSetNumber(double value, int)
+{
+    return userSetNumber(value);
+}
+
 // Scrubbing
 
 bool NumericEntry::canScrub() const
@@ -249,9 +264,14 @@ bool NumericEntry::handleMouseEvent(const Event& event)
     return ValTextBox::handleMouseEvent(event);
 }
 
-bool NumericEntry::handleKeyEvent(const Event& event)
+bool NumericEntry::usesKey(const Event& press) const
 {
     // The keys of a drag are commands: what is dragged is not typed in.
+    return drag_.isOpen() ? drag_.usesKey(press) : ValTextBox::usesKey(press);
+}
+
+bool NumericEntry::handleKeyEvent(const Event& event)
+{
     return drag_.isOpen() ? drag_.handle(event) : ValTextBox::handleKeyEvent(event);
 }
 

@@ -62,6 +62,9 @@ public:
     void setWidgetValue(const WString& value, eRedrawFlag flag) override;
     WString getWidgetValue() const override;
     bool canStep() const override;
+    bool usesKey(const Event& press) const override;
+    void describe(AccessibleDescription& description) const override;
+    bool accessibleSetNumber(double value, int part = kWhole) override;
     bool ownsPress() const override;
     bool focusOnPress(const XY<int>& local) const override;
     MouseCursor contextCursor(const XY<int>& local) const override;

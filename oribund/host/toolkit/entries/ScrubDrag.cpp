@@ -77,6 +77,11 @@ void ScrubDrag::abort()
         entry->userScrubCancel();
 }
 
+bool ScrubDrag::usesKey(const Event& press) const
+{
+    return isOpen() && press.isKeyPress(Key::Escape);
+}
+
 bool ScrubDrag::handle(const Event& event)
 {
     if (!isOpen())
@@ -97,9 +102,10 @@ bool ScrubDrag::handle(const Event& event)
             abort();
         return true;
     case EventCode::KeyPress:
-        if (event.key == Key::Escape)
-            abort();
-        return event.key == Key::Escape;
+        if (!usesKey(event))
+            return false;
+        abort();
+        return true;
     default:
         return event.isMouse();
     }

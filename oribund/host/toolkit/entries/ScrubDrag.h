@@ -34,6 +34,9 @@ public:
     /** Puts the number back, and is no click either. */
     void abort();
 
+    /** Whether a press of a key of its glob would give it up. */
+    bool usesKey(const Event& press) const;
+
     /** Takes an event of its glob while it is open: motion, release, Escape, or the loss of the pointer. */
     bool handle(const Event& event);
 

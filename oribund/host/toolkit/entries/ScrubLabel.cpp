@@ -43,6 +43,11 @@ bool ScrubLabel::handleMouseEvent(const Event& event)
     return true;
 }
 
+bool ScrubLabel::usesKey(const Event& press) const
+{
+    return drag_.usesKey(press) || Label::usesKey(press);
+}
+
 bool ScrubLabel::handleKeyEvent(const Event& event)
 {
     return drag_.handle(event) || Label::handleKeyEvent(event);

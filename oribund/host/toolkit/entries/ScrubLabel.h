@@ -22,6 +22,7 @@ public:
     /** Does not own it; null for none. */
     void setEntry(NumericEntry* entry);
 
+    bool usesKey(const Event& press) const override;
     MouseCursor contextCursor(const XY<int>& local) const override;
 
 protected:

@@ -249,21 +249,40 @@ void TextBox::type(const Event& event)
         userEdit(old + (event.text.empty() ? WString(L" ") : event.text));
 }
 
+bool TextBox::usesKey(const Event& press) const
+{
+    const bool steps = press.isKeyPress(Key::Up) || press.isKeyPress(Key::Down);
+    if (steps && !press.has(Event::kAlt | Event::kMeta) && !readOnly_ && canInteract() && canStep())
+        return true;
+    if (!press.isPlainKeyPress())
+        return Control::usesKey(press);
+    switch (press.key) {
+    case Key::Enter:
+    case Key::Character:
+    case Key::Space:
+    case Key::Backspace:
+    case Key::Delete:
+        return true;
+    case Key::Escape:
+        // Without anything to give up the key is for whoever the box stands in.
+        return canCancel();
+    default:
+        return Control::usesKey(press);
+    }
+}
+
 bool TextBox::handleKeyEvent(const Event& event)
 {
     const double direction = event.isKeyPress(Key::Up) ? 1.0 : event.isKeyPress(Key::Down) ? -1.0 : 0.0;
     if (direction != 0.0 && !event.has(Event::kAlt | Event::kMeta) && userStep(direction * stepScale(event)))
         return true;
-    if (!isPlainKey(event))
+    if (!event.isPlainKeyPress())
         return Control::handleKeyEvent(event);
     switch (event.key) {
     case Key::Enter:
         userCommit(getShownText());
         return true;
     case Key::Escape:
-        // Without anything to give up the key is for whoever the box stands in.
-        if (!canCancel())
-            return Control::handleKeyEvent(event);
         userCancel();
         return true;
     case Key::Character:
@@ -286,6 +305,20 @@ UIString TextBox::accessibleName() const
 {
     const UIString own = Control::accessibleName();
     return own.empty() ? UIString(placeholder_) : own;
+}
+
+void TextBox::describe(AccessibleDescription& description) const
+{
+    description.role = AccessibleRole::TextEntry;
+    description.value = getShownText();
+    description.editable = !readOnly_;
+    description.readOnly = readOnly_;
+    description.invalid = !problem_.empty();
+}
+
+bool TextBox::accessibleSetText(const WString& text, int)
+{
+    return userCommit(text);
 }
 
 void TextBox::draw(CanvasRenderer& renderer)

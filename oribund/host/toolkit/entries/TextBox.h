@@ -105,6 +105,9 @@ public:
     /** What is wrong, if something is. */
     UIString tooltip() const override;
     UIString accessibleName() const override;
+    bool usesKey(const Event& press) const override;
+    void describe(AccessibleDescription& description) const override;
+    bool accessibleSetText(const WString& text, int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
     std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 

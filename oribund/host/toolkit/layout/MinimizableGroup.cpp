@@ -117,10 +117,16 @@ bool MinimizableGroup::handleMouseEvent(const Event& event)
     return WidgetGroupEx::handleMouseEvent(event);
 }
 
+bool MinimizableGroup::usesKey(const Event& press) const
+{
+    const bool folds =
+        press.key == Key::Space || press.key == Key::Enter || press.key == Key::Left || press.key == Key::Right;
+    return (folds && press.isPlainKeyPress() && hasFocus() && canToggle()) || WidgetGroupEx::usesKey(press);
+}
+
 bool MinimizableGroup::handleKeyEvent(const Event& event)
 {
-    // Keys that a widget in the group leaves alone arrive here too; they are not meant for the title.
-    if (!hasFocus() || event.code != EventCode::KeyPress || !canToggle())
+    if (!event.isPlainKeyPress())
         return WidgetGroupEx::handleKeyEvent(event);
     switch (event.key) {
     case Key::Space:
@@ -139,6 +145,20 @@ bool MinimizableGroup::handleKeyEvent(const Event& event)
 }
 
 // Look
+
+void MinimizableGroup::describe(AccessibleDescription& description) const
+{
+    WidgetGroupEx::describe(description);
+    description.action = canToggle() ? AccessibleAction::Toggle : AccessibleAction::None;
+    description.expandable = minimisable_;
+    description.expanded = sizeState_ == eSizeNormal;
+}
+
+bool MinimizableGroup::accessibleActivate(int)
+{
+    userToggleSizeState();
+    return canToggle();
+}
 
 int MinimizableGroup::titleTextOffset() const
 {

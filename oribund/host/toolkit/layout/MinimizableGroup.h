@@ -42,6 +42,9 @@ public:
 
     int calcHeight() const override;
     bool wantsFocus() const override;
+    bool usesKey(const Event& press) const override;
+    void describe(AccessibleDescription& description) const override;
+    bool accessibleActivate(int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
 
 protected:

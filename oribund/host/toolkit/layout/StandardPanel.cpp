@@ -233,6 +233,11 @@ void StandardPanel::setActive(bool active, eRedrawFlag redrawFlag)
         forEachChild([=](Glob& child) { child.setActive(active, redrawFlag); });
 }
 
+void StandardPanel::describe(AccessibleDescription& description) const
+{
+    description.role = AccessibleRole::Group;
+}
+
 void StandardPanel::draw(CanvasRenderer& renderer)
 {
     renderer.fillRect(CanvasRenderer::toDouble(localBox()), getPalette().window());

@@ -62,6 +62,7 @@ public:
     using Glob::resize;
     void resize(double width, double height) override;
     void setActive(bool active, eRedrawFlag redrawFlag = eRedrawFlag::Yes) override;
+    void describe(AccessibleDescription& description) const override;
     void draw(CanvasRenderer& renderer) override;
     std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 

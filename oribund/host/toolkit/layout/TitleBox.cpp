@@ -6,6 +6,16 @@
 namespace oribund
 {
 
+namespace
+{
+
+bool endsBox(const Event& press)
+{
+    return press.isPlainKeyPress() && (press.key == Key::Enter || press.key == Key::Escape);
+}
+
+} // namespace
+
 TitleBox::TitleBox(const InitArgs& args, WidgetGroupEx& group)
     : TextBox(args)
     , group_(group)
@@ -17,9 +27,14 @@ bool TitleBox::handleCommit(const WString& text)
     return group_.userSetTitle(text);
 }
 
+bool TitleBox::usesKey(const Event& press) const
+{
+    return endsBox(press) || TextBox::usesKey(press);
+}
+
 bool TitleBox::handleKeyEvent(const Event& event)
 {
-    const bool ends = event.isKeyPress(Key::Enter) || event.isKeyPress(Key::Escape);
+    const bool ends = endsBox(event);
     GlobRef<TitleBox> self(this);
     const bool taken = TextBox::handleKeyEvent(event);
     if (!ends || !self)

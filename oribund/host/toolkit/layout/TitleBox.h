@@ -15,6 +15,8 @@ public:
     /** `group` owns the box. */
     TitleBox(const InitArgs& args, WidgetGroupEx& group);
 
+    bool usesKey(const Event& press) const override;
+
 protected:
     bool handleCommit(const WString& text) override;
     bool handleKeyEvent(const Event& event) override;

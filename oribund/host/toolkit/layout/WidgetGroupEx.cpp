@@ -83,7 +83,7 @@ void WidgetGroupEx::setTitleEditable(bool editable)
 
 bool WidgetGroupEx::beginTitleEdit()
 {
-    if (!titleEditable_ || !titleRowShown_ || !isShown() || !canInteract())
+    if (!canEditTitle())
         return false;
     if (!titleBox_) {
         TextBox::InitArgs args;
@@ -256,11 +256,24 @@ bool WidgetGroupEx::handleMouseEvent(const Event& event)
     return WidgetGroup::handleMouseEvent(event);
 }
 
+bool WidgetGroupEx::canEditTitle() const
+{
+    return titleEditable_ && titleRowShown_ && isShown() && canInteract();
+}
+
+bool WidgetGroupEx::usesKey(const Event& press) const
+{
+    // Keys that a widget in the group leaves alone arrive here too; they are not meant for the title.
+    const bool renames = press.isPlainKeyPress() && press.key == Key::F2 && hasFocus();
+    return (renames && canEditTitle()) || WidgetGroup::usesKey(press);
+}
+
 bool WidgetGroupEx::handleKeyEvent(const Event& event)
 {
-    if (event.isKeyPress(Key::F2) && hasFocus() && beginTitleEdit())
-        return true;
-    return WidgetGroup::handleKeyEvent(event);
+    if (!event.isKeyPress(Key::F2))
+        return WidgetGroup::handleKeyEvent(event);
+    beginTitleEdit();
+    return true;
 }
 
 // Look

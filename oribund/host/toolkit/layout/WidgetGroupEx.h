@@ -88,6 +88,7 @@ public:
     bool widgetVisibilityCanChange(const Glob* widget) const override;
     bool wantsFocus() const override;
     bool focusOnPress(const XY<int>& local) const override;
+    bool usesKey(const Event& press) const override;
     void draw(CanvasRenderer& renderer) override;
     void setPalette(const Palette& palette, eRedrawFlag redrawFlag = eRedrawFlag::Yes) override;
 
@@ -111,6 +112,7 @@ private:
         int fromRight;
     };
 
+    bool canEditTitle() const;
     void placeInTitle(std::unique_ptr<Glob> widget, int fromRight);
     void drawTitle(CanvasRenderer& renderer);
     Kt::Box<int> titleTextArea() const;

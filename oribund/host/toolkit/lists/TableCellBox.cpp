@@ -17,6 +17,11 @@ bool TableCellBox::handleCommit(const WString& text)
     return edit_.store(*this, text);
 }
 
+bool TableCellBox::usesKey(const Event& press) const
+{
+    return edit_.usesKey(press) || TextBox::usesKey(press);
+}
+
 bool TableCellBox::handleKeyEvent(const Event& event)
 {
     const GlobRef<TableCellBox> self(this);

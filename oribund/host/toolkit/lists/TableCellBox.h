@@ -15,6 +15,8 @@ public:
     /** `edit` outlives the box. */
     TableCellBox(const InitArgs& args, TableEdit& edit);
 
+    bool usesKey(const Event& press) const override;
+
 protected:
     bool handleCommit(const WString& text) override;
     bool handleKeyEvent(const Event& event) override;

@@ -1,6 +1,7 @@
 #include "oribund/host/toolkit/lists/TableEdit.h"
 
 #include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/core/EventRouter.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
 #include "oribund/host/toolkit/lists/TableCellBox.h"
 #include "oribund/host/toolkit/lists/TableWidget.h"
@@ -111,9 +112,15 @@ void TableEdit::leave(const TableCellBox& box)
         close();
 }
 
+bool TableEdit::usesKey(const Event& press) const
+{
+    const bool ends = press.key == Key::Enter || press.key == Key::Escape || press.key == Key::Tab;
+    return ends && isOpen() && press.isPlainKeyPress();
+}
+
 bool TableEdit::userKey(const Event& event)
 {
-    if (!isOpen() || event.has(Event::kCtrl | Event::kAlt | Event::kMeta))
+    if (!usesKey(event))
         return false;
     switch (event.key) {
     case Key::Enter:
@@ -123,7 +130,8 @@ bool TableEdit::userKey(const Event& event)
         cancel();
         return true;
     case Key::Tab:
-        return commitAndGoOn(!event.has(Event::kShift));
+        commitAndGoOn(!event.has(Event::kShift));
+        return true;
     default:
         return false;
     }
@@ -139,13 +147,17 @@ void TableEdit::commitAndStep(int rows)
         table_.userSelect(next);
 }
 
-bool TableEdit::commitAndGoOn(bool forward)
+void TableEdit::commitAndGoOn(bool forward)
 {
     const GlobRef<TableWidget> self(&table_);
     if (!commit() || !self)
-        return true;
+        return;
+    // Past the last cell the keyboard leaves the table or, as the last stop there is, stays with it.
     const XY<int> next = nextEditable(table_.getCurrentCell(), forward);
-    return next != TableLayout::kNoCell && begin(next);
+    if (next != TableLayout::kNoCell)
+        begin(next);
+    else if (EventRouter* router = EventRouter::find(table_.canvas()))
+        router->moveFocus(forward, false);
 }
 
 XY<int> TableEdit::nextEditable(XY<int> from, bool forward) const

@@ -38,7 +38,8 @@ public:
     /** Closes the entry and forgets what stands in it. */
     void cancel();
 
-    /** A key in the entry; true when it meant something to the table. */
+    /** Whether a press of a key in the entry means something to the table, and what it does then. */
+    bool usesKey(const Event& press) const;
     bool userKey(const Event& event);
 
     /** The table has other contents. */
@@ -58,7 +59,7 @@ private:
     void open(const XY<int>& cell);
     void close();
     void commitAndStep(int rows);
-    bool commitAndGoOn(bool forward);
+    void commitAndGoOn(bool forward);
     XY<int> nextEditable(XY<int> from, bool forward) const;
 
     TableWidget& table_;

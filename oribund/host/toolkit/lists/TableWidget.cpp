@@ -171,9 +171,27 @@ void TableWidget::userSelect(const XY<int>& cell)
         selections_.notify({this, cell});
 }
 
+bool TableWidget::moves(Key key) const
+{
+    switch (key) {
+    case Key::Up:
+    case Key::Down:
+    case Key::PageUp:
+    case Key::PageDown:
+    case Key::Home:
+    case Key::End:
+        return layout_.getNumRows() > 0;
+    case Key::Left:
+    case Key::Right:
+        return layout_.getNumRows() > 0 && selects_ == Selects::Cells;
+    default:
+        return false;
+    }
+}
+
 bool TableWidget::move(Key key)
 {
-    if (layout_.getNumRows() == 0)
+    if (!moves(key))
         return false;
     XY<int> to = getCurrentCell();
     switch (key) {
@@ -191,8 +209,6 @@ bool TableWidget::move(Key key)
         break;
     case Key::Left:
     case Key::Right:
-        if (selects_ == Selects::Rows)
-            return false;
         to.x += key == Key::Left ? -1 : 1;
         break;
     default:
@@ -209,20 +225,30 @@ bool TableWidget::userStore(const WString& text, const XY<int>& cell)
     return canInteract() && isEditable(cell) && adaptor_->storeFieldText(text, cell);
 }
 
-bool TableWidget::beginEditBy(const Event& event)
+bool TableWidget::beginsEdit(const Event& press) const
 {
-    const bool types = event.key == Key::Character && !event.text.empty();
-    if (!types && event.key != Key::Enter && event.key != Key::F2)
-        return false;
+    const bool types = press.key == Key::Character && !press.text.empty();
+    return (types || press.key == Key::Enter || press.key == Key::F2) && isShown() && canInteract() &&
+           layout_.isCell(editableCellNear(getCurrentCell()));
+}
+
+void TableWidget::beginEditBy(const Event& event)
+{
     const GlobRef<TableWidget> self(this);
-    if (!edit_.begin(editableCellNear(getCurrentCell())))
-        return false;
-    if (self && types && edit_.isOpen())
+    if (edit_.begin(editableCellNear(getCurrentCell())) && self && event.key == Key::Character && edit_.isOpen())
         edit_.box()->userEdit(event.text);
-    return true;
 }
 
 // Input
+
+bool TableWidget::usesKey(const Event& press) const
+{
+    if (drag_ && press.isKeyPress(Key::Escape))
+        return true;
+    // Keys that the entry leaves over are not for the cells around it.
+    const bool forCells = press.isPlainKeyPress() && !edit_.isOpen();
+    return (forCells && (moves(press.key) || beginsEdit(press))) || Control::usesKey(press);
+}
 
 bool TableWidget::handleKeyEvent(const Event& event)
 {
@@ -231,9 +257,11 @@ bool TableWidget::handleKeyEvent(const Event& event)
         drag_.reset();
         return true;
     }
-    // Keys that the entry leaves over are not for the cells around it.
-    const bool used = isPlainKey(event) && !edit_.isOpen() && (move(event.key) || beginEditBy(event));
-    return used || Control::handleKeyEvent(event);
+    if (!event.isPlainKeyPress() || event.key == Key::Menu)
+        return Control::handleKeyEvent(event);
+    if (!move(event.key))
+        beginEditBy(event);
+    return true;
 }
 
 void TableWidget::handleFocusEvent(bool gained)
@@ -347,6 +375,99 @@ UIString TableWidget::tooltip() const
     const bool cut = UifStd::measure(text, font()) > layout_.getColumnWidth(cell.x) - 2 * kPadding;
     return cut ? UIString(text) : Control::tooltip();
 }
+
+// Those who do not see it: the titles, then the cells, row by row
+
+void TableWidget::describe(AccessibleDescription& description) const
+{
+    description.role = AccessibleRole::Table;
+    if (!showsCells())
+        description.value = emptyText_;
+}
+
+int TableWidget::titleCount() const
+{
+    return layout_.getHeaderHeight() > 0 ? layout_.getNumColumns() : 0;
+}
+
+int TableWidget::accessiblePartCount() const
+{
+    return titleCount() + (showsCells() ? layout_.getNumRows() * layout_.getNumColumns() : 0);
+}
+
+int TableWidget::partOf(const XY<int>& cell) const
+{
+    return showsCells() && layout_.isCell(cell) ? titleCount() + cell.y * layout_.getNumColumns() + cell.x : kNoPart;
+}
+
+XY<int> TableWidget::cellOf(int part) const
+{
+    const int index = part - titleCount();
+    return index < 0 || index >= accessiblePartCount() - titleCount()
+               ? TableLayout::kNoCell
+               : XY<int>{index % layout_.getNumColumns(), index / layout_.getNumColumns()};
+}
+
+void TableWidget::describePart(int part, AccessibleDescription& description) const
+{
+    if (part < titleCount()) {
+        description.role = AccessibleRole::ColumnHeader;
+        description.name = UIString(getTitle(part));
+        description.box = layout_.headerCellBox(part);
+        description.cell.x = part;
+        return;
+    }
+    const XY<int> at = cellOf(part);
+    const TableCell data = getCell(at);
+    description.role = AccessibleRole::Cell;
+    description.name = UIString(data.text);
+    description.help = UIString(describe(at));
+    description.value = data.text;
+    description.box = layout_.cellBox(at);
+    description.visible =
+        description.box.bottom > layout_.bodyBox().top && description.box.top < layout_.bodyBox().bottom;
+    description.cell = at;
+    description.action = AccessibleAction::Press;
+    description.editable = isEditable(at);
+    description.readOnly = !description.editable;
+    description.selectable = true;
+    description.selected = at.y == current_.cell().y && (selects_ == Selects::Rows || at.x == current_.cell().x);
+    description.focusable = true;
+    description.focused = hasFocus() && at == current_.cell();
+}
+
+int TableWidget::accessiblePartAt(const XY<int>& local) const
+{
+    for (int column = 0; column < titleCount(); ++column) {
+        if (layout_.headerCellBox(column).contains(local))
+            return column;
+    }
+    return partOf(layout_.cellAt(local));
+}
+
+int TableWidget::currentAccessiblePart() const
+{
+    return partOf(current_.cell());
+}
+
+bool TableWidget::accessibleActivate(int part)
+{
+    const XY<int> at = cellOf(part);
+    if (!layout_.isCell(at))
+        return false;
+    const GlobRef<TableWidget> self(this);
+    userSelect(at);
+    if (self && isEditable(at))
+        edit_.begin(at);
+    return true;
+}
+
+bool TableWidget::accessibleSetText(const WString& text, int part)
+{
+    return userStore(text, cellOf(part));
+}
+
+// Look
 
 void TableWidget::draw(CanvasRenderer& renderer)
 {

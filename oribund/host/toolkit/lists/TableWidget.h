@@ -115,6 +115,14 @@ public:
     void resize(double width, double height) override;
     MouseCursor contextCursor(const XY<int>& local) const override;
     UIString tooltip() const override;
+    bool usesKey(const Event& press) const override;
+    void describe(AccessibleDescription& description) const override;
+    int accessiblePartCount() const override;
+    void describePart(int part, AccessibleDescription& description) const override;
+    int accessiblePartAt(const XY<int>& local) const override;
+    int currentAccessiblePart() const override;
+    bool accessibleActivate(int part = kWhole) override;
+    bool accessibleSetText(const WString& text, int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
     std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
@@ -126,14 +134,19 @@ protected:
 private:
     friend class TableEdit;
 
+    int titleCount() const;
+    int partOf(const XY<int>& cell) const;
+    XY<int> cellOf(int part) const;
     int handleAdaptorEvent(const TableAdaptorEvent& event);
     void readAdaptor();
     void reveal(int row);
     bool pressed(const Event& event);
     bool dragged(const Event& event);
     bool turned(const Event& event);
+    bool moves(Key key) const;
     bool move(Key key);
-    bool beginEditBy(const Event& event);
+    bool beginsEdit(const Event& press) const;
+    void beginEditBy(const Event& event);
 
     iTableAdaptor* adaptor_ = nullptr;
     TableLayout layout_;

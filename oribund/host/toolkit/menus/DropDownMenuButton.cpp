@@ -156,9 +156,28 @@ bool DropDownMenuButton::handleMouseEvent(const Event& event)
     return Control::handleMouseEvent(event);
 }
 
+bool DropDownMenuButton::usesKey(const Event& press) const
+{
+    if (!press.isPlainKeyPress())
+        return Control::usesKey(press);
+    switch (press.key) {
+    case Key::Up:
+    case Key::Down:
+    case Key::Home:
+    case Key::End:
+    case Key::Space:
+    case Key::Enter:
+        return true;
+    case Key::Character:
+        return !press.text.empty();
+    default:
+        return Control::usesKey(press);
+    }
+}
+
 bool DropDownMenuButton::handleKeyEvent(const Event& event)
 {
-    if (!isPlainKey(event))
+    if (!event.isPlainKeyPress())
         return Control::handleKeyEvent(event);
     switch (event.key) {
     case Key::Up:
@@ -178,8 +197,6 @@ bool DropDownMenuButton::handleKeyEvent(const Event& event)
         userOpenMenu();
         return true;
     case Key::Character:
-        if (event.text.empty())
-            return false;
         selectByLetter(event.text.view().front());
         return true;
     default:
@@ -191,6 +208,22 @@ UIString DropDownMenuButton::accessibleName() const
 {
     const UIString own = Control::accessibleName();
     return own.empty() ? tooltip() : own;
+}
+
+void DropDownMenuButton::describe(AccessibleDescription& description) const
+{
+    description.role = AccessibleRole::DropDown;
+    description.action = AccessibleAction::ShowMenu;
+    description.value = getSelectedText();
+    description.hasMenu = true;
+    description.expandable = true;
+    description.expanded = isMenuOpen();
+}
+
+bool DropDownMenuButton::accessibleActivate(int)
+{
+    userOpenMenu();
+    return true;
 }
 
 void DropDownMenuButton::draw(CanvasRenderer& renderer)

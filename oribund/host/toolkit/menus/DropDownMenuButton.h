@@ -65,12 +65,17 @@ public:
     void userOpenMenu();
 
     UIString accessibleName() const override;
+    bool usesKey(const Event& press) const override;
+    void describe(AccessibleDescription& description) const override;
+    bool accessibleActivate(int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
     std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
 protected:
     /** Takes a choice; false when it is refused. As it stands it tells choices(). May destroy the button. */
     virtual bool handleChoice(unsigned index);
+
+    bool hasMenu() const override { return !items_.empty(); }
 
     void reviewMenu(const Event* event) override;
     bool handleMouseEvent(const Event& event) override;

@@ -150,14 +150,22 @@ bool AngleIndicatorWidget::handleMouseEvent(const Event& event)
     return true;
 }
 
+bool AngleIndicatorWidget::usesKey(const Event& press) const
+{
+    if (isDragging() && press.isKeyPress(Key::Escape))
+        return true;
+    const bool isArrow =
+        press.key == Key::Left || press.key == Key::Right || press.key == Key::Up || press.key == Key::Down;
+    return (isArrow && press.isPlainKeyPress()) || StandardPanel::usesKey(press);
+}
+
 bool AngleIndicatorWidget::handleKeyEvent(const Event& event)
 {
     if (isDragging() && event.isKeyPress(Key::Escape)) {
         userCancel();
         return true;
     }
-    const bool forCommands = event.has(Event::kCtrl | Event::kAlt | Event::kMeta);
-    if (event.code != EventCode::KeyPress || forCommands)
+    if (!event.isPlainKeyPress())
         return StandardPanel::handleKeyEvent(event);
     const double step = event.has(Event::kShift) ? kBigStep : kStep;
     switch (event.key) {
@@ -177,6 +185,23 @@ bool AngleIndicatorWidget::handleKeyEvent(const Event& event)
 void AngleIndicatorWidget::getTabOrderables(std::vector<TabOrderable*>& stops)
 {
     stops.push_back(this);
+}
+
+void AngleIndicatorWidget::describe(AccessibleDescription& description) const
+{
+    constexpr double kFullTurn = 360.0;
+    const double angle = getAngle();
+    // An angle has no bounds: they are given as far out as it has been turned, in whole turns.
+    const double reach = kFullTurn * std::max(1.0, std::ceil(std::abs(angle) / kFullTurn));
+    description.role = AccessibleRole::Dial;
+    description.number = AccessibleNumber{angle, -reach, reach, kStep};
+    description.value = toWide(formatNumber(angle)) + L"\u00b0";
+}
+
+bool AngleIndicatorWidget::accessibleSetNumber(double value, int)
+{
+    userSet(value);
+    return true;
 }
 
 void AngleIndicatorWidget::draw(CanvasRenderer& renderer)

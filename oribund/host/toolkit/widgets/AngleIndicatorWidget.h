@@ -51,6 +51,9 @@ public:
     void userSet(double degrees);
 
     void getTabOrderables(std::vector<TabOrderable*>& stops) override;
+    bool usesKey(const Event& press) const override;
+    void describe(AccessibleDescription& description) const override;
+    bool accessibleSetNumber(double value, int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
     std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 

@@ -114,9 +114,15 @@ bool Button::handleMouseEvent(const Event& event)
     return pressed_ || Control::handleMouseEvent(event);
 }
 
+bool Button::usesKey(const Event& press) const
+{
+    const bool clicks = press.key == Key::Space || press.key == Key::Enter;
+    return (clicks && press.isPlainKeyPress()) || Control::usesKey(press);
+}
+
 bool Button::handleKeyEvent(const Event& event)
 {
-    if (!isPlainKey(event) || (event.key != Key::Space && event.key != Key::Enter))
+    if (!event.isPlainKeyPress() || (event.key != Key::Space && event.key != Key::Enter))
         return Control::handleKeyEvent(event);
     if (!event.autoRepeat)
         userClick();
@@ -129,6 +135,23 @@ UIString Button::accessibleName() const
     if (!own.empty())
         return own;
     return text_.empty() ? tooltip() : UIString(text_);
+}
+
+void Button::describe(AccessibleDescription& description) const
+{
+    description.role = AccessibleRole::Button;
+    description.action = AccessibleAction::Press;
+    // One that shows a state without switching it has that state all the same.
+    description.checkable = checkable_ || state_ != eOff;
+    description.checked = state_ == eOn;
+    description.mixed = state_ == eMixed;
+    description.pressed = isPressed();
+}
+
+bool Button::accessibleActivate(int)
+{
+    userClick();
+    return true;
 }
 
 void Button::draw(CanvasRenderer& renderer)

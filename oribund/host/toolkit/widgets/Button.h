@@ -75,6 +75,9 @@ public:
     void userClick();
 
     UIString accessibleName() const override;
+    bool usesKey(const Event& press) const override;
+    void describe(AccessibleDescription& description) const override;
+    bool accessibleActivate(int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
     std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 

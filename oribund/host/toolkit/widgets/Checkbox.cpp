@@ -73,9 +73,14 @@ bool Checkbox::handleMouseEvent(const Event& event)
     return Control::handleMouseEvent(event);
 }
 
+bool Checkbox::usesKey(const Event& press) const
+{
+    return (press.isPlainKeyPress() && press.key == Key::Space) || Control::usesKey(press);
+}
+
 bool Checkbox::handleKeyEvent(const Event& event)
 {
-    if (!isPlainKey(event) || event.key != Key::Space)
+    if (!event.isPlainKeyPress() || event.key != Key::Space)
         return Control::handleKeyEvent(event);
     if (!event.autoRepeat)
         userToggle();
@@ -86,6 +91,20 @@ UIString Checkbox::accessibleName() const
 {
     const UIString own = Control::accessibleName();
     return own.empty() ? UIString(text_) : own;
+}
+
+void Checkbox::describe(AccessibleDescription& description) const
+{
+    description.role = AccessibleRole::CheckBox;
+    description.action = AccessibleAction::Toggle;
+    description.checkable = true;
+    description.checked = checked_;
+}
+
+bool Checkbox::accessibleActivate(int)
+{
+    userToggle();
+    return true;
 }
 
 Kt::Box<int> Checkbox::markBox() const

@@ -7,6 +7,9 @@
 #include "oribund/host/toolkit/core/Skin.h"
 
 #include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
 
 namespace oribund
 {
@@ -88,16 +91,44 @@ bool ColourSwatch::handleMouseEvent(const Event& event)
     return Control::handleMouseEvent(event);
 }
 
+bool ColourSwatch::usesKey(const Event& press) const
+{
+    if (isChooserOpen() && press.isKeyPress(Key::Escape))
+        return true;
+    const bool clicks = press.key == Key::Space || press.key == Key::Enter;
+    return (clicks && press.isPlainKeyPress()) || Control::usesKey(press);
+}
+
 bool ColourSwatch::handleKeyEvent(const Event& event)
 {
     if (isChooserOpen() && event.isKeyPress(Key::Escape)) {
         userCancel();
         return true;
     }
-    if (!isPlainKey(event) || (event.key != Key::Space && event.key != Key::Enter))
+    if (!event.isPlainKeyPress() || (event.key != Key::Space && event.key != Key::Enter))
         return Control::handleKeyEvent(event);
     if (!event.autoRepeat)
         userClick();
+    return true;
+}
+
+void ColourSwatch::describe(AccessibleDescription& description) const
+{
+    description.role = AccessibleRole::ColourButton;
+    description.action = AccessibleAction::Press;
+    const Colour& colour = getColour();
+    const long opacity = std::lround(std::clamp(colour.a, 0.0, 1.0) * 255.0);
+    std::array<char, 16> text{};
+    if (hasAlpha_)
+        std::snprintf(text.data(), text.size(), "#%02lx%06x", static_cast<unsigned long>(opacity), colour.toRGB());
+    else
+        std::snprintf(text.data(), text.size(), "#%06x", colour.toRGB());
+    description.value = toWide(text.data());
+}
+
+bool ColourSwatch::accessibleActivate(int)
+{
+    userClick();
     return true;
 }
 

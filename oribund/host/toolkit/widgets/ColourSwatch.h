@@ -53,6 +53,9 @@ public:
     /** The chooser is closed and nothing is to have happened. */
     void userCancel();
 
+    bool usesKey(const Event& press) const override;
+    void describe(AccessibleDescription& description) const override;
+    bool accessibleActivate(int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
 
 protected:

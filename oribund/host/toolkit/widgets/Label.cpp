@@ -68,6 +68,11 @@ UIString Label::accessibleName() const
     return own.empty() ? UIString(text_) : own;
 }
 
+void Label::describe(AccessibleDescription& description) const
+{
+    description.role = AccessibleRole::Text;
+}
+
 void Label::draw(CanvasRenderer& renderer)
 {
     if (!text_.empty())

@@ -41,6 +41,7 @@ public:
     /** The whole text when it is cut short, unless another tooltip was set. */
     UIString tooltip() const override;
     UIString accessibleName() const override;
+    void describe(AccessibleDescription& description) const override;
     void draw(CanvasRenderer& renderer) override;
     std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 

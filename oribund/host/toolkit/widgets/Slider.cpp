@@ -240,13 +240,34 @@ bool Slider::handleMouseEvent(const Event& event)
     return true;
 }
 
+bool Slider::usesKey(const Event& press) const
+{
+    if (isDragging() && press.isKeyPress(Key::Escape))
+        return true;
+    if (!press.isPlainKeyPress())
+        return Control::usesKey(press);
+    switch (press.key) {
+    case Key::Left:
+    case Key::Down:
+    case Key::Right:
+    case Key::Up:
+    case Key::PageDown:
+    case Key::PageUp:
+    case Key::Home:
+    case Key::End:
+        return true;
+    default:
+        return Control::usesKey(press);
+    }
+}
+
 bool Slider::handleKeyEvent(const Event& event)
 {
     if (isDragging() && event.isKeyPress(Key::Escape)) {
         userCancel();
         return true;
     }
-    if (!isPlainKey(event))
+    if (!event.isPlainKeyPress())
         return Control::handleKeyEvent(event);
     switch (event.key) {
     case Key::Left:
@@ -272,6 +293,19 @@ bool Slider::handleKeyEvent(const Event& event)
     default:
         return Control::handleKeyEvent(event);
     }
+}
+
+void Slider::describe(AccessibleDescription& description) const
+{
+    description.role = AccessibleRole::Slider;
+    description.number = AccessibleNumber{getValue(), min_, max_, getStep()};
+    description.value = toWide(formatNumber(getValue()));
+}
+
+bool Slider::accessibleSetNumber(double value, int)
+{
+    userSet(value);
+    return true;
 }
 
 void Slider::draw(CanvasRenderer& renderer)

@@ -91,6 +91,9 @@ public:
     /** A double click: sets the reset value, if there is one, instead of what the first click has set. */
     void userReset();
 
+    bool usesKey(const Event& press) const override;
+    void describe(AccessibleDescription& description) const override;
+    bool accessibleSetNumber(double value, int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
     std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
