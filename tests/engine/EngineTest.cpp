@@ -3,6 +3,7 @@
 #include "tests/engine/SampleMedia.h"
 #include "workbench/engine/EffectProbe.h"
 #include "workbench/engine/FilterTrace.h"
+#include "workbench/engine/FrameRendering.h"
 #include "workbench/engine/MltGraph.h"
 #include "workbench/engine/MltSession.h"
 #include "workbench/engine/ProjectionQueries.h"
@@ -210,6 +211,59 @@ TEST_F(EngineTest, dissolvesFromOneClipToTheNext)
     EXPECT_LT(redness(29), redness(40));
     EXPECT_LT(redness(40), redness(48));
     EXPECT_GT(redness(60), 240);
+}
+
+/** A clip, by itself, at a frame rate. */
+Projection alone(const std::string& path, int rate, int length)
+{
+    Projection edit;
+    edit.profile = {320, 180, rate, 1, 1, 1, 709, true};
+    edit.length = length;
+    edit.clips.push_back({"clip", "", path, 0, length - 1, {{"audio_index", "-1"}}, {}});
+    ProjectedEntry entry;
+    entry.kind = ProjectedEntry::Kind::Clip;
+    entry.first = {"clip", 0, length - 1};
+    edit.tracks.push_back({"track", "", ProjectedTrack::Hide::Nothing, {entry}});
+    return edit;
+}
+
+TEST_F(EngineTest, theLastPictureStandsToTheEndWhereverOneBegins)
+{
+    const std::string longSound = SampleMedia::make(
+        "long-sound.mp4", "-f lavfi -i mandelbrot=s=320x180:r=25:maxiter=200 -f lavfi -i sine=440:d=2.6 -t 2.6 "
+                          "-filter:v trim=duration=2 -c:v libx264 -preset veryfast -pix_fmt yuv420p -c:a aac");
+    for (const auto& [path, rate, last] : {std::tuple(SampleMedia::clip(), 60, 179), std::tuple(longSound, 25, 64)}) {
+        const FrameSize size{320, 180};
+        const auto fromHere = MltGraph::build(session, alone(path, rate, last + 1), {});
+        const auto picture = renderFrame(fromHere->producer(), last, size);
+        const auto played = MltGraph::build(session, alone(path, rate, last + 1), {});
+        std::shared_ptr<FrameImage> expected;
+        for (int frame = last - rate; frame <= last; ++frame)
+            expected = renderFrame(played->producer(), frame, size);
+        ASSERT_TRUE(picture && expected);
+        EXPECT_EQ(picture->rgba, expected->rgba) << path;
+    }
+}
+
+TEST_F(EngineTest, aClipOfTheEditsShapeFillsThePictureAtEverySize)
+{
+    for (const auto& [width, height] : {std::pair(1280, 720), std::pair(854, 480)}) {
+        const std::string name = "white" + std::to_string(width);
+        Projection edit = alone(SampleMedia::make(name + ".mp4", "-f lavfi -i color=white:s=" + std::to_string(width) +
+                                                                     "x" + std::to_string(height) +
+                                                                     " -t 0.2 -c:v libx264 -pix_fmt yuv420p"),
+                                25, 5);
+        edit.profile.width = width;
+        edit.profile.height = height;
+        const auto graph = MltGraph::build(session, edit, {});
+        for (int space = 300; space < 360; space += 3) {
+            const auto picture = renderFrame(graph->producer(), 1, fitFrame(graph->profile(), space, 2000));
+            ASSERT_TRUE(picture);
+            EXPECT_GT(picture->width, space - 36);
+            EXPECT_GT(*picture->pixel(picture->width - 1, 20), 200) << width << " at " << space;
+            EXPECT_GT(*picture->pixel(20, picture->height - 1), 200) << width << " at " << space;
+        }
+    }
 }
 
 TEST_F(EngineTest, aHungEffectIsNamedAndBypassed)

@@ -61,6 +61,17 @@ TEST_F(MediaProbeTest, readsFilmSoundAndStill)
     EXPECT_NEAR(fast.info->frames, 60, 1);
     EXPECT_FALSE(fast.info->hasAudio);
 
+    const MediaProbeResult wide =
+        probe(SampleMedia::make("wide.mkv", "-f lavfi -i testsrc=s=144x116:r=25 -vf setsar=64/45 -t 1 -c:v mpeg4"));
+    ASSERT_TRUE(wide.info) << wide.problem;
+    EXPECT_EQ(wide.info->width, 205) << "in square pixels";
+    EXPECT_EQ(wide.info->height, 116);
+    const std::string upright = "-i '" + SampleMedia::clip() + "' -c copy -metadata:s:v:0 rotate=90";
+    const MediaProbeResult turned = probe(SampleMedia::make("turned.mp4", upright));
+    ASSERT_TRUE(turned.info) << turned.problem;
+    EXPECT_EQ(turned.info->width, 180);
+    EXPECT_EQ(turned.info->height, 320);
+
     const MediaProbeResult sound = probe(SampleMedia::make("tone.wav", "-f lavfi -i sine=440 -t 2"));
     ASSERT_TRUE(sound.info) << sound.problem;
     EXPECT_FALSE(sound.info->hasVideo);

@@ -248,7 +248,7 @@ TEST_F(Projected, EffectsRunOnThroughTransitions)
     const ProjectedTransition& luma = entries[2].transitions.front();
     EXPECT_EQ(luma.service, "luma");
     EXPECT_EQ(luma.properties,
-              (ProjectedProperties{{"resource", "%luma04.pgm"}, {"softness", "0.25"}, {"reverse", "1"}}));
+              (ProjectedProperties{{"resource", "%luma04.pgm"}, {"softness", "0.25"}, {"invert", "1"}}));
 
     const ProjectedClip& second = p.clips.back();
     EXPECT_EQ(second.in, 497);

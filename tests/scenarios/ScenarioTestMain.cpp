@@ -1,5 +1,6 @@
 #include "skin/SkinApplication.h"
 #include "tests/scenarios/ProgramTest.h"
+#include "workbench/app/session/PlainTexts.h"
 #include "workbench/app/window/KeyPolicy.h"
 #include "workbench/engine/EffectProbe.h"
 #include "workbench/engine/MltSession.h"
@@ -21,6 +22,7 @@ int main(int argc, char** argv)
     testing::InitGoogleTest(&argc, argv);
     SkinApplication application(argc, argv);
     application.installEventFilter(new KeyPolicy(&application));
+    application.installEventFilter(new PlainTexts(&application));
     const int status = RUN_ALL_TESTS();
     if (MltSession::hasAbandonedThread())
         std::_Exit(status);

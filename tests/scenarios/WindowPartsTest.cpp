@@ -5,6 +5,7 @@
 #include "workbench/app/effects/EffectListPane.h"
 #include "workbench/app/files/ExportDialog.h"
 #include "workbench/app/files/MediaImporter.h"
+#include "workbench/app/session/PlainTexts.h"
 #include "workbench/app/session/Workspace.h"
 #include "workbench/app/start/BatchJobs.h"
 #include "workbench/app/window/MessageBar.h"
@@ -12,11 +13,13 @@
 
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextDocument>
 #include <QTimer>
 #include <QToolButton>
 #include <QTreeWidget>
@@ -67,6 +70,21 @@ TEST(Messages, ComeOneByOneAndNeverTwice)
     for (; !bar.isHidden() && closed < 100; ++closed)
         close->click();
     EXPECT_LT(closed, 50) << "a flood of messages is cut short";
+}
+
+TEST(Labels, ShowNamesAsTheyAre)
+{
+    QMessageBox box;
+    box.setText(QStringLiteral("Save <img src='/dev/zero'> & <b>more</b>?"));
+    box.setInformativeText(QStringLiteral("<i>Without</i>"));
+    box.ensurePolished();
+    box.show();
+    for (const QLabel* label : box.findChildren<QLabel*>())
+        EXPECT_EQ(label->textFormat(), Qt::PlainText) << label->text().toStdString();
+    QLabel label(plainTip(QStringLiteral("a & b\n<b>c</b>")));
+    QTextDocument tip;
+    tip.setHtml(label.text());
+    EXPECT_EQ(tip.toPlainText(), QStringLiteral("a & b\n<b>c</b>"));
 }
 
 TEST(ExportQuestions, OnlyWhatCanBeExportedIsAccepted)

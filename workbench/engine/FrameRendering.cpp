@@ -11,9 +11,23 @@ namespace workbench
 namespace
 {
 
+// How much smaller than the space a picture may be, in pixels, so as to have the profile's shape.
+constexpr int kMostLost = 32;
+
 int evenAtLeastTwo(double value)
 {
     return std::max(2, 2 * static_cast<int>(std::lround(value / 2.0)));
+}
+
+/** Whether a clip of the profile's shape fills a picture of this size. The framework fits clips by sums that round
+ * down, and leaves a black line where they do not come out even; these are its sums. */
+bool isFilled(const Mlt::Profile& profile, FrameSize size)
+{
+    auto& asked = const_cast<Mlt::Profile&>(profile);
+    const int width = asked.width();
+    const int height = asked.height();
+    const double ratio = static_cast<double>(width) / height * size.height / size.width;
+    return std::lround(ratio * width) >= width && std::lround(height / ratio) >= height;
 }
 
 } // namespace
@@ -22,11 +36,15 @@ FrameSize fitFrame(Mlt::Profile& profile, int maxWidth, int maxHeight)
 {
     const double width = profile.width();
     const double height = profile.height();
-    const double shownWidth = width * profile.sar();
     if (maxWidth <= 0 || maxHeight <= 0)
         return {profile.width(), profile.height()};
-    const double scale = std::min({1.0, maxWidth / shownWidth, maxHeight / height});
-    return {evenAtLeastTwo(shownWidth * scale), evenAtLeastTwo(height * scale)};
+    const double scale = std::min({1.0, maxWidth / (width * profile.sar()), maxHeight / height});
+    const auto sizeOf = [&](int across) { return FrameSize{across, evenAtLeastTwo(across * height / width)}; };
+    const FrameSize largest = sizeOf(evenAtLeastTwo(width * scale));
+    for (int lost = 0; lost <= std::min(kMostLost, largest.width / 4); lost += 2)
+        if (const FrameSize size = sizeOf(largest.width - lost); isFilled(profile, size))
+            return size;
+    return largest;
 }
 
 std::shared_ptr<FrameImage> copyImage(Mlt::Frame& frame, int width, int height)

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <filesystem>
 #include <limits>
 #include <memory>
@@ -66,6 +67,18 @@ int streamNumber(Mlt::Producer& producer, int stream, const char* what)
     return producer.get_int(key.c_str());
 }
 
+/** The size as it is shown. */
+void readShape(Mlt::Producer& producer, int stream, MediaInfo& info)
+{
+    info.width = streamNumber(producer, stream, "codec.width");
+    info.height = streamNumber(producer, stream, "codec.height");
+    const double aspect = producer.get_double("aspect_ratio"); // of a pixel
+    if (aspect >= 0.1 && aspect <= 10.0)
+        info.width = static_cast<int>(std::lround(info.width * aspect));
+    if (streamNumber(producer, stream, "codec.rotate") % 180 != 0)
+        std::swap(info.width, info.height);
+}
+
 struct Streams {
     std::string videoCodec;
     bool text = false;
@@ -80,8 +93,7 @@ Streams readStreams(Mlt::Producer& producer, MediaInfo& info)
         const std::string codec = streamText(producer, stream, "codec.name");
         if (type == "video" && !info.hasVideo && !contains(kTextCodecs, codec)) {
             info.hasVideo = true;
-            info.width = streamNumber(producer, stream, "codec.width");
-            info.height = streamNumber(producer, stream, "codec.height");
+            readShape(producer, stream, info);
             streams.videoCodec = codec;
         } else if (type == "audio" && !info.hasAudio) {
             info.hasAudio = true;

@@ -1,5 +1,6 @@
 #include "workbench/engine/MltGraph.h"
 
+#include "workbench/engine/EndHold.h"
 #include "workbench/engine/FilterTrace.h"
 #include "workbench/engine/MetadataText.h"
 #include "workbench/engine/MltSession.h"
@@ -41,11 +42,21 @@ void setProperties(Mlt::Properties& target, const ProjectedProperties& propertie
         target.set(property.name.c_str(), property.value.c_str());
 }
 
+std::string serviceOf(Mlt::Producer& producer)
+{
+    const char* service = producer.get("mlt_service");
+    return service ? service : "";
+}
+
+bool isFilm(Mlt::Producer& producer)
+{
+    return serviceOf(producer).starts_with("avformat") && producer.get_int("video_index") >= 0;
+}
+
 /** A producer that makes its picture itself has no length of its own: as long as it is needed. */
 void stretch(Mlt::Producer& producer, int frames)
 {
-    const char* service = producer.get("mlt_service");
-    const std::string name = service ? service : "";
+    const std::string name = serviceOf(producer);
     if (name.starts_with("avformat") || name == "xml" || producer.get_length() >= frames)
         return;
     producer.set("length", frames);
@@ -184,6 +195,9 @@ void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Opti
         }
         mark(i + 1);
     }
+    if (isFilm(*clip.producer))
+        if (auto hold = attachEndHold(*clip.producer))
+            clip.attached.push_back(std::move(hold));
 }
 
 std::unique_ptr<Mlt::Producer> MltGraph::makeCut(const ProjectedCut& cut)

@@ -12,7 +12,7 @@ struct MediaInfo {
     int frames = 0;   ///< 0 for a still picture, which has no length of its own
     int fpsNumerator = 25;
     int fpsDenominator = 1;
-    int width = 0; ///< 0 without a picture
+    int width = 0; ///< as it is shown: upright, in square pixels; 0 without a picture
     int height = 0;
     bool hasVideo = false;
     bool hasAudio = false;

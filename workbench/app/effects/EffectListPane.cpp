@@ -80,7 +80,7 @@ void EffectListPane::addEffect(QTreeWidgetItem& category, const EffectDescriptio
     auto* item = new QTreeWidgetItem(&category, {QString::fromStdString(effect.title)});
     item->setData(0, kService, QString::fromStdString(effect.service));
     const std::string& tip = effect.blockedBecause.empty() ? effect.help : effect.blockedBecause;
-    // In rich text the tip wraps.
+    // With markup the tip wraps.
     item->setToolTip(0, QStringLiteral("<p><b>%1</b></p><p>%2</p>")
                             .arg(item->text(0).toHtmlEscaped(), QString::fromStdString(tip).toHtmlEscaped()));
     if (!effect.blockedBecause.empty())

@@ -4,6 +4,7 @@
 #include "skin/SkinApplication.h"
 #include "workbench/app/panel/SimplePanelBuilder.h"
 #include "workbench/app/session/Background.h"
+#include "workbench/app/session/PlainTexts.h"
 #include "workbench/app/session/PreferenceKeys.h"
 #include "workbench/app/session/Say.h"
 #include "workbench/app/session/WorkbenchHost.h"
@@ -126,6 +127,7 @@ int runWithWindow(const CommandLine& commandLine, int& argc, char** argv)
     SkinApplication application(argc, argv);
     application.setApplicationName(QStringLiteral("Oribund workbench"));
     application.installEventFilter(new KeyPolicy(&application));
+    application.installEventFilter(new PlainTexts(&application));
     const QTemporaryDir scratch;
     FilePreferences preferences((pictures ? privateFolder(scratch) : settingsFolder()) / "preferences.json");
     WorkbenchHost host(preferences);

@@ -3,6 +3,7 @@
 #include "oribund/controls/bars/ThermBase.h"
 #include "oribund/cues/CueSearch.h"
 #include "skin/QtConversions.h"
+#include "workbench/app/session/PlainTexts.h"
 #include "workbench/app/timeline/TimeCode.h"
 #include "workbench/app/timeline/TimelinePainter.h"
 
@@ -263,7 +264,7 @@ bool TimelineStrip::event(QEvent* event)
     if (event->type() != QEvent::ToolTip)
         return QWidget::event(event);
     const auto* help = static_cast<QHelpEvent*>(event);
-    QToolTip::showText(help->globalPos(), tipAt(help->pos()), this);
+    QToolTip::showText(help->globalPos(), plainTip(tipAt(help->pos())), this);
     return true;
 }
 

@@ -7,6 +7,11 @@
 namespace workbench
 {
 
+namespace
+{
+constexpr double kMostLost = 36.0; // the engine makes a picture so much smaller than the space, to keep its shape
+} // namespace
+
 ViewerWidget::ViewerWidget(QWidget* parent)
     : QWidget(parent)
 {
@@ -39,6 +44,19 @@ QRect ViewerWidget::pictureArea() const
     return {QPoint((this->width() - size.width()) / 2, (height() - size.height()) / 2), size};
 }
 
+QRectF ViewerWidget::pictureTarget() const
+{
+    const QRectF area = pictureArea();
+    const double ratio = devicePixelRatioF();
+    const QSizeF size = QSizeF(image_.size()) / ratio;
+    const auto nearly = [&](double shown, double space) { return shown <= space + 1.0 && shown > space - kMostLost; };
+    if (!nearly(size.width(), area.width()) || !nearly(size.height(), area.height()))
+        return area;
+    // Pixel for pixel, which is sharper than a few more pixels are large.
+    const auto onPixel = [&](double place) { return std::floor(place * ratio) / ratio; };
+    return {QPointF(onPixel((width() - size.width()) / 2), onPixel((height() - size.height()) / 2)), size};
+}
+
 void ViewerWidget::tellSize()
 {
     const QSize size = pictureArea().size() * devicePixelRatioF();
@@ -52,7 +70,7 @@ void ViewerWidget::paintEvent(QPaintEvent*)
     painter.fillRect(rect(), QColor(12, 12, 12));
     if (!image_.isNull()) {
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        painter.drawImage(pictureArea(), image_);
+        painter.drawImage(pictureTarget(), image_);
         return;
     }
     painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));

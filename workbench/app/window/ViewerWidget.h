@@ -36,6 +36,7 @@ protected:
 
 private:
     QRect pictureArea() const;
+    QRectF pictureTarget() const;
     void tellSize();
 
     FrameImagePtr picture_;

@@ -164,7 +164,8 @@ private:
             if (!transition.wipe.empty()) {
                 join.properties.push_back({"resource", transition.wipe});
                 join.properties.push_back({"softness", serviceNumber(transition.softness)});
-                join.properties.push_back({"reverse", transition.reversed ? "1" : "0"});
+                // The pattern is mirrored; played backwards it would begin with the incoming picture.
+                join.properties.push_back({"invert", transition.reversed ? "1" : "0"});
             }
         } else {
             join.service = "mix";
