@@ -4,6 +4,7 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/MessageSink.h"
+#include "oribund/host/services/TextIds.h"
 #include "oribund/host/services/TextTable.h"
 
 #include <algorithm>
@@ -21,7 +22,7 @@ TableWidget::InitArgs tableArgs(const CueDescriptionPanel::InitArgs& args)
     TableWidget::InitArgs table;
     static_cast<GlobCreationInfo&>(table) = args;
     table.headerShown = false;
-    table.emptyText = L"No cue";
+    table.emptyText = UIString(TextIds::kNoCue);
     return table;
 }
 
@@ -135,14 +136,14 @@ bool CueDescriptionPanel::storeFieldText(const WString& text, const XY<int>& cel
     const LogAttribute attribute = fields_[indexOf(cell.y)].first;
     Cue after = before;
     if (!setLogAttributeText(attribute, after, text, getEdit())) {
-        showMessage(UIString(L"\"$TEXT$\" is not understood as $FIELD$.")
+        showMessage(UIString(TextIds::kNotUnderstood)
                         .withPlaceholder(L"TEXT", text)
                         .withPlaceholder(L"FIELD", displayText(getLogAttributeName(attribute))));
         return false;
     }
     if (saveChanges(before, after))
         return true;
-    showMessage(L"The edit does not take this change of the cue. There may be another cue at that time.");
+    showMessage(UIString(TextIds::kCueRefused));
     return false;
 }
 
@@ -193,8 +194,8 @@ int CueDescriptionPanel::calcNameColumnWidth() const
 
 std::vector<TableColumn> CueDescriptionPanel::getColumnDefinitions() const
 {
-    return {{"name", L"Field", std::max(calcNameColumnWidth(), 1), 0, false},
-            {"text", L"Text", 0, 2 * UifStd::getRowHeight(), true}};
+    return {{"name", UIString(TextIds::kCueField), std::max(calcNameColumnWidth(), 1), 0, false},
+            {"text", UIString(TextIds::kCueText), 0, 2 * UifStd::getRowHeight(), true}};
 }
 
 int CueDescriptionPanel::getNumRows() const

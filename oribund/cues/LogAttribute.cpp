@@ -3,6 +3,7 @@
 #include "oribund/cues/CueColours.h"
 #include "oribund/cues/CueSearch.h"
 #include "oribund/host/edit/Cue.h"
+#include "oribund/host/services/TextIds.h"
 
 #include <cstdint>
 #include <string>
@@ -39,13 +40,13 @@ UIString getLogAttributeName(LogAttribute attribute)
 {
     switch (attribute) {
     case LogAttribute::Timecode:
-        return L"Timecode";
+        return UIString(TextIds::kCueTimecode);
     case LogAttribute::Name:
-        return L"Name";
+        return UIString(TextIds::kCueName);
     case LogAttribute::Description:
-        return L"Description";
+        return UIString(TextIds::kCueDescription);
     case LogAttribute::Colour:
-        return L"Colour";
+        return UIString(TextIds::kCueColour);
     }
     return {};
 }

@@ -5,10 +5,10 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/edit/Vob.h"
 #include "oribund/host/effects/EffectInstance.h"
+#include "oribund/host/services/TextIds.h"
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/widgets/Checkbox.h"
 #include "oribund/host/toolkit/widgets/CheckboxEvent.h"
-#include "oribund/panels/TextIds.h"
 
 #include <memory>
 

@@ -3,10 +3,10 @@
 
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/notify/MethodCallback.h"
+#include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/widgets/Checkbox.h"
 #include "oribund/panels/EffectComponentPanel.h"
-#include "oribund/panels/TextIds.h"
 
 #include <gtest/gtest.h>
 
@@ -22,8 +22,6 @@ using Options = FXPanelCreationOptions;
 class ComponentPanel : public testing::Test
 {
 protected:
-    ComponentPanel() { host.textOf[{TextIds::kSwitchEffect, 0}] = L"Switch $EFFECT$ on or off"; }
-
     std::unique_ptr<EffectComponentPanel> makePanel(unsigned flags)
     {
         auto panel = std::make_unique<EffectComponentPanel>(Options(view, 300, &canvas, flags));

@@ -1,6 +1,8 @@
 #include "tests/support/TestHost.h"
 #include "tests/support/contracts/PreferencesContract.h"
 
+#include "oribund/host/services/TextIds.h"
+
 #include <gtest/gtest.h>
 
 namespace oribund
@@ -51,6 +53,9 @@ TEST(Texts, ComeFromTheHostWithPlaceholdersReplacedAndGapsSeen)
     EXPECT_EQ(displayText(UIString(L"Cost: 5$ for $TRACK$")), WString(L"Cost: 5$ for $TRACK$"))
         << "what is no known placeholder stays";
     EXPECT_EQ(displayText(12345), WString(L"#12345"));
+    EXPECT_EQ(displayText(TextIds::kNoCue), L"No cue") << "where the host has none, the library has";
+    host.textOf[{TextIds::kNoCue, 0}] = L"Keine Marke";
+    EXPECT_EQ(displayText(TextIds::kNoCue), L"Keine Marke");
 
     showMessage(UIString(11576, 0).withPlaceholder(L"TRACK", L"A2"));
     EXPECT_EQ(host.shown, std::vector<std::string>{"Effects on A2"});

@@ -7,6 +7,7 @@
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/edit/monitor/FXViewHandle.h"
 #include "oribund/host/effects/EffectInstance.h"
+#include "oribund/host/services/TextTable.h"
 
 #include <algorithm>
 #include <memory>
@@ -45,7 +46,7 @@ public:
     void startModify(const UIString& text) override
     {
         if (open++ == 0)
-            title = text.expand(text.text());
+            title = displayText(text);
     }
 
     void endModify() override

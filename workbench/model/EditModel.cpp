@@ -63,7 +63,7 @@ bool EditModel::setCue(const oribund::Cue& cue)
 
 void EditModel::startModify(const oribund::UIString& title)
 {
-    undo_.beginModify(title.isLiteral() ? title.expand(title.text()) : oribund::displayText(title));
+    undo_.beginModify(oribund::displayText(title));
 }
 
 void EditModel::endModify()

@@ -6,7 +6,6 @@
 #include "oribund/controls/keyframes/KeyframeCommands.h"
 #include "oribund/controls/keyframes/KeyframeKeys.h"
 #include "oribund/controls/keyframes/KeyframeText.h"
-#include "oribund/controls/rows/ControlTexts.h"
 #include "oribund/cues/CueSearch.h"
 #include "oribund/host/base/FXTimeMapping.h"
 #include "oribund/host/base/Numeric.h"
@@ -14,6 +13,7 @@
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
+#include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
 #include "oribund/host/toolkit/core/Menu.h"
@@ -33,7 +33,7 @@ FXThermBase::FXThermBase(const InitArgs& args)
     , VobClient(args.vob)
     , significant_(*this)
 {
-    setAccessibleName(controlText(ControlText::EffectTime));
+    setAccessibleName(UIString(TextIds::kEffectTime));
     setTrackID(args.track);
 }
 
@@ -275,18 +275,18 @@ void FXThermBase::selectAllKeyframes(bool select)
 
 void FXThermBase::reviewMenu(const Event*)
 {
-    const auto add = [this](ControlText text, bool enabled, void (*command)(const KeyframeCommands&)) {
+    const auto add = [this](int text, bool enabled, void (*command)(const KeyframeCommands&)) {
         const GlobRef<FXThermBase> self(this);
-        MenuItem& item = editMenu().addItem(controlText(text), [self, command] {
+        MenuItem& item = editMenu().addItem(UIString(text), [self, command] {
             if (self)
                 command(self->commands());
         });
         item.enabled = enabled;
     };
     const bool any = commands().countSelected() > 0;
-    add(ControlText::SelectAll, true, [](const KeyframeCommands& commands) { commands.selectAll(true); });
-    add(ControlText::DeselectAll, any, [](const KeyframeCommands& commands) { commands.selectAll(false); });
-    add(ControlText::RemoveSelected, any && commands().canEdit(),
+    add(TextIds::kSelectAllKeyframes, true, [](const KeyframeCommands& commands) { commands.selectAll(true); });
+    add(TextIds::kDeselectAllKeyframes, any, [](const KeyframeCommands& commands) { commands.selectAll(false); });
+    add(TextIds::kRemoveSelectedKeyframes, any && commands().canEdit(),
         [](const KeyframeCommands& commands) { commands.removeSelected(); });
 }
 

@@ -6,6 +6,7 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
 
@@ -23,7 +24,7 @@ ThermBase::ThermBase(const InitArgs& args)
     : Control(args)
 {
     applyNaturalSize(args, {10 * UifStd::getRowHeight(), calcHeight()});
-    setAccessibleName(UIString(L"Time"));
+    setAccessibleName(UIString(TextIds::kTime));
 }
 
 ThermBase::~ThermBase() = default;

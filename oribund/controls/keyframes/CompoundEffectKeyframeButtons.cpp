@@ -1,10 +1,10 @@
 #include "oribund/controls/keyframes/CompoundEffectKeyframeButtons.h"
 
 #include "oribund/controls/keyframes/KeyframeCommands.h"
-#include "oribund/controls/rows/ControlTexts.h"
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
+#include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/widgets/Button.h"
 #include "oribund/host/toolkit/widgets/Label.h"
@@ -29,16 +29,16 @@ CompoundEffectKeyframeButtons::CompoundEffectKeyframeButtons(const InitArgs& arg
     , VobClient(args.vob)
 {
     const int gap = UifStd::getWidgetGap();
-    previous_ = addButton("previous-keyframe", previousMsg, ControlText::PreviousKeyframe, 0);
-    next_ = addButton("next-keyframe", nextMsg, ControlText::NextKeyframe, 0);
-    add_ = addButton("keyframe-add", addMsg, ControlText::AddKeyframes, gap);
-    remove_ = addButton("keyframe-remove", removeMsg, ControlText::RemoveKeyframes, 0);
-    zoom_ = addButton("zmin", zoomInMsg, ControlText::ZoomIn, gap);
+    previous_ = addButton("previous-keyframe", previousMsg, TextIds::kPreviousKeyframe, 0);
+    next_ = addButton("next-keyframe", nextMsg, TextIds::kNextKeyframe, 0);
+    add_ = addButton("keyframe-add", addMsg, TextIds::kAddKeyframes, gap);
+    remove_ = addButton("keyframe-remove", removeMsg, TextIds::kRemoveKeyframes, 0);
+    zoom_ = addButton("zmin", zoomInMsg, TextIds::kZoomIn, gap);
     Label::InitArgs label(0, static_cast<unsigned short>(UifStd::getControlHeight()));
-    label.text = controlText(ControlText::Keyframes);
+    label.text = UIString(TextIds::kKeyframes);
     label.id = "keyframes_label";
     label_ = addWidget(std::make_unique<Label>(label), WidgetPosition::rightOf(*zoom_, gap));
-    setAccessibleName(controlText(ControlText::Keyframes));
+    setAccessibleName(UIString(TextIds::kKeyframes));
 
     const int width = args.width ? args.width : label_->box().right + getBorder().right;
     resize(width, args.height ? args.height : UifStd::getRowHeight());
@@ -47,7 +47,7 @@ CompoundEffectKeyframeButtons::CompoundEffectKeyframeButtons(const InitArgs& arg
 
 CompoundEffectKeyframeButtons::~CompoundEffectKeyframeButtons() = default;
 
-Button* CompoundEffectKeyframeButtons::addButton(const char* icon, const String& message, ControlText text, int gap)
+Button* CompoundEffectKeyframeButtons::addButton(const char* icon, const String& message, int text, int gap)
 {
     const auto side = static_cast<unsigned short>(UifStd::getControlHeight());
     Button::InitArgs args(side, side);
@@ -56,7 +56,7 @@ Button* CompoundEffectKeyframeButtons::addButton(const char* icon, const String&
     args.style = Button::Style::Flat;
     args.id = message;
     auto button = std::make_unique<Button>(args);
-    button->setTooltip(controlText(text));
+    button->setTooltip(UIString(text));
     button->setEnabled(false);
     const Glob* const before = previousWidget();
     return addWidget(std::move(button),
@@ -224,7 +224,7 @@ void CompoundEffectKeyframeButtons::setZoomActive(bool active, eRedrawFlag redra
     zoomActive_ = active;
     zoom_->setIcon(Image::icon(active ? "zmout" : "zmin"), redrawFlag);
     zoom_->setMessage(active ? zoomOutMsg : zoomInMsg);
-    zoom_->setTooltip(controlText(active ? ControlText::ZoomOut : ControlText::ZoomIn));
+    zoom_->setTooltip(UIString(active ? TextIds::kZoomOut : TextIds::kZoomIn));
 }
 
 void CompoundEffectKeyframeButtons::setVisibleWindowExtents(const NumRange<FXTime>& visible,

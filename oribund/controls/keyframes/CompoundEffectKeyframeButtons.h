@@ -13,7 +13,6 @@ namespace oribund
 class Button;
 class KeyframeCommands;
 class Label;
-enum class ControlText : int;
 
 /**
  * The row of buttons that add, delete and walk the keyframes of all parameters of a track's effects at once. Each press
@@ -96,7 +95,7 @@ private:
     };
 
     void handleFXModifications(const ChangeDescription& change) override;
-    Button* addButton(const char* icon, const String& message, ControlText text, int gap);
+    Button* addButton(const char* icon, const String& message, int text, int gap);
     States findStates(CompoundEffectMonitor& effects);
     void considerEffect(const FXKeyframeHelpers::KeyframeSet& keyframes, double time, States& states) const;
     void apply(const States& states, eRedrawFlag redrawFlag);

@@ -1,10 +1,10 @@
 #include "oribund/controls/keyframes/KeyframeCommands.h"
 
-#include "oribund/controls/rows/ControlTexts.h"
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/edit/Vob.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/effects/EffectInstance.h"
+#include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Drawable.h"
 
 #include <algorithm>
@@ -107,12 +107,12 @@ bool KeyframeCommands::editAtCurrentTime(EditAt edit, const UIString& title) con
 
 bool KeyframeCommands::addAtCurrentTime() const
 {
-    return editAtCurrentTime(&CompoundEffectKeyframes::addKeyframesAt, controlText(ControlText::AddStep));
+    return editAtCurrentTime(&CompoundEffectKeyframes::addKeyframesAt, UIString(TextIds::kAddKeyframesStep));
 }
 
 bool KeyframeCommands::removeAtCurrentTime() const
 {
-    return editAtCurrentTime(&CompoundEffectKeyframes::removeKeyframesAt, controlText(ControlText::RemoveStep));
+    return editAtCurrentTime(&CompoundEffectKeyframes::removeKeyframesAt, UIString(TextIds::kRemoveKeyframesStep));
 }
 
 bool KeyframeCommands::removeSelected() const

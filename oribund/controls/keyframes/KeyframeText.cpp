@@ -1,6 +1,5 @@
 #include "oribund/controls/keyframes/KeyframeText.h"
 
-#include "oribund/controls/rows/ControlTexts.h"
 #include "oribund/controls/rows/KeyframeFloatCtrlsBase.h"
 #include "oribund/cues/CueSearch.h"
 #include "oribund/host/base/Numeric.h"
@@ -9,6 +8,7 @@
 #include "oribund/host/effects/keyframes/KeyframeSpan.h"
 #include "oribund/host/effects/params/EffectValParam.h"
 #include "oribund/host/effects/params/ParamVisitor.h"
+#include "oribund/host/services/TextIds.h"
 #include "oribund/host/services/TextTable.h"
 
 #include <algorithm>
@@ -64,7 +64,7 @@ std::wstring describe(const FXKeyframe& keyframe, const WString& time, const Tra
     if (!graph)
         return {};
     const KeyframeSpan span(*graph);
-    const UIString count = controlText(ControlText::KeyframeCount)
+    const UIString count = UIString(TextIds::kKeyframeCount)
                                .withPlaceholder(L"NUMBER", number(graph->lowerIndex(keyframe.time) - span.first + 1))
                                .withPlaceholder(L"COUNT", number(span.size()));
     std::wstring text(displayText(param->description()).view());
@@ -72,7 +72,7 @@ std::wstring describe(const FXKeyframe& keyframe, const WString& time, const Tra
          {std::wstring(time.view()), valueAt(*param, keyframe.time), std::wstring(displayText(count).view())})
         text += L", " + part;
     if (keyframe.selected)
-        text += L", " + std::wstring(displayText(controlText(ControlText::Selected)).view());
+        text += L", " + std::wstring(displayText(TextIds::kSelected).view());
     return text;
 }
 
@@ -89,7 +89,7 @@ WString describeKeyframes(const std::vector<FXKeyframe>& keyframes, double editT
         append(describe(keyframes[i], time, effects));
     if (described < keyframes.size()) {
         const WString rest = number(static_cast<int>(keyframes.size() - described));
-        append(std::wstring(displayText(controlText(ControlText::AndMore).withPlaceholder(L"COUNT", rest)).view()));
+        append(std::wstring(displayText(UIString(TextIds::kAndMore).withPlaceholder(L"COUNT", rest)).view()));
     }
     return WString(text);
 }

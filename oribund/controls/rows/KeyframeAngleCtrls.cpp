@@ -6,6 +6,8 @@
 #include "oribund/controls/rows/NumberDisplay.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/EditorPreferences.h"
+#include "oribund/host/services/TextIds.h"
+#include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/entries/NumericEntry.h"
 #include "oribund/host/toolkit/widgets/ValSlider.h"
 
@@ -96,7 +98,7 @@ void KeyframeAngleCtrls::addWidgets(const EffectValParam<Angle>& param)
         slider_ = addEditor(std::make_unique<ValSlider>(Slider::InitArgs(0, 0, canvas())));
     }
     // The name stands for the degrees, which come behind the turns.
-    turns_ = addEntry(L"whole turns", false);
+    turns_ = addEntry(displayText(TextIds::kWholeTurnsPart), false);
     degrees_ = addEntry();
     applyDisplay(param);
     turns_->setDataAdaptor(Kt::makePtr<WholeTurnsParamTextAdaptor>(getViewHandle(), param));
@@ -118,7 +120,7 @@ void KeyframeAngleCtrls::applyDisplay(const EffectValParam<Angle>& param)
     }
     turns_->setFormat({0, 1.0, L"\u00d7"});
     turns_->setStep(1.0);
-    turns_->setTooltip(UIString(L"Whole turns"));
+    turns_->setTooltip(UIString(TextIds::kWholeTurns));
     updateWidgetVisibility(param);
 }
 

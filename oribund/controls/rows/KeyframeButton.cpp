@@ -1,8 +1,8 @@
 #include "oribund/controls/rows/KeyframeButton.h"
 
-#include "oribund/controls/rows/ControlTexts.h"
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
 #include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/services/TextIds.h"
 
 namespace oribund
 {
@@ -24,9 +24,9 @@ Button::InitArgs argsFor(Canvas* canvas)
 KeyframeButton::KeyframeButton(Canvas* canvas)
     : ValButton(argsFor(canvas))
 {
-    addLook({KeyframeState::kNone, Image::icon("keyframe-off"), eOff, controlText(ControlText::NotAnimated)});
-    addLook({KeyframeState::kElsewhere, Image::icon("keyframe-away"), eOff, controlText(ControlText::NoKeyframeHere)});
-    addLook({KeyframeState::kHere, Image::icon("keyframe-here"), eOn, controlText(ControlText::KeyframeHere)});
+    addLook({KeyframeState::kNone, Image::icon("keyframe-off"), eOff, UIString(TextIds::kNotAnimated)});
+    addLook({KeyframeState::kElsewhere, Image::icon("keyframe-away"), eOff, UIString(TextIds::kNoKeyframeHere)});
+    addLook({KeyframeState::kHere, Image::icon("keyframe-here"), eOn, UIString(TextIds::kKeyframeHere)});
 }
 
 } // namespace oribund

@@ -3,6 +3,8 @@
 #include "oribund/controls/binding/SwatchAdaptor.h"
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
 #include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/services/TextIds.h"
+#include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/widgets/Button.h"
 #include "oribund/host/toolkit/widgets/ValColourSwatch.h"
 
@@ -29,7 +31,7 @@ public:
         : Button(args)
         , swatch_(swatch)
     {
-        setTooltip(UIString(L"Choose a colour"));
+        setTooltip(UIString(TextIds::kChooseColour));
     }
 
     void setWidgetValue(const ColourData& value, eRedrawFlag) override { value_ = value; }
@@ -59,7 +61,7 @@ KeyframeColourCtrls::KeyframeColourCtrls(const FXViewHandle& handle, const IdSta
     if (!has(options, Opts::eNoPickerButton)) {
         Button::InitArgs button(0, 0, canvas);
         button.icon = Image::icon("collapse");
-        picker_ = addEditor(std::make_unique<PickerButton>(button, *swatch_), L"chooser");
+        picker_ = addEditor(std::make_unique<PickerButton>(button, *swatch_), displayText(TextIds::kChooserPart));
     }
     finishRow();
 }

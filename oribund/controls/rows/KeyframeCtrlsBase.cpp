@@ -9,6 +9,7 @@
 #include "oribund/host/effects/EffectInstance.h"
 #include "oribund/host/effects/params/ParamVisitor.h"
 #include "oribund/host/effects/params/iParamJournal.h"
+#include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/entries/NumericEntry.h"
 #include "oribund/host/toolkit/entries/ScrubLabel.h"
@@ -125,9 +126,12 @@ void KeyframeCtrlsBase::setParamName(const WString& name)
 void KeyframeCtrlsBase::nameWidgets()
 {
     label_->setText(UIString(paramName_));
-    button_->setAccessibleName(UIString(paramName_ + L": keyframe"));
-    for (const Editor& editor : editors_)
-        editor.glob->setAccessibleName(UIString(editor.part.empty() ? paramName_ : paramName_ + L" " + editor.part));
+    button_->setAccessibleName(UIString(TextIds::kKeyframeOf).withPlaceholder(L"NAME", paramName_));
+    for (const Editor& editor : editors_) {
+        const UIString ofPart =
+            UIString(TextIds::kPartOf).withPlaceholder(L"NAME", paramName_).withPlaceholder(L"PART", editor.part);
+        editor.glob->setAccessibleName(editor.part.empty() ? UIString(paramName_) : ofPart);
+    }
 }
 
 void KeyframeCtrlsBase::describeParam(const EffectValParamBase& param)

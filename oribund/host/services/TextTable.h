@@ -13,7 +13,8 @@ class UIString;
 /**
  * The host's table of user-visible texts, in the language of the user.
  *
- * The library asks for every text that is not a literal by an integer id. User-interface thread only.
+ * The library asks for every text that is not a literal by an integer id; those of TextIds.h are in English where the
+ * table has none. User-interface thread only.
  */
 class ORIBUND_API TextTable
 {
@@ -25,8 +26,9 @@ public:
 };
 
 /**
- * The text to show for a UIString: its literal, or the installed host's text of its id, with the placeholders
- * replaced. An id that the host does not know shows as "#id", so that a gap in a table is seen and reported.
+ * The text to show for a UIString: its literal, or the text of its id, with the placeholders replaced. The installed
+ * host is asked for an id first, then the library's own English texts. An id that neither knows shows as "#id", so that
+ * a gap in a table is seen and reported.
  */
 ORIBUND_API WString displayText(const UIString& text);
 

@@ -1,7 +1,6 @@
 #include "workbench/app/session/WorkbenchHost.h"
 
 #include "oribund/host/base/UIString.h"
-#include "oribund/panels/TextIds.h"
 
 #include <cstdio>
 
@@ -20,18 +19,6 @@ WorkbenchHost::~WorkbenchHost()
 {
     shutdown_.run(oribund::Shutdown::eExitType::Normal);
     Host::install(before_);
-}
-
-std::optional<WString> WorkbenchHost::find(int resourceId, int) const
-{
-    switch (resourceId) {
-    case oribund::TextIds::kMaskTitle:
-        return WString(L"Mask");
-    case oribund::TextIds::kSwitchEffect:
-        return WString(L"Switch $EFFECT$ on or off");
-    default:
-        return std::nullopt;
-    }
 }
 
 void WorkbenchHost::show(const oribund::UIString& message, Severity severity)

@@ -49,7 +49,9 @@ public:
     oribund::Vob* playMachine() override { return vob_; }
 
 private:
-    std::optional<oribund::WString> find(int resourceId, int subId) const override;
+    /** The library's own English is what the workbench speaks. */
+    std::optional<oribund::WString> find(int, int) const override { return std::nullopt; }
+
     void show(const oribund::UIString& message, Severity severity) override;
     void write(const char* text) override;
 
