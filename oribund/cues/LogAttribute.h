@@ -34,10 +34,7 @@ ORIBUND_API WString getLogAttributeText(LogAttribute attribute, const Cue& cue, 
 /** Gives the field of `cue` another text. False, and `cue` as it was, for a text that it cannot have. */
 ORIBUND_API bool setLogAttributeText(LogAttribute attribute, Cue& cue, const WString& text, const EditPtr& edit);
 
-/** "#rrggbb". */
-ORIBUND_API WString getColourText(const Colour& colour);
-
-/** The colour of "#rrggbb", "#rgb", either without the '#', or a name from cueColours(). */
+/** The colour that parseHexColour() reads, or that of a name from cueColours(); blanks around it do not matter. */
 ORIBUND_API std::optional<Colour> parseColourText(const WString& text);
 
 } // namespace oribund

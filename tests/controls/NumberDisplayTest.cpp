@@ -1,8 +1,8 @@
 #include "tests/controls/RowSupport.h"
 
 #include "oribund/controls/rows/KeyframeFloatCtrlsBase.h"
-#include "oribund/controls/rows/NumberDisplay.h"
-#include "oribund/controls/rows/ParamTooltip.h"
+#include "oribund/host/effects/params/NumberDisplay.h"
+#include "oribund/host/effects/params/ParamText.h"
 
 #include <limits>
 
@@ -47,7 +47,7 @@ TEST_F(Display, DecimalsStepAndSliderFollowFromTheRange)
         {-kNone, kNone, 0.0, 1, 1.0, {-100.0, 100.0}},
         {0.0, kNone, 50.0, 0, 10.0, {0.0, 1000.0}},
         {-kNone, 10.0, 0.0, 0, 10.0, {-990.0, 10.0}},
-        {3.0, 3.0, 3.0, 6, 1e-11, {3.0, 3.0}},
+        {3.0, 3.0, 3.0, 15, 1e-14, {3.0, 3.0}},
     };
     for (const Case& one : cases) {
         const NumberDisplay display(one.low, one.high, one.standard, {}, false);
@@ -59,6 +59,38 @@ TEST_F(Display, DecimalsStepAndSliderFollowFromTheRange)
     EXPECT_EQ(NumberDisplay(0.0, 100.0, 0.0, L"px", false).format.textOf(2.26), L"2.3 px");
     EXPECT_EQ(NumberDisplay(0.0, 100.0, 0.0, L"frames", false).format.textOf(2.0), L"2");
     EXPECT_EQ(NumberDisplay(0.0, 1.0, 0.0, {}, true, 2).format.textOf(0.12345), L"12.35 %");
+}
+
+TEST_F(Display, SmallRangesShowEnoughDigitsToTellTheirValuesApart)
+{
+    for (const double high : {1e-4, 5e-6, 1e-6, 1e-9}) {
+        const NumberFormat format = NumberDisplay(0.0, high, 0.0, L"s", false).format;
+        WString last;
+        for (int i = 0; i < 1000; i += 3) {
+            const double value = high * i / 1000;
+            const WString text = format.textOf(value);
+            EXPECT_NE(text, last) << value;
+            EXPECT_LE(text.size(), 11u) << toUTF8(text).c_str() << " has room in an entry";
+            EXPECT_NEAR(format.valueOf(text, 0.0).value.value_or(-1.0), value, high / 1000) << toUTF8(text).c_str();
+            last = text;
+        }
+    }
+    EXPECT_EQ(NumberDisplay(0.0, 1e-6, 0.0, {}, false).format.textOf(1.25e-7), L"1.25e-7");
+    EXPECT_EQ(NumberDisplay(0.0, 1e-6, 0.0, {}, false).format.textOf(0.0), L"0");
+    EXPECT_EQ(NumberDisplay(1.0, 1.00001, 1.0, {}, false).format.textOf(1.00000125), L"1.00000125");
+}
+
+TEST_F(Display, ValuesAreTextsOfTheirType)
+{
+    const auto turning = addLimited(Angle{0.0}, Angle{-3600.0}, Angle{3600.0});
+    EXPECT_EQ(valueText(*turning, Angle{-725.5}), L"-2\u00d7 -5.5\u00b0");
+    EXPECT_EQ(valueText(*turning, Angle{90.0}), L"90\u00b0");
+    EXPECT_EQ(valueText(*addLimited(Angle{0.0}, Angle{0.0}, Angle{360.0}), Angle{360.0}), L"0\u00b0") << "as the row";
+    EXPECT_EQ(valueText(*turning, 90.0), L"") << "a number is no angle";
+    const auto colour = addLimited(ColourData{}, ColourData{}, ColourData{{1, 1, 1, 1}});
+    EXPECT_EQ(valueText(*colour, ColourData{{1.0, 0.5, 0.0, 0.25}}), L"#ff8000 25 %");
+    const auto range = addLimited(ColourData{}, ColourData{}, ColourData{{1, 1, 1, 1}}, ParamDisplay::kColourRange);
+    EXPECT_EQ(valueText(*range, ColourData{{1.0, 0.5, 0.0, 0.25}}), L"1, 0.5, 0, 0.25");
 }
 
 TEST_F(Display, TooltipTellsNameDefaultAndRange)

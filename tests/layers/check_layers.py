@@ -18,7 +18,7 @@ LAYERS = {
     HOST + "canvas": [HOST + "notify"],
     HOST + "services": [HOST + "notify"],
     HOST + "toolkit": [HOST + "canvas", HOST + "services"],
-    HOST + "effects": [HOST + "notify"],
+    HOST + "effects": [HOST + "services"],
     HOST + "edit": [HOST + "effects", HOST + "services"],
     HOST + "templates": [HOST + "edit"],
     "oribund/cues": [HOST + "toolkit", HOST + "templates"],

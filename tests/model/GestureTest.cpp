@@ -65,7 +65,7 @@ TEST_F(Gesture, ASeriesEndsWithTheNextThingThatIsNotItsContinuation)
     param<bool>(tint, kOn)->setConstant(true);
     undo().endGesture();
     EXPECT_EQ(added(), 6u);
-    const char* const titles[] = {"On Off to On",       "Level 65 % to 66 %", "Switch off Tint",
+    const char* const titles[] = {"On no to yes",       "Level 65 % to 66 %", "Switch off Tint",
                                   "Level 63 % to 65 %", "Level 61 % to 63 %", "Level 50 % to 61 %"};
     for (const char* title : titles) {
         EXPECT_EQ(undoTitle(), title);

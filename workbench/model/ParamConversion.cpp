@@ -4,10 +4,6 @@
 #include "oribund/host/effects/params/EffectValParam.h"
 #include "workbench/model/EffectDescription.h"
 
-#include <algorithm>
-#include <cmath>
-#include <cstdio>
-
 namespace workbench
 {
 
@@ -67,27 +63,6 @@ oribund::Kt::Ptr<oribund::EffectValParamBase> makePlain(oribund::ParamInfo info,
     return oribund::Kt::makePtr<EffectValParam<P>>(std::move(info), initial);
 }
 
-WString number(double value)
-{
-    // Two decimals are enough to tell one step from another.
-    return toWide(oribund::formatNumber(std::round(value * 100.0) / 100.0));
-}
-
-WString hexColour(const ColourData& colour)
-{
-    const auto byte = [&colour](std::size_t i) {
-        return static_cast<unsigned>(std::lround(std::clamp(colour[i], 0.0, 1.0) * 255.0));
-    };
-    char text[16];
-    std::snprintf(text, sizeof text, "#%02x%02x%02x", byte(0), byte(1), byte(2));
-    return toWide(std::string_view(text));
-}
-
-template <class T>
-WString selectedLabel(const ListParam<T>& list)
-{
-    return list.selectedItem() ? list.selectedItem()->label.text() : WString();
-}
 } // namespace
 
 oribund::Kt::Ptr<oribund::EffectValParamBase> makeParam(const ParamDescription& d, oribund::ParamInfo info)
@@ -203,25 +178,6 @@ void restoreParam(oribund::EffectValParamBase& param, const ParamData& data)
         param.graph()->removeAllKeyframes();
     param.restoreFunctionType(keyed ? oribund::EffectValParamFnType::Keyframed
                                     : oribund::EffectValParamFnType::Constant);
-}
-
-WString displayText(const oribund::EffectValParamBase& param, const ParamValue& value)
-{
-    const WString text = std::visit(Overloaded{
-                                        [](double v) { return number(v); },
-                                        [](bool v) { return WString(v ? L"On" : L"Off"); },
-                                        [](const Angle& v) { return number(v.degrees); },
-                                        [](const ColourData& v) { return hexColour(v); },
-                                        [](const Vector2d& v) { return number(v.x) + L", " + number(v.y); },
-                                        [](const ListParam<int>& v) { return selectedLabel(v); },
-                                        [](const ListParam<String>& v) { return selectedLabel(v); },
-                                        [](const VideoInputParam& v) {
-                                            const int i = v.selectedIndex();
-                                            return i < 0 ? WString() : v.inputNames()[static_cast<std::size_t>(i)];
-                                        },
-                                    },
-                                    value);
-    return param.unitText().empty() ? text : text + L" " + param.unitText();
 }
 
 } // namespace workbench

@@ -26,7 +26,4 @@ ParamData dataOf(const oribund::EffectValParamBase& param);
 /** Gives the parameter that setting, without a record for undo. What does not fit its type is left out. */
 void restoreParam(oribund::EffectValParamBase& param, const ParamData& data);
 
-/** A value as a person reads it: "12 %", "On", "#ff8000". */
-oribund::WString displayText(const oribund::EffectValParamBase& param, const oribund::ParamValue& value);
-
 } // namespace workbench

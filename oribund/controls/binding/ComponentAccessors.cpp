@@ -1,8 +1,8 @@
 #include "oribund/controls/binding/ComponentAccessors.h"
 
+#include "oribund/host/base/NumberFormat.h"
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/effects/EffectInstance.h"
-#include "oribund/host/toolkit/entries/NumberFormat.h"
 
 namespace oribund
 {

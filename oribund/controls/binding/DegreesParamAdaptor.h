@@ -7,8 +7,6 @@
 namespace oribund
 {
 
-inline constexpr double kFullTurn = 360.0;
-
 /**
  * Shows the part of an angle that lies within a turn, with the angle's sign, and replaces only that part: an animated
  * rotation of several turns survives an edit of its direction. Of 725 degrees it shows 5; entering 90 writes 810.

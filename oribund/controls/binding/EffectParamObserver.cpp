@@ -54,13 +54,6 @@ int EffectParamObserver<P>::handleConstant(const ValServerEvent<P>& event)
     return 0;
 }
 
-template class EffectParamObserver<double>;
-template class EffectParamObserver<bool>;
-template class EffectParamObserver<Angle>;
-template class EffectParamObserver<ColourData>;
-template class EffectParamObserver<Vector2d>;
-template class EffectParamObserver<ListParam<int>>;
-template class EffectParamObserver<ListParam<String>>;
-template class EffectParamObserver<VideoInputParam>;
+ORIBUND_FOR_PARAM_TYPES(ORIBUND_DEFINE_FOR_TYPE, EffectParamObserver)
 
 } // namespace oribund

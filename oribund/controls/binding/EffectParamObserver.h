@@ -50,13 +50,6 @@ private:
     MethodCallback<EffectParamObserver, ValServerEvent<P>> constantCallback_;
 };
 
-extern template class EffectParamObserver<double>;
-extern template class EffectParamObserver<bool>;
-extern template class EffectParamObserver<Angle>;
-extern template class EffectParamObserver<ColourData>;
-extern template class EffectParamObserver<Vector2d>;
-extern template class EffectParamObserver<ListParam<int>>;
-extern template class EffectParamObserver<ListParam<String>>;
-extern template class EffectParamObserver<VideoInputParam>;
+ORIBUND_FOR_PARAM_TYPES(ORIBUND_DECLARE_FOR_TYPE, EffectParamObserver)
 
 } // namespace oribund

@@ -65,13 +65,6 @@ int EffectValParamAccessor<P>::addKeyframeTo(EffectValParam<P>& param, const P& 
     }
 }
 
-template class EffectValParamAccessor<double>;
-template class EffectValParamAccessor<bool>;
-template class EffectValParamAccessor<Angle>;
-template class EffectValParamAccessor<ColourData>;
-template class EffectValParamAccessor<Vector2d>;
-template class EffectValParamAccessor<ListParam<int>>;
-template class EffectValParamAccessor<ListParam<String>>;
-template class EffectValParamAccessor<VideoInputParam>;
+ORIBUND_FOR_PARAM_TYPES(ORIBUND_DEFINE_FOR_TYPE, EffectValParamAccessor)
 
 } // namespace oribund

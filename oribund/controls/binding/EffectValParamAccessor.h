@@ -51,13 +51,6 @@ private:
     ParamFinder finder_;
 };
 
-extern template class EffectValParamAccessor<double>;
-extern template class EffectValParamAccessor<bool>;
-extern template class EffectValParamAccessor<Angle>;
-extern template class EffectValParamAccessor<ColourData>;
-extern template class EffectValParamAccessor<Vector2d>;
-extern template class EffectValParamAccessor<ListParam<int>>;
-extern template class EffectValParamAccessor<ListParam<String>>;
-extern template class EffectValParamAccessor<VideoInputParam>;
+ORIBUND_FOR_PARAM_TYPES(ORIBUND_DECLARE_FOR_TYPE, EffectValParamAccessor)
 
 } // namespace oribund

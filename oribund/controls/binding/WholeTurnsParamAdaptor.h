@@ -20,7 +20,7 @@ public:
     }
 
     /** The rule itself, in degrees and turns. */
-    static int turnsOf(double degrees) { return roundHalfAway((degrees - std::fmod(degrees, kFullTurn)) / kFullTurn); }
+    static int turnsOf(double degrees) { return roundHalfAway(Angle{degrees}.wholeTurns()); }
 
     static double withTurns(double degrees, int turns) { return std::fmod(degrees, kFullTurn) + turns * kFullTurn; }
 

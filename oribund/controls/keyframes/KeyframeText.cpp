@@ -1,19 +1,16 @@
 #include "oribund/controls/keyframes/KeyframeText.h"
 
-#include "oribund/controls/rows/KeyframeFloatCtrlsBase.h"
 #include "oribund/cues/CueSearch.h"
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/edit/monitor/TrackEffects.h"
 #include "oribund/host/effects/EffectInstance.h"
 #include "oribund/host/effects/keyframes/KeyframeSpan.h"
-#include "oribund/host/effects/params/EffectValParam.h"
-#include "oribund/host/effects/params/ParamVisitor.h"
+#include "oribund/host/effects/params/ParamText.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/services/TextTable.h"
 
 #include <algorithm>
 #include <string>
-#include <type_traits>
 
 namespace oribund
 {
@@ -30,32 +27,6 @@ WString number(int value)
     return toWide(formatNumber(value));
 }
 
-std::wstring numbersOf(std::span<const double> values)
-{
-    constexpr int kDecimals = 3;
-    std::wstring text;
-    for (const double value : values) {
-        text += text.empty() ? L"" : L" ";
-        text += toWide(formatNumber(value, kDecimals)).view();
-    }
-    return text;
-}
-
-/** The value of a parameter at an effect time, as its row shows it. */
-std::wstring valueAt(EffectValParamBase& param, double time)
-{
-    std::wstring text;
-    visitParam(param, [&]<class P>(EffectValParam<P>& typed) {
-        if constexpr (std::is_same_v<P, double>)
-            text = KeyframeFloatCtrlsBase::displayOf(typed).format.textOf(typed.getValue(time)).view();
-        else if constexpr (isNumericParam<P>)
-            text = numbersOf(ParamTraits<P>::split(typed.getValue(time)));
-        if constexpr (std::is_same_v<P, Angle>)
-            text += L'\u00b0';
-    });
-    return text;
-}
-
 std::wstring describe(const FXKeyframe& keyframe, const WString& time, const TrackEffects& effects)
 {
     const Kt::Ptr<EffectInstance> effect = effects.findEffect(keyframe.effect);
@@ -69,7 +40,8 @@ std::wstring describe(const FXKeyframe& keyframe, const WString& time, const Tra
                                .withPlaceholder(L"COUNT", number(span.size()));
     std::wstring text(displayText(param->description()).view());
     for (const std::wstring& part :
-         {std::wstring(time.view()), valueAt(*param, keyframe.time), std::wstring(displayText(count).view())})
+         {std::wstring(time.view()), std::wstring(valueText(*param, param->valueAt(keyframe.time)).view()),
+          std::wstring(displayText(count).view())})
         text += L", " + part;
     if (keyframe.selected)
         text += L", " + std::wstring(displayText(TextIds::kSelected).view());

@@ -3,8 +3,8 @@
 #include "oribund/controls/binding/WholeTurnsParamTextAdaptor.h"
 #include "oribund/controls/rows/AngleParamWidget.h"
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
-#include "oribund/controls/rows/NumberDisplay.h"
 #include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/effects/params/NumberDisplay.h"
 #include "oribund/host/services/EditorPreferences.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/services/TextTable.h"
@@ -25,9 +25,6 @@ std::optional<bool>& cachedUseDials()
     static std::optional<bool> cached;
     return cached;
 }
-
-/** What a turn of a slider ends with: with one degree more it would stand at the beginning again. */
-constexpr double kLastDegree = kFullTurn - 1.0;
 
 bool isWithinOneTurnEachWay(const EffectValParam<Angle>& param)
 {
@@ -81,11 +78,7 @@ int KeyframeAngleCtrls::calcWholeTurnsEntryWidth()
 
 NumRange<double> KeyframeAngleCtrls::getSliderValueRange(const EffectValParam<Angle>& param)
 {
-    const double low = param.getMin().degrees;
-    const double high = param.getMax().degrees;
-    if (isWithinOneTurnEachWay(param))
-        return {low, high};
-    return {low < 0.0 ? -kLastDegree : 0.0, high > 0.0 ? kLastDegree : 0.0};
+    return NumberDisplay::of(param).slider;
 }
 
 void KeyframeAngleCtrls::addWidgets(const EffectValParam<Angle>& param)
@@ -109,16 +102,14 @@ void KeyframeAngleCtrls::addWidgets(const EffectValParam<Angle>& param)
 
 void KeyframeAngleCtrls::applyDisplay(const EffectValParam<Angle>& param)
 {
-    const NumRange<double> range = getSliderValueRange(param);
     const double standard = param.getDefault().degrees;
-    NumberDisplay display(range.start(), range.end(), standard, L"\u00b0", false);
-    display.step = 1.0;
+    const NumberDisplay display = NumberDisplay::of(param);
     applyTo(*degrees_, display, standard);
     if (slider_) {
         applyTo(*slider_, display, standard);
         slider_->setDataAdaptor(makeSliderAdaptor(getViewHandle(), param));
     }
-    turns_->setFormat({0, 1.0, L"\u00d7"});
+    turns_->setFormat(NumberDisplay::turnsFormat());
     turns_->setStep(1.0);
     turns_->setTooltip(UIString(TextIds::kWholeTurns));
     updateWidgetVisibility(param);
@@ -132,7 +123,7 @@ void KeyframeAngleCtrls::handleParamReplaced(EffectValParamBase& param)
 
 void KeyframeAngleCtrls::updateWidgetVisibility(const EffectValParam<Angle>& param)
 {
-    showsTurns_ = param.getMax().degrees - param.getMin().degrees > kFullTurn;
+    showsTurns_ = NumberDisplay::showsTurns(param);
     relayout();
 }
 

@@ -2,11 +2,11 @@
 
 #include "oribund/controls/binding/EffectValParamAccessor.h"
 #include "oribund/controls/rows/KeyframeButton.h"
-#include "oribund/controls/rows/NumberDisplay.h"
-#include "oribund/controls/rows/ParamTooltip.h"
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/effects/EffectInstance.h"
+#include "oribund/host/effects/params/NumberDisplay.h"
+#include "oribund/host/effects/params/ParamText.h"
 #include "oribund/host/effects/params/ParamVisitor.h"
 #include "oribund/host/effects/params/iParamJournal.h"
 #include "oribund/host/services/TextIds.h"

@@ -2,7 +2,6 @@
 
 #include "oribund/controls/binding/EffectValParamAdaptor.h"
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
-#include "oribund/host/base/Numeric.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/entries/NumericEntry.h"
 #include "oribund/host/toolkit/widgets/ValSlider.h"
@@ -21,22 +20,12 @@ KeyframeFloatCtrlsBase::KeyframeFloatCtrlsBase(const FXViewHandle& handle, Kt::P
 
 bool KeyframeFloatCtrlsBase::hasNormalisedRange(const EffectValParam<double>* param)
 {
-    return param && valEqualsVal(param->getMax(), 1.0) &&
-           (valEqualsVal(param->getMin(), 0.0) || valEqualsVal(param->getMin(), -1.0));
+    return param && NumberDisplay::isNormalised(*param);
 }
 
 bool KeyframeFloatCtrlsBase::usePercentageDisplay(const EffectValParam<double>* param)
 {
-    if (!param)
-        return false;
-    return hasNormalisedRange(param) ? !(param->displayFlags() & ParamDisplay::kPlainNumber)
-                                     : (param->displayFlags() & ParamDisplay::kPercentage) != 0;
-}
-
-NumberDisplay KeyframeFloatCtrlsBase::displayOf(const EffectValParam<double>& param, int decimals)
-{
-    return {param.getMin(), param.getMax(), param.getDefault(), param.unitText(), usePercentageDisplay(&param),
-            decimals};
+    return param && NumberDisplay::isPercentage(*param);
 }
 
 void KeyframeFloatCtrlsBase::init(int decimals, const EffectValParam<double>& param)
@@ -53,7 +42,7 @@ void KeyframeFloatCtrlsBase::init(int decimals, const EffectValParam<double>& pa
 
 void KeyframeFloatCtrlsBase::applyDisplay(const EffectValParam<double>& param)
 {
-    const NumberDisplay display = displayOf(param, decimals_);
+    const NumberDisplay display = NumberDisplay::of(param, decimals_);
     applyTo(*slider_, display, param.getDefault());
     applyTo(*entry_, display, param.getDefault());
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "oribund/controls/rows/KeyframeCtrlsBase.h"
-#include "oribund/controls/rows/NumberDisplay.h"
 #include "oribund/host/effects/params/EffectValParam.h"
+#include "oribund/host/effects/params/NumberDisplay.h"
 
 namespace oribund
 {
@@ -24,10 +24,6 @@ public:
 
     /** Whether the number is shown in per cent: a normalised one unless its display flags say otherwise. */
     static bool usePercentageDisplay(const EffectValParam<double>* param);
-
-    /** How the row shows the parameter. */
-    static NumberDisplay displayOf(const EffectValParam<double>& param,
-                                   int decimals = NumberDisplay::kDecimalsFromRange);
 
 protected:
     void layoutEditors(const Kt::Box<int>& area) override;

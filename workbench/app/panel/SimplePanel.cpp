@@ -2,10 +2,10 @@
 
 #include "oribund/controls/binding/EffectParamObserverEx.h"
 #include "oribund/controls/rows/KeyframeCtrlsBase.h"
+#include "oribund/controls/rows/ParamRow.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/effects/EffectInstance.h"
 #include "oribund/host/toolkit/widgets/Label.h"
-#include "workbench/app/panel/ParamRow.h"
 
 #include <algorithm>
 #include <utility>

@@ -2,6 +2,7 @@
 
 #include "oribund/host/effects/curves/BezierCurve.h"
 #include "oribund/host/effects/params/EffectValParamBase.h"
+#include "oribund/host/effects/params/ParamTraits.h"
 #include "workbench/model/EffectDescription.h"
 #include "workbench/model/KeyframeTimes.h"
 
@@ -157,14 +158,6 @@ std::string valueText(const ParamDescription& description, const ParamValue& val
                 return listText(description, v.selectedIndex());
         },
         value);
-}
-
-double channelOf(const ParamValue& value, std::size_t channel)
-{
-    if (const auto* const colour = std::get_if<oribund::ColourData>(&value))
-        return channel < 4 ? (*colour)[channel] : 0.0;
-    const auto* const point = std::get_if<oribund::Vector2d>(&value);
-    return point && channel < 2 ? (*point)[channel] : 0.0;
 }
 } // namespace
 

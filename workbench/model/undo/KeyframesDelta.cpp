@@ -1,11 +1,11 @@
 #include "workbench/model/undo/KeyframesDelta.h"
 
 #include "oribund/host/effects/params/EffectValParamBase.h"
+#include "oribund/host/effects/params/ParamTraits.h"
 
 #include <algorithm>
 #include <limits>
 #include <set>
-#include <type_traits>
 
 namespace workbench
 {
@@ -15,21 +15,6 @@ using oribund::ParamValue;
 
 namespace
 {
-void setChannel(ParamValue& value, int channel, double number)
-{
-    std::visit(
-        [&]<class P>(P& v) {
-            const auto index = static_cast<std::size_t>(channel);
-            if constexpr (std::is_same_v<P, double>)
-                v = number;
-            else if constexpr (std::is_same_v<P, oribund::Angle>)
-                v.degrees = number;
-            else if constexpr (std::is_same_v<P, oribund::ColourData> || std::is_same_v<P, oribund::Vector2d>)
-                v[index] = number;
-        },
-        value);
-}
-
 /** The first keyframe that is not before `time`. */
 template <class List>
 auto placeOf(List& keyframes, double time)
@@ -251,11 +236,11 @@ ParamValue KeyframesDelta::valueAt(const oribund::EffectValParamBase& param, dou
     ParamValue value = param.valueAt(time);
     for (const auto& [place, sides] : singles_)
         if (place.second == time && sides.before && sides.after)
-            setChannel(value, place.first, after ? sides.after->value : sides.before->value);
+            setChannel(value, static_cast<std::size_t>(place.first), after ? sides.after->value : sides.before->value);
     for (std::size_t channel = 0; lists_ && channel < lists_->after.size(); ++channel) {
         const ChannelData& list = after ? lists_->after[channel] : lists_->before[channel];
         if (const auto place = placeOf(list, time); place != list.end() && place->time == time)
-            setChannel(value, static_cast<int>(channel), place->value);
+            setChannel(value, channel, place->value);
     }
     return value;
 }

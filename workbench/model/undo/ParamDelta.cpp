@@ -1,6 +1,6 @@
 #include "workbench/model/undo/ParamDelta.h"
 
-#include "workbench/model/ParamConversion.h"
+#include "oribund/host/effects/params/ParamText.h"
 
 #include <string>
 
@@ -87,10 +87,10 @@ WString ParamDelta::describe(const Timeline& timeline) const
     const auto param = effect ? effect->findParam(param_) : oribund::EffectInstance::ParamPtr();
     if (!param)
         return L"Change a parameter";
-    const WString name = param->description().text();
+    const WString name = rowNameOf(*param);
     const auto fromTo = [&](const ParamValue& before, const ParamValue& after) {
-        const WString from = displayText(*param, before);
-        const WString to = displayText(*param, after);
+        const WString from = valueText(*param, before);
+        const WString to = valueText(*param, after);
         return from == to ? L"Change " + name : name + L" " + from + L" to " + to;
     };
 

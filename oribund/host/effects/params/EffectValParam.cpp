@@ -222,13 +222,6 @@ bool EffectValParam<P>::restoreConstant(const ParamValue& value, ChangeKind kind
     return true;
 }
 
-template class EffectValParam<double>;
-template class EffectValParam<bool>;
-template class EffectValParam<Angle>;
-template class EffectValParam<ColourData>;
-template class EffectValParam<Vector2d>;
-template class EffectValParam<ListParam<int>>;
-template class EffectValParam<ListParam<String>>;
-template class EffectValParam<VideoInputParam>;
+ORIBUND_FOR_PARAM_TYPES(ORIBUND_DEFINE_FOR_TYPE, EffectValParam)
 
 } // namespace oribund

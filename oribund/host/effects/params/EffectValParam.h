@@ -101,13 +101,6 @@ private:
     [[no_unique_address]] Graph graph_;
 };
 
-extern template class EffectValParam<double>;
-extern template class EffectValParam<bool>;
-extern template class EffectValParam<Angle>;
-extern template class EffectValParam<ColourData>;
-extern template class EffectValParam<Vector2d>;
-extern template class EffectValParam<ListParam<int>>;
-extern template class EffectValParam<ListParam<String>>;
-extern template class EffectValParam<VideoInputParam>;
+ORIBUND_FOR_PARAM_TYPES(ORIBUND_DECLARE_FOR_TYPE, EffectValParam)
 
 } // namespace oribund

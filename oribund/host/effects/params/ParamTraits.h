@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <vector>
 
 namespace oribund
 {
@@ -54,6 +55,13 @@ struct ParamTraits<Vector2d> {
 template <class P>
 inline constexpr bool isNumericParam = ParamTraits<P>::kChannels > 0;
 
+/** Whether the value is a choice between items, of which choiceLabels() tells the texts. */
+template <class P>
+inline constexpr bool isChoiceParam = requires(const P& value)
+{
+    value.selectedIndex();
+};
+
 /** Whether every number of the value is one that a graph takes; always true of values without numbers. */
 template <class P>
 bool usableParamValue(const P& value) noexcept
@@ -65,6 +73,51 @@ bool usableParamValue(const P& value) noexcept
         }
     }
     return true;
+}
+
+/** The texts of a choice's items, in their order. */
+template <class X>
+std::vector<UIString> choiceLabels(const ListParam<X>& list)
+{
+    std::vector<UIString> labels;
+    for (const auto& item : list.items())
+        labels.push_back(item.label);
+    return labels;
+}
+
+inline std::vector<UIString> choiceLabels(const VideoInputParam& inputs)
+{
+    const auto names = inputs.inputNames();
+    return {names.begin(), names.end()};
+}
+
+/** One number of a value; 0 where there is no such channel. */
+inline double channelOf(const ParamValue& value, std::size_t channel)
+{
+    return std::visit(
+        [channel]<class P>(const P& typed) {
+            if constexpr (isNumericParam<P>) {
+                if (channel < ParamTraits<P>::kChannels)
+                    return ParamTraits<P>::split(typed)[channel];
+            }
+            return 0.0;
+        },
+        value);
+}
+
+/** Replaces one number of a value. A value that has no such channel stays. */
+inline void setChannel(ParamValue& value, std::size_t channel, double number)
+{
+    std::visit(
+        [&]<class P>(P& typed) {
+            if constexpr (isNumericParam<P>) {
+                auto numbers = ParamTraits<P>::split(typed);
+                if (channel < numbers.size())
+                    numbers[channel] = number;
+                typed = ParamTraits<P>::join(numbers);
+            }
+        },
+        value);
 }
 
 } // namespace oribund

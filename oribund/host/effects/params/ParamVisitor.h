@@ -1,18 +1,12 @@
 #pragma once
 
-#include "oribund/host/base/LightweightString.h"
+#include "oribund/host/effects/params/ParamValue.h"
 
 #include <utility>
 
 namespace oribund
 {
 
-struct Angle;
-struct ColourData;
-struct Vector2d;
-class VideoInputParam;
-template <class T>
-class ListParam;
 template <class P>
 class EffectValParam;
 
@@ -20,14 +14,9 @@ class EffectValParam;
 class ParamVisitor
 {
 public:
-    virtual void visit(EffectValParam<VideoInputParam>& param) = 0;
-    virtual void visit(EffectValParam<ListParam<int>>& param) = 0;
-    virtual void visit(EffectValParam<ListParam<String>>& param) = 0;
-    virtual void visit(EffectValParam<bool>& param) = 0;
-    virtual void visit(EffectValParam<Vector2d>& param) = 0;
-    virtual void visit(EffectValParam<ColourData>& param) = 0;
-    virtual void visit(EffectValParam<Angle>& param) = 0;
-    virtual void visit(EffectValParam<double>& param) = 0;
+#define ORIBUND_VISIT(P, with) virtual void visit(EffectValParam<P>& param) = 0;
+    ORIBUND_FOR_PARAM_TYPES(ORIBUND_VISIT, )
+#undef ORIBUND_VISIT
 
 protected:
     ~ParamVisitor() = default;
@@ -43,21 +32,13 @@ public:
     {
     }
 
-    void visit(EffectValParam<VideoInputParam>& param) override { function_(param); }
-
-    void visit(EffectValParam<ListParam<int>>& param) override { function_(param); }
-
-    void visit(EffectValParam<ListParam<String>>& param) override { function_(param); }
-
-    void visit(EffectValParam<bool>& param) override { function_(param); }
-
-    void visit(EffectValParam<Vector2d>& param) override { function_(param); }
-
-    void visit(EffectValParam<ColourData>& param) override { function_(param); }
-
-    void visit(EffectValParam<Angle>& param) override { function_(param); }
-
-    void visit(EffectValParam<double>& param) override { function_(param); }
+#define ORIBUND_VISIT(P, with)                                                                                         \
+    void visit(EffectValParam<P>& param) override                                                                      \
+    {                                                                                                                  \
+        function_(param);                                                                                              \
+    }
+    ORIBUND_FOR_PARAM_TYPES(ORIBUND_VISIT, )
+#undef ORIBUND_VISIT
 
 private:
     Function function_;

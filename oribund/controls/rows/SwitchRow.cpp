@@ -1,4 +1,4 @@
-#include "workbench/app/panel/SwitchRow.h"
+#include "oribund/controls/rows/SwitchRow.h"
 
 #include "oribund/controls/binding/EffectValParamAdaptor.h"
 #include "oribund/host/canvas/UifStd.h"
@@ -6,10 +6,8 @@
 
 #include <algorithm>
 
-namespace workbench
+namespace oribund
 {
-
-using namespace oribund;
 
 SwitchRow::SwitchRow(const FXViewHandle& handle, const EffectValParam<bool>& param, const ParamRowArgs& args)
     : KeyframeCtrlsBase(handle, param.id(), args.width, args.labelWidth, 0, args.canvas)
@@ -26,4 +24,4 @@ void SwitchRow::layoutEditors(const Kt::Box<int>& area)
     putInto(*box_, {area.left, area.top, right, area.bottom});
 }
 
-} // namespace workbench
+} // namespace oribund

@@ -7,7 +7,7 @@
 namespace oribund
 {
 
-/** How an entry shows a number, and what it makes of a text that is typed there. */
+/** How a number is shown to a person, and what is made of a text that is typed in its place. */
 struct ORIBUND_API NumberFormat {
     /** How many are shown, 0 to 15, without trailing zeros. The number itself is not rounded. */
     int decimals = 6;
@@ -15,6 +15,8 @@ struct ORIBUND_API NumberFormat {
     double factor = 1.0;
     /** Stands right behind the number: with the blank before it, if there is to be one. */
     WString unit;
+    /** Above 0, so many digits and a power of ten, "1.25e-7", in the place of decimals. At most 15. */
+    int significant = 0;
 
     /** The number in per cent, with its sign. */
     static NumberFormat percentage(int decimals) { return {decimals, 100.0, L" %"}; }

@@ -1,19 +1,17 @@
-#include "workbench/app/panel/PointRow.h"
+#include "oribund/controls/rows/PointRow.h"
 
 #include "oribund/controls/binding/EffectValParamAdaptor.h"
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
-#include "oribund/controls/rows/NumberDisplay.h"
 #include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/effects/params/NumberDisplay.h"
 #include "oribund/host/toolkit/entries/NumericEntry.h"
 #include "oribund/host/toolkit/entries/ScrubLabel.h"
 #include "oribund/host/toolkit/widgets/ValSlider.h"
 
 #include <algorithm>
 
-namespace workbench
+namespace oribund
 {
-
-using namespace oribund;
 
 namespace
 {
@@ -49,9 +47,8 @@ void PointRow::addCoordinate(unsigned index, const EffectValParam<Vector2d>& par
 void PointRow::applyDisplay(const EffectValParam<Vector2d>& param)
 {
     for (std::size_t i = 0; i < coordinates_.size(); ++i) {
-        const auto number = [i](const Vector2d& point) { return i == 0 ? point.x : point.y; };
-        const double standard = number(param.getDefault());
-        const NumberDisplay display(number(param.getMin()), number(param.getMax()), standard, param.unitText(), false);
+        const double standard = param.getDefault()[i];
+        const NumberDisplay display = NumberDisplay::of(param, i);
         applyTo(*coordinates_[i].slider, display, standard);
         applyTo(*coordinates_[i].entry, display, standard);
     }
@@ -87,4 +84,4 @@ void PointRow::layoutCoordinate(Coordinate& coordinate, const Kt::Box<int>& area
     coordinate.slider->setVisible(false);
 }
 
-} // namespace workbench
+} // namespace oribund

@@ -1,18 +1,16 @@
-#include "workbench/app/panel/ParamRow.h"
+#include "oribund/controls/rows/ParamRow.h"
 
 #include "oribund/controls/binding/EffectValParamAdaptor.h"
+#include "oribund/controls/rows/ChoiceRow.h"
 #include "oribund/controls/rows/KeyframeAngleCtrls.h"
 #include "oribund/controls/rows/KeyframeColourCtrls.h"
 #include "oribund/controls/rows/KeyframeFloatCtrlsBase.h"
+#include "oribund/controls/rows/PointRow.h"
+#include "oribund/controls/rows/SwitchRow.h"
 #include "oribund/host/effects/params/ParamVisitor.h"
-#include "workbench/app/panel/ChoiceRow.h"
-#include "workbench/app/panel/PointRow.h"
-#include "workbench/app/panel/SwitchRow.h"
 
-namespace workbench
+namespace oribund
 {
-
-using namespace oribund;
 
 namespace
 {
@@ -81,4 +79,4 @@ std::unique_ptr<KeyframeCtrlsBase> makeParamRow(const FXViewHandle& handle, Effe
     return std::move(maker.row);
 }
 
-} // namespace workbench
+} // namespace oribund

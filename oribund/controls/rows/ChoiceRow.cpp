@@ -1,39 +1,22 @@
-#include "workbench/app/panel/ChoiceRow.h"
+#include "oribund/controls/rows/ChoiceRow.h"
 
 #include "oribund/host/effects/params/EffectValParam.h"
 #include "oribund/host/toolkit/menus/ValMenuButton.h"
 
 #include <algorithm>
 
-namespace workbench
+namespace oribund
 {
-
-using namespace oribund;
 
 namespace
 {
 
-template <class X>
-std::vector<UIString> namesOf(const ListParam<X>& list)
-{
-    std::vector<UIString> names;
-    for (const auto& item : list.items())
-        names.push_back(item.label);
-    return names;
-}
-
-std::vector<UIString> namesOf(const VideoInputParam& inputs)
-{
-    const auto names = inputs.inputNames();
-    return {names.begin(), names.end()};
-}
-
 std::vector<UIString> itemsOf(const EffectValParamBase& param)
 {
     return std::visit(
-        [](const auto& value) -> std::vector<UIString> {
-            if constexpr (requires { namesOf(value); })
-                return namesOf(value);
+        []<class P>(const P& value) -> std::vector<UIString> {
+            if constexpr (isChoiceParam<P>)
+                return choiceLabels(value);
             else
                 return {};
         },
@@ -65,4 +48,4 @@ void ChoiceRow::layoutEditors(const Kt::Box<int>& area)
     putInto(*menu_, {area.left, area.top, right, area.bottom});
 }
 
-} // namespace workbench
+} // namespace oribund

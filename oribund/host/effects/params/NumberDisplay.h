@@ -2,12 +2,17 @@
 
 #include "oribund/host/base/Export.h"
 #include "oribund/host/base/NumRange.h"
-#include "oribund/host/toolkit/entries/NumberFormat.h"
+#include "oribund/host/base/NumberFormat.h"
+
+#include <cstddef>
 
 namespace oribund
 {
 
-class EffectValParamBase;
+struct Angle;
+struct Vector2d;
+template <class P>
+class EffectValParam;
 
 /** How a row shows a number and lets it be changed. The rules of all rows stand here. */
 struct ORIBUND_API NumberDisplay {
@@ -20,23 +25,30 @@ struct ORIBUND_API NumberDisplay {
     NumberDisplay(double minimum, double maximum, double standard, const WString& unit, bool inPercent,
                   int decimals = kDecimalsFromRange);
 
+    // For a parameter, or one coordinate of it.
+    static NumberDisplay of(const EffectValParam<double>& param, int decimals = kDecimalsFromRange);
+    static NumberDisplay of(const EffectValParam<Angle>& param);
+    static NumberDisplay of(const EffectValParam<Vector2d>& param, std::size_t coordinate);
+
+    /** Whether the number runs from 0 or -1 to 1. */
+    static bool isNormalised(const EffectValParam<double>& param);
+
+    /** Whether it is shown in per cent: a normalised one unless its display flags say otherwise. */
+    static bool isPercentage(const EffectValParam<double>& param);
+
+    /** Whether an angle may have whole turns, which are a number of their own beside the degrees. */
+    static bool showsTurns(const EffectValParam<Angle>& param);
+
+    static NumberFormat turnsFormat() { return {0, 1.0, L"\u00d7"}; }
+
     /** Where the slider ends: at the limits, or, where there are none, at a round distance. Always finite. */
     NumRange<double> slider;
     /** What an arrow key adds to the number: a round number, about a hundredth of the slider. */
     double step = 1.0;
     NumberFormat format;
 
-    /**
-     * How many decimals a number needs whose range is `span`: so many that a thousandth of the range is seen, as the
-     * pixels of a slider are not more.
-     */
-    static int decimalsFor(double span);
-
     /** Whether the unit stands behind the number in the entry; longer ones stand behind the name. */
     static bool isShownInEntry(const WString& unit);
 };
-
-/** What a row calls a parameter: its description, with the unit where that is not in the entry. */
-ORIBUND_API WString rowNameOf(const EffectValParamBase& param);
 
 } // namespace oribund

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "oribund/controls/rows/KeyframeCtrlsBase.h"
+#include "oribund/controls/rows/ParamRow.h"
+#include "oribund/host/effects/params/EffectValParam.h"
+
+#include <array>
+
+namespace oribund
+{
+
+class ScrubLabel;
+class ValSlider;
+
+/** The row of a place: X and Y side by side, each with its letter, a slider as far as there is room, and an entry. */
+class ORIBUND_API PointRow : public KeyframeCtrlsBase
+{
+public:
+    PointRow(const FXViewHandle& handle, const EffectValParam<Vector2d>& param, const ParamRowArgs& args);
+
+protected:
+    void layoutEditors(const Kt::Box<int>& area) override;
+    void handleParamReplaced(EffectValParamBase& param) override;
+
+private:
+    struct Coordinate {
+        ScrubLabel* letter = nullptr;
+        ValSlider* slider = nullptr;
+        NumericEntry* entry = nullptr;
+    };
+
+    void addCoordinate(unsigned index, const EffectValParam<Vector2d>& param);
+    void applyDisplay(const EffectValParam<Vector2d>& param);
+    void layoutCoordinate(Coordinate& coordinate, const Kt::Box<int>& area);
+
+    std::array<Coordinate, 2> coordinates_;
+};
+
+} // namespace oribund
