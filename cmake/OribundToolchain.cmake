@@ -7,11 +7,16 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
-add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion
-                    -Wno-sign-conversion)
-# Warnings are errors with the compiler that the code is kept clean for; another one may have opinions of its own.
-if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  add_compile_options(-Werror)
+# Where several sources are compiled as one, they warn of each other's helpers: warnings are told by the other presets,
+# and are errors there with the compiler that the code is kept clean for; another one may have opinions of its own.
+if(CMAKE_UNITY_BUILD)
+  add_compile_options(-w)
+else()
+  add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wconversion
+                      -Wno-sign-conversion)
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(-Werror)
+  endif()
 endif()
 
 if(ORIBUND_SANITIZE)

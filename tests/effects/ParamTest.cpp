@@ -15,7 +15,7 @@ using namespace oribund::test;
 namespace
 {
 
-constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr auto kConstant = EffectValParamFnType::Constant;
 constexpr auto kKeyframed = EffectValParamFnType::Keyframed;
 
@@ -80,7 +80,7 @@ TEST(Param, ConstantIsClampedComparedAnnouncedStoredAndTold)
     EXPECT_EQ(log.take(), "c4 ") << "the continuation of a change is not announced";
     EXPECT_EQ(param.constant(), 0.0);
     EXPECT_TRUE(param.setConstant(-8.0));
-    EXPECT_FALSE(param.setConstant(kNaN));
+    EXPECT_FALSE(param.setConstant(kNoNumber));
     EXPECT_FALSE(param.setConstantValue(ParamValue(true)));
     EXPECT_EQ(log.take(), "");
     EXPECT_TRUE(param.constantServer().set(2.0)) << "the server is no way round the range";
@@ -98,13 +98,13 @@ TEST(Param, BecomesAnimatedAndConstantAgainWithoutAJump)
     EXPECT_EQ(param.graph()->keyframes(), (std::vector<Keyframe>{key(0.3, 0.25)}));
     EXPECT_EQ(param.addKeyframeAt(0.8, 7.0), 1);
     EXPECT_EQ(param.addKeyframeAt(0.8, 0.5), -1);
-    EXPECT_EQ(param.addKeyframeAt(0.9, kNaN), -1);
+    EXPECT_EQ(param.addKeyframeAt(0.9, kNoNumber), -1);
     EXPECT_EQ(param.getValue(0.8), 1.0) << "clamped";
     EXPECT_TRUE(param.setKeyframeValueAt(1, 0.75));
     EXPECT_FALSE(param.setKeyframeValueAt(2, 0.75));
     EXPECT_EQ(log.take(), "graph graph ");
     EXPECT_TRUE(param.setFunctionType(kKeyframed, 0.9));
-    EXPECT_FALSE(param.setFunctionType(kConstant, kNaN));
+    EXPECT_FALSE(param.setFunctionType(kConstant, kNoNumber));
     EXPECT_FALSE(param.setFunctionType(static_cast<EffectValParamFnType>(2), 0.5));
     EXPECT_EQ(log.take(), "");
     ASSERT_TRUE(param.setFunctionType(kConstant, 0.55));
@@ -135,7 +135,7 @@ TEST(Param, ComponentsAreClampedAndAnimatedEachInItsRange)
     EffectValParam<Vector2d> point(ParamInfo{}, {0.5, 0.5}, {0.0, -1.0}, {1.0, 2.0});
     EXPECT_TRUE(point.setConstant({3.0, -3.0}));
     EXPECT_EQ(point.constant(), (Vector2d{1.0, -1.0}));
-    EXPECT_FALSE(point.setConstant({0.5, kNaN}));
+    EXPECT_FALSE(point.setConstant({0.5, kNoNumber}));
     point.setFunctionType(kKeyframed, 0.0);
     EXPECT_EQ(point.addKeyframeAt(1.0, {0.0, 5.0}), 1);
     EXPECT_EQ(point.getValue(0.5), (Vector2d{0.5, 0.5}));

@@ -13,27 +13,27 @@ using namespace oribund;
 namespace
 {
 
-struct Message {
+struct Ping {
 };
 
 class Counter
 {
 public:
-    int hear(const Message&)
+    int hear(const Ping&)
     {
         heard.fetch_add(1, std::memory_order_relaxed);
         return 0;
     }
 
     std::atomic<int> heard{0};
-    MethodCallback<Counter, Message, int> callback{this, &Counter::hear};
+    MethodCallback<Counter, Ping, int> callback{this, &Counter::hear};
 };
 
 } // namespace
 
 TEST(Threads, RegisteringAndLeavingKeepsTheListWhole)
 {
-    Notifier<Message> notifier;
+    Notifier<Ping> notifier;
     Counter constant;
     constant.callback.attach(notifier);
     std::vector<std::thread> threads;
@@ -60,7 +60,7 @@ TEST(Threads, RegisteringAndLeavingKeepsTheListWhole)
 
 TEST(Threads, RegisteringIsSafeWhileAnotherThreadNotifies)
 {
-    Notifier<Message> notifier;
+    Notifier<Ping> notifier;
     std::vector<std::unique_ptr<Counter>> counters;
     for (int i = 0; i < 2000; ++i)
         counters.push_back(std::make_unique<Counter>());
@@ -87,7 +87,7 @@ TEST(Threads, RegisteringIsSafeWhileAnotherThreadNotifies)
 TEST(Threads, LeavingANotifierThatIsBeingDestroyedIsSafe)
 {
     for (int round = 0; round < 500; ++round) {
-        auto notifier = std::make_unique<Notifier<Message>>();
+        auto notifier = std::make_unique<Notifier<Ping>>();
         std::vector<std::unique_ptr<Counter>> counters;
         for (int i = 0; i < 8; ++i) {
             counters.push_back(std::make_unique<Counter>());

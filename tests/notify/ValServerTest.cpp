@@ -26,14 +26,14 @@ struct Heard {
     bool operator==(const Heard&) const = default;
 };
 
-class Observer
+class ServerObserver
 {
 public:
-    explicit Observer(ValServer<double>& server) { callback.attach(server.notifier()); }
+    explicit ServerObserver(ValServer<double>& server) { callback.attach(server.notifier()); }
 
     std::vector<Heard> heard;
     std::function<void(const Event&)> then = [](const Event&) {};
-    MethodCallback<Observer, Event, int> callback{this, &Observer::hear};
+    MethodCallback<ServerObserver, Event, int> callback{this, &ServerObserver::hear};
 
 private:
     int hear(const Event& event)
@@ -59,7 +59,7 @@ public:
 TEST(ValServer, TellsOfChangesOnly)
 {
     ValServer<double> server(1.0);
-    Observer observer(server);
+    ServerObserver observer(server);
     EXPECT_FALSE(server.set(1.0));
     EXPECT_THAT(observer.heard, IsEmpty());
     server.preChange(ChangeKind::Start);
@@ -76,7 +76,7 @@ TEST(ValServer, TellsOfChangesOnly)
 TEST(ValServer, HoldsTheNewValueBeforeAnyoneIsTold)
 {
     ValServer<double> server;
-    Observer observer(server);
+    ServerObserver observer(server);
     double seen = 0.0;
     observer.then = [&](const Event&) { seen = server.get(); };
     server.set(4.0);
@@ -86,8 +86,8 @@ TEST(ValServer, HoldsTheNewValueBeforeAnyoneIsTold)
 TEST(ValServer, LaterObserversSeeWhatAnEarlierOneSet)
 {
     ValServer<double> server;
-    Observer first(server);
-    Observer second(server);
+    ServerObserver first(server);
+    ServerObserver second(server);
     first.then = [&](const Event& event) {
         if (*event.value > 10.0)
             server.set(10.0);
@@ -102,8 +102,8 @@ TEST(ValServer, LaterObserversSeeWhatAnEarlierOneSet)
 TEST(ValServer, SaysThatItGoes)
 {
     auto server = std::make_unique<ValServer<double>>(5.0);
-    Observer observer(*server);
-    Observer former(*server);
+    ServerObserver observer(*server);
+    ServerObserver former(*server);
     former.callback.detach();
     server.reset();
     EXPECT_THAT(observer.heard, ElementsAre(Heard{ValEventKind::ServerGone, ChangeKind::Single, 5.0}));
@@ -114,8 +114,8 @@ TEST(ValServer, SaysThatItGoes)
 TEST(ValServer, MayBeDestroyedByAnObserver)
 {
     auto server = std::make_unique<ValServer<double>>();
-    Observer first(*server);
-    Observer second(*server);
+    ServerObserver first(*server);
+    ServerObserver second(*server);
     first.then = [&](const Event& event) {
         if (event.kind == ValEventKind::Changed)
             server.reset();
@@ -129,7 +129,7 @@ TEST(ValServer, MayBeDestroyedByAnObserver)
 TEST(ValServer, DerivedServersLimitWhatTheyTake)
 {
     UnitServer server;
-    Observer observer(server);
+    ServerObserver observer(server);
     ValServer<double>& base = server;
     EXPECT_TRUE(base.set(7.0));
     EXPECT_EQ(base.get(), 1.0);

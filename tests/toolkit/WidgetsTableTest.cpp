@@ -67,7 +67,7 @@ TEST_F(Tables, ArrowsAndPagesMoveTheCurrentCellAndStopAtTheEdges)
 
 TEST_F(Tables, OnlyWhatTheUserSelectsIsTold)
 {
-    struct Listener {
+    struct CellListener {
         int hear(const TableEvent& event)
         {
             cells.push_back(event.cell);
@@ -77,7 +77,7 @@ TEST_F(Tables, OnlyWhatTheUserSelectsIsTold)
         std::vector<XY<int>> cells;
     } listener;
 
-    MethodCallback<Listener, TableEvent> callback(&listener, &Listener::hear);
+    MethodCallback<CellListener, TableEvent> callback(&listener, &CellListener::hear);
     callback.attach(table->selections());
     table->setCurrentCell({0, 1});
     desk.click(at(0, 1));

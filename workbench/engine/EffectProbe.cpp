@@ -22,7 +22,6 @@ namespace workbench
 namespace
 {
 
-using Outcome = EffectProbeResult::Outcome;
 using Clock = std::chrono::steady_clock;
 
 // Exit statuses of the probing process; a status of its own tells that main() reached runEffectProbe() at all.
@@ -69,18 +68,18 @@ EffectProbeResult judge(const std::string& service, std::optional<int> status)
 {
     const std::string name = "The effect " + inQuotes(service) + " ";
     if (!status)
-        return {Outcome::Hangs, name + "does not come back."};
+        return {EffectProbeResult::Outcome::Hangs, name + "does not come back."};
     if (WIFSIGNALED(*status))
-        return {Outcome::Crashes, name + "crashes."};
+        return {EffectProbeResult::Outcome::Crashes, name + "crashes."};
     switch (WEXITSTATUS(*status)) {
     case kWorks:
         return {};
     case kMissing:
-        return {Outcome::Missing, name + "is not installed."};
+        return {EffectProbeResult::Outcome::Missing, name + "is not installed."};
     case kFails:
-        return {Outcome::Fails, name + "gives no picture."};
+        return {EffectProbeResult::Outcome::Fails, name + "gives no picture."};
     default:
-        return {Outcome::NotTried, name + "could not be tried."};
+        return {EffectProbeResult::Outcome::NotTried, name + "could not be tried."};
     }
 }
 
@@ -112,7 +111,7 @@ EffectProbeResult probeEffect(const std::string& service,
         arguments.push_back(name + '=' + value);
     const std::optional<pid_t> process = spawnProbe(arguments);
     if (!process)
-        return {Outcome::NotTried, "The effect " + inQuotes(service) + " could not be tried."};
+        return {EffectProbeResult::Outcome::NotTried, "The effect " + inQuotes(service) + " could not be tried."};
     return judge(service, waitFor(*process, timeLimit));
 }
 

@@ -23,7 +23,6 @@ namespace
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
-using Outcome = ExportResult::Outcome;
 
 constexpr std::chrono::milliseconds kPoll{20};
 
@@ -46,7 +45,7 @@ struct Signals {
 
 ExportResult failure(std::string message)
 {
-    return {Outcome::Failed, std::move(message)};
+    return {ExportResult::Outcome::Failed, std::move(message)};
 }
 
 /** What encodes. On the heap as a whole, because all of it is left behind when an effect never comes back. */
@@ -170,7 +169,7 @@ ExportResult Exporter::Job::perform()
         return failure("The encoder cannot be started.");
     ExportResult result = encode(encoding);
     std::error_code unknown;
-    if (result.outcome == Outcome::Done && (fs::file_size(settings.path, unknown) == 0 || unknown))
+    if (result.outcome == ExportResult::Outcome::Done && (fs::file_size(settings.path, unknown) == 0 || unknown))
         return failure("Nothing was written; is the disk full?");
     return result;
 }
@@ -204,7 +203,7 @@ ExportResult Exporter::Job::encode(const std::shared_ptr<Encoding>& encoding)
     if (stalled)
         return failure(stall);
     if (cancelled)
-        return {Outcome::Cancelled, "The export was cancelled."};
+        return {ExportResult::Outcome::Cancelled, "The export was cancelled."};
     if (signals.failed || signals.frames < total)
         return failure("The encoder stopped after " + std::to_string(signals.frames) + " of " + std::to_string(total) +
                        " frames.");

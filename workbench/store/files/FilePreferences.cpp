@@ -15,7 +15,7 @@ using oribund::String;
 
 namespace
 {
-constexpr std::size_t kLargestFile = 16u << 20;
+constexpr std::size_t kLargestPreferences = 16u << 20;
 
 std::optional<PreferenceValue> valueOf(const Json& json)
 {
@@ -80,7 +80,7 @@ std::unique_ptr<FilePreferences::Entries> FilePreferences::load()
     std::error_code unknown;
     if (!std::filesystem::exists(path_, unknown) && !unknown)
         return entries;
-    const FileContents file = readFile(path_, kLargestFile);
+    const FileContents file = readFile(path_, kLargestPreferences);
     if (!file.error.empty()) {
         problem_ = file.error + " The defaults are used.";
         return nullptr;

@@ -18,7 +18,7 @@ namespace
 {
 constexpr const char* kSessionExtension = ".session";
 constexpr const char* kCopyExtension = ".mlt";
-constexpr std::size_t kLargestFile = 1u << 16;
+constexpr std::size_t kLargestLock = 1u << 16;
 
 /** Opens and locks a file, and makes sure that it still has its name: another program may just have cleared it away. */
 int openLocked(const fs::path& file, int flags)
@@ -93,7 +93,7 @@ fs::path SessionLock::copy() const
 
 fs::path SessionLock::project() const
 {
-    const ParsedJson parsed = parseJson(readFile(file_, kLargestFile).bytes);
+    const ParsedJson parsed = parseJson(readFile(file_, kLargestLock).bytes);
     if (!parsed.value.is_object() || !parsed.value.contains("project") || !parsed.value["project"].is_string())
         return {};
     return parsed.value["project"].get<std::string>();
