@@ -70,7 +70,6 @@ public:
     {
         EXPECT_TRUE(made_);
         EXPECT_EQ(saveProject(folder_ / "project.mlt", *edit, {}), "");
-        // On a busy machine the player's encoder may end before it begins, and has written nothing then.
         std::vector<std::string> sums;
         for (int attempt = 0; attempt < 3 && sums.empty(); ++attempt)
             sums = playedFrames();
@@ -92,10 +91,13 @@ private:
     {
         const TemporaryFolder there;
         test::fs::copy(folder_.path(), there.path(), test::fs::copy_options::recursive);
-        EXPECT_TRUE(run("cd / && SDL_AUDIODRIVER=dummy melt '" + (there / "project.mlt").string() +
-                        "' -consumer avformat:'" + (there / "sums").string() +
-                        "' f=framemd5 vcodec=rawvideo an=1 real_time=-1"));
+        // On a busy machine the player's encoder sometimes never begins; it then waits for ever or writes nothing.
+        const bool played = run("cd / && SDL_AUDIODRIVER=dummy timeout -k 1 30 melt '" +
+                                (there / "project.mlt").string() + "' -consumer avformat:'" +
+                                (there / "sums").string() + "' f=framemd5 vcodec=rawvideo an=1 real_time=-1");
         std::vector<std::string> sums;
+        if (!played)
+            return sums;
         std::istringstream lines(slurp(there / "sums"));
         for (std::string line; std::getline(lines, line);)
             if (!line.empty() && line[0] != '#')
