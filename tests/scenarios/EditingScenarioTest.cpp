@@ -7,11 +7,6 @@
 #include "oribund/host/toolkit/widgets/ValButton.h"
 
 #include <QApplication>
-#include <QPushButton>
-#include <QTimer>
-
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <cmath>
 #include <fstream>
@@ -182,37 +177,6 @@ TEST_F(Scenario, AnEffectThatIsNotInstalledIsKept)
     EXPECT_EQ(effects.front()->data().rest, gone.rest);
     EXPECT_NE(window_->messages().text().indexOf(QStringLiteral("no.such.effect")), -1);
     EXPECT_NE(window_->viewer().picture(), nullptr);
-}
-
-TEST_F(Scenario, WhatACrashHasLeftIsOfferedAndSafeUntilItIsSaved)
-{
-    openClip();
-    const EditData before = workspace_->edit().snapshot();
-    const std::string copy = projectXml(workspace_->edit(), {}, {});
-    const fs::path recovery = folder_ / "recovery";
-    const pid_t crashing = fork();
-    if (crashing == 0) {
-        Autosave session(recovery);
-        session.changed(Autosave::Clock::now());
-        session.store(copy);
-        session.flush();
-        _exit(0); // without the orderly end
-    }
-    waitpid(crashing, nullptr, 0);
-    document_->startNew();
-    QTimer::singleShot(100, [] {
-        for (QPushButton* button : QApplication::activeModalWidget()->findChildren<QPushButton*>())
-            if (button->text() == QStringLiteral("Recover"))
-                button->click();
-    });
-    window_->files().offerRecovery(recovery);
-    settle();
-    EXPECT_EQ(workspace_->edit().snapshot().tracks, before.tracks);
-    EXPECT_TRUE(document_->isModified());
-    EXPECT_TRUE(document_->path().empty());
-    ASSERT_TRUE(document_->save((folder_ / "film.mlt").string()));
-    EXPECT_FALSE(document_->isModified());
-    EXPECT_TRUE(Autosave::findRecoverable(recovery).empty());
 }
 
 } // namespace

@@ -11,8 +11,10 @@
 #include "workbench/app/window/MessageBar.h"
 #include "workbench/engine/MltSession.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDockWidget>
+#include <QMessageBox>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -21,6 +23,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 
 namespace workbench
 {
@@ -45,6 +48,7 @@ void printWhatIsSeen(MainWindow& window)
     std::printf("title %s\n", window.windowTitle().toUtf8().constData());
     std::printf("modified %d\n", window.isWindowModified());
     std::printf("description %s\n", window.timeline().strip().accessibleDescription().toUtf8().constData());
+    std::printf("%s\n", window.action(Command::Undo).text().toUtf8().constData());
     std::printf("message %s\n", window.messages().text().toUtf8().constData());
     std::fflush(stdout);
 }
@@ -53,14 +57,17 @@ void printWhatIsSeen(MainWindow& window)
 void actAs(const std::string& role)
 {
     auto* timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, [timer, role, calm = 0]() mutable {
+    QObject::connect(timer, &QTimer::timeout, [role, calm = 0]() mutable {
+        if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+            for (QAbstractButton* const button : box->buttons())
+                if (button->text() == QStringLiteral("Recover") || button == box->button(QMessageBox::Discard))
+                    return button->click();
         MainWindow* window = nullptr;
         for (QWidget* widget : QApplication::topLevelWidgets())
             window = window ? window : dynamic_cast<MainWindow*>(widget);
         calm = window && window->isVisible() && window->isSettled() ? calm + 1 : 0;
-        if (calm < 10)
+        if (calm != 10)
             return;
-        timer->stop();
         if (role == kArrange) {
             window->addDockWidget(Qt::RightDockWidgetArea,
                                   window->findChild<QDockWidget*>(QStringLiteral("effectList")));
@@ -147,6 +154,22 @@ TEST_F(Program, RemembersItsWindowAndProjectFromOneRunToTheNext)
     EXPECT_TRUE(third.contains(QStringLiteral("place 40 50 770 640\neffects right\n")));
     EXPECT_TRUE(third.contains(QStringLiteral("\u201cMy film.mlt\u201d"))) << third.toStdString();
     EXPECT_TRUE(run(kLook).endsWith(QStringLiteral("message \n")));
+}
+
+TEST_F(Program, WhatIsRecoveredIsNotOpenedTwice)
+{
+    const QString file = project();
+    const std::string folder = (home.path() + QStringLiteral("/XDG_STATE_HOME/oribund/recovery")).toStdString();
+    // As if the program had been killed while it worked on that.
+    const std::string session = folder + "/1-0.session";
+    fs::create_directories(folder);
+    fs::copy_file(file.toStdString(), folder + "/1-0.mlt");
+    std::ofstream(session) << "{}";
+    const QString seen = run(kLook, {QString::fromStdString(SampleMedia::clip()), file});
+    EXPECT_TRUE(seen.contains(QStringLiteral("title Untitled"))) << seen.toStdString();
+    EXPECT_TRUE(seen.contains(QStringLiteral("modified 1")));
+    EXPECT_TRUE(seen.contains(QStringLiteral("&Undo\n"))) << "nothing was added: " << seen.toStdString();
+    EXPECT_TRUE(seen.contains(QStringLiteral("was not opened, because"))) << seen.toStdString();
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 #include "tests/scenarios/Scenario.h"
-#include "workbench/app/files/ExportBar.h"
 #include "workbench/model/Ids.h"
 #include "workbench/store/ProjectFile.h"
 
@@ -15,8 +14,6 @@
 #include <QPushButton>
 #include <QTimer>
 #include <QUrl>
-
-#include <set>
 
 namespace workbench
 {
@@ -300,42 +297,6 @@ TEST_F(WindowScenario, ClosingAsksOnlyForChangesAndDoesWhatIsAnswered)
     EXPECT_TRUE(window_->close());
     EXPECT_EQ(asked, 1);
     EXPECT_EQ(segmentsIn(file), 2u);
-}
-
-TEST_F(WindowScenario, ClosingDuringAnExportWaitsCancelsOrStays)
-{
-    openClip();
-    ASSERT_TRUE(document_->save((folder_ / "film.mlt").string()));
-    const auto press = [](const QString& words) {
-        QTimer::singleShot(20, [words] {
-            for (QAbstractButton* button : QApplication::activeModalWidget()->findChildren<QAbstractButton*>())
-                if (button->text().startsWith(words))
-                    return button->click();
-        });
-    };
-    const auto exportTo = [&](const char* name) {
-        ExportRequest request;
-        request.path = (folder_ / name).string();
-        return window_->exportBar().start(workspace_->edit(), document_->path(), request);
-    };
-    ASSERT_TRUE(exportTo("one.mp4"));
-    EXPECT_FALSE(exportTo("two.mp4")) << "one at a time";
-    press(QStringLiteral("Stay"));
-    EXPECT_FALSE(window_->close());
-    press(QStringLiteral("Wait"));
-    EXPECT_FALSE(window_->close());
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !window_->isVisible(); }, 60000));
-    EXPECT_GT(fs::file_size(folder_ / "one.mp4"), 0u);
-
-    show();
-    ASSERT_TRUE(exportTo("three.mp4"));
-    press(QStringLiteral("Cancel"));
-    EXPECT_TRUE(window_->close());
-    window_.reset();
-    std::set<std::string> left;
-    for (const auto& file : fs::directory_iterator(folder_))
-        left.insert(file.path().filename().string());
-    EXPECT_EQ(left, (std::set<std::string>{"film.mlt", "one.mp4", "recovery"})) << "nothing is left of it";
 }
 
 TEST_F(WindowScenario, KeysCutSelectAndRemoveInTheTimeline)

@@ -167,6 +167,25 @@ TEST(Autosave, OffersWhatCrashedSessionsLeftNewestFirst)
     EXPECT_TRUE(test::fs::is_empty(folder.path()));
 }
 
+TEST(Autosave, OnlyOneRunningSessionHasAProject)
+{
+    const TemporaryFolder folder;
+    const TemporaryFolder projects;
+    spill(projects / "film.mlt", "x");
+    test::fs::create_symlink("film.mlt", projects / "link.mlt");
+    crash(folder, projects / "film.mlt", "a copy");
+    Autosave first(folder.path());
+    Autosave second(folder.path());
+    EXPECT_TRUE(first.setProject(projects / "film.mlt")) << "whoever crashed has nothing any more";
+    EXPECT_TRUE(first.setProject(projects / "film.mlt")) << "it is its own";
+    EXPECT_FALSE(second.setProject(projects / "link.mlt"));
+    EXPECT_TRUE(second.setProject(projects / "other.mlt"));
+    EXPECT_TRUE(second.setProject({}));
+    first.setProject({});
+    EXPECT_TRUE(second.setProject(projects / "film.mlt"));
+    EXPECT_THAT(Autosave::findRecoverable(folder.path()), SizeIs(1)) << "the copy is still there";
+}
+
 TEST(Autosave, SaysWhenNothingCanBeKept)
 {
     const TemporaryFolder folder;

@@ -93,7 +93,16 @@ TEST(ProjectRoundTrip, NamesMediaBesideTheProjectRelativeToIt)
     ASSERT_EQ(reading.edit->media.size(), 4u);
     EXPECT_THAT(reading.missingMedia, ElementsAre(reading.edit->media[1].id, reading.edit->media[2].id));
 
-    const auto moved = std::filesystem::path(elsewhere / "moved");
+    // Through a link to the file, its own folder counts; the link stays, also one that led nowhere.
+    std::filesystem::create_symlink(here / "p.mlt", elsewhere / "link.mlt");
+    std::filesystem::create_symlink(here / "new.mlt", elsewhere / "dangling.mlt");
+    for (const auto& [link, real] : {std::pair("link.mlt", "p.mlt"), std::pair("dangling.mlt", "new.mlt")}) {
+        ASSERT_EQ(saveProject(elsewhere / link, *bench.edit, {}), "");
+        EXPECT_TRUE(std::filesystem::is_symlink(elsewhere / link));
+        EXPECT_EQ(slurp(here / real), xml);
+        EXPECT_EQ(*readProject(elsewhere / link, catalogue()).edit, bench.edit->snapshot());
+    }
+
     std::filesystem::rename(here / "clips", elsewhere / "clips");
     std::filesystem::copy(here / "p.mlt", elsewhere / "p.mlt");
     const ProjectReading after = readProject(elsewhere / "p.mlt", catalogue());

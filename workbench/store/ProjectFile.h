@@ -18,7 +18,8 @@ class EffectCatalogue;
  * Project files. One is MLT XML that renders to what the edit shows; what MLT has no notion of (curves with their
  * tangents, cues, names, identities) rides along in properties that begin with "oribund:", and is what is read back.
  *
- * Media that lies in the project's folder or below is named relative to it, so that the two can be moved together.
+ * Media that lies in the project's folder or below is named relative to it, so that the two can be moved together. The
+ * folder of a project that is reached through a link is the one in which its file really lies.
  */
 
 /** Things that a project remembers and that are no part of the edit, such as the current time: names and values. */

@@ -1,5 +1,6 @@
 #include "workbench/store/ProjectFile.h"
 #include "workbench/store/files/AtomicFile.h"
+#include "workbench/store/files/FileIdentity.h"
 #include "workbench/store/files/MediaPaths.h"
 #include "workbench/store/files/ProjectFormat.h"
 #include "workbench/store/json/EditJson.h"
@@ -190,8 +191,7 @@ ProjectReading readProject(const fs::path& path, const EffectCatalogue& catalogu
         reading.error = file.error;
         return reading;
     }
-    std::error_code ignored;
-    reading = parseProject(file.bytes, fs::absolute(path, ignored).parent_path(), catalogue);
+    reading = parseProject(file.bytes, behindLinks(path).parent_path(), catalogue);
     if (!reading.error.empty())
         reading.error = "Cannot open \"" + path.string() + "\": " + reading.error + ".";
     return reading;

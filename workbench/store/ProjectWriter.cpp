@@ -1,5 +1,6 @@
 #include "workbench/store/ProjectFile.h"
 #include "workbench/store/files/AtomicFile.h"
+#include "workbench/store/files/FileIdentity.h"
 #include "workbench/store/files/MediaPaths.h"
 #include "workbench/store/files/ProjectFormat.h"
 #include "workbench/store/json/EditJson.h"
@@ -59,9 +60,7 @@ std::string projectXml(const EditModel& edit, const ViewState& view, const std::
 
 std::string saveProject(const std::filesystem::path& path, const EditModel& edit, const ViewState& view)
 {
-    std::error_code ignored;
-    const std::filesystem::path folder = std::filesystem::absolute(path, ignored).parent_path();
-    return replaceFile(path, projectXml(edit, view, folder));
+    return replaceFile(path, projectXml(edit, view, behindLinks(path).parent_path()));
 }
 
 } // namespace workbench

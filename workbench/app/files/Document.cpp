@@ -1,7 +1,10 @@
 #include "workbench/app/files/Document.h"
 
+#include "workbench/app/files/ExportRun.h"
 #include "workbench/app/session/Say.h"
+#include "workbench/store/files/UnfinishedFile.h"
 
+#include <algorithm>
 #include <charconv>
 #include <system_error>
 
@@ -72,7 +75,9 @@ bool Document::isProjectName(const std::string& path)
 
 std::string Document::name() const
 {
-    return path_.empty() ? "Untitled" : path_.stem().string();
+    if (!path_.empty())
+        return path_.stem().string();
+    return copyName_.empty() ? "Untitled" : copyName_;
 }
 
 bool Document::isModified() const
@@ -80,10 +85,14 @@ bool Document::isModified() const
     return recovered_ || !workspace_.edit().undoStack().isClean();
 }
 
-void Document::setPath(const fs::path& path)
+/** False when another window has that file; this one then has none. */
+bool Document::setPath(const fs::path& path)
 {
-    path_ = path;
-    autosave_.setProject(path);
+    const bool ours = autosave_.setProject(path);
+    path_ = ours ? path : fs::path();
+    copyName_.clear();
+    onDisk_ = stampOf(path_);
+    return ours;
 }
 
 void Document::startNew()
@@ -94,47 +103,70 @@ void Document::startNew()
     workspace_.show(oribund::Kt::makePtr<EditModel>(emptyEdit({}, FormatData()), workspace_.catalogue()));
 }
 
-bool Document::read(const fs::path& file)
+/** Says why when it cannot be read. */
+ProjectReading Document::read(const fs::path& file) const
 {
-    const ProjectReading reading = readProject(file, workspace_.catalogue());
-    if (!reading) {
+    ProjectReading reading = readProject(file, workspace_.catalogue());
+    if (!reading)
         say(quotedFile(file.string()) + " was not opened. " + reading.error, Severity::Error);
-        return false;
-    }
+    return reading;
+}
+
+/** Shows what was read, as the project in that file, or in none. */
+void Document::take(const ProjectReading& reading, const fs::path& project)
+{
     workspace_.show(oribund::Kt::makePtr<EditModel>(*reading.edit, workspace_.catalogue()));
     restoreView(reading.view);
-    sayWhatWasMended(file.string(), reading.warnings);
+    if (!setPath(project)) {
+        copyName_ = project.stem().string() + " (copy)";
+        say(quotedFile(project.string()) +
+            " is open in another window. This is a copy of it: save it under another name.");
+    }
     sayWhatIsMissing(*reading.edit, reading.missingMedia);
-    // Saving must not write over a file of another program without asking.
-    setPath(reading.imported ? fs::path() : file);
-    return true;
 }
 
 bool Document::open(const std::string& path)
 {
     std::error_code error;
-    const fs::path full = fs::absolute(path, error).lexically_normal();
-    if (!read(error ? fs::path(path) : full))
+    const fs::path absolute = fs::absolute(path, error).lexically_normal();
+    const fs::path file = error ? fs::path(path) : absolute;
+    const ProjectReading reading = read(file);
+    if (!reading)
         return false;
     recovered_ = false;
     autosave_.clean();
+    // Saving must not write over a file of another program without asking.
+    take(reading, reading.imported ? fs::path() : file);
+    sayWhatWasMended(file.string(), reading.warnings);
+    removeUnfinished(behindLinks(file).parent_path());
     changes_.notify({});
     return true;
 }
 
 bool Document::recover(const Recoverable& found)
 {
-    const fs::path file = autosave_.adopt(found);
-    if (file.empty()) {
+    // What cannot be read stays where it is: another version may be able to.
+    const ProjectReading reading = read(found.file);
+    if (!reading)
+        return false;
+    if (autosave_.adopt(found).empty()) {
         say("What was to be recovered is gone, or another window has taken it.");
         return false;
     }
-    if (!read(file))
-        return false;
-    setPath(found.project);
     recovered_ = true;
+    take(reading, found.project);
+    sayWhatWasMended(found.file.string(), reading.warnings);
+    std::error_code unknown;
+    if (const auto saved = fs::last_write_time(path_, unknown); !unknown && saved > found.time)
+        onDisk_ = {}; // somebody went on with it after the crash
     changes_.notify({});
     return true;
+}
+
+bool Document::isChangedOnDisk() const
+{
+    const FileStamp now = stampOf(path_);
+    return now != FileStamp() && now != onDisk_;
 }
 
 bool Document::save(const std::string& path)
@@ -143,14 +175,20 @@ bool Document::save(const std::string& path)
     fs::path full = fs::absolute(path, error).lexically_normal();
     if (!isProjectName(full.string()))
         full += kExtension;
+    const auto refuse = [&](const std::string& why) {
+        autosave_.setProject(path_);
+        say("The project was not saved. " + why + " Save it under another name or in another folder.", Severity::Error);
+        return false;
+    };
+    const std::vector<std::string> used = filesUsedBy(workspace_.edit(), {});
+    if (std::any_of(used.begin(), used.end(), [&](const std::string& file) { return isSameFile(full, file); }))
+        return refuse("It is made of " + quotedFile(full.string()) + ".");
+    if (!autosave_.setProject(full))
+        return refuse(quotedFile(full.string()) + " is open in another window.");
     workspace_.edit().undoStack().endGesture();
     workspace_.edit().setName(full.stem().string());
-    const std::string fault = saveProject(full, workspace_.edit(), viewState());
-    if (!fault.empty()) {
-        say("The project was not saved. " + fault + " Save it under another name or in another folder.",
-            Severity::Error);
-        return false;
-    }
+    if (const std::string fault = saveProject(full, workspace_.edit(), viewState()); !fault.empty())
+        return refuse(fault);
     setPath(full);
     recovered_ = false;
     autosave_.clean();

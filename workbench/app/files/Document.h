@@ -4,6 +4,7 @@
 #include "workbench/app/session/Workspace.h"
 #include "workbench/store/ProjectFile.h"
 #include "workbench/store/files/Autosave.h"
+#include "workbench/store/files/FileIdentity.h"
 
 #include <QTimer>
 
@@ -39,15 +40,20 @@ public:
 
     bool isModified() const;
 
-    /** Each replaces the edit, whose changes are given up. */
+    /** Each replaces the edit, whose changes are given up. Where one says why it cannot, and yields false, everything
+        is as before, and the copy against a crash too. A project that is open in another window is opened as a copy,
+        which has no file. */
     void startNew();
     bool open(const std::string& path);
     bool recover(const Recoverable& found);
 
+    /** Whether the file holds something else than what was read or saved here last. */
+    bool isChangedOnDisk() const;
+
     /** Says why and yields false when it cannot be written; everything is as before then. */
     bool save(const std::string& path);
 
-    /** The user gives up the changes: the copy of them goes with the program's end. */
+    /** The program ends without the changes: the copy of them goes. */
     void abandonChanges();
 
     oribund::Notifier<DocumentChanged>& changes() { return changes_; }
@@ -56,13 +62,16 @@ private:
     int handleReplaced(const EditReplaced&);
     int handleUndo(const UndoStackEvent&);
     void autosave();
-    bool read(const std::filesystem::path& file);
+    ProjectReading read(const std::filesystem::path& file) const;
+    void take(const ProjectReading& reading, const std::filesystem::path& project);
     ViewState viewState() const;
     void restoreView(const ViewState& view);
-    void setPath(const std::filesystem::path& path);
+    bool setPath(const std::filesystem::path& path);
 
     Workspace& workspace_;
     std::filesystem::path path_;
+    std::string copyName_;   ///< of a project without a file that was opened as a copy
+    FileStamp onDisk_;       ///< of the file, when it was read or saved last
     bool recovered_ = false; ///< what is open is nowhere but in the recovery folder
     Autosave autosave_;
     QTimer autosaveTimer_;

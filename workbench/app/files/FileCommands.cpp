@@ -106,14 +106,36 @@ void FileCommands::openProject(const std::string& path)
 
 bool FileCommands::save()
 {
-    return document_.path().empty() ? saveAs() : document_.save(document_.path().string());
+    if (document_.path().empty())
+        return saveAs();
+    return document_.isChangedOnDisk() ? saveOverChangedFile() : document_.save(document_.path().string());
+}
+
+bool FileCommands::saveOverChangedFile()
+{
+    const std::string file = document_.path().string();
+    QMessageBox box(
+        QMessageBox::Warning, QStringLiteral("File changed"),
+        QStringLiteral("Something else has changed %1 meanwhile.").arg(QString::fromStdString(quotedFile(file))),
+        QMessageBox::NoButton, &window_);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(QStringLiteral("Replacing it loses what is in the file now."));
+    const QAbstractButton* const replace = box.addButton(QStringLiteral("Replace"), QMessageBox::DestructiveRole);
+    QPushButton* const other = box.addButton(QStringLiteral("Save as\u2026"), QMessageBox::AcceptRole);
+    box.setEscapeButton(box.addButton(QMessageBox::Cancel));
+    box.setDefaultButton(other);
+    box.exec();
+    if (box.clickedButton() == replace)
+        return document_.save(file);
+    return box.clickedButton() == other && saveAs();
 }
 
 bool FileCommands::saveAs()
 {
-    const QString suggested = document_.path().empty() ? folderFor(kProjects) + QStringLiteral("/Untitled") +
-                                                             QLatin1String(Document::kExtension)
-                                                       : QString::fromStdString(document_.path().string());
+    const QString suggested = document_.path().empty()
+                                  ? folderFor(kProjects) + QLatin1Char('/') + QString::fromStdString(document_.name()) +
+                                        QLatin1String(Document::kExtension)
+                                  : QString::fromStdString(document_.path().string());
     QFileDialog dialog(&window_, QStringLiteral("Save the project as"), QFileInfo(suggested).absolutePath(),
                        projectFilter());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
@@ -191,18 +213,17 @@ bool FileCommands::mayGiveUpChanges()
     case QMessageBox::Save:
         return save();
     case QMessageBox::Discard:
-        document_.abandonChanges();
         return true;
     default:
         return false;
     }
 }
 
-void FileCommands::offerRecovery(const std::filesystem::path& recoveryFolder)
+bool FileCommands::offerRecovery(const std::filesystem::path& recoveryFolder)
 {
     const std::vector<Recoverable> found = Autosave::findRecoverable(recoveryFolder);
     if (found.empty())
-        return;
+        return false;
     const Recoverable& newest = found.front();
     const std::string name = newest.project.empty() ? "Untitled" : newest.project.stem().string();
     QMessageBox box(QMessageBox::Question, QStringLiteral("Recover a project"),
@@ -214,9 +235,10 @@ void FileCommands::offerRecovery(const std::filesystem::path& recoveryFolder)
     box.addButton(QStringLiteral("Ask again later"), QMessageBox::RejectRole);
     box.exec();
     if (box.clickedButton() == recover)
-        document_.recover(newest);
-    else if (box.clickedButton() == discard)
+        return document_.recover(newest);
+    if (box.clickedButton() == discard)
         Autosave::discard(newest);
+    return false;
 }
 
 } // namespace workbench

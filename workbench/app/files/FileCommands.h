@@ -41,8 +41,8 @@ public:
      */
     bool mayEndExport();
 
-    /** Offers what a crashed session has left behind. */
-    void offerRecovery(const std::filesystem::path& recoveryFolder);
+    /** Offers what a crashed session has left behind; true when that is now open. */
+    bool offerRecovery(const std::filesystem::path& recoveryFolder);
 
     /** Where files are looked for at first. */
     void setMediaFolder(const QString& folder) { mediaFolder_ = folder; }
@@ -51,6 +51,7 @@ private:
     QString folderFor(const char* what) const;
     void rememberFolder(const char* what, const QString& file) const;
     void openProject(const std::string& path);
+    bool saveOverChangedFile();
 
     Workspace& workspace_;
     Document& document_;

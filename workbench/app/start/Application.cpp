@@ -57,17 +57,19 @@ int makePictures(Workspace& workspace, MainWindow& window, const CommandLine& co
     return fault.empty() ? 0 : 1;
 }
 
-/** What the window shows at first: what was asked for, else what is to be recovered, else the last project. */
-void openAtStart(MainWindow& window, Document& document, const CommandLine& commandLine,
-                 const std::filesystem::path& recovery)
+/** What the window shows at first: what is to be recovered, else what was asked for, else the last project. */
+void openAtStart(MainWindow& window, const CommandLine& commandLine, const std::filesystem::path& recovery)
 {
-    window.files().offerRecovery(recovery);
+    if (window.files().offerRecovery(recovery)) {
+        // Media would be added to what was recovered, and a project would take its place.
+        for (const std::string& file : commandLine.files)
+            say(quotedFile(file) + " was not opened, because a project was recovered. Save that first.");
+        return;
+    }
     const std::string last = oribund::prefs().getPreference(PreferenceKeys::kLastProject, "").c_str();
     std::error_code error;
     if (!commandLine.files.empty())
         window.files().open(commandLine.files);
-    else if (document.isModified())
-        return; // recovered
     else if (!last.empty() && std::filesystem::exists(last, error))
         window.files().open({last});
     else {
@@ -94,7 +96,7 @@ int runWindow(Workspace& workspace, WorkbenchHost& host, FilePreferences& prefer
     } else {
         window.restorePlace();
         window.show();
-        openAtStart(window, document, commandLine, recovery);
+        openAtStart(window, commandLine, recovery);
         if (const std::string problem = preferences.takeProblem(); !problem.empty())
             say(problem);
         status = QApplication::exec();

@@ -218,6 +218,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     }
     workspace_.vob().stopPlay();
     exportBar_->cancel();
+    document_.abandonChanges();
     rememberPlace();
     event->accept();
 }

@@ -2,6 +2,7 @@
 
 #include "workbench/store/files/BackgroundWriter.h"
 #include "workbench/store/files/SessionLock.h"
+#include "workbench/store/files/UnfinishedFile.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,6 +16,7 @@ Autosave::Autosave(const fs::path& folder, Clock::duration interval)
     : interval_(interval)
     , session_(SessionLock::create(folder, problem_))
 {
+    removeUnfinished(folder);
     if (session_)
         writer_ = std::make_unique<BackgroundWriter>(session_->copy());
 }
@@ -24,10 +26,9 @@ Autosave::~Autosave()
     flush();
 }
 
-void Autosave::setProject(const fs::path& project)
+bool Autosave::setProject(const fs::path& project)
 {
-    if (session_)
-        session_->setProject(project);
+    return !session_ || session_->claimProject(project);
 }
 
 void Autosave::changed(Clock::time_point now)

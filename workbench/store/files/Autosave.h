@@ -42,8 +42,9 @@ public:
     Autosave(const Autosave&) = delete;
     Autosave& operator=(const Autosave&) = delete;
 
-    /** The project's own file, or empty: told to the person who is offered the copy. */
-    void setProject(const std::filesystem::path& project);
+    /** The project's own file, or empty: told to the person who is offered the copy. False when another session that
+        runs has the project open: it keeps it, and this one has none. */
+    bool setProject(const std::filesystem::path& project);
 
     /** The edit is no longer what was saved. */
     void changed(Clock::time_point now);

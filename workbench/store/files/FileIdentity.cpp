@@ -45,4 +45,15 @@ bool isSameFile(const fs::path& a, const fs::path& b)
     return !hasFirst && !hasSecond && fs::weakly_canonical(a, failed) == fs::weakly_canonical(b, failed) && !failed;
 }
 
+FileStamp stampOf(const fs::path& path)
+{
+    struct stat present {
+    };
+
+    if (::stat(path.c_str(), &present) != 0 || !S_ISREG(present.st_mode))
+        return {};
+    return {present.st_dev, present.st_ino, present.st_size,
+            present.st_mtim.tv_sec * 1'000'000'000 + present.st_mtim.tv_nsec};
+}
+
 } // namespace workbench

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "workbench/store/files/Descriptor.h"
+
+#include <chrono>
 #include <filesystem>
 
 namespace workbench
@@ -17,5 +20,8 @@ enum class LockOutcome {
  * must still be its own.
  */
 LockOutcome tryLock(int descriptor, const std::filesystem::path& path);
+
+/** Locks a folder for as long as the descriptor is open. None when it is still taken, or unusable, after that time. */
+Descriptor waitForFolder(const std::filesystem::path& folder, std::chrono::milliseconds patience);
 
 } // namespace workbench

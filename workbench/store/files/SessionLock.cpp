@@ -1,12 +1,12 @@
 #include "workbench/store/files/SessionLock.h"
 
 #include "workbench/store/files/AtomicFile.h"
+#include "workbench/store/files/FileIdentity.h"
+#include "workbench/store/files/FileLock.h"
 #include "workbench/store/json/JsonText.h"
 
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace workbench
@@ -20,25 +20,29 @@ constexpr const char* kSessionExtension = ".session";
 constexpr const char* kCopyExtension = ".mlt";
 constexpr std::size_t kLargestLock = 1u << 16;
 
-/** Opens and locks a file, and makes sure that it still has its name: another program may just have cleared it away. */
-int openLocked(const fs::path& file, int flags)
+constexpr std::chrono::seconds kPatienceForFolder{2};
+
+/** Opens and locks a file; none, and errno, when it cannot be opened or another has it. */
+Descriptor openLocked(const fs::path& file, int flags)
 {
-    const int descriptor = ::open(file.c_str(), O_RDWR | O_CLOEXEC | flags, 0600);
-    if (descriptor < 0)
-        return -1;
+    Descriptor opened(::open(file.c_str(), O_RDWR | O_CLOEXEC | flags, 0600));
+    if (!opened)
+        return opened;
+    const LockOutcome outcome = tryLock(opened.number(), file);
+    if (outcome == LockOutcome::Held)
+        return opened;
+    if (outcome == LockOutcome::Taken)
+        errno = EAGAIN;
+    return Descriptor();
+}
 
-    struct stat opened {
-    };
-
-    struct stat named {
-    };
-
-    if (::flock(descriptor, LOCK_EX | LOCK_NB) == 0 && ::fstat(descriptor, &opened) == 0 &&
-        ::stat(file.c_str(), &named) == 0 && opened.st_ino == named.st_ino)
-        return descriptor;
-    ::close(descriptor);
-    errno = EAGAIN;
-    return -1;
+/** The project that a session file names; empty for none. */
+fs::path projectIn(const fs::path& sessionFile)
+{
+    const ParsedJson parsed = parseJson(readFile(sessionFile, kLargestLock).bytes);
+    if (!parsed.value.is_object() || !parsed.value.contains("project") || !parsed.value["project"].is_string())
+        return {};
+    return parsed.value["project"].get<std::string>();
 }
 } // namespace
 
@@ -49,8 +53,8 @@ std::unique_ptr<SessionLock> SessionLock::create(const fs::path& folder, std::st
     // Names only have to differ; a process may have several sessions, and numbers of processes come again.
     for (int n = 0; n < 10'000 && !failed; ++n) {
         const fs::path file = folder / (std::to_string(::getpid()) + "-" + std::to_string(n) + kSessionExtension);
-        if (const int descriptor = openLocked(file, O_CREAT | O_EXCL); descriptor >= 0)
-            return std::unique_ptr<SessionLock>(new SessionLock(file, descriptor));
+        if (Descriptor opened = openLocked(file, O_CREAT | O_EXCL); opened)
+            return std::unique_ptr<SessionLock>(new SessionLock(file, std::move(opened)));
         if (errno != EEXIST && errno != EAGAIN)
             failed.assign(errno, std::generic_category());
     }
@@ -61,19 +65,14 @@ std::unique_ptr<SessionLock> SessionLock::create(const fs::path& folder, std::st
 
 std::unique_ptr<SessionLock> SessionLock::take(const fs::path& file)
 {
-    const int descriptor = openLocked(file, 0);
-    return descriptor < 0 ? nullptr : std::unique_ptr<SessionLock>(new SessionLock(file, descriptor));
+    Descriptor opened = openLocked(file, 0);
+    return opened ? std::unique_ptr<SessionLock>(new SessionLock(file, std::move(opened))) : nullptr;
 }
 
-SessionLock::SessionLock(const fs::path& file, int descriptor)
+SessionLock::SessionLock(const fs::path& file, Descriptor opened)
     : file_(file)
-    , descriptor_(descriptor)
+    , opened_(std::move(opened))
 {
-}
-
-SessionLock::~SessionLock()
-{
-    ::close(descriptor_);
 }
 
 bool SessionLock::isSessionFile(const fs::path& path)
@@ -93,18 +92,34 @@ fs::path SessionLock::copy() const
 
 fs::path SessionLock::project() const
 {
-    const ParsedJson parsed = parseJson(readFile(file_, kLargestLock).bytes);
-    if (!parsed.value.is_object() || !parsed.value.contains("project") || !parsed.value["project"].is_string())
-        return {};
-    return parsed.value["project"].get<std::string>();
+    return projectIn(file_);
 }
 
 void SessionLock::setProject(const fs::path& project)
 {
     // The file that is locked has to stay the same one, and a name that is cut short is only a name.
     const std::string text = readableText({{"project", project.string()}});
-    if (::ftruncate(descriptor_, 0) == 0)
-        static_cast<void>(::pwrite(descriptor_, text.data(), text.size(), 0) < 0);
+    if (::ftruncate(opened_.number(), 0) == 0)
+        static_cast<void>(::pwrite(opened_.number(), text.data(), text.size(), 0) < 0);
+}
+
+bool SessionLock::claimProject(const fs::path& project)
+{
+    // Of two that claim it at a time, one is the first. Where that cannot be told, working goes before asking.
+    const Descriptor turn = waitForFolder(file_.parent_path(), kPatienceForFolder);
+    const bool free = project.empty() || !isOpenElsewhere(project);
+    setProject(free ? project : fs::path());
+    return free;
+}
+
+bool SessionLock::isOpenElsewhere(const fs::path& project) const
+{
+    std::error_code failed;
+    for (fs::directory_iterator file(file_.parent_path(), failed), end; !failed && file != end; file.increment(failed))
+        if (isSessionFile(file->path()) && file->path() != file_ && !take(file->path()) &&
+            isSameFile(projectIn(file->path()), project))
+            return true;
+    return false;
 }
 
 void SessionLock::removeFile()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "workbench/store/files/Descriptor.h"
+
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -9,7 +11,8 @@ namespace workbench
 
 /**
  * A file that a running session holds locked, and what it says of the session: the project that is open. The lock ends
- * with the process, however that ends. Beside it lies the session's copy of the project, when there is one.
+ * with the object, or with the process, however that ends; the files stay. Beside it lies the session's copy of the
+ * project, when there is one.
  */
 class SessionLock
 {
@@ -20,12 +23,6 @@ public:
     /** Takes over the file of a session that has ended; null while it runs, or when its file is gone. */
     static std::unique_ptr<SessionLock> take(const std::filesystem::path& file);
 
-    /** Gives up the lock; the files stay. */
-    ~SessionLock();
-
-    SessionLock(const SessionLock&) = delete;
-    SessionLock& operator=(const SessionLock&) = delete;
-
     static bool isSessionFile(const std::filesystem::path& path);
     static std::filesystem::path sessionOf(const std::filesystem::path& copy);
 
@@ -35,14 +32,19 @@ public:
     std::filesystem::path project() const;
     void setProject(const std::filesystem::path& project);
 
+    /** As setProject(), unless another session that runs has the project: then this one has none, and it is false. */
+    bool claimProject(const std::filesystem::path& project);
+
     /** Removes the session's own file. */
     void removeFile();
 
 private:
-    SessionLock(const std::filesystem::path& file, int descriptor);
+    SessionLock(const std::filesystem::path& file, Descriptor opened);
+
+    bool isOpenElsewhere(const std::filesystem::path& project) const;
 
     std::filesystem::path file_;
-    int descriptor_;
+    Descriptor opened_; ///< holds the lock
 };
 
 } // namespace workbench
