@@ -1,6 +1,7 @@
 #include "workbench/store/files/Autosave.h"
 #include "tests/store/TemporaryFolder.h"
 #include "workbench/store/files/AtomicFile.h"
+#include "workbench/store/files/ScratchFolder.h"
 
 #include <csignal>
 #include <gmock/gmock.h>
@@ -229,6 +230,31 @@ TEST(Killed, AFileIsWholeAtAnyMoment)
         changed += after != before;
     }
     EXPECT_GT(changed, 5) << "the child was killed before it did anything";
+    AtomicFile atWork(folder / "other");
+    removeUnfinished(folder.path());
+    EXPECT_EQ(folder.count(), 2u) << "what they left is cleared away, what is at work is not";
+    EXPECT_TRUE(atWork.commit());
+}
+
+TEST(Killed, AFolderForTheRunIsRemovedByTheNextRun)
+{
+    const TemporaryFolder parent;
+    Child child([&] {
+        const ScratchFolder left(parent.path());
+        spill(left.path() / "file", "x");
+        spill(parent / "ready", "");
+        ::pause();
+    });
+    ASSERT_TRUE(comesTrue([&] { return test::fs::exists(parent / "ready"); }));
+    {
+        const ScratchFolder mine(parent.path());
+        EXPECT_EQ(parent.count(), 3u) << "the other is still in use";
+    }
+    child.kill();
+    test::fs::create_directory(parent / "oribund-scratch-of-the-user");
+    const ScratchFolder next(parent.path());
+    EXPECT_TRUE(test::fs::is_empty(next.path()));
+    EXPECT_EQ(parent.count(), 3u);
 }
 
 TEST(Killed, ASessionLosesNoMoreThanItsLastCopy)

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <limits>
+#include <thread>
 
 using namespace workbench;
 using oribund::String;
@@ -53,6 +54,27 @@ TEST(FilePreferences, KeepWhatOthersWrote)
     EXPECT_EQ(after.getPreference("mine", 0), 3);
     EXPECT_THAT(slurp(path), HasSubstr("12345678901234567890"));
     EXPECT_THAT(slurp(path), HasSubstr("null"));
+}
+
+TEST(FilePreferences, KeepEveryChoiceOfTwoProgramsThatWriteAtATime)
+{
+    const TemporaryFolder folder;
+    const auto path = folder / "p.json";
+    constexpr int count = 60;
+    const auto choose = [&](const char* who) {
+        FilePreferences prefs(path);
+        for (int i = 0; i < count; ++i)
+            EXPECT_TRUE(prefs.setPreference(who + String(std::to_string(i).c_str()), i));
+    };
+    std::thread other([&] { choose("other "); });
+    choose("mine ");
+    other.join();
+    const FilePreferences after(path);
+    int kept = 0;
+    for (int i = 0; i < count; ++i)
+        for (const char* who : {"other ", "mine "})
+            kept += after.getPreference(who + String(std::to_string(i).c_str()), -1) == i;
+    EXPECT_EQ(kept, 2 * count);
 }
 
 TEST(FilePreferences, SetABrokenFileAsideAndGoOn)

@@ -7,6 +7,7 @@
 #include "workbench/app/files/MediaImporter.h"
 #include "workbench/app/session/PreferenceKeys.h"
 #include "workbench/app/session/Say.h"
+#include "workbench/store/files/UnfinishedFile.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -221,6 +222,8 @@ bool FileCommands::mayGiveUpChanges()
 
 bool FileCommands::offerRecovery(const std::filesystem::path& recoveryFolder)
 {
+    for (const char* what : {kProjects, kExports})
+        removeUnfinished(folderFor(what).toStdString());
     const std::vector<Recoverable> found = Autosave::findRecoverable(recoveryFolder);
     if (found.empty())
         return false;

@@ -41,7 +41,8 @@ public:
      */
     bool mayEndExport();
 
-    /** Offers what a crashed session has left behind; true when that is now open. */
+    /** Offers what a crashed session has left behind, and clears away what is of no use; true when the former is now
+        open. */
     bool offerRecovery(const std::filesystem::path& recoveryFolder);
 
     /** Where files are looked for at first. */

@@ -15,9 +15,8 @@
 #include "workbench/app/window/KeyPolicy.h"
 #include "workbench/app/window/MainWindow.h"
 #include "workbench/store/files/FilePreferences.h"
+#include "workbench/store/files/ScratchFolder.h"
 #include "workbench/store/files/StandardFolders.h"
-
-#include <QTemporaryDir>
 
 #include <cstdio>
 #include <filesystem>
@@ -29,12 +28,6 @@ namespace
 {
 
 using Severity = oribund::MessageSink::Severity;
-
-/** A folder to keep things in while pictures are made: they show nobody's own settings, and change none. */
-std::filesystem::path privateFolder(const QTemporaryDir& folder)
-{
-    return folder.path().toStdString();
-}
 
 std::vector<std::string> filesAtStart(const CommandLine& commandLine, const std::filesystem::path& scratch)
 {
@@ -130,8 +123,13 @@ int runWithWindow(const CommandLine& commandLine, int& argc, char** argv)
     application.setApplicationName(QStringLiteral("Oribund workbench"));
     application.installEventFilter(new KeyPolicy(&application));
     application.installEventFilter(new PlainTexts(&application));
-    const QTemporaryDir scratch;
-    FilePreferences preferences((pictures ? privateFolder(scratch) : settingsFolder()) / "preferences.json");
+    const ScratchFolder scratch;
+    if (pictures && scratch.path().empty()) {
+        std::fprintf(stderr, "There is no room for temporary files. Free some space, or set TMPDIR.\n");
+        return 1;
+    }
+    // Pictures show nobody's own settings, and change none.
+    FilePreferences preferences((pictures ? scratch.path() : settingsFolder()) / "preferences.json");
     WorkbenchHost host(preferences);
     std::string problem;
     const std::shared_ptr<MltSession> session = MltSession::open(&problem);
@@ -142,9 +140,8 @@ int runWithWindow(const CommandLine& commandLine, int& argc, char** argv)
     registerSimplePanels();
     Workspace workspace(session);
     host.setPlayMachine(&workspace.vob());
-    const int status =
-        runWindow(workspace, host, preferences, commandLine,
-                  pictures ? privateFolder(scratch) / "recovery" : recoveryFolder(), privateFolder(scratch));
+    const int status = runWindow(workspace, host, preferences, commandLine,
+                                 pictures ? scratch.path() / "recovery" : recoveryFolder(), scratch.path());
     host.setPlayMachine(nullptr);
     // A file that never answers must not keep the program from ending.
     if (!Background::finishAll(3000))

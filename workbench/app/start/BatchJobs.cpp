@@ -31,7 +31,7 @@ bool openProject(Workspace& workspace, const std::string& path)
 }
 
 /** The project among the files of the command line; empty for none. */
-std::filesystem::path projectIn(const CommandLine& commandLine)
+std::filesystem::path projectNamedBy(const CommandLine& commandLine)
 {
     const auto& files = commandLine.files;
     const auto project = std::find_if(files.rbegin(), files.rend(), Document::isProjectName);
@@ -87,7 +87,7 @@ int exportFile(Workspace& workspace, const CommandLine& commandLine)
         made = where;
     };
     Exporter exporter(workspace.session());
-    const std::filesystem::path project = projectIn(commandLine);
+    const std::filesystem::path project = projectNamedBy(commandLine);
     if (const std::string fault = startExport(exporter, edit, project, request, std::move(events)); !fault.empty()) {
         say(fault);
         return 1;

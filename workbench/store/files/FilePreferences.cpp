@@ -1,6 +1,8 @@
 #include "workbench/store/files/FilePreferences.h"
 
 #include "workbench/store/files/AtomicFile.h"
+#include "workbench/store/files/FileLock.h"
+#include "workbench/store/files/UnfinishedFile.h"
 #include "workbench/store/json/JsonText.h"
 
 #include <cmath>
@@ -16,6 +18,7 @@ using oribund::String;
 namespace
 {
 constexpr std::size_t kLargestPreferences = 16u << 20;
+constexpr std::chrono::seconds kPatienceForTurn{2};
 
 std::optional<PreferenceValue> valueOf(const Json& json)
 {
@@ -65,6 +68,7 @@ FilePreferences::FilePreferences(const std::filesystem::path& path)
 {
     if (!entries_)
         entries_ = std::make_unique<Entries>();
+    removeUnfinished(path_.parent_path());
 }
 
 FilePreferences::~FilePreferences() = default;
@@ -121,16 +125,18 @@ bool FilePreferences::write(const String& key, const PreferenceValue& value)
         return false;
     if (read(key) == value)
         return true;
-    // Another running program may have written since: only this entry is ours to change.
-    std::unique_ptr<Entries> latest = load();
+    // Whether there is a folder shows when the file is written.
     std::error_code ignored;
+    std::filesystem::create_directories(path_.parent_path(), ignored);
+    // Another running program may have written since, and may be about to: only this entry is ours to change. One that
+    // hangs while it writes must not hang this one too.
+    const Descriptor turn = waitForFolder(path_.parent_path(), kPatienceForTurn);
+    std::unique_ptr<Entries> latest = load();
     if (!latest && std::filesystem::exists(path_, ignored))
         return false; // what cannot be read is not replaced
     if (!latest)
         latest = std::make_unique<Entries>(*entries_);
     latest->json[std::string(key.view())] = jsonOf(value);
-    // Whether there is a folder shows when the file is written.
-    std::filesystem::create_directories(path_.parent_path(), ignored);
     if (std::string failed = replaceFile(path_, readableText(latest->json)); !failed.empty()) {
         problem_ = std::move(failed);
         return false;

@@ -15,7 +15,7 @@ namespace workbench
  *
  * Each choice is written at once, and replaces the file whole. A file that is not readable as JSON is set aside beside
  * its place, as NAME.broken-N, and everything starts from its default. Entries that mean nothing to this program, and
- * those that another running program adds, stay in the file.
+ * those that another running program adds, stay in the file; of two programs, one writes at a time.
  */
 class FilePreferences : public oribund::EditorPreferences
 {
