@@ -59,8 +59,7 @@ void KeyframeButtonAdaptor<Accessor>::toggleKeyframe(EffectValParam<typename Acc
     Graph1dBase& graph = *param.graph();
     const int index = graph.indexAt(time);
     if (index < 0) {
-        if (const auto value = this->readValue())
-            this->accessor().addKeyframe(this->getEffectPtr(), *value, time, ChangeKind::Single);
+        graph.subdivide(time); // the curve runs on as it did
     } else if (graph.size() == 1) {
         param.setFunctionType(EffectValParamFnType::Constant, time);
     } else {
