@@ -51,6 +51,8 @@ public:
         return {effect_};
     }
 
+    std::vector<oribund::IdStamp> getTracks() const override { return {oribund::IdStamp(1, 0, 0)}; }
+
     oribund::Kt::Ptr<oribund::EffectInstance> findEffect(const oribund::IdStamp& id) const override
     {
         return id == effect_->id() ? effect_ : nullptr;

@@ -152,8 +152,11 @@ TEST_F(Keyframes, AreAddedToAllThatIsAnimatedAsOneStep)
     const auto b = addParam(effect, "b", {0.5});
     const auto constant = addParam(effect, "constant");
     a->setKeyframeValueAt(1, 10.0);
+    a->graph()->setKeyframeType(0, KeyframeType::Smooth);
+    const double before = a->getValue(0.25);
     EXPECT_TRUE(vob.monitor->addKeyframesAt(track, effect->id(), FXTime{0.5}));
     EXPECT_DOUBLE_EQ(a->getValue(0.5), 5.0);
+    EXPECT_DOUBLE_EQ(a->getValue(0.25), before) << "the curve runs on as it did";
     EXPECT_EQ(timesOf(*a), (std::vector{0.0, 0.5, 1.0}));
     EXPECT_EQ(b->graph()->size(), 1) << "it has one there";
     EXPECT_EQ(constant->functionType(), EffectValParamFnType::Constant);

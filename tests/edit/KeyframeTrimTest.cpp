@@ -32,6 +32,14 @@ TEST_F(Keyframes, AreTrimmedInWholeFramesThatAddUp)
     vob.monitor->endTrim();
     EXPECT_EQ(vob.monitor->backupsEnded, 1);
     EXPECT_FALSE(vob.monitor->trimSelectedKeyframes(track, std::nan("")));
+    vob.monitor->endTrim();
+
+    a->graph()->moveKeyframe(2, 0.6013);
+    tellOf(effect);
+    EXPECT_TRUE(vob.monitor->trimSelectedKeyframes(track, 100.0));
+    EXPECT_DOUBLE_EQ(a->graph()->timeAt(1), 0.596) << "on a frame, though the next one is off";
+    EXPECT_FALSE(vob.monitor->trimSelectedKeyframes(track, 1e300)) << "not by the 17th digit either";
+    vob.monitor->endTrim();
 }
 
 /** Moves random keyframes about and looks at each rule after each move. */

@@ -1,11 +1,15 @@
 #include "tests/model/SampleEdit.h"
 
+#include "oribund/host/base/FXTimeMapping.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitorClient.h"
 #include "oribund/host/effects/keyframes/KeyframeClip.h"
 #include "workbench/model/host/ModelMonitor.h"
 #include "workbench/model/host/ModelVob.h"
 
 #include <gtest/gtest.h>
+
+#include <cmath>
+#include <set>
 
 using namespace sample;
 using oribund::FXTime;
@@ -107,12 +111,88 @@ TEST_F(KeyframeGesture, IsOverWithAnUndoInItsMidst)
     drag(true);
     undo().undo();
     expectMovedBy(0);
+    EXPECT_EQ(monitor->getNumKeyframesSelected(IdStamp::wildcard(), {}), 3);
     drag(true);
     expectMovedBy(0);
     monitor->cancelTrim();
     expectMovedBy(0);
     EXPECT_TRUE(undo().redo());
     expectMovedBy(3);
+    EXPECT_EQ(monitor->getNumKeyframesSelected(IdStamp::wildcard(), {}), 3);
+}
+
+TEST_F(KeyframeGesture, IsOverWithAnotherEditInItsMidst)
+{
+    drag(true);
+    EXPECT_TRUE(editor.trimEnd(clip, 137));
+    const double first = level->graph()->timeAt(0);
+    EXPECT_NEAR(first * 87, 13.0, 1e-9) << "on a frame";
+    drag(true);
+    monitor->cancelTrim();
+    EXPECT_EQ(level->graph()->timeAt(0), first) << "what was moved before is a step by now";
+    EXPECT_EQ(undo().size(), steps + 2);
+    EXPECT_TRUE(undo().undo());
+    EXPECT_TRUE(undo().undo());
+    expectMovedBy(0);
+}
+
+TEST_F(KeyframeGesture, ThatComesToNothingLeavesRedoAlone)
+{
+    drag(true);
+    monitor->endTrim();
+    EXPECT_TRUE(undo().undo());
+    monitor->makeBackup(oribund::BackupKind::Undo, {});
+    monitor->trimSelectedKeyframes(stampOf(kVideo), -0.4000000001);
+    monitor->trimSelectedKeyframes(stampOf(kVideo), 0.4);
+    monitor->endTrim();
+    EXPECT_TRUE(undo().redo());
+    expectMovedBy(3);
+}
+
+/** Where the selected keyframes are in the edit, in frames; of whatever effect. */
+std::multiset<int> framesSelected(oribund::CompoundEffectMonitor& monitor)
+{
+    std::multiset<int> frames;
+    for (const auto& [key, times] : monitor.keyframeSelection().all())
+        for (const double time : times)
+            frames.insert(static_cast<int>(
+                std::lround(oribund::toEditTime(monitor.getEditRegion(key.first), FXTime{time}) / 0.04)));
+    return frames;
+}
+
+TEST_F(KeyframeGesture, SelectedKeyframesStaySelectedWhereverTheyGo)
+{
+    // A neighbour stands where the selected one would be in the shorter segment, were it not taken along.
+    animate(*level, {0.1, 0.4, 0.5});
+    monitor->selectAllKeyframes(IdStamp::wildcard(), {}, false);
+    monitor->selectKeyframe({stampOf(tint), level->id(), 0.1}, true);
+    monitor->selectKeyframe({stampOf(tint), level->id(), 0.5}, true);
+    monitor->selectKeyframe({stampOf(tint), centre->id(), 0.2}, true);
+    const auto selected = [&] { return framesSelected(*monitor); };
+    const std::multiset<int> before{60, 70, 100};
+    ASSERT_EQ(selected(), before);
+
+    EXPECT_TRUE(editor.trimEnd(clip, 175, oribund::ChangeKind::Start));
+    EXPECT_TRUE(editor.trimEnd(clip, 130, oribund::ChangeKind::Continuation));
+    EXPECT_EQ(selected(), before);
+    EXPECT_TRUE(editor.trimStart(clip, 55));
+    EXPECT_EQ(selected(), before);
+    EXPECT_TRUE(editor.moveSegment(clip, kVideo, 1055));
+    EXPECT_EQ(selected(), (std::multiset<int>{1060, 1070, 1100}));
+    const ObjectId right = editor.splitSegment(clip, 1080).object;
+    EXPECT_EQ(selected(), (std::multiset<int>{1060, 1070, 1100})) << "one of them is the right half's now";
+    const auto heir = timeline().findSegment(right)->effects.front();
+    EXPECT_EQ(monitor->getNumKeyframesSelected(heir->id(), {}), 1);
+    while (undo().size() > steps && undo().position() > steps + 1) {
+        EXPECT_TRUE(undo().undo());
+        EXPECT_EQ(selected().size(), 3u) << undoTitle();
+    }
+    EXPECT_EQ(selected(), before);
+    EXPECT_TRUE(undo().redo());
+    EXPECT_EQ(selected(), before);
+
+    EXPECT_TRUE(editor.trimStart(clip, 62));
+    EXPECT_EQ(selected().size(), 0u) << "one of them is out of sight";
 }
 
 TEST_F(KeyframeGesture, StaysWhereItIsWhenTheEditIsLockedOrTheViewerGoes)

@@ -84,6 +84,8 @@ public:
         return all;
     }
 
+    std::vector<IdStamp> getTracks() const override { return {track()}; }
+
     Kt::Ptr<EffectInstance> findEffect(const IdStamp& id) const override
     {
         const auto found = find(id);

@@ -44,6 +44,32 @@ std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> ModelMonitor::getEffects(
     return effects;
 }
 
+std::vector<IdStamp> ModelMonitor::getTracks() const
+{
+    std::vector<IdStamp> tracks;
+    for (const auto& track : edit_.timeline().tracks())
+        tracks.push_back(stampOf(track->id()));
+    return tracks;
+}
+
+std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> ModelMonitor::getEffectsAt(double editTime) const
+{
+    std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> effects;
+    const int frame = vob_.frameOf(editTime);
+    for (const auto& track : edit_.timeline().tracks()) {
+        for (const Segment* const segment : track->segments) {
+            if (segment->data.start <= frame && frame <= segment->data.end())
+                effects.insert(effects.end(), segment->effects.begin(), segment->effects.end());
+        }
+    }
+    return effects;
+}
+
+bool ModelMonitor::isChanging() const
+{
+    return edit_.undoStack().isApplying();
+}
+
 oribund::Kt::Ptr<oribund::EffectInstance> ModelMonitor::findEffect(const IdStamp& effect) const
 {
     return edit_.timeline().findEffect(objectOf(effect));
@@ -63,17 +89,25 @@ void ModelMonitor::makeBackup(oribund::BackupKind, const oribund::EffectModifica
         return;
     inGesture_ = true;
     edit_.undoStack().beginParamGesture();
+    gesture_ = edit_.undoStack().openStep();
+}
+
+bool ModelMonitor::backupsStand() const
+{
+    return !inGesture_ || edit_.undoStack().openStep() == gesture_;
 }
 
 void ModelMonitor::endBackups()
 {
-    if (std::exchange(inGesture_, false))
+    const bool ours = backupsStand();
+    if (std::exchange(inGesture_, false) && ours)
         edit_.undoStack().endGesture();
 }
 
 void ModelMonitor::restoreBackups()
 {
-    if (std::exchange(inGesture_, false))
+    const bool ours = backupsStand();
+    if (std::exchange(inGesture_, false) && ours)
         edit_.undoStack().cancelGesture();
 }
 

@@ -21,6 +21,9 @@ public:
     ~ModelMonitor() override;
 
     std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> getEffects(const oribund::IdStamp& track) const override;
+    std::vector<oribund::IdStamp> getTracks() const override;
+    std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> getEffectsAt(double editTime) const override;
+    bool isChanging() const override;
     oribund::Kt::Ptr<oribund::EffectInstance> findEffect(const oribund::IdStamp& effect) const override;
     oribund::NumRange<double> getEditRegion(const oribund::IdStamp& effect) const override;
 
@@ -30,6 +33,7 @@ public:
 protected:
     void endBackups() override;
     void restoreBackups() override;
+    bool backupsStand() const override;
 
 private:
     const Segment* shownSegment(const oribund::IdStamp& track) const;
@@ -39,6 +43,7 @@ private:
     ModelVob& vob_;
     EditModel& edit_;
     bool inGesture_ = false;
+    std::size_t gesture_ = 0; ///< its undo step
     oribund::MethodCallback<ModelMonitor, oribund::EditModification> modifications_;
     oribund::MethodCallback<ModelMonitor, ParamEdited> params_;
 };

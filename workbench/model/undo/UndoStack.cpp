@@ -226,6 +226,7 @@ void UndoStack::open(Open how, const WString& title)
         return;
     close();
     current_ = std::make_unique<EditCommand>(title);
+    ++opened_;
     how_ = how;
 }
 

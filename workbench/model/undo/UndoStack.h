@@ -86,6 +86,9 @@ public:
     /** The same for changes of parameters alone: any other modification ends it, and is a step by itself. */
     void beginParamGesture();
 
+    /** Names the step that is open: another number for each, 0 while none is. */
+    std::size_t openStep() const { return current_ ? opened_ : 0; }
+
     /** Ends the gesture or series under way, if any. */
     void endGesture();
 
@@ -119,6 +122,7 @@ private:
     std::size_t done_ = 0;
     std::ptrdiff_t clean_ = 0; ///< the position that is saved; -1 when no undo leads there
     std::unique_ptr<EditCommand> current_;
+    std::size_t opened_ = 0; ///< how many steps were
     Open how_ = Open::Nothing;
     int depth_ = 0;
     int batchDepth_ = 0;

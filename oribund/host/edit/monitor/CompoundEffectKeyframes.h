@@ -17,6 +17,7 @@
 namespace oribund
 {
 
+class FollowedSelection;
 class KeyframeClip;
 class KeyframeRemoval;
 class KeyframeTrim;
@@ -47,7 +48,7 @@ public:
 
     // Selection
 
-    const KeyframeSelection& keyframeSelection() const { return selection_; }
+    const KeyframeSelection& keyframeSelection() const;
 
     /** Ignores what is no keyframe. */
     void selectKeyframe(const FXKeyframeHelpers::FXKeyframe& keyframe, bool select);
@@ -66,7 +67,8 @@ public:
     /**
      * Moves the selected keyframes of a track's effects by edit time, in whole frames. Nothing passes a keyframe that
      * stays or an end of its effect: where one has to stop, all of them do. All calls up to endTrim() are one gesture:
-     * what was asked for adds up, so that a way back over what was refused is not lost either.
+     * what was asked for adds up, so that a way back over what was refused is not lost either. It is over before that
+     * when anything but a move ends it, such as an undo: it does nothing from then on.
      */
     bool trimSelectedKeyframes(const IdStamp& track, double delta);
 
@@ -114,6 +116,10 @@ protected:
     virtual void endBackups() = 0;
     virtual void restoreBackups() = 0;
 
+    /** False from when something else, such as an undo or another edit, ends the gesture that makeBackup() began, up to
+        endBackups() or restoreBackups(): what it has done then stands. */
+    virtual bool backupsStand() const { return true; }
+
     /** For the derived class: brings sets and selection in step with what has changed, before anybody is told. */
     void noteChange(const EffectChangeDescription& change);
 
@@ -130,20 +136,21 @@ private:
 
     bool canEdit() const;
     Kt::Ptr<EffectInstance> findAtWork(const IdStamp& track, const IdStamp& id) const;
-    void selectAllOf(const EffectInstance& effect, const IdStamp& which);
+    std::vector<Kt::Ptr<EffectInstance>> effectsMeant(const IdStamp& effect) const;
     bool remove(const KeyframeRemoval& removal, const IdStamp& effect);
     std::shared_ptr<KeyframeTrim> beginTrim(const IdStamp& track);
-    void dropGone(const IdStamp& effect, const IdStamp& param);
+    void select(const KeyframeTrim& trim);
+    void followKeyframes();
     void tell(EffectChangeCode code, const IdStamp& effect);
     void tellSelection(const IdStamp& effect, const IdStamp& param);
 
     Vob* vob_;
     EffectChangeRelay relay_;
-    KeyframeSelection selection_;
+    std::unique_ptr<FollowedSelection> selection_;
     std::unique_ptr<TrackKeyframes> keyframes_;
     std::shared_ptr<KeyframeTrim> trim_; ///< the gesture under way
     int editing_ = 0;
-    std::vector<KeyframeSelection::Key> changed_; ///< by the edit under way, to be looked at in its end
+    std::vector<KeyframeSelection::Key> changed_; ///< of which the selection does not know yet
 };
 
 } // namespace oribund

@@ -9,6 +9,11 @@ namespace oribund
 
 TrackEffects::~TrackEffects() = default;
 
+std::vector<Kt::Ptr<EffectInstance>> TrackEffects::getEffectsAt(double) const
+{
+    return {};
+}
+
 NumRange<double> TrackEffects::getCompoundEditRegion(const IdStamp& track) const
 {
     NumRange<double> whole;

@@ -25,6 +25,19 @@ public:
      */
     virtual std::vector<Kt::Ptr<EffectInstance>> getEffects(const IdStamp& track) const = 0;
 
+    /** All tracks that may have effects, top first. */
+    virtual std::vector<IdStamp> getTracks() const = 0;
+
+    /**
+     * The effects of all tracks that run at an edit time, ends included, whatever is selected. By them the selection of
+     * keyframes finds its way where a host divides or joins what effects are on. None by default: it is dropped there.
+     */
+    virtual std::vector<Kt::Ptr<EffectInstance>> getEffectsAt(double editTime) const;
+
+    /** Whether a change of several parts is being made, of which only some can be seen yet. The last one is told
+        afterwards. */
+    virtual bool isChanging() const { return false; }
+
     /** The effect of that id, at whatever time; empty when the edit holds none. */
     virtual Kt::Ptr<EffectInstance> findEffect(const IdStamp& effect) const = 0;
 

@@ -80,16 +80,6 @@ void TrackKeyframes::collect(Track& track)
     track.collected = true;
 }
 
-TrackKeyframes::Effects TrackKeyframes::knownEffects() const
-{
-    Effects known;
-    for (const auto& [id, track] : tracks_) {
-        const Effects effects = effects_.getEffects(id);
-        known.insert(known.end(), effects.begin(), effects.end());
-    }
-    return known;
-}
-
 void TrackKeyframes::note(const EffectChangeDescription& change)
 {
     for (auto& [id, track] : tracks_) {

@@ -38,12 +38,6 @@ public:
     /** The edit time of the keyframe of the track's effects that follows `time`, or of the one before. */
     std::optional<double> adjacent(const IdStamp& track, double time, bool forward);
 
-    /** Remembers a track without which nobody would know what its effects are. */
-    void follow(const IdStamp& track) { tracks_.try_emplace(track); }
-
-    /** The effects at work on all tracks that anything has been asked of. */
-    std::vector<Kt::Ptr<EffectInstance>> knownEffects() const;
-
     void note(const EffectChangeDescription& change);
 
 private:

@@ -24,7 +24,7 @@ void KeyframeTrim::add(const EffectInstance& effect, double length, const Keyfra
         const auto times = selection.times(effect.id(), param.id());
         if (times.empty() || !(length > 0.0) || !effect.canEditParam(param))
             return;
-        Part part{effect.id(), param.id(), length, 0.0, 0.0, 0.0, 0, {}, {times.begin(), times.end()}, {}};
+        Part part{effect.id(), param.id(), length, 0, 0, 0, 0, {}, {times.begin(), times.end()}, {}};
         part.now = part.before;
         if (relocate(part, param))
             parts_.push_back(std::move(part));
@@ -70,14 +70,24 @@ void KeyframeTrim::findLimits(Part& part, const EffectValParamBase& param) const
         if (right < graph.size() && (i + 1 == indices.size() || indices[i + 1] != right))
             up = std::min(up, roomBetween(indices[i], right));
     }
-    part.least = part.shift - std::max(down, 0.0);
-    part.most = part.shift + std::max(up, 0.0);
+    part.least = part.shift - wholeFrames(down);
+    part.most = part.shift + wholeFrames(up);
+}
+
+/** How many of them fit into the room there is. */
+long long KeyframeTrim::wholeFrames(double seconds) const
+{
+    // Times are sums and products of frame lengths: what is a hair short of a frame is one.
+    constexpr double kHair = 1e-6;
+    return std::max(0LL, static_cast<long long>(std::floor(seconds / frame_ + kHair)));
 }
 
 /** The parameter of a part as it is now; empty when it cannot be edited (any more). */
 Kt::Ptr<EffectValParamBase> KeyframeTrim::find(const Part& part) const
 {
-    const Kt::Ptr<EffectInstance> effect = findEffect_(part.effect);
+    const auto [effect, length] = findEffect_(part.effect);
+    if (std::abs(length - part.length) > kValueTolerance)
+        return {};
     const Kt::Ptr<EffectValParamBase> param = effect ? effect->findParam(part.param) : Kt::Ptr<EffectValParamBase>();
     return animatedGraph(param.get()) && effect->canEditParam(*param) ? param : Kt::Ptr<EffectValParamBase>();
 }
@@ -85,8 +95,8 @@ Kt::Ptr<EffectValParamBase> KeyframeTrim::find(const Part& part) const
 /** Whether somebody else, such as undo, has put everything back. */
 bool KeyframeTrim::isBack(const Part& part, const EffectValParamBase& param)
 {
-    return part.shift != 0.0 && std::all_of(part.before.begin(), part.before.end(),
-                                            [&](double time) { return param.graph()->indexAt(time) >= 0; });
+    return part.shift != 0 && std::all_of(part.before.begin(), part.before.end(),
+                                          [&](double time) { return param.graph()->indexAt(time) >= 0; });
 }
 
 /** As find(), with the keyframes of the part, wherever others have put them; empty when none is left to move. */
@@ -102,8 +112,10 @@ Kt::Ptr<EffectValParamBase> KeyframeTrim::bringInStep(Part& part) const
     return known || (!isBack(part, *param) && relocate(part, *param)) ? param : Kt::Ptr<EffectValParamBase>();
 }
 
-double KeyframeTrim::limited(double shift) const
+long long KeyframeTrim::limited(double frames) const
 {
+    constexpr double kFar = 1e15;
+    auto shift = static_cast<long long>(std::clamp(frames, -kFar, kFar));
     for (const Part& part : parts_)
         shift = std::min(shift, part.most);
     for (const Part& part : parts_)
@@ -117,7 +129,7 @@ bool KeyframeTrim::moveBy(double seconds)
         return false;
     asked_ += seconds;
     std::erase_if(parts_, [this](Part& part) { return !bringInStep(part); });
-    const double shift = limited(std::round(asked_ / frame_) * frame_);
+    const long long shift = limited(std::round(asked_ / frame_));
     bool moved = false;
     for (Part& part : parts_)
         moved = move(part, shift) || moved;
@@ -129,15 +141,15 @@ void KeyframeTrim::restore()
     for (Part& part : parts_) {
         const Kt::Ptr<EffectValParamBase> param = find(part);
         if (!param || !isBack(part, *param)) {
-            move(part, 0.0);
+            move(part, 0);
         } else {
             part.now = part.before;
-            part.shift = 0.0;
+            part.shift = 0;
         }
     }
 }
 
-bool KeyframeTrim::move(Part& part, double shift)
+bool KeyframeTrim::move(Part& part, long long shift)
 {
     // Observers of the parameters that have moved already may have changed this one.
     const Kt::Ptr<EffectValParamBase> param = shift == part.shift ? nullptr : bringInStep(part);
@@ -147,7 +159,7 @@ bool KeyframeTrim::move(Part& part, double shift)
     for (double& time : times) {
         const double low = std::min(time, 0.0);
         const double high = std::max(time, 1.0);
-        time = std::clamp(time + shift / part.length, low, high);
+        time = std::clamp(time + static_cast<double>(shift) * frame_ / part.length, low, high);
     }
     if (!param->graph()->setKeyframeTimes(part.indices, times, kind_))
         return false;

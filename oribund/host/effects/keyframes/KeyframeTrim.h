@@ -20,13 +20,18 @@ class KeyframeSelection;
  *
  * Remembers where they were, and sets their times from that, in whole frames: a frame is the least distance, too, that
  * they keep from keyframes that stay, unless they are closer to begin with. Nothing leaves its effect. What goes
- * missing in the course of the gesture is left out from then on.
+ * missing in the course of the gesture is left out from then on, and so is an effect that gets another length.
  */
 class ORIBUND_API KeyframeTrim
 {
 public:
-    /** The effect of an id as it is now; empty when there is none (any more). */
-    using FindEffect = std::function<Kt::Ptr<EffectInstance>(const IdStamp&)>;
+    /** An effect as it is now, and its length in seconds; empty when there is none (any more). */
+    struct Found {
+        Kt::Ptr<EffectInstance> effect;
+        double length;
+    };
+
+    using FindEffect = std::function<Found(const IdStamp&)>;
 
     /** `frame` in seconds. */
     KeyframeTrim(double frame, FindEffect findEffect);
@@ -47,14 +52,14 @@ public:
     void select(KeyframeSelection& selection) const;
 
 private:
-    /** The keyframes of one parameter that move; times are effect times, limits are seconds from the start. */
+    /** The keyframes of one parameter that move; times are effect times. */
     struct Part {
         IdStamp effect;
         IdStamp param;
         double length;
-        double shift; ///< how far they have been moved, in seconds
-        double least; ///< limits of that
-        double most;
+        long long shift; ///< how far they have been moved, in frames
+        long long least; ///< limits of that
+        long long most;
         int graphSize;
         std::vector<int> indices;
         std::vector<double> before;
@@ -62,12 +67,13 @@ private:
     };
 
     void findLimits(Part& part, const EffectValParamBase& param) const;
+    long long wholeFrames(double seconds) const;
     bool relocate(Part& part, const EffectValParamBase& param) const;
     Kt::Ptr<EffectValParamBase> find(const Part& part) const;
     Kt::Ptr<EffectValParamBase> bringInStep(Part& part) const;
     static bool isBack(const Part& part, const EffectValParamBase& param);
-    double limited(double shift) const;
-    bool move(Part& part, double shift);
+    long long limited(double frames) const;
+    bool move(Part& part, long long shift);
 
     double frame_;
     FindEffect findEffect_;
