@@ -100,7 +100,7 @@ void drawDiamond(CanvasRenderer& renderer, const XY<int>& position, const XY<int
     if (size.x < 0 || size.y <= 0)
         return;
     const auto row = [&](int index, int width) {
-        const int left = position.x - (width + 1) / 2;
+        const int left = position.x - width / 2;
         fillRow(renderer, {left, left + width}, position.y + index, shade(top, bottom, index, size.y));
     };
     const int half = size.y / 2;

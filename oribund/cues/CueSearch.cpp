@@ -35,7 +35,7 @@ Cue findCueNearestPos(const EditPtr& edit, int pos, int width, int maxDistance, 
         return nearest;
     long long reach = static_cast<long long>(maxDistance) + 1;
     for (const Cue& cue : edit->getCues()) {
-        if ((cue.flags & Cue::kVisible) == 0)
+        if ((cue.flags & Cue::kVisible) == 0 || !std::isfinite(cue.time))
             continue;
         const long long at = roundHalfAway(width * (cue.time - visible.start()) / visible.length());
         const long long distance = std::llabs(at - pos);

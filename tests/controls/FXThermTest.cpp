@@ -115,14 +115,37 @@ TEST_F(FXTherms, TimesAreWholeFramesUpToTheEndOfTheEffects)
     release(240);
 }
 
-TEST_F(FXTherms, AbsentEffectsWhileTheTimeIsDraggedLeaveTheBarUnderThePointer)
+TEST_F(FXTherms, OtherEffectsInADragLeaveTheBarUnderThePointer)
 {
+    const auto other = addEffect(8, 40.0, 50.0);
+    const auto theirs = addParam(*other, L"Amount", {44.0});
+    std::swap(vob->monitor->effects[0], vob->monitor->effects[1]);
+    const auto here = vob->monitor->effects;
+    const auto playTo = [&](double time, std::size_t first) {
+        vob->monitor->effects = {here[first]};
+        vob->setCurrentTime(time);
+    };
+    playTo(10.0, 1);
     press(230);
-    vob->monitor->effects[0].second = {40.0, 50.0};
+    playTo(19.0, 0);
     drag(240, kLeft);
     EXPECT_EQ(span(), NumRange<double>(10.0, 20.0));
     EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 19.6);
     release(240);
+    EXPECT_EQ(span(), NumRange<double>(40.0, 50.0));
+
+    playTo(10.0, 1);
+    vob->monitor->selectKeyframe({other->id(), theirs->id(), 0.4}, true);
+    press(100, kRight);
+    vob->monitor->effects = here;
+    playTo(45.0, 0);
+    vob->monitor->effects = {here[0], here[1]};
+    drag(110);
+    EXPECT_EQ(span(), NumRange<double>(10.0, 20.0));
+    EXPECT_EQ(frames(*amount), (std::vector<int>{300, 360, 450}));
+    EXPECT_DOUBLE_EQ(theirs->graph()->timeAt(0), 0.4);
+    playTo(45.0, 0);
+    release(110, kRight);
     EXPECT_EQ(span(), NumRange<double>(40.0, 50.0));
 }
 
@@ -174,52 +197,6 @@ TEST_F(FXTherms, TheRightButtonDragsALoneKeyframeAndLetsGoOfIt)
     EXPECT_EQ(selected(), 0);
     EXPECT_EQ(vob->getCurrentTime(), 10.0);
     EXPECT_FALSE(panel->isMenuOpen());
-}
-
-TEST_F(FXTherms, WhatTheUserHasSelectedStaysSelectedAfterADrag)
-{
-    click(50);
-    press(50, kRight);
-    drag(60);
-    release(60, kRight);
-    EXPECT_EQ(selected(), 1);
-    press(100, kRight);
-    drag(105);
-    EXPECT_EQ(frames(*amount), (std::vector<int>{315, 355, 450})) << "both go";
-    release(105, kRight);
-    EXPECT_EQ(selected(), 2);
-}
-
-TEST_F(FXTherms, EscapeInADragTakesBackTheMoveAndTheSelection)
-{
-    click(50);
-    press(100, kRight);
-    drag(120);
-    EXPECT_TRUE(key(Key::Escape));
-    EXPECT_EQ(frames(*amount), (std::vector<int>{300, 350, 450}));
-    EXPECT_EQ(vob->monitor->backupsRestored, 1);
-    EXPECT_EQ(selected(), 1);
-    EXPECT_EQ(bar->dragState(), 0U);
-    drag(140);
-    release(140, kRight);
-    EXPECT_EQ(frames(*amount)[1], 350);
-}
-
-TEST_F(FXTherms, NothingIsEditedOnceTheEditIsReadOnly)
-{
-    press(100, kRight);
-    drag(110);
-    vob->edit->readOnly = true;
-    drag(120);
-    key(Key::Escape);
-    EXPECT_EQ(frames(*amount)[1], 360);
-    EXPECT_EQ(vob->monitor->backups, 1);
-    EXPECT_EQ(vob->monitor->backupsRestored, 0);
-    click(50);
-    bar->takeFocus();
-    key(Key::Right, Event::kAlt);
-    key(Key::Delete);
-    EXPECT_EQ(frames(*amount), (std::vector<int>{300, 360, 450}));
 }
 
 TEST_F(FXTherms, KeysWalkSelectMoveAndRemove)

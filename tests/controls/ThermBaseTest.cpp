@@ -35,7 +35,11 @@ public:
             onSet();
     }
 
-    void startTimeChangeSeries() override { log += '<'; }
+    void startTimeChangeSeries() override
+    {
+        log += '<';
+        EXPECT_EQ(dragState() & 8U, 8U) << "it is known what is dragged";
+    }
 
     void stopTimeChangeSeries() override { log += '>'; }
 
@@ -107,6 +111,45 @@ TEST_F(ThermBars, AClickOnThePlainBarGoesThereAndDragsOnFromThere)
     EXPECT_EQ(bar->log, "<...>");
 }
 
+TEST_F(ThermBars, AClickOnTheMarkerOrInTheWindowSetsTheTimeAndADoubleClickDrags)
+{
+    for (const int x : {53, 35}) {
+        bar->log.clear();
+        press(x);
+        drag(x);
+        release(x);
+        EXPECT_EQ(bar->time, x);
+        EXPECT_EQ(bar->log, "<.>");
+        bar->time = 50.0;
+    }
+    press(35);
+    drag(45);
+    drag(35);
+    release(35);
+    EXPECT_EQ(bar->time, 50.0) << "there and back is no click";
+
+    canvas.inject(Event::mouseDoubleClick({5, 5}));
+    EXPECT_EQ(bar->dragState(), 8U);
+    drag(10);
+    EXPECT_EQ(bar->time, 10.0);
+    release(10);
+}
+
+TEST_F(ThermBars, WhatIsSetAgainIsNotDrawnAgain)
+{
+    const auto draws = [&](const std::function<void()>& change) {
+        const unsigned before = bar->repaintCount();
+        change();
+        return bar->repaintCount() != before;
+    };
+    bar->setMarkedRegion(NumRange<double>(1.0, 2.0));
+    EXPECT_FALSE(draws([&] { bar->set(0.0, 100.0, 20.0, 80.0); }));
+    EXPECT_FALSE(draws([&] { bar->setMarkedRegion(NumRange<double>(1.0, 2.0)); }));
+    EXPECT_FALSE(draws([&] { bar->setViewRegionVisible(true); }));
+    EXPECT_FALSE(draws([&] { bar->setAllowZoom(true); }));
+    EXPECT_TRUE(draws([&] { bar->setAllowZoom(false); })) << "the window has another border";
+}
+
 TEST_F(ThermBars, EscapeRestoresTheTimeAndTheWindow)
 {
     press(50);
@@ -135,7 +178,7 @@ TEST_F(ThermBars, AnEdgeZoomsAboutTheTimeAndTheOwnerIsToldByHowMuch)
     EXPECT_EQ(bar->dragState(), 5U);
     drag(72); // the edge keeps its two pixels from the pointer
     EXPECT_EQ(bar->requestedWindow(), NumRange<double>(30.0, 70.0));
-    EXPECT_EQ(panel->messages.back(), ThermBase::resizeZoomWinMsg + String(" 0.666667"));
+    EXPECT_EQ(panel->messages.back(), ThermBase::resizeZoomWinMsg + String(" 0.6666666666666666"));
     EXPECT_EQ(window(), NumRange<double>(20.0, 80.0)) << "only the owner moves it";
     release(72);
     EXPECT_EQ(bar->log, "") << "the time is still in the window";

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace oribund
 {
 namespace
@@ -49,6 +51,20 @@ TEST(ThermGeometry, WithoutWidthOrLengthEverythingIsAtTheStart)
     EXPECT_EQ(brief.f2x(0.5, 0.0, 1.0, 2.0, 2.0), 0.0);
     const NumRange<double> dragged = brief.draggedEdge(ThermHit::LeftEdge, 5.0, 5.0);
     EXPECT_EQ(dragged.length(), 0.0);
+}
+
+TEST(ThermGeometry, TimesFarAwayAndNoTimesAtAllHavePixelsToo)
+{
+    const ThermGeometry geometry = bar(0, 1, 0, 1);
+    for (const double time : {1e300, -1e300, 1e30, -1e30, HUGE_VAL, -HUGE_VAL}) {
+        const int far = time > 0 ? 1000000000 : -1000000000;
+        EXPECT_EQ(geometry.f2xi(time), far);
+        EXPECT_EQ(geometry.wholePixel(time), far);
+        EXPECT_EQ(geometry.f2xClippedI(time), time > 0 ? 100 : far + 1);
+    }
+    EXPECT_EQ(geometry.f2xi(std::nan("")), 0);
+    EXPECT_EQ(geometry.f2xClippedI(std::nan("")), 0);
+    EXPECT_EQ(geometry.wholePixel(std::nan("")), 0);
 }
 
 TEST(ThermGeometry, TheMarkerWinsThenTheNearerEdgeThenTheWindow)

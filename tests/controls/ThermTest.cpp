@@ -1,4 +1,5 @@
 #include "oribund/controls/bars/therm.h"
+#include "oribund/cues/CueDescriptionPanel.h"
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/canvas/RecordingRenderer.h"
 #include "oribund/host/edit/iScrubControl.h"
@@ -110,15 +111,17 @@ TEST_F(Therms, TimesAreThoseOfWholeFrames)
     EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 0.56);
 }
 
-TEST_F(Therms, AClickNearACueGoesToItAndAsksForItsPanel)
+TEST_F(Therms, AClickNearACueGoesToItAndADoubleClickStaysThere)
 {
     addCue(40.0);
     therm* bar = make();
     press(86);
     release(86);
     EXPECT_EQ(vob->getCurrentTime(), 40.0);
-    EXPECT_EQ(panel->last, therm::showCueMsg);
     EXPECT_EQ(bar->shownCue().name, L"Door");
+    canvas.inject(Event::mouseDoubleClick({84, 2}));
+    release(84);
+    EXPECT_EQ(vob->getCurrentTime(), 40.0);
     press(100);
     release(100);
     EXPECT_EQ(vob->getCurrentTime(), 50.0);
@@ -144,42 +147,75 @@ TEST_F(Therms, ALowBarJumpsToACueAndOpensAndDrawsNothingOfIt)
     EXPECT_GT(count(*bar), low);
 }
 
-/** A bar of a host that knows more of its edit, and shows cues itself. */
+/** A bar of a host that knows more of its edit, and may show cues itself. */
 class RichTherm : public therm
 {
 public:
     using therm::therm;
 
     std::vector<Section> marked;
+    bool ownPopup = true;
     Glob* popup = nullptr;
+    std::vector<int> cuesDrawn;
 
 protected:
     std::vector<Section> sections() const override { return marked; }
 
-    std::unique_ptr<Glob> makePopup(const Cue&) override
+    std::unique_ptr<Glob> makePopup(const Cue& cue) override
     {
-        auto made = std::make_unique<StandardPanel>(GlobCreationInfo(60, 20, canvas()));
+        std::unique_ptr<Glob> made = ownPopup ? therm::makePopup(cue) : nullptr;
         popup = made.get();
         return made;
     }
+
+    void drawCueAt(CanvasRenderer&, int x, const Colour&) override { cuesDrawn.push_back(x); }
 };
 
-TEST_F(Therms, APopUpStandsBelowItsCueUntilTheNextPress)
+TEST_F(Therms, APopUpStandsBelowItsCueAsLongAsBothAreThere)
 {
-    addCue(40.0);
     therm::InitArgs args(200, 18);
     args.end = 100.0;
     args.vob = vob.get();
     auto* bar = panel->addWidget(std::make_unique<RichTherm>(args), Glob::UserTopLeft(0, 0));
-    press(86);
-    release(86);
-    const GlobRef<Glob> popup(bar->popup);
+    const auto popUp = [&] {
+        vob->edit->cues.remove({1, 0, 0});
+        addCue(40.0);
+        press(86);
+        release(86);
+        return GlobRef<Glob>(bar->popup);
+    };
+    const auto popup = popUp();
     ASSERT_TRUE(popup && popup->isShown());
     EXPECT_EQ(popup->getPosition(), (XY<int>{80, 18}));
+    EXPECT_EQ(dynamic_cast<CueDescriptionPanel&>(*popup).getCue().name, L"Door");
     EXPECT_TRUE(panel->last.empty());
     press(150);
     EXPECT_FALSE(popup);
     release(150);
+
+    const auto ofRemoved = popUp();
+    vob->edit->addModification({});
+    EXPECT_TRUE(ofRemoved) << "something else was modified";
+    vob->edit->cues.remove({1, 0, 0});
+    vob->edit->addModification({});
+    EXPECT_FALSE(ofRemoved);
+    const auto ofHidden = popUp();
+    panel->setVisible(false);
+    EXPECT_FALSE(ofHidden);
+    panel->setVisible(true);
+    const auto ofClosed = popUp();
+    panel->close();
+    EXPECT_FALSE(ofClosed);
+    panel->open();
+    bar->ownPopup = false;
+    popUp();
+    EXPECT_EQ(panel->last, therm::showCueMsg) << "the owner's business";
+
+    for (int i = 0; i < 1000; ++i)
+        addCue(70.0 + i * 1e-5, 10 + i);
+    RecordingRenderer renderer;
+    bar->draw(renderer);
+    EXPECT_EQ(bar->cuesDrawn, (std::vector<int>{80, 140})) << "one for all at a pixel";
 }
 
 TEST_F(Therms, SectionsAreStripsThatALowBarLeavesOut)
@@ -238,6 +274,9 @@ TEST_F(Therms, TheWheelZoomsAboutTheTimeWhereZoomingIsAllowed)
     EXPECT_TRUE(panel->last.empty()) << "half a notch";
     canvas.inject(Event::mouseWheel({5, 2}, 0.5));
     EXPECT_EQ(bar->requestedWindow(), NumRange<double>(22.0, 54.0));
+    canvas.inject(Event::mouseWheel({5, 2}, 0.5));
+    canvas.inject(Event::mouseWheel({5, 2}, -1.0));
+    EXPECT_EQ(bar->requestedWindow(), NumRange<double>(17.5, 67.5)) << "the other way, half a notch is forgotten";
 }
 
 TEST_F(Therms, ADragTellsTheViewerThatItScrubs)
@@ -265,13 +304,21 @@ TEST_F(Therms, ADragTellsTheViewerThatItScrubs)
     }
 }
 
-TEST_F(Therms, ABarThatGoesInMidDragLeavesNoScrubBehind)
+TEST_F(Therms, ABarThatGoesOrShowsAnotherViewerInMidDragLeavesNoScrubBehind)
 {
     therm* bar = make();
-    press(20);
-    panel->destroyWidget(*bar);
-    EXPECT_EQ(vob->states.back(), PlayState::Idle);
-    EXPECT_EQ(vob->changeFlags, 1U);
+    ScrubbedVob other;
+    for (const bool goes : {false, true}) {
+        press(20);
+        if (goes)
+            panel->destroyWidget(*bar);
+        else
+            bar->setVob(&other);
+        EXPECT_EQ(vob->states.back(), PlayState::Idle);
+        EXPECT_EQ(vob->changeFlags, 1U);
+        if (!goes)
+            bar->setVob(vob.get());
+    }
 }
 
 TEST_F(Therms, AnEditThatTurnsReadOnlyLosesNothingAndAViewerThatGoesEndsTheDrag)

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace oribund::test
 {
 namespace
@@ -63,11 +65,13 @@ TEST_F(CueSearch, DistancesAreThoseOfWholePixels)
     EXPECT_EQ(nearest(-3, 3, {12.0, 112.0}), 1) << "-2.5 is pixel -3";
 }
 
-TEST_F(CueSearch, HiddenCuesTakeNoPart)
+TEST_F(CueSearch, HiddenCuesAndThoseAtNoTimeTakeNoPart)
 {
     edit->cues.add(cueAt(50.0, 1, 3));
     edit->cues.add(cueAt(53.0, 2, 7));
     EXPECT_EQ(nearest(50, 5), 2);
+    edit->cues.add(cueAt(std::nan(""), 3));
+    EXPECT_EQ(nearest(0, 5), 0);
 }
 
 TEST_F(CueSearch, WhereNothingIsShownNothingIsFound)

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace oribund
 {
 namespace
@@ -38,6 +40,8 @@ TEST(Preferences, ConvertOnlyWhatLosesNothing)
     EXPECT_EQ(prefs().getPreference("real", 9), 9) << "half a unit would be lost";
     prefs().setPreference("huge", 1e12);
     EXPECT_EQ(prefs().getPreference("huge", 9), 9);
+    prefs().setPreference("least", std::numeric_limits<int>::min());
+    EXPECT_EQ(prefs().getPreference("least", 0), std::numeric_limits<int>::min());
     prefs().setPreference("text", "41");
     EXPECT_EQ(prefs().getPreference("text", 9), 41);
     prefs().setPreference("words", "forty-one");

@@ -44,11 +44,24 @@ FXThermBase::~FXThermBase()
 
 // What it shows
 
+void FXThermBase::setVob(Vob* vob)
+{
+    bind(vob, track_);
+}
+
 void FXThermBase::setTrackID(const IdStamp& track)
 {
+    bind(getVob(), track); // the edit may be another one
+}
+
+void FXThermBase::bind(Vob* vob, const IdStamp& track)
+{
+    const GlobRef<FXThermBase> self(this);
     finishDrag();
+    if (!self)
+        return;
     track_ = track;
-    setVob(getVob()); // the edit may be another one
+    VobClient::setVob(vob);
     CompoundEffectMonitor* const monitor = commands().monitor();
     setMonitor(monitor);
     significant_.registerWith(monitor ? &monitor->getSignificantRegionServer() : nullptr);
@@ -62,10 +75,9 @@ KeyframeCommands FXThermBase::commands() const
 
 void FXThermBase::handleCompoundEffectChanges(const ChangeDescription& change)
 {
-    // While the time is dragged over the end of the effects the bar stays what it is, under the pointer.
-    const bool timeOnly = (change.flags & ChangeDescription::kTimeOnly) != 0;
-    const bool dragsTime = (dragState() & static_cast<unsigned>(ThermHit::CurrentTime)) != 0;
-    if ((change.flags & ChangeDescription::kSelectionOnly) == 0 && !(timeOnly && dragsTime))
+    // While anything is dragged, and the time moves to where other effects are, the bar stays what it is.
+    const bool movedInADrag = (change.flags & ChangeDescription::kTimeOnly) != 0 && dragState() != 0;
+    if ((change.flags & ChangeDescription::kSelectionOnly) == 0 && !movedInADrag)
         refresh();
     changed(PeerChange::kContents | PeerChange::kState);
 }
@@ -165,8 +177,12 @@ void FXThermBase::startTimeChangeSeries()
 void FXThermBase::stopTimeChangeSeries()
 {
     endScrub(getVob());
-    refresh();
     sendMsg(timeDragEndedMsg); // may destroy the bar
+}
+
+void FXThermBase::handleDragEnd()
+{
+    refresh();
 }
 
 WString FXThermBase::valueText() const
@@ -366,80 +382,6 @@ bool FXThermBase::accessibleActivate(int part)
     const Keyframes keyframes = acceptedAt(keyframes_.times()[static_cast<std::size_t>(part)]);
     commands().toggle(keyframes);
     return !keyframes.empty();
-}
-
-// Look
-
-void FXThermBase::drawWindow(CanvasRenderer& renderer, int x0, int x1)
-{
-    renderer.fillRect(CanvasRenderer::toDouble(localBox()), getOuterWindowColour());
-    ThermBase::drawWindow(renderer, x0, x1);
-}
-
-void FXThermBase::drawContents(CanvasRenderer& renderer)
-{
-    marks_ = keyframes_.marksOn(geometry());
-    if (!minimalMode())
-        drawRegions(renderer);
-    drawSelectedKeyframesBackground(renderer);
-    ThermBase::drawContents(renderer);
-    drawKeyFrames(renderer);
-}
-
-void FXThermBase::drawRegions(CanvasRenderer& renderer)
-{
-    // One line for each stretch of effects, spread over the height.
-    const ThermGeometry shown = geometry();
-    const std::vector<NumRange<double>> regions = keyframes_.regions();
-    const double step = getHeight() / (static_cast<double>(regions.size()) + 1.0);
-    double y = 0.0;
-    for (const NumRange<double>& region : regions) {
-        y = std::floor(y + step);
-        const double from = std::max(0.0, shown.f2x(region.start()));
-        renderer.fillRect({from, y, shown.f2xClipped(region.end()), y + 1.0}, getPalette().border());
-    }
-}
-
-void FXThermBase::drawSelectedKeyframesBackground(CanvasRenderer& renderer)
-{
-    drawMarksGround(renderer, marks_, getHeight());
-}
-
-void FXThermBase::drawKeyFrames(CanvasRenderer& renderer)
-{
-    drawKeyframeMarks(renderer, marks_, getHeight() / 2, getPalette().windowText());
-}
-
-void FXThermBase::drawMarks(CanvasRenderer& renderer)
-{
-    // The ends of the effects, where the bar shows time beyond them.
-    const ThermGeometry shown = geometry();
-    for (const double end : {region_.start(), region_.end()}) {
-        if (end > shown.start && end < shown.end)
-            drawMarkAt(renderer, shown.f2xi(end));
-    }
-}
-
-void FXThermBase::drawCurrentTime(CanvasRenderer& renderer)
-{
-    if (!getEdit() || !hasTime())
-        return;
-    const double now = getVob()->getCurrentTime();
-    const ThermGeometry shown = geometry();
-    if (now < shown.start || now > shown.end)
-        drawOutOfRangeIndicator(renderer, now > shown.end);
-    else
-        drawTimeAt(renderer, shown.f2xClippedI(now));
-}
-
-Colour FXThermBase::getWindowColour() const
-{
-    return getPalette().window().scaled(1.2);
-}
-
-Colour FXThermBase::getOuterWindowColour() const
-{
-    return getPalette().window().scaled(0.75);
 }
 
 } // namespace oribund

@@ -38,8 +38,11 @@ public:
     explicit FXThermBase(const InitArgs& args);
     ~FXThermBase() override;
 
-    /** Also to be called when the viewer has changed its edit. */
+    /** Also to be called when the viewer has changed its edit. Ends a drag. */
     void setTrackID(const IdStamp& track);
+
+    /** Shows the same track of another viewer. */
+    void setVob(Vob* vob);
 
     const IdStamp& getTrackID() const { return track_; }
 
@@ -99,7 +102,7 @@ protected:
     /** Whether the user may select and drag a keyframe here. */
     virtual bool acceptsKeyframe(const FXKeyframe&) const { return true; }
 
-    /** A press with Ctrl. As it stands it selects the keyframes there and no others; beside keyframes, none at all. */
+    /** A press with Ctrl. By default it selects the keyframes there and no others; beside keyframes, none at all. */
     virtual void handleOptionPress(const Event& event);
 
     void drawBackground(CanvasRenderer&) override {}
@@ -119,6 +122,7 @@ protected:
     bool hasTime() const override { return region_.length() > 0.0; }
 
     double timeStep() const override;
+    void handleDragEnd() override;
     bool handleMouseEvent(const Event& event) override;
     bool handleKeyEvent(const Event& event) override;
     bool handleMessageEvent(const String& message, Glob* sender) override;
@@ -146,6 +150,7 @@ private:
 
     void handleFXModifications(const ChangeDescription& change) final { handleCompoundEffectChanges(change); }
 
+    void bind(Vob* vob, const IdStamp& track);
     void refresh();
     void showRegion();
     NumRange<double> significantRegion() const;

@@ -19,6 +19,9 @@ KeyframeDrag::KeyframeDrag(FXThermBase& bar, int x, double anchor, Keyframes sel
     , selected_(std::move(selected))
     , lone_(lone)
 {
+    // They are the ones that are selected now, whatever else the track shows at the first move.
+    if (CompoundEffectMonitor* const monitor = bar.commands().monitor())
+        monitor->trimSelectedKeyframes(bar.getTrackID(), 0.0);
 }
 
 MouseButton KeyframeDrag::button() const

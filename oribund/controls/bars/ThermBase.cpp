@@ -2,7 +2,6 @@
 
 #include "oribund/controls/bars/ThermDrag.h"
 #include "oribund/cues/CueDrawing.h"
-#include "oribund/host/base/Numeric.h"
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
@@ -12,11 +11,26 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cmath>
+#include <string_view>
 #include <utility>
 
 namespace oribund
 {
+
+namespace
+{
+
+/** With all its digits, so that who reads it zooms as far as was asked for. */
+String exactNumber(double number)
+{
+    std::array<char, 32> digits;
+    char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    return String(std::string_view(digits.data(), end));
+}
+
+} // namespace
 
 const String ThermBase::resizeZoomWinMsg("resizeZoomWin");
 
@@ -46,8 +60,10 @@ int ThermBase::cueTolerance()
 
 void ThermBase::set(double start, double end, double windowStart, double windowEnd)
 {
+    const ThermGeometry before = geometry_;
     geometry_.set(start, end, windowStart, windowEnd);
-    changed(PeerChange::kContents);
+    if (geometry_ != before)
+        changed(PeerChange::kContents);
 }
 
 ThermGeometry ThermBase::geometry() const
@@ -73,7 +89,7 @@ void ThermBase::setWindow(const NumRange<double>& range)
     if (!std::isfinite(ratio) || !(ratio > 0.0))
         return;
     requestedWindow_ = range;
-    sendMsg(resizeZoomWinMsg + String(" ") + formatNumber(ratio));
+    sendMsg(resizeZoomWinMsg + String(" ") + exactNumber(ratio));
 }
 
 unsigned ThermBase::doHitTest(const XY<int>& position, unsigned) const
@@ -100,16 +116,22 @@ unsigned ThermBase::dragState() const
     return drag_ ? static_cast<unsigned>(drag_->hit()) : 0;
 }
 
+void ThermBase::setAllowZoom(bool allow)
+{
+    if (std::exchange(allowZoom_, allow) != allow)
+        changed(PeerChange::kContents);
+}
+
 void ThermBase::setViewRegionVisible(bool visible)
 {
-    viewRegionVisible_ = visible;
-    changed(PeerChange::kContents);
+    if (std::exchange(viewRegionVisible_, visible) != visible)
+        changed(PeerChange::kContents);
 }
 
 void ThermBase::setMarkedRegion(const std::optional<NumRange<double>>& region)
 {
-    markedRegion_ = region;
-    changed(PeerChange::kContents);
+    if (std::exchange(markedRegion_, region) != region)
+        changed(PeerChange::kContents);
 }
 
 double ThermBase::timeStep() const
@@ -117,26 +139,36 @@ double ThermBase::timeStep() const
     return (geometry_.end - geometry_.start) / 100.0;
 }
 
-std::shared_ptr<ThermDrag> ThermBase::takeDrag()
+void ThermBase::startDrag(const std::shared_ptr<ThermDrag>& drag)
 {
-    return std::exchange(drag_, nullptr);
-}
-
-void ThermBase::startDrag(std::shared_ptr<ThermDrag> drag)
-{
-    drag_ = std::move(drag);
+    drag_ = drag;
+    drag->begin();
 }
 
 void ThermBase::finishDrag()
 {
     // Taken out first: what the end of the drag sets off finds the bar idle, and may destroy it.
-    if (const auto drag = takeDrag())
+    const GlobRef<ThermBase> self(this);
+    if (const auto drag = std::exchange(drag_, nullptr)) {
         drag->finish();
+        if (self)
+            handleDragEnd();
+    }
+}
+
+void ThermBase::abortDrag()
+{
+    const GlobRef<ThermBase> self(this);
+    if (const auto drag = std::exchange(drag_, nullptr)) {
+        drag->abort();
+        if (self)
+            handleDragEnd();
+    }
 }
 
 void ThermBase::handleMouseLeft(const Event& event)
 {
-    setTime(constrainTime(snapTime(geometry().x2f(event.position.x))));
+    setTime(constrainTime(snapTime(x2f(event.position.x))));
 }
 
 bool ThermBase::press(const Event& event)
@@ -144,34 +176,38 @@ bool ThermBase::press(const Event& event)
     const int x = event.position.x;
     const auto hit = static_cast<ThermHit>(doHitTest(event.position));
     const GlobRef<ThermBase> self(this);
-    auto drag = ThermDrag::begin(*this, hit, x);
-    if (!self)
-        return true;
-    drag_ = std::move(drag);
-    if (hit == ThermHit::None)
-        jumpToPos(geometry().x2f(x));
+    pressX_ = x;
+    clickSetsTime_ = hit == ThermHit::CurrentTime || hit == ThermHit::WindowBody;
+    startDrag(ThermDrag::make(*this, hit, x));
+    if (self && hit == ThermHit::None)
+        jumpToPos(x2f(x));
     return true;
+}
+
+void ThermBase::release(const Event& event)
+{
+    const GlobRef<ThermBase> self(this);
+    if (event.code == EventCode::MouseRelease && std::exchange(clickSetsTime_, false) && canInteract())
+        handleMouseLeft(event);
+    if (self)
+        finishDrag();
 }
 
 bool ThermBase::handleMouseEvent(const Event& event)
 {
     if (const auto drag = drag_) { // held: what a motion sets off may end the drag
-        if (event.code == EventCode::MouseMove && canInteract())
+        if (event.code == EventCode::MouseMove && canInteract()) {
+            clickSetsTime_ = clickSetsTime_ && event.position.x == pressX_;
             drag->motion(event.position.x);
+        }
         // What was set before the pointer was taken away stands: the user has seen it.
         else if (event.code == EventCode::MouseCancel ||
                  (event.code == EventCode::MouseRelease && event.button == drag->button()))
-            finishDrag();
+            release(event);
         return true;
     }
-    if (event.isPress(MouseButton::Left)) {
-        if (!takesPress() || !hasTime())
-            return false;
-        if (event.code == EventCode::MousePress)
-            return press(event);
-        handleMouseLeft(event);
-        return true;
-    }
+    if (event.isPress(MouseButton::Left))
+        return takesPress() && hasTime() && press(event);
     return Control::handleMouseEvent(event);
 }
 
@@ -187,7 +223,7 @@ bool ThermBase::usesKey(const Event& press) const
 bool ThermBase::handleKeyEvent(const Event& event)
 {
     if (drag_ && event.isKeyPress(Key::Escape)) {
-        takeDrag()->abort();
+        abortDrag();
         return true;
     }
     if (!event.isPlainKeyPress())

@@ -47,6 +47,19 @@ public:
     /** With the present width. */
     ThermGeometry geometry() const;
 
+    // As of ThermGeometry.
+    double f2x(double t) const { return geometry().f2x(t); }
+
+    int f2xi(double t) const { return geometry().f2xi(t); }
+
+    double f2x_clipped(double t) const { return geometry().f2xClipped(t); }
+
+    int f2xClippedI(double t) const { return geometry().f2xClippedI(t); }
+
+    double f2x(double f, double a, double b, double lo, double hi) const { return geometry().f2x(f, a, b, lo, hi); }
+
+    double x2f(double x) const { return geometry().x2f(x); }
+
     virtual double getTime(eAccuracy accuracy) const = 0;
     virtual void setTime(double time) = 0;
 
@@ -61,7 +74,7 @@ public:
 
     const NumRange<double>& requestedWindow() const { return requestedWindow_; }
 
-    /** Called before the first and after the last of the time changes that a drag makes. */
+    /** Called before the first and after the last of the time changes that a drag makes; dragState() tells which. */
     virtual void startTimeChangeSeries() {}
 
     virtual void stopTimeChangeSeries() {}
@@ -74,7 +87,7 @@ public:
 
     bool allowZoom() const { return allowZoom_; }
 
-    void setAllowZoom(bool allow) { allowZoom_ = allow; }
+    void setAllowZoom(bool allow);
 
     /** Whether the marker of the current time can be grabbed. */
     void setAllowCurrentTime(bool allow) { allowCurrentTime_ = allow; }
@@ -113,7 +126,7 @@ protected:
 
     virtual void drawCurrentTime(CanvasRenderer& renderer);
 
-    void drawCueAt(CanvasRenderer& renderer, int x, const Colour& colour);
+    virtual void drawCueAt(CanvasRenderer& renderer, int x, const Colour& colour);
     void drawMarkAt(CanvasRenderer& renderer, int x);
     void drawTimeAt(CanvasRenderer& renderer, int x);
 
@@ -127,8 +140,11 @@ protected:
     /** How far an arrow key moves the time. */
     virtual double timeStep() const;
 
-    /** A click that begins no drag. */
+    /** A click on the marker or inside the window that has dragged neither. */
     virtual void handleMouseLeft(const Event& event);
+
+    /** A drag is over, whatever has ended it. */
+    virtual void handleDragEnd() {}
 
     /** Whether a press is for the bar: it is active, and clicks are not to be ignored. */
     bool takesPress() const { return !ignoreMouseClicks_ && canInteract(); }
@@ -137,22 +153,27 @@ protected:
     virtual bool hasTime() const { return true; }
 
     /** Begins a drag of a kind that only a derived class knows; there must be none. */
-    void startDrag(std::shared_ptr<ThermDrag> drag);
+    void startDrag(const std::shared_ptr<ThermDrag>& drag);
 
     /** Ends a drag as a release does. Derived classes whose series has to be ended call it in their destructor. */
     void finishDrag();
+
+    /** Takes a drag back. */
+    void abortDrag();
 
     bool handleMouseEvent(const Event& event) override;
     bool handleKeyEvent(const Event& event) override;
 
 private:
     bool press(const Event& event);
-    std::shared_ptr<ThermDrag> takeDrag();
+    void release(const Event& event);
 
     ThermGeometry geometry_;
     NumRange<double> requestedWindow_;
     std::optional<NumRange<double>> markedRegion_;
     std::shared_ptr<ThermDrag> drag_;
+    int pressX_ = 0;
+    bool clickSetsTime_ = false; ///< unless the pointer moves before the release
     bool allowZoom_ = false;
     bool allowCurrentTime_ = true;
     bool ignoreMouseClicks_ = false;

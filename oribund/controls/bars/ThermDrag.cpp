@@ -43,8 +43,9 @@ public:
         , windowBefore_(bar.geometry().windowStart, bar.geometry().windowEnd)
         , windowOffset_(bar.geometry().f2x(windowBefore_.start()) - x)
     {
-        bar.startTimeChangeSeries();
     }
+
+    void begin() override { bar_.startTimeChangeSeries(); }
 
     void motion(int x) override
     {
@@ -116,16 +117,16 @@ private:
 
 } // namespace
 
-std::unique_ptr<ThermDrag> ThermDrag::begin(ThermBase& bar, ThermHit hit, int x)
+std::unique_ptr<ThermDrag> ThermDrag::make(ThermBase& bar, ThermHit hit, int x)
 {
     const ThermGeometry shown = bar.geometry();
     switch (hit) {
     case ThermHit::LeftEdge:
-        return std::make_unique<EdgeDrag>(bar, hit, static_cast<int>(shown.f2x(shown.windowStart)) - x);
+        return std::make_unique<EdgeDrag>(bar, hit, shown.wholePixel(shown.windowStart) - x);
     case ThermHit::RightEdge:
-        return std::make_unique<EdgeDrag>(bar, hit, static_cast<int>(shown.f2x(shown.windowEnd)) - x);
+        return std::make_unique<EdgeDrag>(bar, hit, shown.wholePixel(shown.windowEnd) - x);
     case ThermHit::WindowBody:
-        return std::make_unique<TimeDrag>(bar, hit, x, static_cast<int>(shown.f2x(bar.getTime(eExact))) - x);
+        return std::make_unique<TimeDrag>(bar, hit, x, shown.wholePixel(bar.getTime(eExact)) - x);
     case ThermHit::None:
     case ThermHit::CurrentTime:
     case ThermHit::Keyframe:

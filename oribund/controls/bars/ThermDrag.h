@@ -19,13 +19,16 @@ public:
     ThermDrag(const ThermDrag&) = delete;
     ThermDrag& operator=(const ThermDrag&) = delete;
 
-    /** The drag that a press at pixel `x` on `hit` begins. A press on the plain bar drags the current time. */
-    static std::unique_ptr<ThermDrag> begin(ThermBase& bar, ThermHit hit, int x);
+    /** The drag for a press at pixel `x` on `hit`. A press on the plain bar drags the current time. */
+    static std::unique_ptr<ThermDrag> make(ThermBase& bar, ThermHit hit, int x);
 
     ThermHit hit() const { return hit_; }
 
     /** The button that holds it. */
     virtual MouseButton button() const;
+
+    /** It is the bar's drag from now on. */
+    virtual void begin() {}
 
     /** The pointer has moved. */
     virtual void motion(int x) = 0;

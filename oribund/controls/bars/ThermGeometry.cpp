@@ -8,6 +8,18 @@
 namespace oribund
 {
 
+namespace
+{
+
+/** Near enough to be counted in, and subtracted from each other as, whole pixels. */
+double nearby(double pixel)
+{
+    constexpr double kFar = 1e9;
+    return std::isnan(pixel) ? 0.0 : std::clamp(pixel, -kFar, kFar);
+}
+
+} // namespace
+
 void ThermGeometry::set(double spanStart, double spanEnd, double winStart, double winEnd)
 {
     start = spanStart;
@@ -23,7 +35,7 @@ double ThermGeometry::f2x(double t) const
 
 int ThermGeometry::f2xi(double t) const
 {
-    return roundHalfAway(f2x(t));
+    return roundHalfAway(nearby(f2x(t)));
 }
 
 double ThermGeometry::f2xClipped(double t) const
@@ -33,8 +45,12 @@ double ThermGeometry::f2xClipped(double t) const
 
 int ThermGeometry::f2xClippedI(double t) const
 {
-    constexpr double kFarLeft = -1e9;
-    return static_cast<int>(std::max(f2xClipped(t), kFarLeft) + 0.5);
+    return static_cast<int>(nearby(f2xClipped(t)) + 0.5);
+}
+
+int ThermGeometry::wholePixel(double t) const
+{
+    return static_cast<int>(nearby(f2x(t)));
 }
 
 double ThermGeometry::f2x(double f, double a, double b, double lo, double hi) const

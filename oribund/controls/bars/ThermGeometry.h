@@ -20,7 +20,7 @@ enum class ThermHit : unsigned {
  * Times and pixels of a time bar: the span that its full width stands for, and the zoom window inside it.
  *
  * A plain value. On a bar without width, and for a span without length, every time is at pixel 0 and every pixel
- * stands for the start.
+ * stands for the start. Pixels that an int does not hold are a thousand million away; NaN is at 0.
  */
 struct ORIBUND_API ThermGeometry {
     double start = 0.0;
@@ -45,6 +45,9 @@ struct ORIBUND_API ThermGeometry {
     /** The pixel of the place `f` of the range `a` to `b` on a bar that shows `lo` to `hi`. */
     double f2x(double f, double a, double b, double lo, double hi) const;
 
+    /** The pixel in which a time lies, from which what is grabbed keeps its distance. */
+    int wholePixel(double t) const;
+
     double x2f(double x) const;
 
     /** Limited to the span. */
@@ -55,6 +58,8 @@ struct ORIBUND_API ThermGeometry {
 
     /** What is at a pixel. `t` is the current time, none when its marker cannot be grabbed; `tolerance` in pixels. */
     ThermHit hitTest(int x, double t, bool grabsTime, bool grabsWindow, int tolerance) const;
+
+    bool operator==(const ThermGeometry&) const = default;
 
     /** The window when an edge is dragged to the time `to`: a zoom about `t`. */
     NumRange<double> draggedEdge(ThermHit edge, double to, double t) const;

@@ -1,8 +1,11 @@
 #include "oribund/controls/bars/therm.h"
 
 #include "oribund/controls/binding/EditTime.h"
+#include "oribund/cues/CueDescriptionPanel.h"
 #include "oribund/cues/CueSearch.h"
+#include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/canvas/CanvasRenderer.h"
+#include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
 
@@ -46,6 +49,17 @@ therm::therm(const Cookie& cookie, double start, double end, Vob* vob, Canvas* c
 therm::~therm()
 {
     finishDrag();
+}
+
+void therm::setVob(Vob* vob)
+{
+    const GlobRef<therm> self(this);
+    finishDrag();
+    if (!self)
+        return;
+    popup_.reset();
+    VobClient::setVob(vob);
+    changed(PeerChange::kContents | PeerChange::kState);
 }
 
 double therm::getTime(eAccuracy accuracy) const
@@ -106,11 +120,28 @@ void therm::showCuePanel(const Cue& cue)
     shownCue_ = cue;
     popup_ = makePopup(cue);
     if (popup_) {
-        popup_->setPosition(toCanvas({geometry().f2xi(cue.time), getHeight()}));
+        XY<int> at = toCanvas({f2xi(cue.time), getHeight()});
+        at.x = std::max(0, std::min(at.x, canvas()->size().x - popup_->getWidth()));
+        popup_->setPosition(at);
         popup_->open();
     } else {
         sendMsg(showCueMsg);
     }
+}
+
+std::unique_ptr<Glob> therm::makePopup(const Cue& cue)
+{
+    CueDescriptionPanel::InitArgs args(0, 0, canvas());
+    args.vob = getVob();
+    args.cue = cue.id;
+    args.width = static_cast<unsigned short>(10 * UifStd::getRowHeight());
+    args.height = static_cast<unsigned short>(static_cast<int>(args.attributes.size()) * UifStd::getRowHeight());
+    return std::make_unique<CueDescriptionPanel>(args);
+}
+
+void therm::handleMouseLeft(const Event& event)
+{
+    jumpToPos(x2f(event.position.x)); // to a cue there
 }
 
 void therm::startTimeChangeSeries()
@@ -142,13 +173,15 @@ bool therm::handleMouseEvent(const Event& event)
     constexpr double kIn = 0.8;
     constexpr double kOut = 1.25;
     if (event.code == EventCode::MouseWheel && allowZoom() && dragState() == 0 && canInteract()) {
+        if (wheelRest_ * event.wheel < 0.0)
+            wheelRest_ = 0.0; // the other way counts from here
         wheelRest_ += event.wheel;
         const double whole = std::trunc(wheelRest_);
         wheelRest_ -= whole;
         // A fine wheel's fraction of a notch is taken, and waits for the rest.
         return whole == 0.0 || zoomBy(whole >= 1.0 ? kIn : kOut);
     }
-    if (event.code == EventCode::MousePress)
+    if (event.code == EventCode::MousePress || event.code == EventCode::MouseDoubleClick)
         popup_.reset();
     pointerX_ = event.code == EventCode::MouseLeave ? -1 : event.position.x;
     return ThermBase::handleMouseEvent(event);
@@ -203,23 +236,38 @@ void therm::drawMarks(CanvasRenderer& renderer)
         drawMarkAt(renderer, shown.f2xi(edit->getEndTime()));
 }
 
+/** `use` does not change the edit. */
+template <class Use>
+void therm::forEachCueShown(Use use) const
+{
+    const EditPtr edit = getEdit();
+    if (!edit)
+        return;
+    const ThermGeometry shown = geometry();
+    for (const Cue& cue : edit->getCues()) {
+        if ((cue.flags & Cue::kVisible) != 0 && cue.time >= shown.start && cue.time <= shown.end)
+            use(cue);
+    }
+}
+
 void therm::drawCues(CanvasRenderer& renderer)
 {
     const ThermGeometry shown = geometry();
-    for (const Cue& cue : cuesShown())
-        drawCueAt(renderer, shown.f2xi(cue.time), cue.colour);
+    // Of those at one pixel the last one would hide the others.
+    std::vector<const Cue*> atPixels(static_cast<std::size_t>(shown.width) + 1);
+    forEachCueShown([&](const Cue& cue) {
+        atPixels[static_cast<std::size_t>(std::clamp(shown.f2xi(cue.time), 0, shown.width))] = &cue;
+    });
+    for (std::size_t x = 0; x < atPixels.size(); ++x) {
+        if (atPixels[x])
+            drawCueAt(renderer, static_cast<int>(x), atPixels[x]->colour);
+    }
 }
 
 std::vector<Cue> therm::cuesShown() const
 {
     std::vector<Cue> cues;
-    const ThermGeometry shown = geometry();
-    if (const EditPtr edit = getEdit()) {
-        for (const Cue& cue : edit->getCues()) {
-            if ((cue.flags & Cue::kVisible) != 0 && cue.time >= shown.start && cue.time <= shown.end)
-                cues.push_back(cue);
-        }
-    }
+    forEachCueShown([&](const Cue& cue) { cues.push_back(cue); });
     return cues;
 }
 
@@ -266,7 +314,15 @@ void therm::handleCurrentTimeChange()
 
 void therm::handleModifications(const EditModification&)
 {
+    const EditPtr edit = getEdit();
+    if (popup_ && !(edit && edit->getCues().find(shownCue_.id)))
+        popup_.reset();
     changed(PeerChange::kContents);
+}
+
+void therm::handleHidden()
+{
+    popup_.reset();
 }
 
 } // namespace oribund

@@ -57,6 +57,9 @@ public:
 
     const Cookie& getCookie() const { return cookie_; }
 
+    /** Shows another viewer's edit, or the one that the viewer has now. Ends a drag. */
+    void setVob(Vob* vob);
+
     /** The cue that was clicked last; empty before. */
     const Cue& shownCue() const { return shownCue_; }
 
@@ -83,8 +86,9 @@ protected:
     /** Opens what tells of a cue: the pop-up or, without one, what the parent shows. */
     virtual void showCuePanel(const Cue& cue);
 
-    /** What to show below a cue until the next press on the bar; none as it stands. */
-    virtual std::unique_ptr<Glob> makePopup(const Cue&) { return nullptr; }
+    /** What to show below a cue until the next press on the bar, and as long as both can be seen: by default a panel of
+        its fields. Null where the parent shows it. */
+    virtual std::unique_ptr<Glob> makePopup(const Cue& cue);
 
     /** For derived classes whose host knows of any: an edit tells of none. They do not overlap within a kind. */
     virtual std::vector<Section> sections() const { return {}; }
@@ -95,10 +99,14 @@ protected:
     void drawCues(CanvasRenderer& renderer) override;
     double timeStep() const override;
     bool handleMouseEvent(const Event& event) override;
+    void handleMouseLeft(const Event& event) override;
     void handleCurrentTimeChange() override;
     void handleModifications(const EditModification& modification) override;
+    void handleHidden() override;
 
 private:
+    template <class Use>
+    void forEachCueShown(Use use) const;
     std::vector<Cue> cuesShown() const;
     Cue cueAt(int x) const;
     bool zoomBy(double factor);

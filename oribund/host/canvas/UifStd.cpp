@@ -30,6 +30,7 @@ UifStd::Metrics UifStd::Metrics::forFontSize(int fontSize)
     m.rowHeight = inProportion(standard.rowHeight);
     m.controlHeight = inProportion(standard.controlHeight);
     m.indentWidth = inProportion(standard.indentWidth);
+    m.groupIndent = inProportion(standard.groupIndent);
     m.scrollBarWidth = inProportion(standard.scrollBarWidth);
     return m;
 }
@@ -69,6 +70,11 @@ int UifStd::getControlHeight()
 int UifStd::getIndentWidth()
 {
     return state().metrics.indentWidth;
+}
+
+int UifStd::getGroupIndent()
+{
+    return state().metrics.groupIndent;
 }
 
 int UifStd::getScrollBarWidth()

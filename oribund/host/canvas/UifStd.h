@@ -25,7 +25,8 @@ public:
         int rowGap = 4;         ///< between rows
         int rowHeight = 24;     ///< of a row of controls
         int controlHeight = 20; ///< of a control that stands inside a row or a title bar
-        int indentWidth = 12;   ///< of what lies inside a group
+        int indentWidth = 2;    ///< by which marks are set in; below the widget gap
+        int groupIndent = 12;   ///< of what lies inside a group
         int scrollBarWidth = 12;
 
         /** All of them in proportion to the default ones; sizes below 8 are taken as 8. */
@@ -39,6 +40,7 @@ public:
     static int getRowHeight();
     static int getControlHeight();
     static int getIndentWidth();
+    static int getGroupIndent();
     static int getScrollBarWidth();
     static int getDefaultFontSize();
     static Glib::FontDesc getDefaultFont();

@@ -4,6 +4,7 @@
 #include "oribund/host/services/Host.h"
 
 #include <cmath>
+#include <limits>
 
 namespace oribund
 {
@@ -13,7 +14,9 @@ namespace
 
 bool isWhole(double value)
 {
-    return std::trunc(value) == value && std::abs(value) <= 2147483647.0;
+    constexpr double kLow = std::numeric_limits<int>::min();
+    constexpr double kHigh = std::numeric_limits<int>::max();
+    return std::trunc(value) == value && value >= kLow && value <= kHigh;
 }
 
 std::optional<double> asNumber(const PreferenceValue& value)

@@ -58,6 +58,21 @@ private:
     KeyframeScene& scene_;
 };
 
+namespace
+{
+
+/** Shows cues in the panel instead of a pop-up. */
+class PlainTherm final : public therm
+{
+public:
+    using therm::therm;
+
+protected:
+    std::unique_ptr<Glob> makePopup(const oribund::Cue&) override { return nullptr; }
+};
+
+} // namespace
+
 KeyframeScene::KeyframeScene()
     : stage(GetParam()())
 {
@@ -126,7 +141,7 @@ void KeyframeScene::showPanel()
     therm::InitArgs forTime(kClipStart + kClipLength, kBarHeight);
     forTime.vob = &vob;
     forTime.end = edit->getEndTime();
-    timeBar = put(std::make_unique<therm>(forTime));
+    timeBar = put(std::make_unique<PlainTherm>(forTime));
     CueDescriptionPanel::InitArgs forCue(300, 120);
     forCue.vob = &vob;
     cueTable = put(std::make_unique<CueDescriptionPanel>(forCue));

@@ -51,7 +51,6 @@ void TimeBar::showSpan()
 
 int TimeBar::handleReplaced(const EditReplaced&)
 {
-    finishDrag();
     setVob(&workspace_.vob());
     showSpan();
     return 0;
@@ -95,13 +94,10 @@ bool TimeBar::handleMessageEvent(const oribund::String& message, oribund::Glob* 
     return therm::handleMessageEvent(message, sender);
 }
 
-void TimeBar::drawCues(oribund::CanvasRenderer& renderer)
+void TimeBar::drawCueAt(oribund::CanvasRenderer& renderer, int x, const oribund::Colour& colour)
 {
     // As wide as a click near one reaches: alone on the bar, they need not be small.
-    for (const oribund::Cue& cue : workspace_.edit().getCues())
-        if ((cue.flags & oribund::Cue::kVisible) != 0)
-            drawCue(renderer, {geometry().f2xi(cue.time), 0}, cue.colour, cue.colour.scaled(0.3),
-                    oribund::eCueSizeLarge);
+    drawCue(renderer, {x, 0}, colour, colour.scaled(0.3), oribund::eCueSizeLarge);
 }
 
 // Pointer, keys and menu

@@ -4,6 +4,7 @@
 #include "oribund/host/base/NumRange.h"
 #include "workbench/app/session/Workspace.h"
 
+#include <memory>
 #include <optional>
 
 namespace workbench
@@ -31,7 +32,11 @@ public:
     oribund::MouseCursor contextCursor(const oribund::XY<int>& local) const override;
 
 protected:
-    void drawCues(oribund::CanvasRenderer& renderer) override;
+    void drawCueAt(oribund::CanvasRenderer& renderer, int x, const oribund::Colour& colour) override;
+
+    /** The window has a place for it. */
+    std::unique_ptr<oribund::Glob> makePopup(const oribund::Cue&) override { return nullptr; }
+
     void reviewMenu(const oribund::Event* event) override;
     bool handleMouseEvent(const oribund::Event& event) override;
 

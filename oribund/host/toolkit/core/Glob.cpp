@@ -148,6 +148,8 @@ void Glob::close()
         return;
     GlobRef<Glob> self(this);
     releaseInput();
+    if (self)
+        tellHidden();
     if (!self || !open_)
         return;
     invalidateBox();
@@ -194,13 +196,24 @@ void Glob::visibilityChanged(eRedrawFlag redrawFlag)
 {
     RedrawHold hold;
     GlobRef<Glob> self(this);
-    if (!isVisible())
+    if (!isVisible()) {
         releaseInput();
+        if (self)
+            tellHidden();
+    }
     if (!self)
         return;
     changed(PeerChange::kVisible | PeerChange::kContents, redrawFlag);
     if (parent_)
         parent_->handleChildrenChanged(this);
+}
+
+void Glob::tellHidden()
+{
+    const GlobRef<Glob> self(this);
+    handleHidden();
+    if (self)
+        forEachChild([](Glob& child) { child.tellHidden(); });
 }
 
 bool Glob::isShown() const

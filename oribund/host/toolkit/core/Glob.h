@@ -218,6 +218,10 @@ protected:
     /** A press that usesKey(), or any release. */
     virtual bool handleKeyEvent(const Event& event);
     virtual void handleFocusEvent(bool gained);
+
+    /** It was hidden, or something that it stands in, or its tree was closed. */
+    virtual void handleHidden() {}
+
     virtual bool handleMessageEvent(const String& message, Glob* sender);
 
     /** A child has another size than `oldSize`, by its own doing or anyone's. */
@@ -260,6 +264,7 @@ private:
     void interactivityChanged(eRedrawFlag redrawFlag);
     void visibilityChanged(eRedrawFlag redrawFlag);
     void releaseInput();
+    void tellHidden();
     void forgetCanvas();
     std::unique_ptr<Glob> detach(Glob& child);
     void invalidateBox();

@@ -162,7 +162,7 @@ bool MinimizableGroup::accessibleActivate(int)
 
 int MinimizableGroup::titleTextOffset() const
 {
-    return minimisable_ ? UifStd::getIndentWidth() + UifStd::getWidgetGap() / 2 : 0;
+    return minimisable_ ? UifStd::getGroupIndent() + UifStd::getWidgetGap() / 2 : 0;
 }
 
 void MinimizableGroup::draw(CanvasRenderer& renderer)
@@ -175,8 +175,8 @@ void MinimizableGroup::draw(CanvasRenderer& renderer)
 void MinimizableGroup::drawArrow(CanvasRenderer& renderer)
 {
     const Kt::Box<int> title = getTitleArea();
-    const double size = UifStd::getIndentWidth() / 3.0;
-    const XY<double> c{title.left + UifStd::getIndentWidth() / 2.0, title.top + title.height() / 2.0};
+    const double size = UifStd::getGroupIndent() / 3.0;
+    const XY<double> c{title.left + UifStd::getGroupIndent() / 2.0, title.top + title.height() / 2.0};
     const std::array<XY<double>, 3> down{
         {{c.x - size, c.y - size / 2}, {c.x + size, c.y - size / 2}, {c.x, c.y + size / 2}}};
     const std::array<XY<double>, 3> right{

@@ -23,7 +23,7 @@ WidgetGroupEx::WidgetGroupEx(const InitArgs& args)
 
 int WidgetGroupEx::childXOffset()
 {
-    return UifStd::getIndentWidth();
+    return UifStd::getGroupIndent();
 }
 
 int WidgetGroupEx::separatorHeight() const
