@@ -2,28 +2,18 @@
 
 #include "skin/QtConversions.h"
 
-#include <QKeyEvent>
-
 namespace workbench
 {
 
-ColourChooser* ColourChooser::open(oribund::ColourSwatch& swatch, QWidget& widget)
+ColourChooser* ColourChooser::open(oribund::ColourSwatch& swatch, QWidget& surface)
 {
-    for (QObject* child : widget.children()) {
-        auto* chooser = dynamic_cast<ColourChooser*>(child);
-        if (chooser && chooser->isVisible()) {
-            chooser->raise();
-            chooser->activateWindow();
-            return chooser;
-        }
-    }
-    auto* chooser = new ColourChooser(swatch, widget);
+    auto* chooser = new ColourChooser(swatch, surface);
     chooser->show();
     return chooser;
 }
 
-ColourChooser::ColourChooser(oribund::ColourSwatch& swatch, QWidget& widget)
-    : QColorDialog(&widget)
+ColourChooser::ColourChooser(oribund::ColourSwatch& swatch, QWidget& surface)
+    : QColorDialog(&surface)
     , swatch_(&swatch)
 {
     setAttribute(Qt::WA_DeleteOnClose);
@@ -36,17 +26,12 @@ ColourChooser::ColourChooser(oribund::ColourSwatch& swatch, QWidget& widget)
         if (swatch_)
             swatch_->userChoose(fromQt(colour));
     });
-    widget.installEventFilter(this);
 }
 
-bool ColourChooser::eventFilter(QObject* watched, QEvent* event)
+void ColourChooser::followGlob()
 {
-    // Escape gives up the choice from the swatch's window as from this one.
-    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape) {
+    if (isVisible() && !(swatch_ && swatch_->isShown() && swatch_->isChooserOpen()))
         reject();
-        return true;
-    }
-    return QColorDialog::eventFilter(watched, event);
 }
 
 void ColourChooser::done(int result)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "skin/GlobFollower.h"
+
 #include "oribund/host/toolkit/core/GlobRef.h"
 #include "oribund/host/toolkit/widgets/ColourSwatch.h"
 
@@ -10,20 +12,22 @@ namespace workbench
 
 /**
  * The chooser of a swatch: a window that leaves the rest of the program usable, so that the picture can be watched
- * while colours are tried out. It deletes itself when it is closed, and goes with the swatch's widget.
+ * while colours are tried out. It deletes itself when it is closed, and goes with the swatch, or when the swatch gives
+ * the choice up.
  */
-class ColourChooser final : public QColorDialog
+class ColourChooser final : public QColorDialog, public GlobFollower
 {
 public:
-    /** Brings the swatch's chooser to the front, or makes it; `widget` is what shows the swatch. */
-    static ColourChooser* open(oribund::ColourSwatch& swatch, QWidget& widget);
+    /** `surface` is what shows the swatch. Returns at once. */
+    static ColourChooser* open(oribund::ColourSwatch& swatch, QWidget& surface);
+
+    void followGlob() override;
 
 protected:
     void done(int result) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    ColourChooser(oribund::ColourSwatch& swatch, QWidget& widget);
+    ColourChooser(oribund::ColourSwatch& swatch, QWidget& surface);
 
     oribund::GlobRef<oribund::ColourSwatch> swatch_;
 };

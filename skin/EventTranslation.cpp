@@ -139,6 +139,8 @@ Event toEvent(const QKeyEvent& event)
         std::find_if(kKeys.begin(), kKeys.end(), [&](const auto& key) { return key.first == event.key(); });
     if (known != kKeys.end()) {
         result.key = known->second;
+        if (event.key() == Qt::Key_Backtab)
+            result.modifiers |= Event::kShift;
         if (result.key == Key::Space)
             result.text = L" ";
         return result;

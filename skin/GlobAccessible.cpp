@@ -1,22 +1,26 @@
 #include "skin/GlobAccessible.h"
 
-#include "skin/GlobSurface.h"
-#include "skin/NumberAccessible.h"
+#include "skin/AccessibleGlobs.h"
+#include "skin/PanelSurface.h"
 #include "skin/QtConversions.h"
-#include "skin/TextEntry.h"
 
 #include "oribund/host/toolkit/core/Glob.h"
 
-#include <QAccessible>
-#include <QAccessibleWidget>
+#include <algorithm>
+#include <cmath>
 
 namespace workbench
 {
 
+using oribund::Accessible;
+using oribund::AccessibleAction;
+using oribund::AccessibleDescription;
+using oribund::AccessibleNumber;
+using oribund::AccessibleRole;
+using oribund::Glob;
+
 namespace
 {
-
-using oribund::AccessibleRole;
 
 QAccessible::Role toQt(AccessibleRole role)
 {
@@ -38,155 +42,272 @@ QAccessible::Role toQt(AccessibleRole role)
         return QAccessible::Slider;
     case AccessibleRole::Dial:
         return QAccessible::Dial;
-    default:
-        return QAccessible::Graphic;
+    case AccessibleRole::ScrollBar:
+        return QAccessible::ScrollBar;
+    case AccessibleRole::TextEntry:
+        return QAccessible::EditableText;
+    case AccessibleRole::NumberEntry:
+        return QAccessible::SpinBox;
+    case AccessibleRole::Table:
+        return QAccessible::Table;
+    case AccessibleRole::ColumnHeader:
+        return QAccessible::ColumnHeader;
+    case AccessibleRole::Cell:
+        return QAccessible::Cell;
+    case AccessibleRole::Keyframe:
+    case AccessibleRole::Cue:
+        return QAccessible::Indicator;
+    case AccessibleRole::Graphic:
+        break;
     }
+    return QAccessible::Graphic;
 }
 
-QString nameOf(oribund::AccessibleAction action)
+QString nameOf(AccessibleAction action)
 {
     switch (action) {
-    case oribund::AccessibleAction::Press:
+    case AccessibleAction::Press:
         return QAccessibleActionInterface::pressAction();
-    case oribund::AccessibleAction::Toggle:
+    case AccessibleAction::Toggle:
         return QAccessibleActionInterface::toggleAction();
-    case oribund::AccessibleAction::ShowMenu:
+    case AccessibleAction::ShowMenu:
         return QAccessibleActionInterface::showMenuAction();
-    case oribund::AccessibleAction::None:
+    case AccessibleAction::None:
         break;
     }
     return {};
 }
 
-/** What is known of a surface to assistive tools. It is told by its glob, as long as there is one. */
-class GlobAccessible final : public QAccessibleWidget, public QAccessibleValueInterface
-{
-public:
-    explicit GlobAccessible(GlobSurface& surface)
-        : QAccessibleWidget(&surface)
-        , surface_(surface)
-    {
-    }
-
-    QAccessible::Role role() const override
-    {
-        return surface_.glob() ? toQt(surface_.glob()->accessible().role) : QAccessible::NoRole;
-    }
-
-    QAccessible::State state() const override
-    {
-        QAccessible::State state = QAccessibleWidget::state();
-        if (const oribund::Glob* glob = surface_.glob()) {
-            const oribund::AccessibleDescription now = glob->accessible();
-            state.disabled = !now.enabled;
-            state.focusable = now.focusable;
-            state.focused = now.focused;
-            state.checkable = now.checkable;
-            state.checked = now.checked;
-            state.checkStateMixed = now.mixed;
-            state.pressed = now.pressed;
-            state.hasPopup = now.hasMenu;
-            state.expandable = now.expandable;
-            state.expanded = now.expanded;
-            state.collapsed = now.expandable && !now.expanded;
-        } else {
-            state.invalid = true;
-        }
-        return state;
-    }
-
-    QString text(QAccessible::Text kind) const override
-    {
-        const oribund::Glob* glob = surface_.glob();
-        if (!glob)
-            return {};
-        switch (kind) {
-        case QAccessible::Name:
-            return toDisplay(glob->accessibleName());
-        case QAccessible::Description:
-            return toDisplay(glob->tooltip());
-        case QAccessible::Value:
-            return workbench::toQt(glob->accessible().value);
-        default:
-            return QAccessibleWidget::text(kind);
-        }
-    }
-
-    void* interface_cast(QAccessible::InterfaceType type) override
-    {
-        if (type == QAccessible::ValueInterface)
-            return number() ? static_cast<QAccessibleValueInterface*>(this) : nullptr;
-        return QAccessibleWidget::interface_cast(type);
-    }
-
-    QStringList actionNames() const override
-    {
-        const oribund::Glob* glob = surface_.glob();
-        QStringList names;
-        if (!glob || !glob->canInteract())
-            return names;
-        if (const QString action = nameOf(glob->accessible().action); !action.isEmpty())
-            names << action;
-        if (glob->wantsFocus())
-            names << setFocusAction();
-        return names;
-    }
-
-    void doAction(const QString& name) override
-    {
-        if (!actionNames().contains(name))
-            return;
-        if (name == setFocusAction())
-            surface_.glob()->userFocus(true);
-        else
-            surface_.glob()->accessibleActivate();
-    }
-
-    QVariant currentValue() const override { return part(&oribund::AccessibleNumber::value); }
-
-    void setCurrentValue(const QVariant& value) override
-    {
-        bool isNumber = false;
-        const double wanted = value.toDouble(&isNumber);
-        if (isNumber && surface_.glob())
-            surface_.glob()->accessibleSetNumber(wanted);
-    }
-
-    QVariant maximumValue() const override { return part(&oribund::AccessibleNumber::max); }
-
-    QVariant minimumValue() const override { return part(&oribund::AccessibleNumber::min); }
-
-    QVariant minimumStepSize() const override { return part(&oribund::AccessibleNumber::step); }
-
-private:
-    std::optional<oribund::AccessibleNumber> number() const
-    {
-        return surface_.glob() ? surface_.glob()->accessible().number : std::nullopt;
-    }
-
-    QVariant part(double oribund::AccessibleNumber::*member) const
-    {
-        const auto now = number();
-        return now ? QVariant((*now).*member) : QVariant();
-    }
-
-    GlobSurface& surface_;
-};
-
-QAccessibleInterface* makeInterface(const QString&, QObject* object)
-{
-    if (auto* entry = dynamic_cast<TextEntry*>(object))
-        return NumberAccessible::make(*entry);
-    auto* surface = dynamic_cast<GlobSurface*>(object);
-    return surface ? new GlobAccessible(*surface) : nullptr;
-}
-
 } // namespace
 
-void installGlobAccessibility()
+GlobAccessible::GlobAccessible(AccessibleGlobs& all, Glob& glob, int part)
+    : all_(all)
+    , glob_(&glob)
+    , part_(part)
 {
-    // Qt ignores a factory that it has already.
-    QAccessible::installFactory(&makeInterface);
+}
+
+bool GlobAccessible::isValid() const
+{
+    return glob_ && glob_->isOpen() && (!isPart() || part_ < glob_->accessiblePartCount());
+}
+
+AccessibleDescription GlobAccessible::description() const
+{
+    return isValid() ? glob_->accessible(part_) : AccessibleDescription();
+}
+
+// The tree: the parts of a glob, then the globs in it
+
+int GlobAccessible::partCount() const
+{
+    return glob_ && !isPart() ? glob_->accessiblePartCount() : 0;
+}
+
+std::vector<Glob*> GlobAccessible::shownChildren() const
+{
+    std::vector<Glob*> children;
+    if (glob_ && !isPart())
+        glob_->getChildren(children);
+    std::erase_if(children, [](const Glob* child) { return !child->isVisible(); });
+    return children;
+}
+
+QAccessibleInterface* GlobAccessible::parent() const
+{
+    if (!glob_)
+        return nullptr;
+    if (isPart())
+        return all_.of(*glob_);
+    return glob_->parent() ? all_.of(*glob_->parent()) : QAccessible::queryAccessibleInterface(&all_.surface());
+}
+
+int GlobAccessible::childCount() const
+{
+    return partCount() + static_cast<int>(shownChildren().size());
+}
+
+QAccessibleInterface* GlobAccessible::child(int index) const
+{
+    const int parts = partCount();
+    if (index < 0)
+        return nullptr;
+    if (index < parts)
+        return all_.of(*glob_, index);
+    const std::vector<Glob*> children = shownChildren();
+    const auto place = static_cast<std::size_t>(index - parts);
+    return place < children.size() ? all_.of(*children[place]) : nullptr;
+}
+
+int GlobAccessible::indexOfChild(const QAccessibleInterface* wanted) const
+{
+    const auto* const other = dynamic_cast<const GlobAccessible*>(wanted);
+    if (!other || !other->glob_ || !glob_)
+        return -1;
+    if (other->isPart())
+        return other->glob_ == glob_.get() && !isPart() ? other->part_ : -1;
+    const std::vector<Glob*> children = shownChildren();
+    const auto found = std::find(children.begin(), children.end(), other->glob());
+    return found == children.end() ? -1 : partCount() + static_cast<int>(found - children.begin());
+}
+
+QAccessibleInterface* GlobAccessible::childAt(int x, int y) const
+{
+    if (!glob_ || isPart())
+        return nullptr;
+    const auto at = glob_->fromCanvas(fromQt(all_.surface().mapFromGlobal(QPoint(x, y))));
+    Glob* found = glob_->globAt(at);
+    while (found && found != glob_.get() && found->parent() != glob_.get())
+        found = found->parent();
+    if (found && found != glob_.get())
+        return all_.of(*found);
+    const int part = found ? glob_->accessiblePartAt(at) : Accessible::kNoPart;
+    return part == Accessible::kNoPart ? nullptr : all_.of(*glob_, part);
+}
+
+QAccessibleInterface* GlobAccessible::focusChild() const
+{
+    const Glob* const owner = glob_ ? all_.surface().canvas().focusOwner() : nullptr;
+    return owner && glob_->isAncestorOf(owner) ? all_.focused() : nullptr;
+}
+
+// What it is
+
+QAccessible::Role GlobAccessible::role() const
+{
+    return isValid() ? toQt(description().role) : QAccessible::NoRole;
+}
+
+QAccessible::State GlobAccessible::state() const
+{
+    QAccessible::State state;
+    state.invalid = !isValid();
+    if (state.invalid)
+        return state;
+    const AccessibleDescription now = description();
+    state.disabled = !now.enabled;
+    state.focusable = now.focusable;
+    state.focused = now.focused;
+    state.invisible = !glob_->isShown();
+    state.offscreen =
+        !now.visible || !rect().intersects(QRect(all_.surface().mapToGlobal(QPoint()), all_.surface().size()));
+    state.checkable = now.checkable;
+    state.checked = now.checked;
+    state.checkStateMixed = now.mixed;
+    state.pressed = now.pressed;
+    state.expandable = now.expandable;
+    state.expanded = now.expanded;
+    state.collapsed = now.expandable && !now.expanded;
+    state.hasPopup = now.hasMenu;
+    state.editable = now.editable;
+    state.readOnly = now.readOnly;
+    state.selectable = now.selectable;
+    state.selected = now.selected;
+    state.multiSelectable = now.multiSelectable;
+    return state;
+}
+
+QRect GlobAccessible::rect() const
+{
+    if (!isValid())
+        return {};
+    const oribund::Kt::Box<int> box = description().box;
+    const QPoint corner = workbench::toQt(glob_->toCanvas(box.topLeft()));
+    return {all_.surface().mapToGlobal(corner), QSize(box.width(), box.height())};
+}
+
+QString GlobAccessible::text(QAccessible::Text kind) const
+{
+    const AccessibleDescription now = description();
+    switch (kind) {
+    case QAccessible::Name:
+        return toDisplay(now.name);
+    case QAccessible::Description:
+        return toDisplay(now.help);
+    case QAccessible::Value:
+        return workbench::toQt(now.value);
+    default:
+        return {};
+    }
+}
+
+void GlobAccessible::setText(QAccessible::Text kind, const QString& text)
+{
+    if (kind == QAccessible::Value && isValid())
+        glob_->accessibleSetText(fromQt(text), part_);
+}
+
+void* GlobAccessible::interface_cast(QAccessible::InterfaceType type)
+{
+    if (type == QAccessible::ActionInterface)
+        return static_cast<QAccessibleActionInterface*>(this);
+    if (type == QAccessible::ValueInterface && description().number)
+        return static_cast<QAccessibleValueInterface*>(this);
+    return nullptr;
+}
+
+// What can be done with it
+
+QStringList GlobAccessible::actionNames() const
+{
+    const AccessibleDescription now = description();
+    QStringList names;
+    if (!isValid() || !now.enabled)
+        return names;
+    if (now.action != AccessibleAction::None)
+        names << nameOf(now.action);
+    if (now.focusable)
+        names << setFocusAction();
+    return names;
+}
+
+void GlobAccessible::doAction(const QString& name)
+{
+    if (!actionNames().contains(name))
+        return;
+    if (name == setFocusAction())
+        glob_->takeFocus();
+    else
+        glob_->accessibleActivate(part_);
+}
+
+QStringList GlobAccessible::keyBindingsForAction(const QString&) const
+{
+    return {};
+}
+
+QVariant GlobAccessible::ofNumber(double AccessibleNumber::*member) const
+{
+    const std::optional<AccessibleNumber> number = description().number;
+    return number && std::isfinite((*number).*member) ? QVariant((*number).*member) : QVariant();
+}
+
+QVariant GlobAccessible::currentValue() const
+{
+    return ofNumber(&AccessibleNumber::value);
+}
+
+void GlobAccessible::setCurrentValue(const QVariant& value)
+{
+    bool isNumber = false;
+    const double wanted = value.toDouble(&isNumber);
+    if (isNumber && isValid())
+        glob_->accessibleSetNumber(wanted, part_);
+}
+
+QVariant GlobAccessible::maximumValue() const
+{
+    return ofNumber(&AccessibleNumber::max);
+}
+
+QVariant GlobAccessible::minimumValue() const
+{
+    return ofNumber(&AccessibleNumber::min);
+}
+
+QVariant GlobAccessible::minimumStepSize() const
+{
+    return ofNumber(&AccessibleNumber::step);
 }
 
 } // namespace workbench

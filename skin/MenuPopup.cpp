@@ -2,28 +2,24 @@
 
 #include "skin/QtConversions.h"
 
-#include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/EventRouter.h"
 #include "oribund/host/toolkit/core/Menu.h"
-#include "oribund/host/toolkit/menus/DropDownMenuButton.h"
 
 #include <QTimer>
 
 namespace workbench
 {
 
-MenuPopup* MenuPopup::open(oribund::MenuGlob& glob, QWidget& widget, const oribund::XY<int>& at)
+MenuPopup* MenuPopup::open(oribund::MenuGlob& glob, QWidget& surface, const QPoint& at)
 {
-    auto* popup = new MenuPopup(glob, widget);
+    auto* popup = new MenuPopup(glob, surface);
     popup->fill(*popup, std::make_shared<oribund::Menu>(glob.menu()));
-    if (dynamic_cast<oribund::DropDownMenuButton*>(&glob))
-        popup->setMinimumWidth(glob.getWidth());
-    popup->popup(widget.mapToGlobal(toQt(at)));
+    popup->setMinimumWidth(glob.menu().minWidth());
+    popup->popup(at);
     return popup;
 }
 
-MenuPopup::MenuPopup(oribund::MenuGlob& glob, QWidget& widget)
-    : QMenu(&widget)
+MenuPopup::MenuPopup(oribund::MenuGlob& glob, QWidget& surface)
+    : QMenu(&surface)
     , glob_(&glob)
 {
     setAccessibleName(toDisplay(glob.accessibleName()));
@@ -73,6 +69,14 @@ void MenuPopup::addAction(QMenu& menu, const std::shared_ptr<const oribund::Menu
         if (glob_)
             glob_->userChooseMenuItem(from->items()[index]);
     });
+}
+
+void MenuPopup::followGlob()
+{
+    if (glob_ && glob_->isShown())
+        return;
+    close();
+    finish();
 }
 
 void MenuPopup::finish()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "skin/GlobFollower.h"
+
 #include "oribund/host/toolkit/core/GlobRef.h"
 #include "oribund/host/toolkit/core/MenuGlob.h"
 
@@ -15,15 +17,17 @@ class Menu;
 namespace workbench
 {
 
-/** The menu of a glob as a native one. It deletes itself when it is closed, and goes with the glob's widget. */
-class MenuPopup final : public QMenu
+/** The menu of a glob as a native one. It deletes itself when it is closed, and goes with the glob. */
+class MenuPopup final : public QMenu, public GlobFollower
 {
 public:
-    /** Shows the glob's menu at a place in its coordinates; `widget` is what shows the glob. Returns at once. */
-    static MenuPopup* open(oribund::MenuGlob& glob, QWidget& widget, const oribund::XY<int>& at);
+    /** Shows the glob's menu at a point of the screen; `surface` is what shows the glob. Returns at once. */
+    static MenuPopup* open(oribund::MenuGlob& glob, QWidget& surface, const QPoint& at);
+
+    void followGlob() override;
 
 private:
-    MenuPopup(oribund::MenuGlob& glob, QWidget& widget);
+    MenuPopup(oribund::MenuGlob& glob, QWidget& surface);
 
     void fill(QMenu& menu, const std::shared_ptr<const oribund::Menu>& from);
     void addAction(QMenu& menu, const std::shared_ptr<const oribund::Menu>& from, std::size_t index);

@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QPolygonF>
 
+#include <algorithm>
 #include <cmath>
 
 namespace workbench
@@ -38,17 +39,18 @@ QPen penOf(const Colour& colour, double width)
     return QPen(toQt(colour), width, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin);
 }
 
-Qt::Alignment alignmentOf(oribund::TextAlign align)
+/** What of the free room stands before the text. */
+double shareBefore(oribund::TextAlign align)
 {
     switch (align) {
     case oribund::TextAlign::Centre:
-        return Qt::AlignHCenter;
+        return 0.5;
     case oribund::TextAlign::Right:
-        return Qt::AlignRight;
+        return 1.0;
     case oribund::TextAlign::Left:
         break;
     }
-    return Qt::AlignLeft;
+    return 0.0;
 }
 
 } // namespace
@@ -155,12 +157,14 @@ void QPainterRenderer::text(const Box& box, const oribund::WString& text, const 
     QRectF area = toQt(box);
     if (metrics.horizontalAdvance(shown) > area.width() + 0.01)
         shown = metrics.elidedText(shown, Qt::ElideRight, area.width());
-    // A baseline on a whole pixel keeps small letters sharp.
+    // A baseline and a first letter on a whole pixel keep small letters sharp, and where a native editor shows them.
+    const double width = std::ceil(metrics.horizontalAdvance(shown));
+    const double left = std::floor((area.width() - width) * shareBefore(align));
     const double top = std::floor(area.top() + (area.height() - metrics.height()) / 2.0 + 0.5);
-    area = QRectF(area.left(), top, area.width(), metrics.height());
+    area = QRectF(area.left() + std::max(left, 0.0), top, area.width(), metrics.height());
     painter_.setFont(qtFont);
     painter_.setPen(toQt(colour));
-    painter_.drawText(area, static_cast<int>(alignmentOf(align) | Qt::AlignTop) | Qt::TextSingleLine | Qt::TextDontClip,
+    painter_.drawText(area, static_cast<int>(Qt::AlignLeft | Qt::AlignTop) | Qt::TextSingleLine | Qt::TextDontClip,
                       shown);
 }
 

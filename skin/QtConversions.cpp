@@ -48,6 +48,11 @@ QString toDisplay(const oribund::UIString& text)
     return toQt(oribund::displayText(text));
 }
 
+QString toTooltip(const QString& text)
+{
+    return QStringLiteral("<span>") + text.toHtmlEscaped() + QStringLiteral("</span>");
+}
+
 QString toMenuText(const oribund::UIString& text)
 {
     return toDisplay(text).replace(QLatin1Char('&'), QLatin1String("&&"));

@@ -39,6 +39,9 @@ oribund::WString fromQt(const QString& text);
 /** As the user reads it, placeholders replaced. */
 QString toDisplay(const oribund::UIString& text);
 
+/** As it stands, whatever is in it, for where Qt would take it for a formatted text. */
+QString toTooltip(const QString& text);
+
 /** As the user reads it, for where Qt takes an ampersand as the mark of a mnemonic. */
 QString toMenuText(const oribund::UIString& text);
 

@@ -83,7 +83,7 @@ protected:
     void clickBar(double time, int off, Qt::MouseButton button = Qt::LeftButton)
     {
         TimeBar& bar = window_->timeBar().bar();
-        QTest::mouseClick(QtPeer::widgetOf(bar), button, Qt::NoModifier, {bar.geometry().f2xi(time) + off, 9});
+        hand_.click(bar, {bar.geometry().f2xi(time) + off, 9}, button);
     }
 
 private:

@@ -54,7 +54,7 @@ TEST_F(Scenario, WhatAControlDoesIsAStepAsSoonAsItIsDone)
     auto* slider = findInPanel<oribund::Slider>();
     const std::size_t steps = workspace_->edit().undoStack().position();
     slider->takeFocus();
-    QTest::keyClick(QtPeer::widgetOf(*slider), Qt::Key_Right);
+    test::Hand::key(Qt::Key_Right);
     EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 1);
     findInPanel<oribund::ValButton>()->userClick();
     EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 2);
@@ -127,17 +127,16 @@ TEST_F(Scenario, TheKeyboardReachesTransportListAndPanel)
     // The arrows belong to a slider that has the keyboard, and not to the transport.
     ASSERT_NE(addEffect("brightness"), nullptr);
     auto* slider = findInPanel<oribund::Slider>();
-    QWidget& native = *QtPeer::widgetOf(*slider);
-    native.setFocus();
+    slider->takeFocus();
     const double value = slider->getValue();
-    QTest::keyClick(&native, Qt::Key_Right);
+    test::Hand::key(Qt::Key_Right);
     EXPECT_GT(slider->getValue(), value);
     EXPECT_EQ(vob.currentFrame(), 0);
     // What it has no use for goes on to the window.
-    QTest::keyClick(&native, Qt::Key_Space);
+    test::Hand::key(Qt::Key_Space);
     EXPECT_TRUE(QTest::qWaitFor([&] { return vob.isPlaying(); }, 5000));
     EXPECT_TRUE(QTest::qWaitFor([&] { return vob.currentFrame() > 3; }, 5000));
-    QTest::keyClick(&native, Qt::Key_Space);
+    test::Hand::key(Qt::Key_Space);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !vob.isPlaying(); }, 5000));
 }
 

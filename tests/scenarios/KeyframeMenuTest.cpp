@@ -107,16 +107,14 @@ protected:
 
     oribund::CompoundEffectTherm& bar() { return window_->effectsPanel().timePanel().bar(); }
 
-    QWidget* native() { return QtPeer::widgetOf(bar()); }
-
     QPoint at(int frame) { return {bar().geometry().f2xi(workspace_->vob().timeOf(frame)), bar().getHeight() / 2}; }
 
     /** Takes hold of a keyframe with the right button, and leads it elsewhere. */
     void grab(int frame, int to)
     {
-        QTest::mousePress(native(), Qt::RightButton, {}, at(frame));
-        QTest::mouseMove(native(), at((frame + to) / 2));
-        QTest::mouseMove(native(), at(to));
+        hand_.press(bar(), at(frame), Qt::RightButton);
+        hand_.moveTo(at((frame + to) / 2));
+        hand_.moveTo(at(to));
     }
 
     bool isOnBar(int frame) { return bar().getClosestKF(at(frame).x(), 1).has_value(); }
@@ -232,7 +230,7 @@ TEST_F(KeyframeMenuScenario, CopiesGoToAnotherTimeAnotherSegmentAndAnotherValue)
 
 TEST_F(KeyframeMenuScenario, AKeyOnTheBarIsTheBarsOrTheMenusAndNeverBoth)
 {
-    QTest::mouseClick(native(), Qt::LeftButton, {}, at(30));
+    hand_.click(bar(), at(30));
     EXPECT_TRUE(bar().hasFocus());
     EXPECT_EQ(frame(), 30);
     EXPECT_EQ(frameAfter(Qt::Key_Comma), 20);
@@ -254,9 +252,9 @@ TEST_F(KeyframeMenuScenario, WhatIsTypedInAnEntryIsTextAndNoCommand)
 {
     goTo(30);
     key(Qt::Key_A, kCtrl);
-    auto* const line = qobject_cast<QLineEdit*>(QtPeer::widgetOf(*findInPanel<oribund::NumericEntry>()));
+    findInPanel<oribund::NumericEntry>()->takeFocus();
+    auto* const line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
     ASSERT_NE(line, nullptr);
-    line->setFocus();
     QTest::keyClicks(line, "12,.kK 5");
     key(Qt::Key_Left, kCtrlShift);
     key(Qt::Key_A, kCtrl);
@@ -275,7 +273,7 @@ TEST_F(KeyframeMenuScenario, WhatIsTypedInAnEntryIsTextAndNoCommand)
 TEST_F(KeyframeMenuScenario, TheBarDragsAKeyframeAsOneStepAndFollowsASplit)
 {
     grab(20, 25);
-    QTest::mouseRelease(native(), Qt::RightButton, {}, at(25));
+    hand_.release(at(25));
     EXPECT_EQ(selected(), 0) << "it was selected for the drag alone";
     expectStep("level 10 25 40", "Move keyframe of Level");
     goTo(30);
@@ -297,14 +295,14 @@ TEST_F(KeyframeMenuScenario, ADragOfTheTimeOverTheEndOfTheEffectsHasAWayBack)
     goTo(30);
     begin();
     const QPoint middle = at(35);
-    QTest::mousePress(native(), Qt::LeftButton, {}, at(30));
-    QTest::mouseMove(native(), at(60) + QPoint(20, 0));
+    hand_.press(bar(), at(30));
+    hand_.moveTo(at(60) + QPoint(20, 0));
     QTest::qWait(150); // longer than the panels wait for the end of a drag
     EXPECT_EQ(frame(), 60);
-    QTest::mouseMove(native(), middle);
+    hand_.moveTo(middle);
     EXPECT_EQ(frame(), 35);
-    QTest::mouseMove(native(), at(60));
-    QTest::mouseRelease(native(), Qt::LeftButton, {}, at(60));
+    hand_.moveTo(at(60));
+    hand_.release(at(60));
     const double cut = workspace_->vob().timeOf(60);
     EXPECT_TRUE(QTest::qWaitFor([&] { return bar().geometry().start == cut; })) << "the effects of the other half";
 }
@@ -332,10 +330,10 @@ TEST_F(KeyframeMenuScenario, WhatHappensInADragEndsItAndNothingIsEditedAfter)
         EXPECT_EQ(keys(), "level 10 30 40");
         happen();
         const auto after = edit->snapshot().tracks;
-        QTest::mouseMove(native(), far); // before the panels have been made anew
+        hand_.moveTo(far); // before the panels have been made anew
         settle();
-        QTest::mouseMove(native(), far - QPoint(20, 0));
-        QTest::mouseRelease(native(), Qt::RightButton, {}, far);
+        hand_.moveTo(far - QPoint(20, 0));
+        hand_.release(far);
         settle();
         EXPECT_TRUE(edit->snapshot().tracks == after);
         edit->setReadOnly(false);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "skin/PanelView.h"
-#include "skin/QtPeer.h"
 #include "tests/engine/SampleMedia.h"
+#include "tests/skin/Hand.h"
 #include "tests/support/TestHost.h"
 #include "workbench/app/effects/EffectListPane.h"
 #include "workbench/app/effects/EffectsPanelPane.h"
@@ -95,17 +95,16 @@ protected:
     }
 
     /** Drags the slider from its middle to a part of its width, in several moves. */
-    static void drag(oribund::Slider& slider, double to, bool escape = false)
+    void drag(oribund::Slider& slider, double to, bool escape = false)
     {
-        QWidget& native = *QtPeer::widgetOf(slider);
-        const QPoint start(native.width() / 2, native.height() / 2);
-        const QPoint end(static_cast<int>(native.width() * to), start.y());
-        QTest::mousePress(&native, Qt::LeftButton, Qt::NoModifier, start);
+        const QPoint start = test::Hand::middleOf(slider);
+        const QPoint end(static_cast<int>(slider.getWidth() * to), start.y());
+        hand_.press(slider, start);
         for (int i = 1; i <= 5; ++i)
-            QTest::mouseMove(&native, start + (end - start) * i / 5);
+            hand_.moveTo(start + (end - start) * i / 5);
         if (escape)
-            QTest::keyClick(&native, Qt::Key_Escape);
-        QTest::mouseRelease(&native, Qt::LeftButton, Qt::NoModifier, end);
+            test::Hand::key(Qt::Key_Escape);
+        hand_.release(end);
     }
 
     void press(Command command)
@@ -127,6 +126,7 @@ protected:
 
     fs::path folder_;
     oribund::test::TestHost host_;
+    test::Hand hand_;
     std::unique_ptr<Workspace> workspace_;
     std::unique_ptr<Document> document_;
     std::unique_ptr<MainWindow> window_;

@@ -25,8 +25,6 @@ protected:
 
     TimeBar& bar() { return window_->timeBar().bar(); }
 
-    QWidget& native() { return *QtPeer::widgetOf(bar()); }
-
     TimelineStrip& strip() { return window_->timeline().strip(); }
 
     ModelVob& vob() { return workspace_->vob(); }
@@ -35,18 +33,13 @@ protected:
 
     double end() { return workspace_->edit().getEndTime(); }
 
-    void press(const QPoint& place) { QTest::mousePress(&native(), Qt::LeftButton, Qt::NoModifier, place); }
+    void press(const QPoint& place) { hand_.press(bar(), place); }
 
-    void move(const QPoint& place) { QTest::mouseMove(&native(), place); }
+    void move(const QPoint& place) { hand_.moveTo(place); }
 
-    void release() { QTest::mouseRelease(&native(), Qt::LeftButton); }
+    void release() { hand_.release({}); }
 
-    void wheel(int turn)
-    {
-        QWheelEvent event(QPointF(50, 5), native().mapToGlobal(QPointF(50, 5)), {}, {0, turn}, Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(&native(), &event);
-    }
+    void wheel(int turn) { hand_.wheel(bar(), {50, 5}, turn); }
 
     /** That the bar's window is the part of the edit that the timeline paints. */
     void expectInStep()
@@ -177,7 +170,7 @@ TEST_F(TimeBarScenario, TheKeyboardReachesItAndMovesTheTimeFromThere)
     EXPECT_EQ(vob().getCurrentTime(), end());
     EXPECT_EQ(key(Qt::Key_Up), 0) << "what it has no use for is a command of the window";
 
-    QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(&native());
+    QAccessibleInterface* const told = PanelSurface::showing(bar())->accessibles().of(bar());
     ASSERT_NE(told, nullptr);
     EXPECT_EQ(told->role(), QAccessible::Slider);
     EXPECT_EQ(told->text(QAccessible::Name), QStringLiteral("Time in the whole edit"));
@@ -196,9 +189,9 @@ TEST_F(TimeBarScenario, AnEditWithoutLengthIsABarOnWhichNothingHappens)
         wheel(-360);
         release();
         for (const Qt::Key code : {Qt::Key_Right, Qt::Key_End, Qt::Key_Left, Qt::Key_Home})
-            QTest::keyClick(&native(), code);
+            test::Hand::key(code);
         EXPECT_EQ(vob().getCurrentTime(), 0.0);
-        native().grab();
+        test::Hand::picture(bar());
     };
     tryAll();
     openClips();

@@ -56,15 +56,15 @@ protected:
     void click(const oribund::Glob* glob)
     {
         ASSERT_NE(glob, nullptr);
-        QTest::mouseClick(QtPeer::widgetOf(*glob), Qt::LeftButton);
+        hand_.click(*glob);
         settle();
     }
 
-    void pressSpaceOn(const oribund::Glob* glob)
+    void pressSpaceOn(oribund::Glob* glob)
     {
         ASSERT_NE(glob, nullptr);
-        QtPeer::widgetOf(*glob)->setFocus();
-        QTest::keyClick(QtPeer::widgetOf(*glob), Qt::Key_Space);
+        EXPECT_TRUE(glob->takeFocus());
+        test::Hand::key(Qt::Key_Space);
         settle();
     }
 
@@ -91,7 +91,7 @@ private:
 
 TEST_F(EffectStackScenario, ReorderingIsAStepAndThePanelsFollowIt)
 {
-    const auto topOf = [](const oribund::Glob* glob) { return QtPeer::widgetOf(*glob)->mapToGlobal(QPoint()).y(); };
+    const auto topOf = [](const oribund::Glob* glob) { return glob->toCanvas({}).y; };
     const auto removers = buttons(L"Remove");
     EXPECT_LT(topOf(removers[0]), topOf(removers[1]));
     EXPECT_FALSE(buttons(L"Apply earlier:")[0]->isEnabled());
@@ -141,7 +141,7 @@ TEST_F(EffectStackScenario, RemovingAndSwitchingAreStepsAndUndoBringsThePanelsBa
     ASSERT_NE(buttons(L"Remove")[0], nullptr);
     ASSERT_NE(buttons(L"Remove")[1], nullptr);
     EXPECT_FALSE(led()->isChecked()) << "as it was when it was removed";
-    EXPECT_TRUE(QtPeer::widgetOf(*buttons(L"Remove")[0])->isVisible());
+    EXPECT_TRUE(buttons(L"Remove")[0]->isShown());
 }
 
 /** What the window asks and remembers. */

@@ -251,10 +251,10 @@ std::size_t coloursIn(const QImage& picture, const QRect& area)
 TEST(Gallery, IsPaintedAtBothScales)
 {
     Stage stage(440, 420);
-    stage.view->setObjectName("panel");
+    stage.surface->setObjectName("panel");
     const Gallery gallery(stage.panel());
     for (const int scale : {1, 2}) {
-        const QImage picture = render(*stage.view, scale);
+        const QImage picture = render(*stage.surface, scale);
         ASSERT_EQ(picture.width(), 440 * scale);
         for (int y = 0; y < picture.height(); y += 3) {
             for (int x = 0; x < picture.width(); x += 3)

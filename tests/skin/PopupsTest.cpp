@@ -53,7 +53,7 @@ protected:
     {
         glob =
             stage.panel().addWidget(std::make_unique<MenuPanel>(GlobCreationInfo(100, 100)), Glob::UserTopLeft(0, 0));
-        QTest::mouseClick(Stage::nativeOf(*glob), Qt::RightButton, {}, {20, 30});
+        stage.click(*glob, {20, 30}, Qt::RightButton);
         menu = openedMenu();
     }
 
@@ -81,7 +81,7 @@ TEST_F(MenuOfGlob, ShowsTheItemsAsTheyAre)
     EXPECT_TRUE(actions[3]->isSeparator());
     ASSERT_TRUE(actions[4]->menu());
     keepPicture(menu->grab().toImage(), "menu");
-    EXPECT_EQ(menu->pos(), Stage::nativeOf(*glob)->mapToGlobal(QPoint(20, 30)));
+    EXPECT_EQ(menu->pos(), stage.surface->mapToGlobal(QPoint(20, 30)));
 }
 
 TEST_F(MenuOfGlob, DoesWhatIsChosenOnce)
@@ -127,14 +127,22 @@ TEST(EntryMenu, IsThatOfTheBoxWhereItHasOne)
 {
     Stage stage;
     EntryWithMenu* box = stage.add<EntryWithMenu>(10, 10);
-    QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, Stage::nativeOf(*box)->mapToGlobal(QPoint(5, 5)));
-    QApplication::sendEvent(Stage::nativeOf(*box), &event);
-    QMenu* menu = openedMenu();
-    ASSERT_TRUE(menu);
-    ASSERT_EQ(menu->actions().size(), 1);
-    EXPECT_EQ(menu->actions()[0]->text(), "Reset");
-    menu->close();
-    settle();
+    for (const bool typing : {false, true}) {
+        if (typing) {
+            box->takeFocus();
+            QContextMenuEvent event(QContextMenuEvent::Mouse, {5, 5}, {5, 5});
+            QApplication::sendEvent(stage.editor(), &event);
+        } else {
+            stage.click(*box, {5, 5}, Qt::RightButton);
+        }
+        QMenu* menu = openedMenu();
+        ASSERT_TRUE(menu);
+        ASSERT_EQ(menu->actions().size(), 1);
+        EXPECT_EQ(menu->actions()[0]->text(), "Reset");
+        menu->close();
+        settle();
+        stage.activate();
+    }
 }
 
 TEST(DropDownPeer, ChoosesByMenuAndByKeys)
@@ -145,7 +153,7 @@ TEST(DropDownPeer, ChoosesByMenuAndByKeys)
     args.items = {L"One", L"Two", L"Three"};
     ValMenuButton* button = stage.add<ValMenuButton>(args, 10, 10);
     button->setDataAdaptor(store);
-    QTest::mouseClick(Stage::nativeOf(*button), Qt::LeftButton, {}, {5, 10});
+    stage.click(*button, {5, 10});
     QMenu* menu = openedMenu();
     ASSERT_TRUE(menu);
     EXPECT_TRUE(menu->actions()[1]->isChecked());
@@ -157,7 +165,7 @@ TEST(DropDownPeer, ChoosesByMenuAndByKeys)
     EXPECT_EQ(store->value, 2u);
     stage.activate();
     ASSERT_EQ(stage.focused(), button);
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
+    Stage::key(Qt::Key_Up);
     EXPECT_EQ(store->value, 1u);
     EXPECT_EQ(store->requests.size(), 2u);
 }
@@ -169,7 +177,7 @@ protected:
     {
         swatch = stage.add<ValColourSwatch>(10, 10);
         swatch->setDataAdaptor(store);
-        QTest::mouseClick(Stage::nativeOf(*swatch), Qt::LeftButton, {}, {5, 10});
+        stage.click(*swatch, {5, 10});
         chooser = stage.window.findChild<QColorDialog*>();
     }
 
@@ -212,9 +220,11 @@ TEST_F(SwatchPeer, EscapeInThePanelClosesTheChooserToo)
 {
     ASSERT_TRUE(chooser);
     chooser->setCurrentColor(Qt::green);
-    QTest::keyClick(Stage::nativeOf(*swatch), Qt::Key_Escape);
+    stage.activate();
+    Stage::key(Qt::Key_Escape);
+    settle();
     EXPECT_EQ(store->value, (ColourData{{1.0, 0.0, 0.0, 1.0}}));
-    EXPECT_FALSE(chooser->isVisible());
+    EXPECT_EQ(stage.window.findChild<QColorDialog*>(), nullptr);
 }
 
 TEST_F(SwatchPeer, TheChooserGoesWithItsSwatch)

@@ -1,35 +1,35 @@
 #pragma once
 
-#include "skin/PanelView.h"
-#include "skin/QtPeer.h"
+#include "skin/PanelSurface.h"
+#include "skin/TextEditor.h"
+#include "tests/skin/Hand.h"
 
+#include "oribund/host/toolkit/entries/TextBox.h"
 #include "oribund/host/toolkit/layout/StandardPanel.h"
 
-#include <QApplication>
 #include <QDir>
-#include <QImage>
-#include <QTest>
 
 #include <memory>
-#include <stdexcept>
 
 namespace workbench::test
 {
 
-/** A window with a panel, in which widgets stand where a test puts them. */
-class Stage
+/** A window with a panel, in which widgets stand where a test puts them, and a user. */
+class Stage : public Hand
 {
 public:
     explicit Stage(int width = 400, int height = 300)
     {
-        view = new PanelView(&window);
-        view->setGeometry(0, 0, width, height);
+        surface = new PanelSurface(&window);
+        surface->setGeometry(0, 0, width, height);
         window.resize(width, height);
-        view->setPanel(std::make_unique<oribund::StandardPanel>(oribund::GlobCreationInfo(
-            static_cast<unsigned short>(width), static_cast<unsigned short>(height), &view->canvas())));
+        show(std::make_unique<oribund::StandardPanel>(oribund::GlobCreationInfo(
+            static_cast<unsigned short>(width), static_cast<unsigned short>(height), &surface->canvas())));
         window.show();
         activate();
     }
+
+    void show(std::unique_ptr<oribund::StandardPanel> panel) { surface->setPanel(std::move(panel)); }
 
     /** Gives the window the keyboard; also after a menu, which takes it along on a screen without a window manager. */
     void activate()
@@ -39,7 +39,7 @@ public:
             throw std::runtime_error("the window does not become active");
     }
 
-    oribund::StandardPanel& panel() { return static_cast<oribund::StandardPanel&>(*view->panel()); }
+    oribund::StandardPanel& panel() { return static_cast<oribund::StandardPanel&>(*surface->panel()); }
 
     template <class Widget>
     Widget* add(const typename Widget::InitArgs& args, int x, int y)
@@ -53,17 +53,23 @@ public:
         return add<Widget>(typename Widget::InitArgs(), x, y);
     }
 
-    static QWidget* nativeOf(const oribund::Glob& glob) { return QtPeer::widgetOf(glob); }
+    /** The native editor that has the keyboard, for the library and for Qt; null for none. */
+    TextEditor* editor() const
+    {
+        TextEditor* const editor = surface->editor();
+        return editor && editor->hasFocus() && editor->box() == surface->canvas().focusOwner() ? editor : nullptr;
+    }
 
     /** What has the keyboard, for the library and for Qt; null when they do not agree. */
-    oribund::Glob* focused()
+    oribund::Glob* focused() const
     {
-        oribund::Glob* owner = view->canvas().focusOwner();
-        return owner && nativeOf(*owner) == QApplication::focusWidget() ? owner : nullptr;
+        oribund::Glob* const owner = surface->canvas().focusOwner();
+        const bool types = owner && owner->textEntry();
+        return owner && (types ? editor() != nullptr : surface->hasFocus()) ? owner : nullptr;
     }
 
     QWidget window;
-    PanelView* view;
+    PanelSurface* surface;
 };
 
 /** Saves a picture for a person to look at, where SKIN_PICTURES names a folder. */

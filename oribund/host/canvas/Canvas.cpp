@@ -40,7 +40,10 @@ Glob* Canvas::focusOwner() const
 
 void Canvas::invalidate(const Kt::Box<int>& region)
 {
-    dirty_ = dirty_.unite(region.intersect(box()));
+    const Kt::Box<int> inside = region.intersect(box());
+    dirty_ = dirty_.unite(inside);
+    if (client_ && !inside.empty())
+        client_->regionChanged(inside);
 }
 
 void Canvas::repainted(const Kt::Box<int>& region)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "oribund/host/base/Box.h"
 #include "oribund/host/base/Export.h"
 
 namespace oribund
@@ -19,6 +20,9 @@ public:
     virtual bool handleEvent(const Event& event) = 0;
 
     virtual void drawContents(CanvasRenderer& renderer) = 0;
+
+    /** A region of the canvas is out of date. */
+    virtual void regionChanged(const Kt::Box<int>& region) = 0;
 
     /** The glob that has the keyboard; null for none. */
     virtual Glob* focusOwner() const = 0;

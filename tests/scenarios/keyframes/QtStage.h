@@ -1,11 +1,7 @@
 #pragma once
 
-#include "skin/QtConversions.h"
 #include "tests/scenarios/keyframes/Stage.h"
 #include "tests/skin/SkinSupport.h"
-
-#include <QPointer>
-#include <QWheelEvent>
 
 #include <map>
 #include <utility>
@@ -17,47 +13,25 @@ namespace workbench::scenes
 class QtStage final : public Stage
 {
 public:
-    oribund::Canvas& canvas() override { return window_.view->canvas(); }
+    oribund::Canvas& canvas() override { return window_.surface->canvas(); }
 
-    void show(std::unique_ptr<oribund::StandardPanel> panel) override { window_.view->setPanel(std::move(panel)); }
+    void show(std::unique_ptr<oribund::StandardPanel> panel) override { window_.show(std::move(panel)); }
 
     void press(const oribund::Glob& glob, const XY& at, oribund::MouseButton button, unsigned modifiers) override
     {
-        pressed_ = QtPeer::widgetOf(glob);
-        held_ = button == oribund::MouseButton::Right ? Qt::RightButton : Qt::LeftButton;
-        QTest::mousePress(pressed_, held_, modifiersOf(modifiers), toQt(at));
+        const bool right = button == oribund::MouseButton::Right;
+        window_.press(glob, toQt(at), right ? Qt::RightButton : Qt::LeftButton, modifiersOf(modifiers));
     }
 
-    void moveTo(const XY& at, unsigned modifiers) override
-    {
-        if (!pressed_)
-            return;
-        QMouseEvent event(QEvent::MouseMove, toQt(at), pressed_->mapToGlobal(toQt(at)), Qt::NoButton, held_,
-                          modifiersOf(modifiers));
-        QApplication::sendEvent(pressed_, &event);
-    }
+    void moveTo(const XY& at, unsigned modifiers) override { window_.moveTo(toQt(at), modifiersOf(modifiers)); }
 
-    void release(const XY& at) override
-    {
-        if (pressed_)
-            QTest::mouseRelease(pressed_, held_, {}, toQt(at));
-    }
+    void release(const XY& at) override { window_.release(toQt(at)); }
 
-    void pressAgain(const oribund::Glob& glob, const XY& at) override
-    {
-        const QPointer<QWidget> widget = QtPeer::widgetOf(glob);
-        QTest::mouseDClick(widget, Qt::LeftButton, {}, toQt(at));
-        if (widget)
-            QTest::mouseRelease(widget, Qt::LeftButton, {}, toQt(at));
-    }
+    void pressAgain(const oribund::Glob& glob, const XY& at) override { window_.pressAgain(glob, toQt(at)); }
 
     void wheel(const oribund::Glob& glob, const XY& at, double notches) override
     {
-        QWidget* const widget = QtPeer::widgetOf(glob);
-        const QPointF place = toQt(at);
-        QWheelEvent event(place, widget->mapToGlobal(place), {}, {0, static_cast<int>(120 * notches)}, Qt::NoButton, {},
-                          Qt::NoScrollPhase, false);
-        QApplication::sendEvent(widget, &event);
+        window_.wheel(glob, toQt(at), static_cast<int>(120 * notches));
     }
 
     void key(oribund::Key key, unsigned modifiers) override
@@ -67,18 +41,14 @@ public:
                                                  {Key::Right, Qt::Key_Right},  {Key::Delete, Qt::Key_Delete},
                                                  {Key::Up, Qt::Key_Up},        {Key::Down, Qt::Key_Down},
                                                  {Key::F2, Qt::Key_F2}};
-        QTest::keyClick(keyboard(), keys.at(key), modifiersOf(modifiers));
+        test::Stage::key(keys.at(key), modifiersOf(modifiers));
     }
 
-    void type(const char* text) override
-    {
-        for (; *text; ++text)
-            QTest::keyClick(keyboard(), *text);
-    }
+    void type(const char* text) override { test::Stage::type(text); }
 
     oribund::Colour colourAt(oribund::Glob& glob, const XY& at) override
     {
-        return fromQt(QtPeer::widgetOf(glob)->grab().toImage().pixelColor(toQt(at)));
+        return fromQt(test::Stage::picture(glob).pixelColor(toQt(at)));
     }
 
     void settle() override { test::settle(); }
@@ -93,15 +63,7 @@ private:
         return held;
     }
 
-    QWidget* keyboard() const
-    {
-        QWidget* const focused = QApplication::focusWidget();
-        return focused ? focused : window_.view;
-    }
-
     test::Stage window_{400, 400};
-    QPointer<QWidget> pressed_;
-    Qt::MouseButton held_ = Qt::NoButton;
 };
 
 } // namespace workbench::scenes

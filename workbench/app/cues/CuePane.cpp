@@ -1,7 +1,7 @@
 #include "workbench/app/cues/CuePane.h"
 
 #include "oribund/cues/CueDescriptionPanel.h"
-#include "skin/PanelView.h"
+#include "skin/PanelSurface.h"
 
 #include <QVBoxLayout>
 
@@ -14,35 +14,28 @@ namespace workbench
 CuePane::CuePane(Workspace& workspace, QWidget* parent)
     : QWidget(parent)
     , workspace_(workspace)
-    , view_(new PanelView)
+    , surface_(new PanelSurface)
     , replacedCallback_(this, &CuePane::handleReplaced)
     , cueCallback_(this, &CuePane::handleCue)
 {
-    oribund::CueDescriptionPanel::InitArgs args(0, 0, &view_->canvas());
+    oribund::CueDescriptionPanel::InitArgs args(0, 0, &surface_->canvas());
     args.vob = &workspace_.vob();
     args.cue = workspace_.cue().get();
     auto panel = std::make_unique<oribund::CueDescriptionPanel>(args);
     panel_ = panel.get();
     panel_->setAccessibleName(oribund::UIString(L"Fields of the cue"));
     panel_->enableEditing("Change cue");
-    view_->setPanel(std::move(panel));
-    view_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff); // the table scrolls itself
+    surface_->setPanel(std::move(panel), PanelSurface::Fits::Both); // the table scrolls itself
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(view_);
+    column->addWidget(surface_);
     replacedCallback_.attach(workspace_.replaced());
     cueCallback_.attach(workspace_.cue().notifier());
 }
 
 CuePane::~CuePane()
 {
-    view_->setPanel(nullptr); // before the viewer that it shows
-}
-
-void CuePane::resizeEvent(QResizeEvent* event)
-{
-    QWidget::resizeEvent(event);
-    panel_->resize(panel_->getWidth(), height());
+    surface_->setPanel(nullptr); // before the viewer that it shows
 }
 
 void CuePane::takeKeyboard()

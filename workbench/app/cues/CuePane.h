@@ -13,7 +13,7 @@ class CueDescriptionPanel;
 namespace workbench
 {
 
-class PanelView;
+class PanelSurface;
 
 /** The fields of the cue that was clicked, walked to or made last, for reading and writing. */
 class CuePane final : public QWidget
@@ -30,15 +30,12 @@ public:
 
     QSize sizeHint() const override { return {400, 160}; }
 
-protected:
-    void resizeEvent(QResizeEvent* event) override;
-
 private:
     int handleReplaced(const EditReplaced&);
     int handleCue(const oribund::ValServerEvent<oribund::IdStamp>& event);
 
     Workspace& workspace_;
-    PanelView* view_;
+    PanelSurface* surface_;
     oribund::CueDescriptionPanel* panel_;
     oribund::MethodCallback<CuePane, EditReplaced> replacedCallback_;
     oribund::MethodCallback<CuePane, oribund::ValServerEvent<oribund::IdStamp>> cueCallback_;

@@ -23,7 +23,7 @@ using oribund::EditModification;
 EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
     : QStackedWidget(parent)
     , workspace_(workspace)
-    , timeView_(new PanelView)
+    , timeSurface_(new PanelSurface)
     , view_(new PanelView)
     , panels_(new QWidget)
     , hint_(new QLabel)
@@ -53,24 +53,22 @@ EffectsPanelPane::~EffectsPanelPane()
     // Before the effects that they show.
     timePanel_->timeDragEnded = nullptr;
     view_->setPanel(nullptr);
-    timeView_->setPanel(nullptr);
+    timeSurface_->setPanel(nullptr);
 }
 
 void EffectsPanelPane::buildPanels()
 {
     auto time =
-        std::make_unique<EffectTimePanel>(EffectTimePanel::InitArgs(1, 0, &timeView_->canvas()), workspace_.vob());
+        std::make_unique<EffectTimePanel>(EffectTimePanel::InitArgs(1, 0, &timeSurface_->canvas()), workspace_.vob());
     timePanel_ = time.get();
     timePanel_->timeDragEnded = [this] { refreshSoon(); };
-    timeView_->setPanel(std::move(time));
+    timeSurface_->setPanel(std::move(time));
     // It stays where it is while the panels below are scrolled.
-    timeView_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    timeView_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    timeView_->setFixedHeight(timePanel_->getHeight());
+    timeSurface_->setFixedHeight(timePanel_->getHeight());
     auto* const column = new QVBoxLayout(panels_);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(timeView_);
+    column->addWidget(timeSurface_);
     column->addWidget(view_, 1);
 }
 

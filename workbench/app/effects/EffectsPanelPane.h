@@ -16,6 +16,7 @@ namespace workbench
 {
 
 class EffectTimePanel;
+class PanelSurface;
 class PanelView;
 
 /** The panels of the effects on the selected segment, below the buttons and the time bar for their keyframes. */
@@ -52,7 +53,7 @@ private:
     QString hint() const;
 
     Workspace& workspace_;
-    PanelView* timeView_;
+    PanelSurface* timeSurface_;
     PanelView* view_;
     EffectTimePanel* timePanel_;
     QWidget* panels_; ///< both views

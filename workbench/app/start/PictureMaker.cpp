@@ -5,7 +5,6 @@
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/services/EditorPreferences.h"
 #include "skin/PanelView.h"
-#include "skin/QtPeer.h"
 #include "workbench/app/cues/CuePane.h"
 #include "workbench/app/effects/EffectListPane.h"
 #include "workbench/app/effects/EffectStack.h"
@@ -221,7 +220,7 @@ void PictureMaker::pictureTimeBar()
 void PictureMaker::pictureEffectBar()
 {
     EffectTimePanel& panel = window_.effectsPanel().timePanel();
-    QWidget* const shown = QtPeer::widgetOf(panel);
+    QWidget* const shown = PanelSurface::showing(panel);
     oribund::CompoundEffectMonitor& effects = *workspace_.vob().getEffectMonitor();
     const auto& stack = workspace_.targetSegment()->effects;
     effects.selectAllKeyframes(stack.back()->id(), {}, true);

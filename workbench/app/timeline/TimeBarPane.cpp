@@ -1,8 +1,7 @@
 #include "workbench/app/timeline/TimeBarPane.h"
 
-#include "skin/PanelView.h"
+#include "skin/PanelSurface.h"
 #include "skin/QtConversions.h"
-#include "skin/QtPeer.h"
 #include "workbench/app/cues/CueCommands.h"
 #include "workbench/app/cues/CueNameField.h"
 #include "workbench/app/timeline/TimeBar.h"
@@ -18,24 +17,22 @@ namespace workbench
 TimeBarPane::TimeBarPane(Workspace& workspace, CueCommands& cues, QWidget* parent)
     : QWidget(parent)
     , cues_(cues)
-    , view_(new PanelView)
+    , surface_(new PanelSurface)
     , replacedCallback_(this, &TimeBarPane::handleReplaced)
 {
-    auto bar = std::make_unique<TimeBar>(oribund::Glob::InitArgs(0, 0, &view_->canvas()), workspace, cues);
+    auto bar = std::make_unique<TimeBar>(oribund::Glob::InitArgs(0, 0, &surface_->canvas()), workspace, cues);
     bar_ = bar.get();
-    view_->setPanel(std::move(bar));
-    view_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    view_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    view_->setFixedHeight(bar_->getHeight());
+    surface_->setPanel(std::move(bar));
+    surface_->setFixedHeight(bar_->getHeight());
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(8, 4, 8, 0);
-    column->addWidget(view_);
+    column->addWidget(surface_);
     replacedCallback_.attach(workspace.replaced());
 }
 
 TimeBarPane::~TimeBarPane()
 {
-    view_->setPanel(nullptr);
+    surface_->setPanel(nullptr);
 }
 
 CueNameField* TimeBarPane::nameField() const
@@ -45,8 +42,7 @@ CueNameField* TimeBarPane::nameField() const
 
 void TimeBarPane::openCueMenu(double time, const QPoint& at)
 {
-    if (QWidget* const shown = QtPeer::widgetOf(*bar_))
-        bar_->openCueMenu(time, fromQt(shown->mapFromGlobal(at)));
+    bar_->openCueMenu(time, bar_->fromCanvas(fromQt(surface_->mapFromGlobal(at))));
 }
 
 void TimeBarPane::askForName(const oribund::Cue& cue)
@@ -54,7 +50,7 @@ void TimeBarPane::askForName(const oribund::Cue& cue)
     if (field_)
         field_->abort();
     const QPoint above(bar_->geometry().f2xi(cue.time), -2);
-    field_ = CueNameField::open(*window(), view_->mapTo(window(), above), toQt(cue.name),
+    field_ = CueNameField::open(*window(), surface_->mapTo(window(), above), toQt(cue.name),
                                 [this, id = cue.id](const QString& name) { cues_.rename(id, fromQt(name)); });
 }
 

@@ -16,7 +16,7 @@ namespace workbench
 
 class CueCommands;
 class CueNameField;
-class PanelView;
+class PanelSurface;
 class TimeBar;
 
 /** Below the picture: the time bar of the whole edit, over which a cue can be given its name. */
@@ -42,7 +42,7 @@ private:
     int handleReplaced(const EditReplaced&);
 
     CueCommands& cues_;
-    PanelView* view_;
+    PanelSurface* surface_;
     TimeBar* bar_;
     QPointer<CueNameField> field_;
     oribund::MethodCallback<TimeBarPane, EditReplaced> replacedCallback_;

@@ -1,7 +1,5 @@
 #include "workbench/app/window/KeyPolicy.h"
 
-#include "skin/PanelView.h"
-
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSlider>
@@ -45,9 +43,6 @@ bool KeyPolicy::belongsToControl(const QWidget& control, const QKeyEvent& key)
 {
     if (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier))
         return false;
-    // What a panel's control has no use for comes back to the window as an ordinary key.
-    if (PanelView::around(const_cast<QWidget*>(&control)))
-        return moves(key.key()) || presses(key.key()) || key.key() == Qt::Key_Delete;
     if (qobject_cast<const QAbstractItemView*>(&control))
         return moves(key.key());
     if (qobject_cast<const QAbstractButton*>(&control))

@@ -4,6 +4,7 @@
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/Glob.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/Skin.h"
 #include "oribund/host/toolkit/layout/TabOrderManager.h"
 #include "oribund/host/toolkit/layout/TabOrderable.h"
 
@@ -81,21 +82,22 @@ bool isTab(const Event& event)
 
 } // namespace
 
-EventRouter::EventRouter() = default;
+EventRouter::EventRouter(Canvas& canvas)
+    : canvas_(canvas)
+{
+}
 
 EventRouter::~EventRouter()
 {
-    for (Glob* root : roots_) {
-        root->destroyPeers();
+    for (Glob* root : roots_)
         root->forgetCanvas();
-    }
 }
 
 EventRouter& EventRouter::of(Canvas& canvas)
 {
     if (EventRouter* router = find(&canvas))
         return *router;
-    auto made = std::make_unique<EventRouter>();
+    auto made = std::make_unique<EventRouter>(canvas);
     EventRouter& router = *made;
     canvas.setClient(std::move(made));
     return router;
@@ -116,11 +118,11 @@ void EventRouter::removeRoot(Glob& root)
     roots_.erase(std::remove(roots_.begin(), roots_.end(), &root), roots_.end());
 }
 
-Glob* EventRouter::rootAt(const Event& event) const
+Glob* EventRouter::globAt(const XY<int>& onCanvas) const
 {
     for (auto root = roots_.rbegin(); root != roots_.rend(); ++root) {
-        if ((*root)->globAt((*root)->fromCanvas(event.canvasPosition)))
-            return *root;
+        if (Glob* found = (*root)->globAt((*root)->fromCanvas(onCanvas)))
+            return found;
     }
     return nullptr;
 }
@@ -130,26 +132,20 @@ bool EventRouter::handleEvent(const Event& event)
     Event placed = event;
     placed.canvasPosition = event.position;
     if (placed.isKey())
-        return routeKey(placed, focus_.get());
-    if (!placed.isMouse())
-        return false;
-    Glob* root = rootAt(placed);
-    return routeMouse(root ? root->globAt(root->fromCanvas(placed.canvasPosition)) : nullptr, placed);
-}
-
-bool EventRouter::route(Glob& target, const Event& event)
-{
-    Event placed = event;
-    placed.canvasPosition = target.toCanvas(event.position);
-    if (placed.isKey())
-        return routeKey(placed, &target);
-    return placed.isMouse() && routeMouse(&target, placed);
+        return routeKey(placed);
+    return placed.isMouse() && routeMouse(globAt(placed.canvasPosition), placed);
 }
 
 void EventRouter::drawContents(CanvasRenderer& renderer)
 {
     for (Glob* root : roots_)
         root->drawTree(renderer);
+}
+
+void EventRouter::regionChanged(const Kt::Box<int>& region)
+{
+    if (Skin* skin = canvas_.skin())
+        skin->regionChanged(region);
 }
 
 bool EventRouter::bubble(Glob& target, Event event, GlobRef<Glob>* taker)
@@ -301,6 +297,8 @@ void EventRouter::setFocus(Glob* glob)
         if (gains)
             gains->changed(PeerChange::kFocus | PeerChange::kContents);
     }
+    if (Skin* skin = canvas_.skin())
+        skin->focusChanged(focus_.get());
 }
 
 bool EventRouter::usesKey(const Event& press) const
@@ -317,16 +315,22 @@ bool EventRouter::usesKey(const Event& press) const
     return isTab(press) && nextStop(!press.has(Event::kShift), true);
 }
 
-bool EventRouter::routeKey(const Event& event, Glob* target)
+bool EventRouter::routeKey(const Event& event)
 {
-    GlobRef<Glob> receiver(target);
+    GlobRef<Glob> receiver = focus_;
     if (grab_ && grab_ != receiver.get() && deliver(*grab_, event))
         return true; // Escape during a drag
     if (!receiver && !roots_.empty())
         receiver = GlobRef<Glob>(roots_.back());
     if (receiver && bubble(*receiver, event))
         return true;
-    return isTab(event) && moveFocus(!event.has(Event::kShift));
+    return isTab(event) && moveByTab(!event.has(Event::kShift));
+}
+
+bool EventRouter::moveByTab(bool forward)
+{
+    Skin* skin = canvas_.skin();
+    return (skin && (moveFocus(forward, false) || skin->passFocusOn(forward))) || moveFocus(forward);
 }
 
 Glob* EventRouter::nextStop(bool forward, bool wrap) const

@@ -20,7 +20,8 @@ class Glob;
 class ORIBUND_API EventRouter final : public CanvasClient
 {
 public:
-    EventRouter();
+    /** The router is the canvas's own. */
+    explicit EventRouter(Canvas& canvas);
     ~EventRouter() override;
 
     /** The canvas's router, made when it has none. */
@@ -34,11 +35,15 @@ public:
 
     bool handleEvent(const Event& event) override;
     void drawContents(CanvasRenderer& renderer) override;
+    void regionChanged(const Kt::Box<int>& region) override;
 
     Glob* focusOwner() const override { return focus_.get(); }
 
     /** The glob that took the press of a mouse button that is still held. */
     Glob* grabOwner() const { return grab_.get(); }
+
+    /** The innermost visible glob at a point of the canvas; null where there is none. */
+    Glob* globAt(const XY<int>& onCanvas) const;
 
     /** Moves the keyboard to a glob, which must be able to take it, or to none. Tells both. */
     void setFocus(Glob* glob);
@@ -49,15 +54,15 @@ public:
      */
     bool moveFocus(bool forward, bool wrap = true);
 
+    /** As Tab does: past the last stop the keyboard leaves the canvas, where its skin can take it elsewhere. */
+    bool moveByTab(bool forward);
+
     /**
      * Whether a press of a key means something to the globs: to the one that holds the pointer, to the one that has the
      * keyboard or what that is in, or, for Tab, to the tab order. A host asks before it takes a key for a command of
      * its own.
      */
     bool usesKey(const Event& press) const;
-
-    /** An event for a certain glob, in its coordinates: what the pointer is over is known already. */
-    bool route(Glob& target, const Event& event);
 
     /** The glob and what is in it cannot take input any more: a drag is cancelled, the keyboard given up. */
     void release(Glob& glob);
@@ -66,15 +71,15 @@ private:
     bool routeMouse(Glob* target, const Event& event);
     bool routePress(Glob* target, const Event& event);
     bool routeRelease(Glob* target, const Event& event);
-    bool routeKey(const Event& event, Glob* target);
     Glob* nextStop(bool forward, bool wrap) const;
+    bool routeKey(const Event& event);
     void cancelGrab();
     void hover(Glob* target, const Event& event);
     void focusForPress(Glob& target, const Event& event);
     bool deliver(Glob& glob, Event event);
     bool bubble(Glob& target, Event event, GlobRef<Glob>* taker = nullptr);
-    Glob* rootAt(const Event& event) const;
 
+    Canvas& canvas_;
     std::vector<Glob*> roots_;
     GlobRef<Glob> focus_;
     GlobRef<Glob> grab_;

@@ -71,8 +71,6 @@ Glob& Glob::addChild(std::unique_ptr<Glob> child)
     added.close();
     added.parent_ = this;
     children_.push_back(std::move(child));
-    if (isOpen())
-        added.createPeers();
     added.changed(PeerChange::kAll);
     handleChildrenChanged(&added);
     return added;
@@ -99,7 +97,6 @@ std::unique_ptr<Glob> Glob::removeChild(Glob& child)
     if (!self || !removed || child.parent_ != this)
         return nullptr; // the loss of the keyboard has led to its removal
     child.invalidateBox();
-    child.destroyPeers();
     std::unique_ptr<Glob> owned = detach(child);
     child.parent_ = nullptr;
     handleChildRemoved(&child);
@@ -137,7 +134,6 @@ bool Glob::open()
         return true;
     open_ = true;
     EventRouter::of(*canvas_).addRoot(*this);
-    createPeers();
     changed(PeerChange::kAll);
     return true;
 }
@@ -156,7 +152,6 @@ void Glob::close()
     open_ = false;
     if (EventRouter* router = EventRouter::find(canvas_))
         router->removeRoot(*this);
-    destroyPeers();
 }
 
 bool Glob::isOpen() const
@@ -315,33 +310,8 @@ void Glob::performRedraw(unsigned changes)
         ++repaints_;
         canvas()->repainted(Kt::Box<int>::fromSize(toCanvas({}), size_));
     }
-    if (peer_)
-        peer_->refresh(changes);
-}
-
-std::unique_ptr<GlobPeer> Glob::makePeer(Skin& skin)
-{
-    return skin.makePaintPeer(*this);
-}
-
-void Glob::createPeers()
-{
-    Skin* skin = canvas() ? canvas()->skin() : nullptr;
-    if (!skin)
-        return;
-    if (!peer_) {
-        peer_ = makePeer(*skin);
-        if (peer_)
-            peer_->refresh(PeerChange::kAll);
-    }
-    forEachChild([](Glob& child) { child.createPeers(); });
-}
-
-void Glob::destroyPeers()
-{
-    for (const auto& child : children_)
-        child->destroyPeers();
-    peer_.reset();
+    if (Skin* skin = canvas()->skin())
+        skin->globChanged(*this, changes);
 }
 
 } // namespace oribund

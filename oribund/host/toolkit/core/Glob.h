@@ -20,11 +20,10 @@ namespace oribund
 class Canvas;
 class CanvasRenderer;
 class Event;
-class GlobPeer;
-class Skin;
+class TextBox;
 
 /**
- * A rectangle of a panel: the base of every widget. It holds state, geometry and behaviour; a skin's peer shows it.
+ * A rectangle of a panel: the base of every widget. It holds state, geometry and behaviour, and draws itself.
  *
  * A glob owns its children. It is shown when the root of its tree is open on a canvas and it and all its ancestors are
  * visible. Any glob may be destroyed at any time, also by what it calls: code that goes on after a callback checks with
@@ -167,8 +166,8 @@ public:
     /** Gives up the keyboard if it has it. */
     void dropFocus();
 
-    /** For peers: the native widget has got or lost the keyboard. */
-    void userFocus(bool gained);
+    /** The entry into which keys type while this has the keyboard; null where they type no text. */
+    virtual TextBox* textEntry() { return nullptr; }
 
     // Events
 
@@ -187,9 +186,6 @@ public:
     /** What it is, or a part of it, to someone who does not see it: what every glob is, and what describe() adds. */
     AccessibleDescription accessible(int part = kWhole) const;
 
-    /** For peers: a raw event with its position in this glob's coordinates. */
-    bool userEvent(const Event& event);
-
     /** Sends a message to this glob and, until one takes it, to its ancestors; true when it was taken. */
     bool sendMsg(const String& message);
 
@@ -204,11 +200,6 @@ public:
     void redraw();
 
     unsigned repaintCount() const { return repaints_; }
-
-    GlobPeer* peer() const { return peer_.get(); }
-
-    /** The double dispatch to the skin: a standard widget asks for the peer of its own kind. */
-    virtual std::unique_ptr<GlobPeer> makePeer(Skin& skin);
 
     /** For GlobRef: false once the glob is gone. */
     std::shared_ptr<const bool> token() const;
@@ -259,8 +250,6 @@ private:
     friend class EventRouter;
 
     const Glob& root() const;
-    void createPeers();
-    void destroyPeers();
     void interactivityChanged(eRedrawFlag redrawFlag);
     void visibilityChanged(eRedrawFlag redrawFlag);
     void releaseInput();
@@ -273,7 +262,6 @@ private:
     Glob* parent_ = nullptr;
     std::vector<std::unique_ptr<Glob>> children_;
     Canvas* canvas_ = nullptr;
-    std::unique_ptr<GlobPeer> peer_;
     mutable std::shared_ptr<bool> token_;
     XY<int> position_;
     XY<int> size_;

@@ -36,14 +36,6 @@ void Glob::dropFocus()
         EventRouter::of(*canvas()).setFocus(nullptr);
 }
 
-void Glob::userFocus(bool gained)
-{
-    if (gained)
-        takeFocus();
-    else
-        dropFocus();
-}
-
 void Glob::releaseInput()
 {
     if (EventRouter* router = EventRouter::find(canvas()))
@@ -70,12 +62,6 @@ bool Glob::react(const Event& event)
     default:
         return false;
     }
-}
-
-bool Glob::userEvent(const Event& event)
-{
-    EventRouter* router = isShown() ? EventRouter::find(canvas()) : nullptr;
-    return router && router->route(*this, event);
 }
 
 bool Glob::sendMsg(const String& message)

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "oribund/host/base/Export.h"
-
 namespace oribund
 {
 
-/** What a peer is told has changed; several may come at once. */
+/** What is another about a glob; several may come at once. */
 namespace PeerChange
 {
 inline constexpr unsigned kGeometry = 1;  ///< position or size
@@ -23,29 +21,5 @@ inline constexpr unsigned kAll = 1023;
 /** What an adaptor or the user has changed about a control, which draws it as well. */
 inline constexpr unsigned kLook = kState | kContents;
 } // namespace PeerChange
-
-/**
- * What a skin shows of one glob.
- *
- * Owned by its glob, made after the peer of the glob's parent and destroyed before it. It reads the glob when it is
- * refreshed, and answers the user by calling the glob's user...() methods; a refresh that follows from such a call, or
- * that tells it nothing new, must not come back as user input.
- *
- * Any of those calls may destroy the glob and with it the peer, which therefore touches nothing of its own after one
- * and leaves the end of its native widget to the native event loop.
- */
-class ORIBUND_API GlobPeer
-{
-public:
-    /** The glob is being destroyed or taken off its canvas: it must not be called any more. */
-    virtual ~GlobPeer();
-
-    GlobPeer() = default;
-    GlobPeer(const GlobPeer&) = delete;
-    GlobPeer& operator=(const GlobPeer&) = delete;
-
-    /** `changes` are bits of PeerChange; the first refresh comes right after creation, with all of them. */
-    virtual void refresh(unsigned changes) = 0;
-};
 
 } // namespace oribund

@@ -44,6 +44,11 @@ public:
 
     const UIString& title() const { return title_; }
 
+    /** Logical pixels; for one that hangs from a button and is as wide. */
+    void setMinWidth(int width) { minWidth_ = width; }
+
+    int minWidth() const { return minWidth_; }
+
     const std::deque<MenuItem>& items() const { return items_; }
 
     /** Whether there is nothing in it to choose. */
@@ -56,6 +61,7 @@ public:
 
 private:
     UIString title_;
+    int minWidth_ = 0;
     std::deque<MenuItem> items_;
 };
 

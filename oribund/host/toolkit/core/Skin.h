@@ -1,50 +1,48 @@
 #pragma once
 
+#include "oribund/host/base/Box.h"
 #include "oribund/host/base/Export.h"
+#include "oribund/host/base/LightweightString.h"
 #include "oribund/host/base/XY.h"
-
-#include <memory>
 
 namespace oribund
 {
 
-class Button;
-class Checkbox;
 class ColourSwatch;
-class DropDownMenuButton;
 class Glob;
-class GlobPeer;
-class Label;
 class MenuGlob;
-class Slider;
-class TableWidget;
-class TextBox;
 
 /**
- * Shows globs with native widgets. A host implements it once; a canvas without one runs headless.
+ * What a canvas needs of the toolkit that it is shown with: one native surface that draws it and injects what the user
+ * does, and over it what no panel library should write again (text editor, menus, colour chooser, screen readers). A
+ * host implements it once; a canvas without one runs headless. All calls are on the user-interface thread; those that
+ * tell of something come when it is so.
  *
- * A glob asks for its peer, through Glob::makePeer(), when the tree that it is in is opened or when it is added to an
- * open one. Null is allowed: the glob is then not shown. A native widget that passes raw mouse and key events to its
- * glob does so with Glob::userEvent() and takes them as handled, since the glob has offered them to its parents.
+ * The surface draws with Canvas::draw() and passes everything on with Canvas::inject(). Any such call may destroy
+ * globs: what a skin keeps of one, it keeps as a GlobRef.
  */
 class ORIBUND_API Skin
 {
 public:
     virtual ~Skin();
 
-    virtual std::unique_ptr<GlobPeer> makePeer(Label& glob) = 0;
-    virtual std::unique_ptr<GlobPeer> makePeer(Button& glob) = 0;
-    virtual std::unique_ptr<GlobPeer> makePeer(Checkbox& glob) = 0;
-    virtual std::unique_ptr<GlobPeer> makePeer(Slider& glob) = 0;
-    virtual std::unique_ptr<GlobPeer> makePeer(TextBox& glob) = 0;
-    virtual std::unique_ptr<GlobPeer> makePeer(DropDownMenuButton& glob) = 0;
-    virtual std::unique_ptr<GlobPeer> makePeer(TableWidget& glob) = 0;
+    /** The region, in coordinates of the canvas, is to be drawn again when there is time. */
+    virtual void regionChanged(const Kt::Box<int>& region) = 0;
 
-    /** For a glob that draws itself: a surface painted by Glob::draw(), which passes on mouse and keys. */
-    virtual std::unique_ptr<GlobPeer> makePaintPeer(Glob& glob) = 0;
+    /** Bits of PeerChange: what is another about a glob of an open tree. All bits for one that is new there. */
+    virtual void globChanged(Glob& glob, unsigned changes) = 0;
 
-    /** For a glob that others stand in: as a paint peer, with the peers of its children inside it. */
-    virtual std::unique_ptr<GlobPeer> makeContainerPeer(Glob& glob) = 0;
+    /**
+     * The keyboard is with another glob, or with none. While it is with one that has a Glob::textEntry() a native
+     * editor stands there: it takes the keys that TextBox::worksOnText() and tells TextBox::userEdit().
+     */
+    virtual void focusChanged(Glob* owner) = 0;
+
+    /** Tab has passed the last control of the canvas, or the first: true when the keyboard has gone elsewhere. */
+    virtual bool passFocusOn(bool forward) = 0;
+
+    /** Shows a text beside a glob at once, or with none takes it away. */
+    virtual void showHint(Glob& glob, const WString& text) = 0;
 
     /**
      * Shows the glob's menu with its top left at `at`, in the glob's coordinates. Ends in one call of

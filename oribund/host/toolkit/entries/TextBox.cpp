@@ -1,5 +1,6 @@
 #include "oribund/host/toolkit/entries/TextBox.h"
 
+#include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextTable.h"
@@ -16,6 +17,7 @@ namespace oribund
 namespace
 {
 
+constexpr int kFrame = 1;
 constexpr int kPadding = 4;
 constexpr double kCoarse = 10.0;
 constexpr double kFine = 0.1;
@@ -151,6 +153,8 @@ void TextBox::setProblem(const WString& problem)
         return;
     problem_ = problem;
     changed(PeerChange::kLook | PeerChange::kTooltip);
+    if (Skin* skin = isShown() ? canvas()->skin() : nullptr)
+        skin->showHint(*this, problem);
 }
 
 WString TextBox::problemWith(const WString&) const
@@ -221,7 +225,13 @@ bool TextBox::handleMouseEvent(const Event& event)
     // Without the keyboard the wheel scrolls what the box stands in.
     if (event.code == EventCode::MouseWheel && hasFocus() && turn(event.wheel, stepScale(event)))
         return true;
-    return Control::handleMouseEvent(event);
+    const GlobRef<TextBox> self(this);
+    if (Control::handleMouseEvent(event))
+        return true;
+    // The native menu of texts pastes into what has the keyboard.
+    if (self && event.isPress(MouseButton::Right))
+        takeFocus();
+    return false;
 }
 
 void TextBox::handleFocusEvent(bool gained)
@@ -296,6 +306,31 @@ bool TextBox::handleKeyEvent(const Event& event)
     }
 }
 
+bool TextBox::worksOnText(const Event& press)
+{
+    if (press.has(Event::kAlt | Event::kMeta))
+        return false;
+    switch (press.key) {
+    case Key::Enter:
+    case Key::Escape:
+    case Key::Tab:
+    case Key::Up:
+    case Key::Down:
+    case Key::PageUp:
+    case Key::PageDown:
+    case Key::Menu:
+    case Key::F2:
+        return false;
+    default:
+        return true;
+    }
+}
+
+Kt::Box<int> TextBox::editorBox() const
+{
+    return controlBox().inset(kFrame, kFrame);
+}
+
 UIString TextBox::tooltip() const
 {
     return problem_.empty() ? Control::tooltip() : UIString(problem_);
@@ -342,11 +377,6 @@ void TextBox::draw(CanvasRenderer& renderer)
         renderer.fillRect({left, inner.top, left + width, inner.bottom}, palette.accent());
     }
     renderer.text(inner, text, font(), ink(selected ? palette.accentText() : palette.fieldText()), align_);
-}
-
-std::unique_ptr<GlobPeer> TextBox::makePeer(Skin& skin)
-{
-    return skin.makePeer(*this);
 }
 
 } // namespace oribund

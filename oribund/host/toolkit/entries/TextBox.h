@@ -23,7 +23,8 @@ struct TextBoxEvent {
  * user types does not disturb the typing. A text that cannot be the value stays to be mended as long as the box has the
  * keyboard, then the value is shown again; what is wrong with it is said in the tooltip.
  *
- * Caret and selection are the skin's; without one typing begins with the whole text selected and goes on at its end.
+ * Caret and selection are those of the native editor that a skin puts over it while it has the keyboard. Without one
+ * typing begins with the whole text selected and goes on at its end.
  */
 class ORIBUND_API TextBox : public Control
 {
@@ -67,8 +68,8 @@ public:
     virtual bool canStep() const;
 
     /**
-     * Whether a press of the left button means something else now than to set a caret. A skin then passes it on, and
-     * what follows up to the release, as raw events. As it stands never.
+     * Whether a press of the left button means something else now than to set a caret. A native editor then leaves the
+     * mouse to the box. By default never.
      */
     virtual bool ownsPress() const;
 
@@ -102,14 +103,21 @@ public:
     /** How far the keys held with it make a step go: with Shift ten times as far, with Ctrl a tenth. */
     static double stepScale(const Event& event);
 
+    /** Whether a key press works on the text itself, so that a native editor keeps it; all others are the box's. */
+    static bool worksOnText(const Event& press);
+
     /** What is wrong, if something is. */
     UIString tooltip() const override;
     UIString accessibleName() const override;
     bool usesKey(const Event& press) const override;
     void describe(AccessibleDescription& description) const override;
     bool accessibleSetText(const WString& text, int part = kWhole) override;
+
+    TextBox* textEntry() override { return this; }
+
+    /** Where a native editor stands over it, in its coordinates: within the frame. */
+    Kt::Box<int> editorBox() const;
     void draw(CanvasRenderer& renderer) override;
-    std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
 protected:
     /** What is wrong with a text that cannot be the value; as it stands nothing ever is. */

@@ -2,7 +2,6 @@
 
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
-#include "oribund/host/toolkit/core/Skin.h"
 #include "oribund/host/toolkit/layout/TabOrderable.h"
 
 #include <algorithm>
@@ -259,11 +258,6 @@ void StandardPanel::drawBorder(CanvasRenderer& renderer)
         renderer.fillRect({0.0, 1.0, 1.0, bottom - 1.0}, colour);
     if (border_.sides & Border::kRight)
         renderer.fillRect({right - 1.0, 1.0, right, bottom - 1.0}, colour);
-}
-
-std::unique_ptr<GlobPeer> StandardPanel::makePeer(Skin& skin)
-{
-    return skin.makeContainerPeer(*this);
 }
 
 } // namespace oribund

@@ -64,7 +64,6 @@ public:
     void setActive(bool active, eRedrawFlag redrawFlag = eRedrawFlag::Yes) override;
     void describe(AccessibleDescription& description) const override;
     void draw(CanvasRenderer& renderer) override;
-    std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
 protected:
     virtual void drawBorder(CanvasRenderer& renderer);

@@ -157,7 +157,7 @@ void TableEdit::commitAndGoOn(bool forward)
     if (next != TableLayout::kNoCell)
         begin(next);
     else if (EventRouter* router = EventRouter::find(table_.canvas()))
-        router->moveFocus(forward, false);
+        router->moveByTab(forward);
 }
 
 XY<int> TableEdit::nextEditable(XY<int> from, bool forward) const

@@ -4,7 +4,6 @@
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
-#include "oribund/host/toolkit/core/Skin.h"
 #include "oribund/host/toolkit/lists/TableCellBox.h"
 #include "oribund/host/toolkit/lists/TableColumnDrag.h"
 #include "oribund/host/toolkit/lists/TablePainter.h"
@@ -472,11 +471,6 @@ bool TableWidget::accessibleSetText(const WString& text, int part)
 void TableWidget::draw(CanvasRenderer& renderer)
 {
     TablePainter(*this, renderer).all();
-}
-
-std::unique_ptr<GlobPeer> TableWidget::makePeer(Skin& skin)
-{
-    return skin.makePeer(*this);
 }
 
 } // namespace oribund

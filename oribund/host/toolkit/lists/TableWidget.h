@@ -124,7 +124,6 @@ public:
     bool accessibleActivate(int part = kWhole) override;
     bool accessibleSetText(const WString& text, int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
-    std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
 protected:
     bool handleMouseEvent(const Event& event) override;

@@ -6,7 +6,6 @@
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
 #include "oribund/host/toolkit/core/Menu.h"
-#include "oribund/host/toolkit/core/Skin.h"
 #include "oribund/host/toolkit/widgets/Button.h"
 
 #include <algorithm>
@@ -113,6 +112,7 @@ void DropDownMenuButton::userOpenMenu()
 
 void DropDownMenuButton::reviewMenu(const Event*)
 {
+    editMenu().setMinWidth(getWidth());
     for (unsigned i = 0; i < items_.size(); ++i) {
         const GlobRef<DropDownMenuButton> self(this);
         MenuItem& item = editMenu().addItem(items_[i], [self, i] {
@@ -250,11 +250,6 @@ void DropDownMenuButton::draw(CanvasRenderer& renderer)
     const std::array<XY<double>, 3> arrow = {
         XY<double>{tip.x - half, tip.y - half / 2}, {tip.x + half, tip.y - half / 2}, {tip.x, tip.y + half / 2}};
     renderer.polygon(arrow, colour);
-}
-
-std::unique_ptr<GlobPeer> DropDownMenuButton::makePeer(Skin& skin)
-{
-    return skin.makePeer(*this);
 }
 
 } // namespace oribund

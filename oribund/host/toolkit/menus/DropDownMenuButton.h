@@ -69,7 +69,6 @@ public:
     void describe(AccessibleDescription& description) const override;
     bool accessibleActivate(int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
-    std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
 protected:
     /** Takes a choice; false when it is refused. As it stands it tells choices(). May destroy the button. */

@@ -5,7 +5,6 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
-#include "oribund/host/toolkit/core/Skin.h"
 
 #include <algorithm>
 #include <cmath>
@@ -220,11 +219,6 @@ void AngleIndicatorWidget::draw(CanvasRenderer& renderer)
     const Colour needle = usable ? getIndicatorColour() : palette.disabledText();
     renderer.line(middle, pointAt(getStoredValue(), r * 0.9), needle, 2.0);
     renderer.circle(middle, 2.0, needle);
-}
-
-std::unique_ptr<GlobPeer> AngleIndicatorWidget::makePeer(Skin& skin)
-{
-    return skin.makePaintPeer(*this);
 }
 
 } // namespace oribund

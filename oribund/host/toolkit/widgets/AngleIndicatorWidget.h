@@ -55,7 +55,6 @@ public:
     void describe(AccessibleDescription& description) const override;
     bool accessibleSetNumber(double value, int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
-    std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
 protected:
     /** The angle from which an edit starts. */

@@ -5,7 +5,6 @@
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
-#include "oribund/host/toolkit/core/Skin.h"
 
 #include <algorithm>
 
@@ -186,11 +185,6 @@ void Button::drawContents(CanvasRenderer& renderer, const Colour& colour)
     }
     if (!text_.empty())
         renderer.text(rest, text_, font(), colour, icon_.empty() ? TextAlign::Centre : TextAlign::Left);
-}
-
-std::unique_ptr<GlobPeer> Button::makePeer(Skin& skin)
-{
-    return skin.makePeer(*this);
 }
 
 } // namespace oribund

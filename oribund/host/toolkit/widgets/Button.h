@@ -79,7 +79,6 @@ public:
     void describe(AccessibleDescription& description) const override;
     bool accessibleActivate(int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
-    std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
 protected:
     /** What a click does; as it stands it tells clicks() and then sends the message. May destroy the button. */

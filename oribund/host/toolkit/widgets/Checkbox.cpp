@@ -5,7 +5,6 @@
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
-#include "oribund/host/toolkit/core/Skin.h"
 
 #include <algorithm>
 #include <array>
@@ -128,11 +127,6 @@ void Checkbox::draw(CanvasRenderer& renderer)
     rest.left = mark.right + UifStd::getWidgetGap();
     if (!text_.empty())
         renderer.text(rest, text_, font(), ink(palette.windowText()));
-}
-
-std::unique_ptr<GlobPeer> Checkbox::makePeer(Skin& skin)
-{
-    return skin.makePeer(*this);
 }
 
 } // namespace oribund

@@ -45,7 +45,6 @@ public:
     void describe(AccessibleDescription& description) const override;
     bool accessibleActivate(int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
-    std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
 protected:
     /** After the user has toggled it; as it stands it tells events(). May destroy the box. */

@@ -3,7 +3,6 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
-#include "oribund/host/toolkit/core/Skin.h"
 
 #include <algorithm>
 
@@ -77,11 +76,6 @@ void Label::draw(CanvasRenderer& renderer)
 {
     if (!text_.empty())
         renderer.text(CanvasRenderer::toDouble(localBox()), text_, font(), getTextColour(), align_);
-}
-
-std::unique_ptr<GlobPeer> Label::makePeer(Skin& skin)
-{
-    return skin.makePeer(*this);
 }
 
 } // namespace oribund

@@ -43,7 +43,6 @@ public:
     UIString accessibleName() const override;
     void describe(AccessibleDescription& description) const override;
     void draw(CanvasRenderer& renderer) override;
-    std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
 private:
     WString text_;

@@ -5,7 +5,6 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
-#include "oribund/host/toolkit/core/Skin.h"
 
 #include <algorithm>
 #include <cmath>
@@ -321,11 +320,6 @@ void Slider::draw(CanvasRenderer& renderer)
         renderer.line({start + 0.5, inner.top}, {start + 0.5, inner.bottom}, palette.border());
     const Colour grip = ink(isHot() || isDragging() ? palette.accentText() : palette.fieldText());
     renderer.fillRect({handle - 1.0, inner.top, handle + 1.0, inner.bottom}, grip);
-}
-
-std::unique_ptr<GlobPeer> Slider::makePeer(Skin& skin)
-{
-    return skin.makePeer(*this);
 }
 
 } // namespace oribund

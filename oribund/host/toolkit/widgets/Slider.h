@@ -95,7 +95,6 @@ public:
     void describe(AccessibleDescription& description) const override;
     bool accessibleSetNumber(double value, int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
-    std::unique_ptr<GlobPeer> makePeer(Skin& skin) override;
 
 protected:
     /** As it stands it tells edits(). */

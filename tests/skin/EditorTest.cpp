@@ -1,0 +1,351 @@
+#include "tests/skin/SkinSupport.h"
+
+#include "tests/toolkit/TableSupport.h"
+#include "tests/toolkit/WidgetsSupport.h"
+
+#include "oribund/host/toolkit/entries/NumericEntry.h"
+#include "oribund/host/toolkit/entries/ValTextBox.h"
+#include "oribund/host/toolkit/lists/TableCellBox.h"
+
+#include <gtest/gtest.h>
+
+#include <QInputMethodEvent>
+#include <QMenu>
+#include <QShortcut>
+
+namespace workbench::test
+{
+namespace
+{
+
+using namespace oribund;
+using oribund::test::StoreAdaptor;
+using oribund::test::TableList;
+
+/** Two entries bound to one text, and two numbers bound to another. */
+class EditorOverEntry : public testing::Test
+{
+protected:
+    EditorOverEntry()
+    {
+        box = stage.add<ValTextBox>(10, 10);
+        other = stage.add<ValTextBox>(10, 60);
+        box->setDataAdaptor(text);
+        other->setDataAdaptor(text);
+        TextBox::InitArgs args(90, 22);
+        args.align = TextAlign::Right;
+        entry = stage.add<NumericEntry>(args, 200, 10);
+        entry->setStep(0.5);
+        entry->setDataAdaptor(number);
+    }
+
+    Kt::Ptr<StoreAdaptor<WString>> text = Kt::makePtr<StoreAdaptor<WString>>(L"one");
+    Kt::Ptr<StoreAdaptor<WString>> number = Kt::makePtr<StoreAdaptor<WString>>(L"12");
+    Stage stage;
+    ValTextBox* box;
+    ValTextBox* other;
+    NumericEntry* entry;
+};
+
+TEST_F(EditorOverEntry, IsThereWhileTheEntryHasTheKeyboard)
+{
+    EXPECT_EQ(stage.surface->findChild<QLineEdit*>(), nullptr);
+    stage.click(*box, {40, 10});
+    ASSERT_TRUE(stage.editor());
+    EXPECT_EQ(stage.editor()->selectedText(), "one") << "the first click picks up the old text";
+    Stage::type("new");
+    EXPECT_EQ(stage.editor()->text(), "new");
+    EXPECT_TRUE(box->isModified());
+    EXPECT_TRUE(text->requests.empty());
+    EXPECT_EQ(other->getShownText(), L"one");
+    stage.click(*other, {40, 10});
+    EXPECT_EQ(text->value, L"new");
+    EXPECT_EQ(stage.focused(), other);
+    Stage::type("pressed beside it");
+    stage.click(stage.panel(), {300, 200});
+    EXPECT_EQ(text->value, L"pressed beside it");
+    settle();
+    EXPECT_EQ(stage.surface->findChild<QLineEdit*>(), nullptr);
+}
+
+TEST_F(EditorOverEntry, TheTextStaysWhereItWas)
+{
+    const auto inkOf = [](const Glob& glob) {
+        const QImage picture = Stage::picture(glob);
+        const QRgb ground = picture.pixel(picture.width() / 2, 4);
+        QRect ink;
+        for (int y = 3; y < picture.height() - 3; ++y) {
+            for (int x = 3; x < picture.width() - 3; ++x) {
+                if (picture.pixel(x, y) != ground)
+                    ink |= QRect(x, y, 1, 1);
+            }
+        }
+        return ink;
+    };
+    TextBox::InitArgs args(120, 24);
+    for (const TextAlign align : {TextAlign::Left, TextAlign::Centre, TextAlign::Right}) {
+        args.align = align;
+        args.text = L"Half";
+        TextBox* const entered = stage.add<TextBox>(args, 10, 120);
+        const QRect before = inkOf(*entered);
+        ASSERT_FALSE(before.isEmpty());
+        entered->takeFocus();
+        stage.editor()->deselect();
+        stage.editor()->setReadOnly(true); // no caret
+        EXPECT_EQ(inkOf(*entered), before) << static_cast<int>(align);
+        stage.panel().destroyWidget(*entered);
+        settle();
+    }
+}
+
+TEST_F(EditorOverEntry, AClickSetsTheCaretAndADragSelects)
+{
+    box->setText(L"several words to select from");
+    box->resize(300, 22);
+    stage.press(*box, {20, 10});
+    stage.moveTo({120, 10});
+    stage.release({120, 10});
+    const QString selected = stage.editor()->selectedText();
+    EXPECT_FALSE(selected.isEmpty());
+    EXPECT_LT(selected.size(), 20);
+    stage.click(*box, {60, 10});
+    EXPECT_FALSE(stage.editor()->hasSelectedText());
+    EXPECT_GT(stage.editor()->cursorPosition(), 2);
+}
+
+TEST_F(EditorOverEntry, EnterAsksOnceEscapeThrowsAwayAndARefusalGivesWay)
+{
+    box->takeFocus();
+    Stage::type("new");
+    Stage::key(Qt::Key_Return);
+    EXPECT_EQ(text->requests.size(), 1u);
+    EXPECT_EQ(other->getShownText(), L"new");
+    box->takeFocus();
+    Stage::type("wrong");
+    Stage::key(Qt::Key_Escape);
+    EXPECT_EQ(box->getShownText(), L"new");
+    text->refuses = true;
+    box->takeFocus();
+    Stage::type("twelve");
+    Stage::key(Qt::Key_Return);
+    EXPECT_EQ(text->requests.size(), 2u);
+    EXPECT_EQ(box->getShownText(), L"new");
+}
+
+TEST_F(EditorOverEntry, AValueThatComesMeanwhileDoesNotDisturbTyping)
+{
+    box->takeFocus();
+    Stage::type("half");
+    text->value = L"from elsewhere";
+    text->forceWidgetUpdate(eRedrawFlag::Yes);
+    EXPECT_EQ(stage.editor()->text(), "half");
+    Stage::key(Qt::Key_Left);
+    Stage::type("-");
+    EXPECT_EQ(stage.editor()->text(), "hal-f");
+    EXPECT_EQ(stage.editor()->cursorPosition(), 4);
+    Stage::key(Qt::Key_Escape);
+    EXPECT_EQ(box->getShownText(), L"from elsewhere");
+}
+
+TEST_F(EditorOverEntry, UndoIsTheTextsWhileSomethingIsTyped)
+{
+    int undone = 0;
+    QShortcut undo(QKeySequence(QKeySequence::Undo), &stage.window);
+    QObject::connect(&undo, &QShortcut::activated, [&] { ++undone; });
+    box->takeFocus();
+    Stage::key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(undone, 1);
+    Stage::type("x");
+    Stage::key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(undone, 1);
+    EXPECT_EQ(stage.editor()->text(), "one");
+    Stage::key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(undone, 2);
+    Stage::type("y");
+    Stage::key(Qt::Key_Return);
+    box->takeFocus();
+    Stage::key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(undone, 3) << "what was entered is the window's to undo";
+    EXPECT_EQ(box->getShownText(), L"y");
+}
+
+TEST_F(EditorOverEntry, TheBoxDecidesWhatCanBeTyped)
+{
+    TextBox::InitArgs args;
+    args.maxLength = 4;
+    TextBox* const four = stage.add<TextBox>(args, 10, 120);
+    four->takeFocus();
+    Stage::type("abcdef");
+    EXPECT_EQ(four->getShownText(), L"abcd");
+    EXPECT_EQ(stage.editor()->text(), "abcd");
+    four->setReadOnly(true);
+    Stage::type("x");
+    EXPECT_TRUE(stage.editor()->isReadOnly());
+}
+
+TEST_F(EditorOverEntry, ANumberIsDraggedUntilItIsClicked)
+{
+    stage.hover(*entry, {40, 10});
+    EXPECT_EQ(stage.surface->cursor().shape(), Qt::SizeHorCursor);
+    stage.press(*entry, {40, 10});
+    stage.moveTo({50, 10});
+    EXPECT_EQ(number->value, L"13.5");
+    stage.moveTo({54, 10}, Qt::ShiftModifier);
+    stage.release({54, 10});
+    EXPECT_EQ(number->kinds(), "SC");
+    EXPECT_EQ(stage.focused(), nullptr);
+
+    stage.click(*entry, {40, 10});
+    ASSERT_EQ(stage.focused(), entry);
+    EXPECT_EQ(stage.editor()->selectedText(), "23.5");
+    const std::size_t before = number->requests.size();
+    stage.press(*entry, {40, 10});
+    stage.moveTo({70, 10});
+    stage.release({70, 10});
+    EXPECT_EQ(number->requests.size(), before) << "now the mouse is for the text";
+    stage.editor()->selectAll();
+    Stage::type("2*(3+)");
+    Stage::key(Qt::Key_Left);
+    Stage::type("4");
+    Stage::key(Qt::Key_Return);
+    EXPECT_EQ(number->value, L"14");
+
+    stage.click(stage.panel(), {300, 200});
+    stage.click(*entry, {40, 10}, Qt::RightButton);
+    EXPECT_EQ(stage.focused(), entry) << "as a menu that pastes expects";
+    ASSERT_TRUE(QApplication::activePopupWidget());
+    QApplication::activePopupWidget()->close();
+    settle();
+}
+
+TEST_F(EditorOverEntry, StepsAndMistakesAreTheEntrys)
+{
+    entry->takeFocus();
+    Stage::key(Qt::Key_Up);
+    Stage::key(Qt::Key_Down, Qt::ShiftModifier);
+    stage.wheel(*entry, {5, 5}, -120);
+    EXPECT_EQ(number->value, L"7");
+    EXPECT_EQ(stage.editor()->selectedText(), "7");
+    Stage::type("1/0");
+    Stage::key(Qt::Key_Return);
+    EXPECT_EQ(stage.editor()->text(), "1/0") << "to be mended";
+    EXPECT_EQ(stage.editor()->accessibleDescription(), "Division by zero");
+    Stage::key(Qt::Key_Backspace);
+    EXPECT_EQ(stage.editor()->text(), "1/");
+    EXPECT_TRUE(stage.editor()->accessibleDescription().isEmpty());
+    stage.click(*box);
+    EXPECT_EQ(entry->getShownText(), L"7");
+}
+
+TEST_F(EditorOverEntry, GoesWithItsEntryAndMovesWithIt)
+{
+    box->takeFocus();
+    const QPoint before = stage.editor()->pos();
+    box->setPosition({30, 14});
+    settle();
+    EXPECT_EQ(stage.editor()->pos(), before + QPoint(20, 4));
+    text->onRequest = [&] { stage.panel().destroyWidget(*box); };
+    Stage::type("x");
+    Stage::key(Qt::Key_Return);
+    settle();
+    EXPECT_EQ(stage.surface->findChild<QLineEdit*>(), nullptr);
+    EXPECT_TRUE(stage.surface->hasFocus());
+    text->onRequest = nullptr;
+    other->takeFocus();
+    Stage::type("lost");
+    stage.panel().setVisible(false);
+    settle();
+    EXPECT_EQ(stage.surface->findChild<QLineEdit*>(), nullptr);
+    EXPECT_EQ(text->value, L"x") << "what can take no input any more enters none";
+}
+
+/** A table with a header and three rows, and an entry below it. */
+class EditorInTable : public testing::Test
+{
+protected:
+    EditorInTable()
+    {
+        table = stage.add<TableWidget>(TableWidget::InitArgs(320, 170), 10, 10);
+        table->setAdaptor(&list);
+        other = stage.add<TextBox>(10, 200);
+    }
+
+    QPoint at(int column, int row) const
+    {
+        const Kt::Box<int> box = table->layout().cellBox({column, row});
+        return {(box.left + box.right) / 2, (box.top + box.bottom) / 2};
+    }
+
+    TableList list{{L"Name", L"Door"}, {L"Description", L"opens too late"}, {L"Colour", L"#d98032"}};
+    Stage stage;
+    TableWidget* table;
+    TextBox* other;
+};
+
+TEST_F(EditorInTable, TypingADoubleClickAndEnterEditInPlace)
+{
+    stage.click(*table, at(1, 0));
+    EXPECT_EQ(stage.focused(), table);
+    Stage::type("Gate");
+    ASSERT_TRUE(stage.editor());
+    EXPECT_EQ(stage.editor()->text(), "Gate") << "what was there is typed over";
+    Stage::key(Qt::Key_Return);
+    EXPECT_EQ(list.stored(), "1,0=Gate ");
+    EXPECT_EQ(stage.focused(), table);
+    EXPECT_EQ(table->getCurrentCell(), (XY<int>{1, 1}));
+    stage.doubleClick(*table, at(1, 2));
+    ASSERT_TRUE(stage.editor());
+    EXPECT_EQ(stage.editor()->selectedText(), "#d98032");
+    Stage::type("x");
+    Stage::key(Qt::Key_Escape);
+    EXPECT_EQ(stage.focused(), table);
+    EXPECT_EQ(list.stored(), "1,0=Gate ");
+}
+
+TEST_F(EditorInTable, TabGoesFromCellToCellAndOut)
+{
+    stage.doubleClick(*table, at(1, 1));
+    Stage::type("a");
+    Stage::key(Qt::Key_Backtab);
+    ASSERT_EQ(table->edit().cell(), (XY<int>{1, 0}));
+    Stage::key(Qt::Key_Tab);
+    Stage::key(Qt::Key_Tab);
+    ASSERT_EQ(table->edit().cell(), (XY<int>{1, 2}));
+    Stage::type("b");
+    Stage::key(Qt::Key_Tab);
+    EXPECT_EQ(list.stored(), "1,1=a 1,2=b ");
+    EXPECT_EQ(stage.focused(), other) << "after the last cell";
+    Stage::key(Qt::Key_Backtab);
+    EXPECT_EQ(stage.focused(), table);
+}
+
+TEST_F(EditorInTable, WhatIsComposedOpensTheEntryToo)
+{
+    stage.click(*table, at(1, 0));
+    QInputMethodEvent composing(QString::fromUtf8("か"), {});
+    QApplication::sendEvent(stage.surface, &composing);
+    ASSERT_TRUE(stage.editor());
+    QInputMethodEvent chosen;
+    chosen.setCommitString(QString::fromUtf8("蚊"));
+    QApplication::sendEvent(stage.editor(), &chosen);
+    EXPECT_EQ(stage.editor()->text(), QString::fromUtf8("蚊"));
+    Stage::key(Qt::Key_Escape);
+    QInputMethodEvent accent;
+    accent.setCommitString(QString::fromUtf8("é"));
+    QApplication::sendEvent(stage.surface, &accent);
+    EXPECT_EQ(table->edit().box()->getShownText(), L"\u00e9");
+}
+
+TEST_F(EditorInTable, TheTableMayGoInItsOwnCommit)
+{
+    list.onStore = [&] { stage.panel().destroyWidget(*table); };
+    stage.doubleClick(*table, at(1, 0));
+    Stage::type("x");
+    Stage::key(Qt::Key_Return);
+    EXPECT_EQ(list.stored(), "1,0=x ");
+    settle();
+    EXPECT_EQ(stage.surface->findChild<QLineEdit*>(), nullptr);
+}
+
+} // namespace
+} // namespace workbench::test
