@@ -5,6 +5,7 @@
 
 #include "oribund/host/canvas/Image.h"
 
+#include <QCache>
 #include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
@@ -53,10 +54,33 @@ double shareBefore(oribund::TextAlign align)
     return 0.0;
 }
 
+/** A picture as the painter draws it without converting it first, and what it was made from: that keeps its address. */
+struct Picture {
+    oribund::Image source;
+    QImage drawn;
+};
+
+/** Pictures are drawn again and again: the last of them are kept. */
+QImage pictureOf(const oribund::Image& image)
+{
+    constexpr int kMostKilobytes = 32 * 1024;
+    static QCache<const void*, Picture> pictures(kMostKilobytes);
+    if (const Picture* known = pictures.object(image.pixels()))
+        return known->drawn;
+    const QImage plain(reinterpret_cast<const uchar*>(image.pixels()->data()), image.size().x, image.size().y,
+                       QImage::Format_ARGB32);
+    const QImage drawn = plain.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    const auto kilobytes = static_cast<int>(drawn.sizeInBytes() / 512) + 1; // of source and picture
+    pictures.insert(image.pixels(), new Picture{image, drawn}, kilobytes);
+    return drawn;
+}
+
 } // namespace
 
 QPainterRenderer::QPainterRenderer(QPainter& painter)
-    : painter_(painter)
+    // What is moved to whole device pixels may come in from just outside.
+    : CanvasRenderer(painter.hasClipping() ? fromQt(painter.clipBoundingRect()).inset(-1.0) : kEverything)
+    , painter_(painter)
 {
     painter_.save();
     painter_.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
@@ -93,6 +117,18 @@ void QPainterRenderer::fillRect(const Box& box, const Colour& colour)
     painter_.setRenderHint(QPainter::Antialiasing, false);
     painter_.fillRect(snapped(toQt(box)), toQt(colour));
     painter_.setRenderHint(QPainter::Antialiasing);
+}
+
+void QPainterRenderer::fillColumns(const Box& box, std::span<const Colour> columns)
+{
+    if (box.empty() || columns.empty())
+        return;
+    QImage row(static_cast<int>(columns.size()), 1, QImage::Format_ARGB32);
+    auto* pixels = reinterpret_cast<QRgb*>(row.scanLine(0));
+    std::transform(columns.begin(), columns.end(), pixels, [](const Colour& colour) { return toQt(colour).rgba(); });
+    painter_.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform, false);
+    painter_.drawImage(snapped(toQt(box)), row.convertToFormat(QImage::Format_ARGB32_Premultiplied));
+    painter_.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
 }
 
 void QPainterRenderer::line(const XY<double>& from, const XY<double>& to, const Colour& colour, double width)
@@ -170,33 +206,31 @@ void QPainterRenderer::text(const Box& box, const oribund::WString& text, const 
 
 void QPainterRenderer::image(const Box& box, const oribund::Image& image, const Colour& tint)
 {
-    if (const auto* pixels = image.pixels()) {
-        const QImage picture(reinterpret_cast<const uchar*>(pixels->data()), image.size().x, image.size().y,
-                             QImage::Format_ARGB32);
-        painter_.drawImage(snapped(toQt(box)), picture);
+    if (image.pixels()) {
+        painter_.drawImage(snapped(toQt(box)), pictureOf(image));
     } else if (const auto glyph = glyphNamed(toQt(image.iconName()))) {
         paintGlyph(painter_, *glyph, toQt(box), toQt(tint));
     }
 }
 
-void QPainterRenderer::pushClip(const Box& box)
+void QPainterRenderer::clipPushed(const Box& box)
 {
     painter_.save();
     painter_.setClipRect(snapped(toQt(box)), Qt::IntersectClip);
 }
 
-void QPainterRenderer::popClip()
+void QPainterRenderer::clipPopped()
 {
     painter_.restore();
 }
 
-void QPainterRenderer::pushOrigin(const XY<double>& origin)
+void QPainterRenderer::originPushed(const XY<double>& origin)
 {
     painter_.save();
     painter_.translate(toQt(origin));
 }
 
-void QPainterRenderer::popOrigin()
+void QPainterRenderer::originPopped()
 {
     painter_.restore();
 }

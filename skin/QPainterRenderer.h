@@ -10,7 +10,8 @@ namespace workbench
 
 /**
  * Draws with a QPainter. Upright edges and lines are moved to the nearest device pixels, so that they are crisp at
- * every scale; all else is smoothed. The painter is not owned and is left as it was found.
+ * every scale; all else is smoothed. The painter is not owned and is left as it was found; where it has a clip, what
+ * lies outside that is left out.
  */
 class QPainterRenderer final : public oribund::CanvasRenderer
 {
@@ -29,10 +30,13 @@ public:
     void text(const oribund::Kt::Box<double>& box, const oribund::WString& text, const oribund::Glib::FontDesc& font,
               const oribund::Colour& colour, oribund::TextAlign align) override;
     void image(const oribund::Kt::Box<double>& box, const oribund::Image& image, const oribund::Colour& tint) override;
-    void pushClip(const oribund::Kt::Box<double>& box) override;
-    void popClip() override;
-    void pushOrigin(const oribund::XY<double>& origin) override;
-    void popOrigin() override;
+    void fillColumns(const oribund::Kt::Box<double>& box, std::span<const oribund::Colour> columns) override;
+
+protected:
+    void clipPushed(const oribund::Kt::Box<double>& box) override;
+    void clipPopped() override;
+    void originPushed(const oribund::XY<double>& origin) override;
+    void originPopped() override;
 
 private:
     QRectF snapped(const QRectF& rect) const;

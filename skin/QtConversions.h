@@ -70,6 +70,11 @@ inline QRectF toQt(const oribund::Kt::Box<double>& box)
     return {box.left, box.top, box.width(), box.height()};
 }
 
+inline oribund::Kt::Box<double> fromQt(const QRectF& rect)
+{
+    return oribund::Kt::Box<double>::fromSize({rect.x(), rect.y()}, {rect.width(), rect.height()});
+}
+
 inline oribund::Kt::Box<int> fromQt(const QRect& rect)
 {
     return oribund::Kt::Box<int>::fromSize({rect.x(), rect.y()}, {rect.width(), rect.height()});

@@ -57,6 +57,7 @@ TEST(RecordingRenderer, OriginsAndClipsNest)
         r.fillRect({0, 11, 5, 15}, kRed);
         r.line({0, 10}, {5, 10}, kRed, 1.0);
         EXPECT_EQ(r.depth(), 4u);
+        EXPECT_EQ(r.clipBox(), (Kt::Box<double>{0, 0, 15, 10}));
     }
     r.fillRect({0, 0, 1, 1}, kRed);
     EXPECT_EQ(r.depth(), 0u);
@@ -68,7 +69,9 @@ TEST(RecordingRenderer, OriginsAndClipsNest)
 
 TEST(RecordingRenderer, AnEmptyClipHidesEverything)
 {
-    RecordingRenderer r;
+    RecordingRenderer r({0, 0, 20, 20});
+    r.fillRect({21, 0, 30, 20}, kRed);
+    EXPECT_EQ(r.clipBox(), (Kt::Box<double>{0, 0, 20, 20})) << "what is exposed";
     const ClipGuard left(r, {0, 0, 5, 5});
     const ClipGuard right(r, {10, 10, 15, 15});
     r.fillRect({0, 0, 20, 20}, kRed);
@@ -99,6 +102,15 @@ TEST(RecordingRenderer, FindsAndCompares)
     b.clear();
     b.fillRect({0, 0, 4, 4}, kRed.withAlpha(0.99));
     EXPECT_NE(a.primitives()[0], b.primitives()[0]);
+}
+
+TEST(CanvasRenderer, ColumnsShareTheBoxAndNeighboursOfOneColourAreOne)
+{
+    RecordingRenderer r;
+    const std::array<Colour, 4> columns{kRed, kRed, kBlue, CanvasRenderer::kNone};
+    r.fillColumns({10, 0, 18, 5}, columns);
+    r.fillColumns({0, 0, 5, 5}, {});
+    EXPECT_EQ(r.toString(), "Rect [10,0 4x5] #ff0000\nRect [14,0 2x5] #0000ff\n");
 }
 
 TEST(CanvasRenderer, AFrameCoversEachOfItsPixelsOnce)

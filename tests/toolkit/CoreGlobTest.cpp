@@ -92,14 +92,45 @@ TEST(Redraws, MovingInvalidatesTheOldPlaceAndTheNew)
     RecordingRenderer renderer;
     scene.canvas.draw(renderer);
     a->setPosition({50, 20});
-    EXPECT_EQ(scene.canvas.dirtyRegion(), (Kt::Box<int>{0, 0, 60, 30}));
+    EXPECT_EQ(scene.canvas.dirtyRegion().boxes(), (std::vector<Kt::Box<int>>{{0, 0, 10, 10}, {50, 20, 60, 30}}));
     scene.canvas.draw(renderer);
     scene.panel->removeChild(*a).reset();
-    EXPECT_EQ(scene.canvas.dirtyRegion(), (Kt::Box<int>{50, 20, 60, 30}));
+    EXPECT_EQ(scene.canvas.dirtyRegion().bounds(), (Kt::Box<int>{50, 20, 60, 30}));
     Probe* b = scene.add("b", {5, 5, 10, 10});
     scene.canvas.draw(renderer);
     delete b;
-    EXPECT_EQ(scene.canvas.dirtyRegion(), (Kt::Box<int>{5, 5, 10, 10}));
+    EXPECT_EQ(scene.canvas.dirtyRegion().bounds(), (Kt::Box<int>{5, 5, 10, 10}));
+}
+
+TEST(Redraws, OfAPartAreOfThatPartAndDrawWhatIsInItAlone)
+{
+    Scene scene;
+    Probe* a = scene.add("a", {10, 10, 110, 60});
+    scene.add("b", {120, 10, 190, 60});
+    RecordingRenderer all;
+    scene.canvas.draw(all);
+    const unsigned before = a->repaintCount();
+    {
+        const RedrawHold hold;
+        a->redraw({0, 0, 2, 50});
+        a->redraw({90, 0, 120, 50});
+        a->redraw({200, 0, 210, 50});
+    }
+    EXPECT_EQ(scene.canvas.dirtyRegion().boxes(), (std::vector<Kt::Box<int>>{{10, 10, 12, 60}, {100, 10, 110, 60}}));
+    EXPECT_EQ(a->repaintCount(), before + 1);
+    {
+        const RedrawHold hold;
+        a->redraw({0, 0, 2, 50});
+        a->redraw();
+    }
+    EXPECT_EQ(scene.canvas.dirtyRegion().bounds(), a->box());
+    RecordingRenderer part(Kt::Box<double>{120, 0, 125, 20});
+    int draws = 0;
+    a->onDraw = [&] { ++draws; };
+    scene.canvas.draw(part);
+    EXPECT_EQ(draws, 0) << "it lies outside";
+    scene.canvas.draw(all);
+    EXPECT_EQ(draws, 1);
 }
 
 TEST(Tree, APositionIsThatInTheParent)

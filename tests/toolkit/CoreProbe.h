@@ -40,6 +40,12 @@ public:
         return answer;
     }
 
+    void draw(CanvasRenderer&) override
+    {
+        if (onDraw)
+            onDraw();
+    }
+
     std::size_t count(EventCode code) const
     {
         std::size_t n = 0;
@@ -52,6 +58,7 @@ public:
 
     bool takes = false;
     std::function<void(const Event&)> onEvent;
+    std::function<void()> onDraw;
     std::string* journal = nullptr;
     std::vector<Event> seen;
 

@@ -28,7 +28,7 @@ bool Canvas::inject(const Event& event)
 
 void Canvas::draw(CanvasRenderer& renderer)
 {
-    dirty_ = {};
+    dirty_.clear();
     if (client_)
         client_->drawContents(renderer);
 }
@@ -41,7 +41,7 @@ Glob* Canvas::focusOwner() const
 void Canvas::invalidate(const Kt::Box<int>& region)
 {
     const Kt::Box<int> inside = region.intersect(box());
-    dirty_ = dirty_.unite(inside);
+    dirty_.add(inside);
     if (client_ && !inside.empty())
         client_->regionChanged(inside);
 }

@@ -3,6 +3,7 @@
 #include "oribund/host/base/Box.h"
 #include "oribund/host/base/Export.h"
 #include "oribund/host/base/XY.h"
+#include "oribund/host/canvas/DirtyRegion.h"
 
 #include <memory>
 
@@ -59,7 +60,7 @@ public:
     Glob* focusOwner() const;
 
     /** What has to be drawn again since the last draw(); empty when nothing has. */
-    const Kt::Box<int>& dirtyRegion() const { return dirty_; }
+    const DirtyRegion& dirtyRegion() const { return dirty_; }
 
     /** Marks a region as out of date, within the canvas. */
     void invalidate(const Kt::Box<int>& region);
@@ -78,7 +79,7 @@ private:
     XY<int> size_;
     double scale_ = 1.0;
     Skin* skin_ = nullptr;
-    Kt::Box<int> dirty_;
+    DirtyRegion dirty_;
     unsigned repaints_ = 0;
     std::unique_ptr<CanvasClient> client_;
 };

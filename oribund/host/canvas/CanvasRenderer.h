@@ -8,6 +8,7 @@
 #include "oribund/host/canvas/FontDesc.h"
 
 #include <span>
+#include <vector>
 
 namespace oribund
 {
@@ -30,7 +31,14 @@ class ORIBUND_API CanvasRenderer
 public:
     virtual ~CanvasRenderer();
 
+    /** All that can be seen of what is drawn now lies in this box, in the present coordinates; empty for nothing. */
+    Kt::Box<double> clipBox() const { return clips_.back().movedBy(XY<double>() - origins_.back()); }
+
     virtual void fillRect(const Kt::Box<double>& box, const Colour& colour) = 0;
+
+    /** Fills the box with upright strips of one width, a colour for each, from left to right. */
+    virtual void fillColumns(const Kt::Box<double>& box, std::span<const Colour> columns);
+
     virtual void line(const XY<double>& from, const XY<double>& to, const Colour& colour, double width = 1.0) = 0;
 
     /** Joined lines through the points, not closed. */
@@ -50,12 +58,15 @@ public:
     /** The picture stretched to the box; `tint` colours an icon and is ignored for pixels. */
     virtual void image(const Kt::Box<double>& box, const Image& image, const Colour& tint) = 0;
 
-    virtual void pushClip(const Kt::Box<double>& box) = 0;
-    virtual void popClip() = 0;
+    void pushClip(const Kt::Box<double>& box);
+    void popClip();
 
     /** Makes `origin`, in the present coordinates, the new (0, 0). */
-    virtual void pushOrigin(const XY<double>& origin) = 0;
-    virtual void popOrigin() = 0;
+    void pushOrigin(const XY<double>& origin);
+    void popOrigin();
+
+    /** Clips and origins that are pushed and not popped; 0 between draw calls. */
+    std::size_t depth() const { return clips_.size() + origins_.size() - 2; }
 
     /** The four edges of the box as lines that lie wholly inside it, each `width` thick. */
     void frameRect(const Kt::Box<double>& box, const Colour& colour, double width = 1.0);
@@ -69,6 +80,31 @@ public:
 
     /** Draws nothing. */
     static constexpr Colour kNone{0.0, 0.0, 0.0, 0.0};
+
+protected:
+    /** For a renderer that shows all that is drawn. */
+    static constexpr Kt::Box<double> kEverything{-1e9, -1e9, 1e9, 1e9};
+
+    /** `exposed` is what is to be drawn at most: what lies outside is left out. */
+    explicit CanvasRenderer(const Kt::Box<double>& exposed = kEverything);
+
+    /** In the coordinates of the origin pushed last, as what is drawn. */
+    virtual void clipPushed(const Kt::Box<double>&) {}
+
+    virtual void clipPopped() {}
+
+    virtual void originPushed(const XY<double>&) {}
+
+    virtual void originPopped() {}
+
+    /** Where the origin pushed last lies, in the coordinates that held at first; and the clip, in the same. */
+    const XY<double>& origin() const { return origins_.back(); }
+
+    const Kt::Box<double>& clip() const { return clips_.back(); }
+
+private:
+    std::vector<Kt::Box<double>> clips_;
+    std::vector<XY<double>> origins_;
 };
 
 /** Clips for the length of a scope. */

@@ -146,13 +146,10 @@ std::vector<XY<double>> RecordingRenderer::placed(std::span<const XY<double>> po
 
 void RecordingRenderer::add(Primitive primitive, const Kt::Box<double>& bounds)
 {
-    if (!clips_.empty()) {
-        const Kt::Box<double>& clip = clips_.back();
-        if (!clip.intersects(bounds))
-            return;
-        if (!clip.contains(bounds))
-            primitive.clip = clip;
-    }
+    if (!clip().intersects(bounds))
+        return;
+    if (!clip().contains(bounds))
+        primitive.clip = clip();
     primitives_.push_back(std::move(primitive));
 }
 
@@ -253,29 +250,6 @@ void RecordingRenderer::image(const Kt::Box<double>& box, const Image& image, co
     p.colour = image.pixels() ? kNone : tint;
     const auto bounds = p.box;
     add(std::move(p), bounds);
-}
-
-void RecordingRenderer::pushClip(const Kt::Box<double>& box)
-{
-    const Kt::Box<double> placedBox = box.movedBy(origin());
-    clips_.push_back(clips_.empty() ? placedBox : clips_.back().intersect(placedBox));
-}
-
-void RecordingRenderer::popClip()
-{
-    if (!clips_.empty())
-        clips_.pop_back();
-}
-
-void RecordingRenderer::pushOrigin(const XY<double>& newOrigin)
-{
-    origins_.push_back(origin() + newOrigin);
-}
-
-void RecordingRenderer::popOrigin()
-{
-    if (!origins_.empty())
-        origins_.pop_back();
 }
 
 } // namespace oribund

@@ -36,6 +36,14 @@ ORIBUND_API std::ostream& operator<<(std::ostream& stream, const Primitive& prim
 class ORIBUND_API RecordingRenderer final : public CanvasRenderer
 {
 public:
+    RecordingRenderer() = default;
+
+    /** Records what is seen in a part of a canvas. */
+    explicit RecordingRenderer(const Kt::Box<double>& exposed)
+        : CanvasRenderer(exposed)
+    {
+    }
+
     const std::vector<Primitive>& primitives() const { return primitives_; }
 
     void clear() { primitives_.clear(); }
@@ -49,9 +57,6 @@ public:
     /** One line for each primitive. */
     std::string toString() const;
 
-    /** Clips and origins that are pushed and not popped; 0 between draw calls. */
-    std::size_t depth() const { return clips_.size() + origins_.size(); }
-
     void fillRect(const Kt::Box<double>& box, const Colour& colour) override;
     void line(const XY<double>& from, const XY<double>& to, const Colour& colour, double width) override;
     void polyline(std::span<const XY<double>> points, const Colour& colour, double width) override;
@@ -62,20 +67,12 @@ public:
     void text(const Kt::Box<double>& box, const WString& text, const Glib::FontDesc& font, const Colour& colour,
               TextAlign align) override;
     void image(const Kt::Box<double>& box, const Image& image, const Colour& tint) override;
-    void pushClip(const Kt::Box<double>& box) override;
-    void popClip() override;
-    void pushOrigin(const XY<double>& origin) override;
-    void popOrigin() override;
 
 private:
-    XY<double> origin() const { return origins_.empty() ? XY<double>() : origins_.back(); }
-
     std::vector<XY<double>> placed(std::span<const XY<double>> points) const;
     void add(Primitive primitive, const Kt::Box<double>& bounds);
 
     std::vector<Primitive> primitives_;
-    std::vector<Kt::Box<double>> clips_;
-    std::vector<XY<double>> origins_;
 };
 
 } // namespace oribund

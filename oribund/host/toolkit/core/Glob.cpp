@@ -2,6 +2,7 @@
 
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/canvas/CanvasRenderer.h"
+#include "oribund/host/canvas/DirtyRegion.h"
 #include "oribund/host/toolkit/core/EventRouter.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
 #include "oribund/host/toolkit/core/Skin.h"
@@ -15,8 +16,8 @@ namespace oribund
 namespace
 {
 
-/** Changes that are seen on the screen. */
-constexpr unsigned kSeen = PeerChange::kAll & ~(PeerChange::kTooltip | PeerChange::kCursor);
+/** Changes after which all of it has to be drawn again. */
+constexpr unsigned kSeen = PeerChange::kGeometry | PeerChange::kVisible | PeerChange::kContents;
 
 } // namespace
 
@@ -288,7 +289,7 @@ void Glob::draw(CanvasRenderer&) {}
 
 void Glob::drawTree(CanvasRenderer& renderer)
 {
-    if (!isVisible())
+    if (!isVisible() || !renderer.clipBox().intersects(CanvasRenderer::toDouble(box())))
         return;
     const OriginGuard origin(renderer, {double(position_.x), double(position_.y)});
     const ClipGuard clip(renderer, CanvasRenderer::toDouble(localBox()));
@@ -302,13 +303,29 @@ void Glob::redraw()
     changed(PeerChange::kContents);
 }
 
+void Glob::redraw(const Kt::Box<int>& part)
+{
+    const Kt::Box<int> seen = part.intersect(localBox());
+    if (seen.empty())
+        return;
+    if (!dirtyParts_)
+        dirtyParts_ = std::make_unique<DirtyRegion>();
+    dirtyParts_->add(seen);
+    changed(PeerChange::kPart);
+}
+
 void Glob::performRedraw(unsigned changes)
 {
+    const std::unique_ptr<DirtyRegion> parts = std::move(dirtyParts_);
     if (!isOpen())
         return;
-    if ((changes & kSeen) != 0 && isShown()) {
+    if ((changes & (kSeen | PeerChange::kPart)) != 0 && isShown()) {
         ++repaints_;
-        canvas()->repainted(Kt::Box<int>::fromSize(toCanvas({}), size_));
+        const bool whole = (changes & kSeen) != 0 || !parts;
+        const XY<int> at = toCanvas({});
+        canvas()->repainted(Kt::Box<int>::fromSize(at, whole ? size_ : XY<int>()));
+        for (std::size_t i = 0; !whole && i < parts->boxes().size(); ++i)
+            canvas()->invalidate(parts->boxes()[i].movedBy(at));
     }
     if (Skin* skin = canvas()->skin())
         skin->globChanged(*this, changes);

@@ -19,6 +19,7 @@ namespace oribund
 
 class Canvas;
 class CanvasRenderer;
+class DirtyRegion;
 class Event;
 class TextBox;
 
@@ -199,6 +200,9 @@ public:
 
     void redraw();
 
+    /** The same for a part of it, in its own coordinates. */
+    void redraw(const Kt::Box<int>& part);
+
     unsigned repaintCount() const { return repaints_; }
 
     /** For GlobRef: false once the glob is gone. */
@@ -262,6 +266,7 @@ private:
     Glob* parent_ = nullptr;
     std::vector<std::unique_ptr<Glob>> children_;
     Canvas* canvas_ = nullptr;
+    std::unique_ptr<DirtyRegion> dirtyParts_; ///< that redraw() was asked for and the canvas was not told of yet
     mutable std::shared_ptr<bool> token_;
     XY<int> position_;
     XY<int> size_;

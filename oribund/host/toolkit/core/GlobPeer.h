@@ -17,6 +17,7 @@ inline constexpr unsigned kTooltip = 128; ///< and accessible name
 inline constexpr unsigned kFocus = 256;   ///< Glob::hasFocus()
 inline constexpr unsigned kCursor = 512;
 inline constexpr unsigned kAll = 1023;
+inline constexpr unsigned kPart = 1024; ///< a part of what the glob draws itself
 
 /** What an adaptor or the user has changed about a control, which draws it as well. */
 inline constexpr unsigned kLook = kState | kContents;
