@@ -18,6 +18,8 @@ public:
 
     void drawContents(CanvasRenderer& renderer) override { renderer.fillRect({0, 0, 5, 5}, Colour::fromRGB(0xff0000)); }
 
+    void regionChanged(const Kt::Box<int>&) override {}
+
     Glob* focusOwner() const override { return nullptr; }
 };
 
