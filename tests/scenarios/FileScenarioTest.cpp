@@ -1,5 +1,6 @@
 #include "tests/scenarios/Scenario.h"
 #include "workbench/app/files/ExportBar.h"
+#include "workbench/app/files/MediaFinder.h"
 #include "workbench/store/ProjectFile.h"
 
 #include <QApplication>
@@ -28,7 +29,7 @@ protected:
     FileScenario() { openClip(); }
 
     /** Presses the button that begins so in the next question. */
-    static void press(const char* words)
+    static void pressButton(const char* words)
     {
         QTimer::singleShot(20, [words] {
             for (QAbstractButton* button : QApplication::activeModalWidget()->findChildren<QAbstractButton*>())
@@ -77,7 +78,7 @@ protected:
 
     bool recover()
     {
-        press("Recover");
+        pressButton("Recover");
         const bool done = window_->files().offerRecovery(recovery());
         settle();
         return done;
@@ -97,11 +98,11 @@ TEST_F(FileScenario, WhatACrashHasLeftIsSafeUntilItIsSavedOrGivenUpForGood)
 
     // To be given up for a project that then cannot be opened is not to be lost.
     std::ofstream(folder_ / "broken.mlt") << "<mlt";
-    press("Discard");
+    pressButton("Discard");
     window_->files().open({(folder_ / "broken.mlt").string()});
     EXPECT_EQ(copies(), 1u);
     EXPECT_TRUE(document_->isModified());
-    press("Cancel");
+    pressButton("Cancel");
     EXPECT_FALSE(window_->close()) << "it asks again";
 
     ASSERT_TRUE(document_->save(film_.string()));
@@ -111,7 +112,7 @@ TEST_F(FileScenario, WhatACrashHasLeftIsSafeUntilItIsSavedOrGivenUpForGood)
     crash(film_);
     ASSERT_TRUE(recover());
     EXPECT_EQ(document_->path(), film_);
-    press("Discard");
+    pressButton("Discard");
     EXPECT_TRUE(window_->close());
     EXPECT_EQ(copies(), 0u) << "the program ends without it";
 }
@@ -151,10 +152,10 @@ TEST_F(FileScenario, SavingOverAFileThatChangedAsks)
     ASSERT_TRUE(window_->files().save()) << "nothing else has touched it";
     std::ofstream(film_, std::ios::app) << "<!-- by hand -->";
     ASSERT_TRUE(split(10));
-    press("Cancel");
+    pressButton("Cancel");
     EXPECT_FALSE(window_->files().save());
     EXPECT_EQ(segmentsIn(film_), 2u);
-    press("Replace");
+    pressButton("Replace");
     EXPECT_TRUE(window_->files().save());
     EXPECT_EQ(segmentsIn(film_), 3u);
     EXPECT_TRUE(window_->files().save()) << "and then it is ours again";
@@ -163,7 +164,7 @@ TEST_F(FileScenario, SavingOverAFileThatChangedAsks)
     crash(film_);
     std::ofstream(film_, std::ios::app) << "<!-- by hand -->";
     ASSERT_TRUE(recover());
-    press("Cancel");
+    pressButton("Cancel");
     EXPECT_FALSE(window_->files().save());
 
     // A project is never saved over what it is made of.
@@ -173,6 +174,48 @@ TEST_F(FileScenario, SavingOverAFileThatChangedAsks)
     fs::create_symlink("clip.mp4", folder_ / "clip.mlt");
     EXPECT_FALSE(document_->save((folder_ / "clip.mlt").string()));
     EXPECT_EQ(fs::file_size(folder_ / "clip.mp4"), fs::file_size(SampleMedia::clip()));
+}
+
+TEST_F(FileScenario, MediaThatMovedAreFoundAgainTogetherAsOneStep)
+{
+    const fs::path old = folder_ / "old";
+    const fs::path now = folder_ / "now/deeper";
+    // One name is no UTF-8.
+    const std::string names[] = {"one.mp4", "two \xff.mp4", "short.mp4"};
+    fs::create_directories(old);
+    fs::create_directories(now.parent_path());
+    for (const std::string& name : names)
+        fs::copy_file(SampleMedia::clip(), old / name);
+    window_->files().open({old / names[0], old / names[1], old / names[2]});
+    settle();
+    ASSERT_EQ(segments(), 4u);
+    ASSERT_TRUE(document_->save(film_.string()));
+    fs::rename(old, now);
+    fs::copy_file(SampleMedia::make("moment.mp4", "-f lavfi -i testsrc=d=0.2 -t 0.2"), now / names[2],
+                  fs::copy_options::overwrite_existing);
+    ASSERT_TRUE(document_->open(film_.string()));
+    EXPECT_THAT(host_.shown.back(), HasSubstr("one.mp4 is not there, and 2 more are not"));
+    const EditData lost = workspace_->edit().snapshot();
+
+    MediaFinder finder(*workspace_);
+    ASSERT_EQ(finder.missing().size(), 3u);
+    EXPECT_EQ(finder.missing()[1].info.path, old / names[1]);
+    bool done = false;
+    finder.relink(finder.missing().front(), now / names[0], [&] { done = true; });
+    EXPECT_TRUE(QTest::qWaitFor([&] { return done; }, 20000));
+    ASSERT_EQ(finder.missing().size(), 1u) << "what is too short is not taken for it";
+    EXPECT_EQ(finder.missing().front().info.path, old / names[2]);
+    const EditData found = workspace_->edit().snapshot();
+    EXPECT_EQ(found.media[1].info.path, now / names[0]);
+    EXPECT_EQ(found.media[2].info.path, now / names[1]);
+    EXPECT_EQ(found.tracks, lost.tracks);
+    press(Command::Undo);
+    EXPECT_EQ(workspace_->edit().snapshot(), lost);
+    press(Command::Redo);
+    EXPECT_EQ(workspace_->edit().snapshot(), found);
+    ASSERT_TRUE(document_->save(film_.string()));
+    ASSERT_TRUE(document_->open(film_.string()));
+    EXPECT_EQ(workspace_->edit().snapshot(), found);
 }
 
 TEST_F(FileScenario, ClosingDuringAnExportWaitsCancelsOrStays)
@@ -185,16 +228,16 @@ TEST_F(FileScenario, ClosingDuringAnExportWaitsCancelsOrStays)
     };
     ASSERT_TRUE(exportTo("one.mp4"));
     EXPECT_FALSE(exportTo("two.mp4")) << "one at a time";
-    press("Stay");
+    pressButton("Stay");
     EXPECT_FALSE(window_->close());
-    press("Wait");
+    pressButton("Wait");
     EXPECT_FALSE(window_->close());
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window_->isVisible(); }, 60000));
     EXPECT_GT(fs::file_size(folder_ / "one.mp4"), 0u);
 
     show();
     ASSERT_TRUE(exportTo("three.mp4"));
-    press("Cancel");
+    pressButton("Cancel");
     EXPECT_TRUE(window_->close());
     window_.reset();
     std::set<std::string> left;

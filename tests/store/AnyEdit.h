@@ -25,7 +25,8 @@ public:
         edit.name = text();
         edit.format = {1 + below(4000), 1 + below(3000), 30000, 1001, 1 + below(99), 1 + below(99), 601};
         for (int i = 0; i < 3; ++i)
-            edit.media.push_back({id(), media("/media/" + text() + std::to_string(i), below(2) * 900)});
+            edit.media.push_back({id(), media("/media/" + text() + (below(4) ? "" : "%41\xff\xc3") + std::to_string(i),
+                                              below(2) * 900)});
         for (int i = below(4); i >= 0; --i)
             edit.tracks.push_back(track(edit));
         double time = 0.0;

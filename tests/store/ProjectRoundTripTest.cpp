@@ -1,6 +1,7 @@
 #include "tests/store/AnyEdit.h"
 #include "tests/store/TemporaryFolder.h"
 #include "workbench/store/ProjectFile.h"
+#include "workbench/store/files/MediaPaths.h"
 
 #include <gmock/gmock.h>
 
@@ -109,6 +110,19 @@ TEST(ProjectRoundTrip, NamesMediaBesideTheProjectRelativeToIt)
     ASSERT_TRUE(after);
     EXPECT_EQ(after.edit->media[0].info.path, elsewhere / "clips/a b.mp4") << "they moved together";
     EXPECT_EQ(after.missingMedia.size(), 2u);
+}
+
+TEST(ProjectRoundTrip, FindsMediaThatMovedTogether)
+{
+    using Places = std::vector<std::filesystem::path>;
+    const auto first = [](const char* from, const char* to, const char* other) {
+        return placesAfterMove(from, to, other).front();
+    };
+    EXPECT_EQ(first("/old/shoot/a/1.mp4", "/new/disk/shoot/a/1.mp4", "/old/shoot/b/2.mp4"), "/new/disk/shoot/b/2.mp4");
+    EXPECT_EQ(first("/media/1.mp4", "/media/renamed.mp4", "/media/b/2.mp4"), "/media/b/2.mp4");
+    EXPECT_EQ(first("/media/1.mp4", "/new/one.mp4", "/media/b/2.mp4"), "/new/b/2.mp4");
+    EXPECT_EQ(placesAfterMove("/a/1.mp4", "/b/1.mp4", "/elsewhere/2.mp4"), (Places{"/b/2.mp4"}))
+        << "it lay nowhere near, but may have been collected";
 }
 
 TEST(ProjectRoundTrip, TakesAMillionKeyframes)

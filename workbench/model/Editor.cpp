@@ -163,6 +163,34 @@ EditOutcome Editor::addClip(const Clip& clip, int start, Collision collision)
     return EditOutcome::done(first);
 }
 
+EditOutcome Editor::relinkMedia(const MediaData& media)
+{
+    if (const char* reason = locked())
+        return EditOutcome::refuse(reason);
+    const Timeline& timeline = edit_.timeline();
+    const MediaData* const before = timeline.findMedia(media.id);
+    if (!before)
+        return EditOutcome::refuse("There is no such media file in the edit.");
+    std::set<ObjectId> tracks;
+    for (const auto& track : timeline.tracks())
+        for (const Segment* segment : track->segments) {
+            if (segment->data.media != media.id)
+                continue;
+            tracks.insert(track->id());
+            if (track->data.kind == TrackKind::Video ? !media.info.hasVideo : !media.info.hasAudio)
+                return EditOutcome::refuse(track->data.kind == TrackKind::Video ? "It has no picture."
+                                                                                : "It has no sound.");
+            if (!media.info.isStill() &&
+                segment->data.in + segment->data.length > mediaLength(media.info, edit_.format()))
+                return EditOutcome::refuse("It is shorter than what the edit shows of it.");
+        }
+    EditOperation operation(edit_, "Find " + media.info.path.substr(media.info.path.find_last_of('/') + 1));
+    operation.perform(assignment(*before, media));
+    for (const ObjectId track : tracks)
+        operation.repairTransitions(track);
+    return EditOutcome::done(media.id);
+}
+
 EditOutcome Editor::removeSegment(ObjectId id)
 {
     if (const char* reason = locked())

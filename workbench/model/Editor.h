@@ -43,6 +43,10 @@ public:
     /** Puts a clip at a frame: a segment for its picture, one for its sound, linked. Yields the first of them. */
     EditOutcome addClip(const Clip& clip, int start, Collision collision = Collision::Refuse);
 
+    /** Says where a media file is now and what is in it; all who show it show that. Refused where the edit uses more
+        of it than there is. */
+    EditOutcome relinkMedia(const MediaData& media);
+
     /** Removes the segment and those linked to it, with their transitions. */
     EditOutcome removeSegment(ObjectId segment);
 

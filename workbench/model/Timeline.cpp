@@ -261,6 +261,11 @@ void Timeline::erase(const MediaData& media)
     media_.erase(byId(media_, media.id));
 }
 
+void Timeline::assign(const MediaData& media)
+{
+    *byId(media_, media.id) = media;
+}
+
 void Timeline::insert(const oribund::Cue& cue)
 {
     used(objectOf(cue.id));

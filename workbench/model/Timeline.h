@@ -99,6 +99,7 @@ public:
     void assign(const TransitionRecord& record);
     void assign(const ParamRecord& record);
     void assign(const TrackState& state);
+    void assign(const MediaData& media);
     void assign(const oribund::Cue& cue);
 
 private:

@@ -19,7 +19,8 @@ class EffectCatalogue;
  * tangents, cues, names, identities) rides along in properties that begin with "oribund:", and is what is read back.
  *
  * Media that lies in the project's folder or below is named relative to it, so that the two can be moved together. The
- * folder of a project that is reached through a link is the one in which its file really lies.
+ * folder of a project that is reached through a link is the one in which its file really lies. A name that is not UTF-8
+ * is saved as textOfPath() says; `melt` does not find such a file.
  */
 
 /** Things that a project remembers and that are no part of the edit, such as the current time: names and values. */

@@ -44,11 +44,15 @@ void sayWhatWasMended(const std::string& file, const std::vector<std::string>& w
 
 void sayWhatIsMissing(const EditData& edit, const std::vector<ObjectId>& missing)
 {
-    for (const MediaData& media : edit.media)
-        for (const ObjectId id : missing)
-            if (media.id == id)
-                say("The media file " + media.info.path +
-                    " is not there. Its segments are kept; put the file back and open the project again.");
+    const auto first = std::find_if(edit.media.begin(), edit.media.end(), [&missing](const MediaData& media) {
+        return std::find(missing.begin(), missing.end(), media.id) != missing.end();
+    });
+    if (first == edit.media.end())
+        return;
+    std::string text = "The media file " + first->info.path + " is not there";
+    if (missing.size() > 1)
+        text += ", and " + std::to_string(missing.size() - 1) + " more are not";
+    say(text + ". Nothing of the edit is lost: choose File > Find missing media, and say where they are now.");
 }
 
 } // namespace

@@ -7,6 +7,7 @@
 #include "workbench/app/files/MediaImporter.h"
 #include "workbench/app/session/PreferenceKeys.h"
 #include "workbench/app/session/Say.h"
+#include "workbench/store/files/PathText.h"
 #include "workbench/store/files/UnfinishedFile.h"
 
 #include <QDateTime>
@@ -50,6 +51,7 @@ FileCommands::FileCommands(Workspace& workspace, Document& document, MediaImport
     , importer_(importer)
     , exportBar_(exportBar)
     , window_(window)
+    , finder_(workspace)
 {
 }
 
@@ -101,8 +103,42 @@ void FileCommands::open(const std::vector<std::string>& paths)
 void FileCommands::openProject(const std::string& path)
 {
     if (mayGiveUpChanges() && document_.open(path))
-        oribund::prefs().setPreference(PreferenceKeys::kLastProject,
-                                       oribund::String(document_.path().string().c_str()));
+        rememberProject();
+}
+
+void FileCommands::rememberProject() const
+{
+    oribund::prefs().setPreference(PreferenceKeys::kLastProject,
+                                   oribund::String(textOfPath(document_.path().string()).c_str()));
+}
+
+void FileCommands::findMedia()
+{
+    if (finder_.missing().empty())
+        return say("No media file is missing.", oribund::MessageSink::Severity::Information);
+    findMediaExcept({});
+}
+
+void FileCommands::findMediaExcept(const std::set<ObjectId>& asked)
+{
+    std::vector<MediaData> missing = finder_.missing();
+    std::erase_if(missing, [&asked](const MediaData& media) { return asked.contains(media.id); });
+    if (missing.empty())
+        return;
+    const MediaData& media = missing.front();
+    const QFileInfo file(QString::fromStdString(media.info.path));
+    // In what is left of its folder, at first.
+    QString folder = file.absolutePath();
+    while (!QFileInfo(folder).isDir())
+        folder = QFileInfo(folder).absolutePath();
+    const QString found = QFileDialog::getOpenFileName(
+        &window_, QStringLiteral("Where is %1 now?").arg(QString::fromStdString(quotedFile(media.info.path))),
+        folder == QDir::rootPath() ? folderFor(kMedia) : folder, QStringLiteral("All files (*)"));
+    if (found.isEmpty())
+        return;
+    std::set<ObjectId> next = asked;
+    next.insert(media.id);
+    finder_.relink(media, found.toStdString(), [this, next] { findMediaExcept(next); });
 }
 
 bool FileCommands::save()
@@ -149,7 +185,7 @@ bool FileCommands::saveAs()
     if (!document_.save(file.toStdString()))
         return false;
     rememberFolder(kProjects, file);
-    oribund::prefs().setPreference(PreferenceKeys::kLastProject, oribund::String(document_.path().string().c_str()));
+    rememberProject();
     return true;
 }
 

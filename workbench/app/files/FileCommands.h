@@ -1,9 +1,11 @@
 #pragma once
 
 #include "workbench/app/files/Document.h"
+#include "workbench/app/files/MediaFinder.h"
 
 #include <QString>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -34,6 +36,15 @@ public:
     bool saveAs();
     void askAndExport();
 
+    /** Asks, one after the other, where missing media are now. */
+    void findMedia();
+
+    /** Whether files are being read that were found. */
+    bool isBusy() const { return finder_.isBusy(); }
+
+    /** The project that the next run opens. */
+    void rememberProject() const;
+
     /** Asks what to do with changes that are not saved; false when the user wants to go on with them. */
     bool mayGiveUpChanges();
 
@@ -53,6 +64,7 @@ private:
     void rememberFolder(const char* what, const QString& file) const;
     void openProject(const std::string& path);
     bool saveOverChangedFile();
+    void findMediaExcept(const std::set<ObjectId>& asked);
 
     Workspace& workspace_;
     Document& document_;
@@ -60,6 +72,7 @@ private:
     ExportBar& exportBar_;
     QWidget& window_;
     QString mediaFolder_;
+    MediaFinder finder_;
 };
 
 } // namespace workbench

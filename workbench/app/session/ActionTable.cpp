@@ -24,6 +24,7 @@ const Entry kEntries[] = {
     {Command::Open, "&File", "&Open media or project\u2026", "Ctrl+O", Glyph::Open},
     {Command::Save, "&File", "&Save", "Ctrl+S", Glyph::Save, true},
     {Command::SaveAs, "&File", "Save &as\u2026", "Ctrl+Shift+S", {}},
+    {Command::FindMedia, "&File", "Find missing &media\u2026", "", {}, true},
     {Command::Export, "&File", "&Export\u2026", "Ctrl+E", Glyph::Export, true},
     {Command::Quit, "&File", "&Quit", "Ctrl+Q", {}, true},
     {Command::Undo, "&Edit", "&Undo", "Ctrl+Z", Glyph::Undo},

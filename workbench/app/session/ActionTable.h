@@ -23,6 +23,7 @@ enum class Command {
     Open,
     Save,
     SaveAs,
+    FindMedia,
     Export,
     Quit,
     Undo,

@@ -15,6 +15,7 @@
 #include "workbench/app/window/KeyPolicy.h"
 #include "workbench/app/window/MainWindow.h"
 #include "workbench/store/files/FilePreferences.h"
+#include "workbench/store/files/PathText.h"
 #include "workbench/store/files/ScratchFolder.h"
 #include "workbench/store/files/StandardFolders.h"
 
@@ -59,7 +60,7 @@ void openAtStart(MainWindow& window, const CommandLine& commandLine, const std::
             say(quotedFile(file) + " was not opened, because a project was recovered. Save that first.");
         return;
     }
-    const std::string last = oribund::prefs().getPreference(PreferenceKeys::kLastProject, "").c_str();
+    const std::string last = pathOfText(oribund::prefs().getPreference(PreferenceKeys::kLastProject, "").c_str());
     std::error_code error;
     if (!commandLine.files.empty())
         window.files().open(commandLine.files);

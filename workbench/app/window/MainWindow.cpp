@@ -39,7 +39,8 @@ std::vector<std::string> localFilesOf(const QMimeData& data)
     std::vector<std::string> paths;
     for (const QUrl& url : data.urls())
         if (url.isLocalFile())
-            paths.push_back(url.toLocalFile().toStdString());
+            // Byte by byte: a name need not be UTF-8.
+            paths.push_back(QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1()).toStdString());
     return paths;
 }
 } // namespace
@@ -143,9 +144,13 @@ QDockWidget* MainWindow::addDock(Qt::DockWidgetArea area, const char* title, con
 std::map<Command, ActionTable::Handler> MainWindow::fileHandlers()
 {
     return {
-        {Command::New, [this] { files_->startNew(); }},        {Command::Open, [this] { files_->askAndOpen(); }},
-        {Command::Save, [this] { files_->save(); }},           {Command::SaveAs, [this] { files_->saveAs(); }},
-        {Command::Export, [this] { files_->askAndExport(); }}, {Command::Quit, [this] { close(); }},
+        {Command::New, [this] { files_->startNew(); }},
+        {Command::Open, [this] { files_->askAndOpen(); }},
+        {Command::Save, [this] { files_->save(); }},
+        {Command::SaveAs, [this] { files_->saveAs(); }},
+        {Command::FindMedia, [this] { files_->findMedia(); }},
+        {Command::Export, [this] { files_->askAndExport(); }},
+        {Command::Quit, [this] { close(); }},
     };
 }
 
@@ -182,7 +187,7 @@ void MainWindow::showMessage(const QString& message, oribund::MessageSink::Sever
 
 bool MainWindow::isSettled() const
 {
-    return !importer_.isBusy() && !adder_.isBusy() && playback_->isUpToDate();
+    return !importer_.isBusy() && !files_->isBusy() && !adder_.isBusy() && playback_->isUpToDate();
 }
 
 // The window itself
@@ -200,7 +205,7 @@ void MainWindow::rememberPlace() const
 {
     oribund::prefs().setPreference(PreferenceKeys::kWindowGeometry, saveGeometry().toBase64().constData());
     oribund::prefs().setPreference(PreferenceKeys::kWindowState, saveState().toBase64().constData());
-    oribund::prefs().setPreference(PreferenceKeys::kLastProject, oribund::String(document_.path().string().c_str()));
+    files_->rememberProject();
 }
 
 void MainWindow::showTitle()

@@ -1,5 +1,7 @@
 #include "workbench/store/files/MediaPaths.h"
 
+#include <utility>
+
 namespace workbench
 {
 
@@ -28,6 +30,25 @@ std::string MediaPaths::saved(const std::string& path) const
 std::string MediaPaths::resolved(const std::string& relative) const
 {
     return (folder_ / relative).lexically_normal().string();
+}
+
+std::vector<fs::path> placesAfterMove(const fs::path& from, const fs::path& to, const fs::path& other)
+{
+    std::vector<fs::path> places;
+    // The folder that moved is the last one above which the two paths are no longer alike at their ends.
+    fs::path before = from;
+    fs::path after = to;
+    while (before.has_relative_path() && after.has_relative_path() && before.filename() == after.filename()) {
+        before = before.parent_path();
+        after = after.parent_path();
+    }
+    for (const auto& [old, now] : {std::pair(before, after), std::pair(from.parent_path(), to.parent_path())}) {
+        const fs::path below = other.lexically_relative(old);
+        if (!below.empty() && *below.begin() != "..")
+            places.push_back((now / below).lexically_normal());
+    }
+    places.push_back(to.parent_path() / other.filename());
+    return places;
 }
 
 } // namespace workbench

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace workbench
 {
@@ -25,5 +26,12 @@ public:
 private:
     std::filesystem::path folder_;
 };
+
+/**
+ * Where a file may be when another one that was at `from` is at `to` now, the likeliest place first: it moved along
+ * with the folders that differ, or lies beside it. All paths are absolute.
+ */
+std::vector<std::filesystem::path> placesAfterMove(const std::filesystem::path& from, const std::filesystem::path& to,
+                                                   const std::filesystem::path& other);
 
 } // namespace workbench

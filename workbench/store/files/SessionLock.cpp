@@ -3,6 +3,7 @@
 #include "workbench/store/files/AtomicFile.h"
 #include "workbench/store/files/FileIdentity.h"
 #include "workbench/store/files/FileLock.h"
+#include "workbench/store/files/PathText.h"
 #include "workbench/store/json/JsonText.h"
 
 #include <cerrno>
@@ -42,7 +43,7 @@ fs::path projectIn(const fs::path& sessionFile)
     const ParsedJson parsed = parseJson(readFile(sessionFile, kLargestLock).bytes);
     if (!parsed.value.is_object() || !parsed.value.contains("project") || !parsed.value["project"].is_string())
         return {};
-    return parsed.value["project"].get<std::string>();
+    return pathOfText(parsed.value["project"].get<std::string>());
 }
 } // namespace
 
@@ -98,7 +99,7 @@ fs::path SessionLock::project() const
 void SessionLock::setProject(const fs::path& project)
 {
     // The file that is locked has to stay the same one, and a name that is cut short is only a name.
-    const std::string text = readableText({{"project", project.string()}});
+    const std::string text = readableText({{"project", textOfPath(project.string())}});
     if (::ftruncate(opened_.number(), 0) == 0)
         static_cast<void>(::pwrite(opened_.number(), text.data(), text.size(), 0) < 0);
 }

@@ -1,6 +1,7 @@
 #include "workbench/store/json/EditJson.h"
 
 #include "workbench/store/files/MediaPaths.h"
+#include "workbench/store/files/PathText.h"
 #include "workbench/store/json/JsonFields.h"
 
 #include <cmath>
@@ -46,7 +47,7 @@ Json toJson(const MediaData& media, const MediaPaths& paths)
 {
     const MediaInfo& info = media.info;
     Json json{{"id", media.id},
-              {"path", paths.saved(info.path)},
+              {"path", textOfPath(paths.saved(info.path))},
               {"frames", info.frames},
               {"fpsNumerator", info.fpsNumerator},
               {"fpsDenominator", info.fpsDenominator},
@@ -67,7 +68,7 @@ MediaData mediaFrom(const Json& json, const MediaPaths& paths, Warnings& warning
     const JsonFields fields(json, "A media file", warnings);
     MediaData media;
     media.id = fields.integer("id", kNoObject, kNoObject, kHighestId);
-    const std::string path = fields.text("path");
+    const std::string path = pathOfText(fields.text("path"));
     media.info.path = fields.flag("relative", false) ? paths.resolved(path) : path;
     media.info.frames = fields.integer("frames", 0, 0, most);
     media.info.fpsNumerator = fields.integer("fpsNumerator", 25, 1, most);

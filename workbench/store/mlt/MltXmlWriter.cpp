@@ -1,6 +1,7 @@
 #include "workbench/store/mlt/MltXmlWriter.h"
 
 #include "workbench/store/files/MediaPaths.h"
+#include "workbench/store/files/PathText.h"
 
 #include "oribund/host/base/LightweightString.h"
 
@@ -92,7 +93,7 @@ private:
         pugi::xml_node node = addElement(mlt_, "producer", clip.id);
         if (!clip.service.empty())
             addProperty(node, "mlt_service", clip.service);
-        addProperty(node, "resource", clip.service.empty() ? paths_.saved(clip.resource) : clip.resource);
+        addProperty(node, "resource", clip.service.empty() ? textOfPath(paths_.saved(clip.resource)) : clip.resource);
         addProperties(node, clip.properties);
         addExtra(node, clip.id);
         for (const ProjectedFilter& filter : clip.filters) {
