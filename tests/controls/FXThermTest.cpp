@@ -199,43 +199,6 @@ TEST_F(FXTherms, TheRightButtonDragsALoneKeyframeAndLetsGoOfIt)
     EXPECT_FALSE(panel->isMenuOpen());
 }
 
-TEST_F(FXTherms, KeysWalkSelectMoveAndRemove)
-{
-    ASSERT_TRUE(bar->takeFocus());
-    vob->playing = true;
-    key(Key::Right, Event::kCtrl);
-    EXPECT_FALSE(vob->playing);
-    EXPECT_EQ(vob->getCurrentTime(), 12.0);
-    key(Key::Space);
-    EXPECT_EQ(selected(), 1);
-    key(Key::Right, Event::kAlt);
-    key(Key::Right, Event::kAlt);
-    key(Key::Left, Event::kAlt);
-    EXPECT_EQ(frames(*amount), (std::vector<int>{301, 350, 450}));
-    EXPECT_EQ(vob->monitor->backupsEnded, 3) << "a step each";
-    EXPECT_EQ(vob->getCurrentTime(), 12.0);
-    key(Key::Right);
-    EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 12.04);
-    key(Key::Left, Event::kCtrl);
-    EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 12.04) << "there is none before";
-    key(Key::Delete);
-    EXPECT_EQ(frames(*amount), (std::vector<int>{350, 450}));
-    EXPECT_EQ(vob->edit->steps, 1);
-    canvas.inject(Event::character(L'a', Event::kCtrl));
-    EXPECT_EQ(selected(), 2);
-    key(Key::Escape);
-    EXPECT_EQ(selected(), 0);
-    key(Key::End);
-    EXPECT_EQ(vob->getCurrentTime(), 20.0);
-
-    EXPECT_TRUE(panel->keys.empty());
-    key(Key::Delete);
-    EXPECT_TRUE(panel->keys.empty()) << "nothing else is to be removed by it";
-    key(Key::Escape);
-    key(Key::Space);
-    EXPECT_EQ(panel->keys, (std::vector<Key>{Key::Escape, Key::Space})) << "of no use here";
-}
-
 TEST_F(FXTherms, TheMenuSelectsAndRemoves)
 {
     click(150, kRight);

@@ -82,37 +82,6 @@ TEST_F(KeyframeButtons, OfSeveralEffectsAreTogether)
     EXPECT_EQ(states(), "p---z") << "without effects they stay what they are";
 }
 
-TEST_F(KeyframeButtons, APressIsOneStepForAllParametersAndStopsPlay)
-{
-    const auto amount = addParam(*effect, L"Amount", {12.0, 14.0});
-    const auto second = addEffect(8);
-    const auto size = addParam(*second, L"Size", {13.0});
-    vob->setCurrentTime(11.0);
-    vob->playing = true;
-    button(kAdd).userClick();
-    EXPECT_FALSE(vob->playing);
-    EXPECT_EQ(frames(*amount), (std::vector<int>{275, 300, 350}));
-    EXPECT_EQ(frames(*size), (std::vector<int>{275, 325}));
-    EXPECT_EQ(vob->edit->steps, 1);
-
-    button(kNext).userClick();
-    EXPECT_EQ(vob->getCurrentTime(), 12.0);
-    button(kPrevious).userClick();
-    EXPECT_EQ(vob->getCurrentTime(), 11.0);
-    button(kDelete).userClick();
-    EXPECT_EQ(frames(*amount), (std::vector<int>{300, 350}));
-    EXPECT_EQ(frames(*size), (std::vector<int>{325}));
-    EXPECT_EQ(vob->edit->steps, 2);
-
-    vob->monitor->selectAllKeyframes(IdStamp::wildcard(), {}, true);
-    vob->setCurrentTime(12.0);
-    button(kDelete).userClick();
-    EXPECT_EQ(amount->functionType(), EffectValParamFnType::Constant) << "the selected ones, not those at the time";
-    EXPECT_EQ(size->functionType(), EffectValParamFnType::Constant);
-    EXPECT_EQ(vob->edit->steps, 3);
-    EXPECT_TRUE(panel->messages.empty());
-}
-
 TEST_F(KeyframeButtons, TheZoomToggleAsksTheOwner)
 {
     addParam(*effect, L"Amount", {12.0});

@@ -105,22 +105,6 @@ TEST_F(CuePanel, ShowsTheFieldsThatAreAskedFor)
     EXPECT_EQ(panel->layout().getColumnWidth(0), std::min(50, panel->calcNameColumnWidth()));
 }
 
-TEST_F(CuePanel, AFieldThatIsEditedIsOneStepOfThatTitle)
-{
-    enter(kName, L"Gate");
-    EXPECT_EQ(cue(kDoor).name, L"Gate");
-    EXPECT_EQ(cue(kWindow).name, L"Window");
-    EXPECT_EQ(vob->edit->steps, 1);
-    EXPECT_EQ(vob->edit->title, L"Describe cue");
-    EXPECT_EQ(panel->getCurrentCell(), (XY<int>{1, kDescription}));
-    enter(kColour, L"orange");
-    EXPECT_EQ(cue(kDoor).colour, Colour::fromRGB(0xe8914a));
-    enter(kColour, L"#FfF");
-    EXPECT_EQ(field(kColour), L"#ffffff");
-    enter(kName, L"Gate");
-    EXPECT_EQ(vob->edit->steps, 3) << "the same text again is no change";
-}
-
 TEST_F(CuePanel, AnotherTimecodeMovesTheCueAmongTheOthers)
 {
     enter(kTime, L"5:10");
@@ -164,24 +148,6 @@ TEST_F(CuePanel, FollowsItsCueAndIsEmptyWithoutIt)
     panel->refresh();
     EXPECT_TRUE(draws(L"No cue"));
     EXPECT_FALSE(panel->isEditingEnabled());
-}
-
-TEST_F(CuePanel, ACueThatGoesInMidEditTakesTheEditAlong)
-{
-    type(kName, L"Gate");
-    vob->edit->cues.remove(kDoor);
-    tell(kDoor);
-    EXPECT_FALSE(panel->edit().isOpen());
-    EXPECT_TRUE(panel->getFields().empty());
-    EXPECT_EQ(cue(kWindow).name, L"Window");
-
-    // Also when nobody has told of it yet.
-    panel->setCue(kWindow);
-    type(kName, L"Gate");
-    vob->edit->cues.remove(kWindow);
-    canvas.inject(Event::keyPress(Key::Enter));
-    EXPECT_TRUE(vob->edit->cues.empty());
-    EXPECT_EQ(vob->edit->steps, 0);
 }
 
 TEST_F(CuePanel, AnEditThatIsLockedTakesNothing)

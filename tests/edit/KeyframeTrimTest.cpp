@@ -130,19 +130,6 @@ TEST_F(Keyframes, TrimGoesOnWithoutWhatIsLostMeanwhile)
     vob.monitor->cancelTrim();
 }
 
-TEST_F(Keyframes, StayWhereTheyAreOnceTheEditIsLocked)
-{
-    const auto effect = addEffect(1);
-    const auto a = addParam(effect, "a", {0.5});
-    select(effect, *a, 0.5);
-    vob.monitor->trimSelectedKeyframes(track, 1.0);
-    vob.edit->readOnly = true;
-    EXPECT_FALSE(vob.monitor->trimSelectedKeyframes(track, 1.0));
-    vob.monitor->cancelTrim();
-    EXPECT_EQ(timesOf(*a), (std::vector{0.6}));
-    EXPECT_EQ(vob.monitor->backupsRestored, 0);
-}
-
 TEST_F(Keyframes, PutBackByOthersAreNotMovedAgainWithTheSameGesture)
 {
     const auto effect = addEffect(1);

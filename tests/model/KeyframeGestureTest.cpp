@@ -195,21 +195,6 @@ TEST_F(KeyframeGesture, SelectedKeyframesStaySelectedWhereverTheyGo)
     EXPECT_EQ(selected().size(), 0u) << "one of them is out of sight";
 }
 
-TEST_F(KeyframeGesture, StaysWhereItIsWhenTheEditIsLockedOrTheViewerGoes)
-{
-    drag(true, 1);
-    edit->setReadOnly(true);
-    drag(true, 1);
-    monitor->cancelTrim();
-    expectMovedBy(1);
-    edit->setReadOnly(false);
-    EXPECT_EQ(undo().size(), steps + 1);
-    drag(true, 1);
-    vob.setEdit({});
-    expectMovedBy(2);
-    EXPECT_EQ(undo().size(), steps + 2) << "the step is closed";
-}
-
 TEST_F(KeyframeGesture, EditsOfManyParametersAreOneStepAndAreToldOnce)
 {
     const auto expectOneStep = [&](const std::string& title) {

@@ -117,8 +117,6 @@ protected:
         hand_.moveTo(at(to));
     }
 
-    bool isOnBar(int frame) { return bar().getClosestKF(at(frame).x(), 1).has_value(); }
-
     ObjectId fade = kNoObject;
 
 private:
@@ -268,23 +266,6 @@ TEST_F(KeyframeMenuScenario, WhatIsTypedInAnEntryIsTextAndNoCommand)
     EXPECT_EQ(selected(), 3);
     EXPECT_FALSE(workspace_->vob().isPlaying());
     expectRefused({Command::PasteKeyframes}, "No keyframes have been copied.");
-}
-
-TEST_F(KeyframeMenuScenario, TheBarDragsAKeyframeAsOneStepAndFollowsASplit)
-{
-    grab(20, 25);
-    hand_.release(at(25));
-    EXPECT_EQ(selected(), 0) << "it was selected for the drag alone";
-    expectStep("level 10 25 40", "Move keyframe of Level");
-    goTo(30);
-    press(Command::Split);
-    begin();
-    EXPECT_EQ(bar().geometry().start, workspace_->vob().timeOf(30));
-    EXPECT_TRUE(isOnBar(30) && isOnBar(40)) << "one at the cut, too";
-    press(Command::SelectPrevious);
-    begin();
-    EXPECT_EQ(bar().geometry().end, workspace_->vob().timeOf(30));
-    EXPECT_TRUE(isOnBar(10) && isOnBar(25) && isOnBar(30));
 }
 
 TEST_F(KeyframeMenuScenario, ADragOfTheTimeOverTheEndOfTheEffectsHasAWayBack)

@@ -1,6 +1,11 @@
 #include "oribund/controls/bars/FXThermBase.h"
 #include "oribund/controls/bars/ThermMarks.h"
+#include "oribund/controls/keyframes/KeyframeCommands.h"
+#include "oribund/controls/keyframes/KeyframeText.h"
+#include "oribund/cues/CueSearch.h"
+#include "oribund/host/base/Numeric.h"
 #include "oribund/host/canvas/CanvasRenderer.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 
 #include <algorithm>
 #include <cmath>
@@ -78,6 +83,56 @@ Colour FXThermBase::getWindowColour() const
 Colour FXThermBase::getOuterWindowColour() const
 {
     return getPalette().window().scaled(0.75);
+}
+
+// Those who do not see it
+
+void FXThermBase::describe(AccessibleDescription& description) const
+{
+    ThermBase::describe(description);
+    description.multiSelectable = true;
+}
+
+int FXThermBase::accessiblePartCount() const
+{
+    return static_cast<int>(keyframes_.times().size());
+}
+
+void FXThermBase::describePart(int part, AccessibleDescription& description) const
+{
+    const CompoundEffectMonitor* const monitor = commands().monitor();
+    if (!monitor || part >= accessiblePartCount())
+        return;
+    const double time = keyframes_.times()[static_cast<std::size_t>(part)];
+    const ThermGeometry shown = geometry();
+    const Keyframes keyframes = keyframes_.at(time);
+    const int x = shown.f2xi(time);
+    description.role = AccessibleRole::Keyframe;
+    description.name = UIString(describeKeyframes(keyframes, time, *monitor, getEdit()));
+    description.value = getCueTimecode(time, getEdit());
+    description.box = {x - cueTolerance(), 0, x + cueTolerance() + 1, getHeight()};
+    description.visible = time >= shown.start && time <= shown.end;
+    description.selectable = true;
+    description.selected =
+        std::any_of(keyframes.begin(), keyframes.end(), [](const FXKeyframe& keyframe) { return keyframe.selected; });
+    description.action = acceptedAt(time).empty() ? AccessibleAction::None : AccessibleAction::Toggle;
+}
+
+int FXThermBase::accessiblePartAt(const XY<int>& local) const
+{
+    const auto time = getClosestKF(local.x, cueTolerance());
+    const std::vector<double>& times = keyframes_.times();
+    const auto found = time ? std::lower_bound(times.begin(), times.end(), *time - kValueTolerance) : times.end();
+    return found != times.end() ? static_cast<int>(found - times.begin()) : kNoPart;
+}
+
+bool FXThermBase::accessibleActivate(int part)
+{
+    if (!canInteract() || part < 0 || part >= accessiblePartCount())
+        return false;
+    const Keyframes keyframes = acceptedAt(keyframes_.times()[static_cast<std::size_t>(part)]);
+    commands().toggle(keyframes);
+    return !keyframes.empty();
 }
 
 } // namespace oribund
