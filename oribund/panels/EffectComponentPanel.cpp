@@ -1,6 +1,7 @@
 #include "oribund/panels/EffectComponentPanel.h"
 
 #include "oribund/host/base/UIString.h"
+#include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/edit/Vob.h"
@@ -18,10 +19,18 @@ namespace oribund
 namespace
 {
 using Options = FXPanelCreationOptions;
+
+/** A panel without a title bar has nothing with which to fold it. */
+MinimizableGroup::InitArgs groupArgs(const Options& options)
+{
+    MinimizableGroup::InitArgs args = options;
+    args.minimisable = args.minimisable && (options.flags & Options::kTitleBar);
+    return args;
+}
 } // namespace
 
 EffectComponentPanel::EffectComponentPanel(const FXPanelCreationOptions& options)
-    : MinimizableGroup(options)
+    : MinimizableGroup(groupArgs(options))
     , FXVobClient(options.viewHandle)
     , flags_(options.flags)
     , ledCallback_(this, &EffectComponentPanel::handleLEDClick)
@@ -34,6 +43,7 @@ EffectComponentPanel::~EffectComponentPanel() = default;
 void EffectComponentPanel::init(const FXPanelCreationOptions& options)
 {
     setSeparatorStyle(eNoSeparator);
+    setTitleRowShown((flags_ & Options::kTitleBar) != 0);
     if (flags_ & Options::kTitleBar) {
         setMinSize({0, calcMinHeight()});
         setSizeChangeEnabled((flags_ & Options::kResizable) != 0);
@@ -77,8 +87,7 @@ bool EffectComponentPanel::isEditable() const
 void EffectComponentPanel::setActive(bool active, eRedrawFlag redrawFlag)
 {
     MinimizableGroup::setActive(active, redrawFlag);
-    const bool minimisable = (flags_ & Options::kMinimisable) != 0;
-    setTitleCursor(!active ? MouseCursor::Arrow : minimisable ? MouseCursor::Hand : MouseCursor::Text);
+    setTitleCursor(!active ? MouseCursor::Arrow : isMinimisable() ? MouseCursor::Hand : MouseCursor::Text);
     if (flags_ & Options::kGroupTitleColour) {
         setTitleActive(active, redrawFlag);
         setSizeChangeEnabled(active);
@@ -87,8 +96,8 @@ void EffectComponentPanel::setActive(bool active, eRedrawFlag redrawFlag)
 
 void EffectComponentPanel::drawBorder(CanvasRenderer& renderer)
 {
-    if (flags_ & Options::kDrawBorder)
-        MinimizableGroup::drawBorder(renderer);
+    if ((flags_ & Options::kDrawBorder) && getSizeState() != eSizeMinimised)
+        renderer.frameRect(CanvasRenderer::toDouble(localBox()), getPalette().border());
 }
 
 void EffectComponentPanel::handleFXModifications(const CompoundEffectMonitorClient::ChangeDescription& change)

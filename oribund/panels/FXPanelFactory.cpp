@@ -8,6 +8,7 @@
 #include "oribund/panels/iVideoOverlayRenderer.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace oribund
 {
@@ -17,13 +18,35 @@ namespace
 
 constexpr int kShutdownPriority = 100;
 
-/** The first builder of a view type; null when there is none. */
+/**
+ * The first entry of a list that matches; null when there is none. What is asked may change the list: entries that are
+ * gone by their turn are passed over, entries that come meanwhile are not asked.
+ */
+template <class Entry, class Matches>
+Entry findFirst(const std::vector<Entry>& list, Matches matches)
+{
+    const std::vector<Entry> present = list;
+    for (const Entry& entry : present)
+        if (std::find(list.begin(), list.end(), entry) != list.end() && matches(*entry))
+            return entry;
+    return {};
+}
+
 template <class Builder>
 Builder* findViewBuilder(const std::vector<Builder*>& builders, const String& viewType)
 {
-    const auto found = std::find_if(builders.begin(), builders.end(),
-                                    [&viewType](Builder* builder) { return builder->viewType() == viewType; });
-    return found == builders.end() ? nullptr : *found;
+    return findFirst(builders, [&viewType](Builder& builder) { return builder.viewType() == viewType; });
+}
+
+/** Takes the first such entry off a list that is complete again when the entry's destructor runs. */
+template <class Entry>
+void removeFirst(std::vector<Entry>& list, const Entry& entry)
+{
+    const auto found = std::find(list.begin(), list.end(), entry);
+    if (found == list.end())
+        return;
+    [[maybe_unused]] const Entry released = std::exchange(*found, Entry());
+    list.erase(found);
 }
 
 } // namespace
@@ -43,53 +66,50 @@ FXPanelFactory::~FXPanelFactory() = default;
 
 void FXPanelFactory::shutdown(Shutdown::eExitType)
 {
-    panelBuilders_.clear();
+    emptying_ = true; // builders that go do not come back
     viewBuilders_.clear();
     analysisBuilders_.clear();
+    std::exchange(panelBuilders_, {}).clear();
+    emptying_ = false;
 }
 
 void FXPanelFactory::add(const Kt::Ptr<iEffectPanelBuilder>& builder)
 {
-    panelBuilders_.push_back(builder);
+    if (builder && !emptying_)
+        panelBuilders_.push_back(builder);
 }
 
 void FXPanelFactory::add(iCompoundEffectViewBuilder* builder)
 {
-    viewBuilders_.push_back(builder);
+    if (builder && !emptying_)
+        viewBuilders_.push_back(builder);
 }
 
 void FXPanelFactory::add(iVideoAnalysisViewBuilder* builder)
 {
-    analysisBuilders_.push_back(builder);
+    if (builder && !emptying_)
+        analysisBuilders_.push_back(builder);
 }
 
 void FXPanelFactory::removePanelBuilder(const LightweightString<char>& tag)
 {
-    const auto found = std::find_if(panelBuilders_.begin(), panelBuilders_.end(), [&tag](const auto& builder) {
-        return builder->canBuild(iEffectPanelBuilder::kComponentPanel, tag);
-    });
-    if (found != panelBuilders_.end())
-        panelBuilders_.erase(found);
+    if (const auto builder = findPanelBuilder(iEffectPanelBuilder::kComponentPanel, tag))
+        removeFirst(panelBuilders_, builder);
 }
 
 void FXPanelFactory::remove(iVideoAnalysisViewBuilder* builder)
 {
-    const auto found = std::find(analysisBuilders_.begin(), analysisBuilders_.end(), builder);
-    if (found != analysisBuilders_.end())
-        analysisBuilders_.erase(found);
+    removeFirst(analysisBuilders_, builder);
 }
 
-iEffectPanelBuilder* FXPanelFactory::findPanelBuilder(int kind, const EffectInstance& effect) const
+Kt::Ptr<iEffectPanelBuilder> FXPanelFactory::findPanelBuilder(int kind, const String& tag) const
 {
-    const String tag = effect.tagTypeId();
-    const auto found = std::find_if(panelBuilders_.begin(), panelBuilders_.end(),
-                                    [&](const auto& builder) { return builder->canBuild(kind, tag); });
-    return found == panelBuilders_.end() ? nullptr : found->get();
+    return findFirst(panelBuilders_, [&](iEffectPanelBuilder& builder) { return builder.canBuild(kind, tag); });
 }
 
 bool FXPanelFactory::canMakeComponentPanel(const Kt::Ptr<EffectInstance>& effect) const
 {
-    return findPanelBuilder(iEffectPanelBuilder::kComponentPanel, *effect) != nullptr;
+    return static_cast<bool>(findPanelBuilder(iEffectPanelBuilder::kComponentPanel, effect->tagTypeId()));
 }
 
 EffectComponentPanel* FXPanelFactory::makeComponentPanel(const FXPanelCreationOptions& options) const
@@ -97,8 +117,7 @@ EffectComponentPanel* FXPanelFactory::makeComponentPanel(const FXPanelCreationOp
     const Kt::Ptr<EffectInstance> effect = options.viewHandle.getEffectPtr();
     if (!effect)
         return nullptr;
-    // Held while it works: a builder may remove itself.
-    const Kt::Ptr<iEffectPanelBuilder> builder(findPanelBuilder(iEffectPanelBuilder::kComponentPanel, *effect));
+    const auto builder = findPanelBuilder(iEffectPanelBuilder::kComponentPanel, effect->tagTypeId());
     return builder ? builder->buildComponentPanel(options) : nullptr;
 }
 
@@ -107,7 +126,7 @@ Kt::Ptr<iVideoOverlayRenderer> FXPanelFactory::createOverlayRenderer(Vob* vob,
 {
     if (!vob || !effect)
         return {};
-    const Kt::Ptr<iEffectPanelBuilder> builder(findPanelBuilder(iEffectPanelBuilder::kOverlayRenderer, *effect));
+    const auto builder = findPanelBuilder(iEffectPanelBuilder::kOverlayRenderer, effect->tagTypeId());
     return builder ? builder->buildOverlayRenderer(vob, effect) : Kt::Ptr<iVideoOverlayRenderer>();
 }
 

@@ -31,7 +31,8 @@ struct WidgetSurround;
  * The library knows no effect; modules that do register builders. Each query goes to the builders in the order in
  * which they were registered, and the first that matches serves it. A query that no builder matches gives null, an
  * empty pointer, 0 or false. Made on first use, by when a host must be installed; emptied by the host's shut-down, at
- * priority 100. User-interface thread only, but for the making.
+ * priority 100. Builders may add and remove builders, also those that are asked, from each of their operations and from
+ * their destructors. User-interface thread only, but for the making.
  */
 class ORIBUND_API FXPanelFactory
 {
@@ -41,7 +42,7 @@ public:
     FXPanelFactory(const FXPanelFactory&) = delete;
     FXPanelFactory& operator=(const FXPanelFactory&) = delete;
 
-    /** Appends. A builder that is registered twice is in the list twice. */
+    /** Appends. A builder that is registered twice is in the list twice; an empty pointer is refused. */
     void add(const Kt::Ptr<iEffectPanelBuilder>& builder);
     /** Appends; the registrant keeps the builder alive. */
     void add(iCompoundEffectViewBuilder* builder);
@@ -83,11 +84,12 @@ private:
     ~FXPanelFactory();
 
     void shutdown(Shutdown::eExitType type);
-    iEffectPanelBuilder* findPanelBuilder(int kind, const EffectInstance& effect) const;
+    Kt::Ptr<iEffectPanelBuilder> findPanelBuilder(int kind, const String& tag) const;
 
     std::vector<Kt::Ptr<iEffectPanelBuilder>> panelBuilders_;
     std::vector<iCompoundEffectViewBuilder*> viewBuilders_;
     std::vector<iVideoAnalysisViewBuilder*> analysisBuilders_;
+    bool emptying_ = false;
 };
 
 } // namespace oribund

@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -41,15 +42,36 @@ public:
     int enabledWrites = 0;
 };
 
+/** A widget that leaves its adaptor, which nobody else holds, when it is shown a value once it is `leaving`. */
+template <class T>
+class LeavingWidget : public FakeWidget<T>
+{
+public:
+    void setWidgetValue(const T& value, eRedrawFlag flag) override
+    {
+        FakeWidget<T>::setWidgetValue(value, flag);
+        if (leaving)
+            this->setAdaptor(nullptr);
+    }
+
+    bool leaving = false;
+};
+
 /** An effect whose answer to whether a parameter can be edited is for the test to give. */
 class FakeEffect : public EffectInstance
 {
 public:
     using EffectInstance::EffectInstance;
 
-    bool canEditParam(const EffectValParamBase&) const override { return editable; }
+    bool canEditParam(const EffectValParamBase&) const override
+    {
+        if (asked)
+            asked();
+        return editable;
+    }
 
     bool editable = true;
+    std::function<void()> asked;
 };
 
 template <class P>

@@ -2,6 +2,7 @@
 
 #include "oribund/controls/rows/AngleParamWidget.h"
 #include "oribund/controls/rows/GraphColManager.h"
+#include "oribund/controls/rows/KeyframeButtonAdaptor.h"
 
 #include <memory>
 #include <set>
@@ -87,6 +88,45 @@ TEST_F(Refresh, StaysBoundWhenParametersAreInsertedAndRemoved)
     EXPECT_EQ(tellings([&] { replacement->setConstant(7.0); }), 1u) << "bound to the new parameter of that id";
 }
 
+TEST_F(Refresh, IsBoundToAnEffectThatComesBackAsAnotherObject)
+{
+    const auto again = Kt::makePtr<test::FakeEffect>(effect->id(), String("blur"), WString(L"Blur"));
+    const auto animated = test::makeParam<double>(1, 5.0);
+    again->addParam(animated);
+    vob.monitor->effects.clear();
+    vob.monitor->tell(EffectChangeCode::None, IdStamp::wildcard(), EffectChangeDescription::kWholesaleRefresh);
+    vob.monitor->effects.emplace_back(again, NumRange<double>(10.0, 20.0));
+    vob.monitor->tell(EffectChangeCode::None, IdStamp::wildcard(), EffectChangeDescription::kWholesaleRefresh);
+    EXPECT_EQ(widget.shown.back(), 5.0);
+
+    EXPECT_EQ(tellings([&] { param->setConstant(2.0); }), 0u) << "nobody's parameter any more";
+    EXPECT_GT(tellings([&] { animated->setFunctionType(EffectValParamFnType::Keyframed, 0.0); }), 0u);
+    animated->addKeyframeAt(1.0, 9.0);
+    setEffectTime(0.5);
+    EXPECT_EQ(widget.shown.back(), 7.0);
+}
+
+TEST_F(Refresh, TheLastWidgetMayGoWhileItIsShownAValue)
+{
+    using Button = KeyframeButtonAdaptor<EffectValParamAccessor<double>>;
+    const auto leaveDuringAPush = [&](auto& leaving, auto made) {
+        bool gone = false;
+        const auto* const raw = made.get();
+        attach(leaving, made);
+        made.reset();
+        ASSERT_EQ(leaving.getAdaptor().get(), raw);
+        effect->asked = [&] { gone = !leaving.getAdaptor() && raw->refCount() == 0; };
+        leaving.leaving = true;
+        param->setConstant(param->constant() + 1.0);
+        EXPECT_FALSE(gone) << "it is still at work";
+        effect->asked = {};
+    };
+    test::LeavingWidget<double> number;
+    leaveDuringAPush(number, Kt::makePtr<FloatAdaptor>(handle, EffectValParamAccessor<double>(*param)));
+    test::LeavingWidget<String> button;
+    leaveDuringAPush(button, Kt::makePtr<Button>(handle, EffectValParamAccessor<double>(*param)));
+}
+
 TEST_F(Refresh, WithoutAnEffectWidgetsKeepWhatTheyShow)
 {
     vob.monitor->effects.clear();
@@ -107,6 +147,9 @@ TEST_F(Refresh, EnabledStateIsWrittenOnlyWhenItChanges)
     vob.monitor->tell(EffectChangeCode::EditabilityChanged, effect->id());
     EXPECT_FALSE(widget.enabled);
     EXPECT_EQ(widget.enabledWrites, writes + 1);
+    effect->editable = true;
+    setEffectTime(0.6);
+    EXPECT_TRUE(widget.enabled) << "a host may allow edits at some times only";
     EXPECT_FALSE(Kt::makePtr<FloatAdaptor>(handle, EffectValParamAccessor<double>(*param))->getWidgetEnabledState())
         << "an adaptor without widgets";
 }
@@ -174,7 +217,7 @@ TEST_F(Refresh, TheDialTurnsTheAngleAndHasTheColourOfItsGraph)
     AngleParamWidget dial(args, handle, *angle);
     EXPECT_EQ(dial.getWidgetValue(), 10.0);
     dial.userStep(5.0);
-    (void)dial.getWidgetValue();
+    EXPECT_EQ(angle->constant().degrees, 375.0);
 
     std::set<std::uint32_t> colours;
     for (int number = 1; number <= 12; ++number)

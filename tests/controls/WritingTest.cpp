@@ -3,6 +3,8 @@
 #include "oribund/controls/binding/DegreesParamAdaptor.h"
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
 
+#include <cmath>
+
 namespace oribund
 {
 namespace
@@ -89,11 +91,14 @@ TEST_F(Writing, AddsAKeyframeOfItsOwnOnlyWhereThereIsNone)
 {
     const auto param = addParam(1.0);
     EffectValParamAccessor<double> accessor(*param);
-    EXPECT_EQ(accessor.addKeyframe(effect, 2.0, 0.5, ChangeKind::Single), -1) << "it is constant";
+    EXPECT_EQ(accessor.addKeyframe(effect, 2.0, 0.5, ChangeKind::Single), 0);
+    EXPECT_EQ(param->getValue(0.5), 1.0) << "it is constant as before";
     param->setFunctionType(EffectValParamFnType::Keyframed, 0.25);
-    EXPECT_EQ(accessor.addKeyframe(effect, 2.0, 0.5, ChangeKind::Single), 1);
-    EXPECT_EQ(accessor.addKeyframe(effect, 3.0, 0.5, ChangeKind::Single), -1);
+    EXPECT_EQ(accessor.addKeyframe(effect, 3.0, 0.75, ChangeKind::Single), 1);
+    EXPECT_EQ(accessor.addKeyframe(effect, 4.0, 0.5, ChangeKind::Single), -1);
     EXPECT_EQ(param->getValue(0.5), 2.0);
+    const auto flag = addParam(true);
+    EXPECT_EQ(EffectValParamAccessor<bool>(*flag).addKeyframe(effect, true, 0.5, ChangeKind::Single), -1);
 }
 
 TEST_F(Writing, TimesOutsideTheEffectAreClampedButForATolerance)
@@ -133,6 +138,7 @@ TEST_F(Writing, ASeriesStartsOnceAndGoesOnUntilItIsEnded)
     attach(widget, adaptor);
     adaptor->setInChangeSeries(true);
 
+    EXPECT_FALSE(widget.ask(ColourData{{NAN}}, ChangeKind::Start)) << "refused, so nothing has begun";
     widget.ask(ColourData{{0.1}}, ChangeKind::Single);
     widget.ask(ColourData{{0.2}}, ChangeKind::Start);
     widget.ask(ColourData{{0.3}}, ChangeKind::Single);
@@ -163,6 +169,42 @@ TEST_F(Writing, AnEditOfTheDegreesKeepsTheWholeTurns)
     EXPECT_EQ(degrees->getDataValue(), -30.0);
     EXPECT_TRUE(degrees->requestSetValue(45.0, ChangeKind::Single));
     EXPECT_EQ(angle->constant().degrees, 45.0);
+}
+
+TEST_F(Writing, ASeriesOfDegreesHasTheTurnsOfItsStartUntilTimeOrValueIsNotItsOwn)
+{
+    const auto angle = addParam(Angle{725.0});
+    const auto adaptor = Kt::makePtr<DegreesParamAdaptor<double>>(handle, *angle);
+    const auto drag = [&](double degrees, ChangeKind kind = ChangeKind::Continuation) {
+        EXPECT_TRUE(adaptor->requestSetValue(degrees, kind));
+        return angle->getValue(adaptor->getClampedTime()).degrees;
+    };
+    EXPECT_EQ(drag(10.0, ChangeKind::Start), 730.0);
+    EXPECT_EQ(drag(-5.0), 715.0);
+    EXPECT_EQ(drag(20.0), 740.0) << "no turn is lost on the way below zero and back";
+    angle->setConstant(Angle{1090.0});
+    EXPECT_EQ(drag(30.0), 1110.0) << "somebody else has changed it";
+
+    angle->setConstant(Angle{0.0});
+    angle->setFunctionType(EffectValParamFnType::Keyframed, 0.0);
+    angle->addKeyframeAt(1.0, Angle{3600.0});
+    setEffectTime(0.0);
+    EXPECT_EQ(drag(0.0, ChangeKind::Start), 0.0);
+    setEffectTime(0.5);
+    EXPECT_EQ(drag(45.0), 1845.0) << "the time moves during a drag";
+}
+
+TEST_F(Writing, AnAngleAtTheTopOfItsRangeCanBeChanged)
+{
+    ParamInfo info;
+    info.id = IdStamp(1, 0, 50);
+    const auto angle = Kt::makePtr<EffectValParam<Angle>>(info, Angle{360.0}, Angle{0.0}, Angle{360.0});
+    effect->addParam(angle);
+    const auto adaptor = Kt::makePtr<DegreesParamAdaptor<WString>>(handle, *angle);
+    EXPECT_TRUE(adaptor->requestSetValue(L"90", ChangeKind::Single));
+    EXPECT_EQ(angle->constant().degrees, 90.0);
+    EXPECT_TRUE(adaptor->requestSetValue(L"-30", ChangeKind::Single));
+    EXPECT_EQ(angle->constant().degrees, 0.0) << "no turn is made up";
 }
 
 TEST_F(Writing, TextThatIsNoNumberLeavesTheParameterAsItIs)
@@ -201,6 +243,11 @@ TEST_F(Writing, AComponentIsWrittenWithoutTouchingTheOthers)
     EXPECT_EQ(position->getValue(0.0), (Vector2d{0.1, 0.2}));
     setEffectTime(0.5);
     EXPECT_NEAR(y->getDataValue(), 0.4, 1e-12);
+
+    const auto beyond = adaptorFor<PositionAdaptor>(position, 2u);
+    EXPECT_EQ(beyond->getDataValue(), 0.0);
+    EXPECT_FALSE(beyond->requestSetValue(0.5, ChangeKind::Single));
+    EXPECT_EQ(PosAccessor(*position, 2).addKeyframe(effect, 0.5, 0.5, ChangeKind::Single), -1);
 }
 
 TEST_F(Writing, AChoiceOutsideItsListIsRefused)

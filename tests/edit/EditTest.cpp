@@ -112,6 +112,10 @@ TEST(CompoundEffectMonitor, SpansTheRegionsOfItsEffects)
     EXPECT_EQ(vob.monitor->getCompoundEditRegion(test::FakeMonitor::track()), NumRange<double>(0.0, 0.0));
     vob.add(makeEffect(1), 4.0, 6.0);
     vob.add(makeEffect(2), 2.0, 5.0);
+    vob.monitor->effects.emplace_back(nullptr, NumRange<double>()); // a host that has lost one
+    CompoundEffectMonitor::KeyframeSets sets;
+    vob.monitor->populateKeyframesForCompoundEffect(test::FakeMonitor::track(), sets);
+    EXPECT_EQ(sets.size(), 2u);
     EXPECT_EQ(vob.monitor->getCompoundEditRegion(test::FakeMonitor::track()), NumRange<double>(2.0, 6.0));
 }
 

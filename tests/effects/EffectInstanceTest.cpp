@@ -94,6 +94,13 @@ TEST(EffectInstance, FindsWhatIsEmbeddedAtAnyDepth)
     for (const EffectInstance::ChildPath& path : {EffectInstance::ChildPath{}, {2}, {-1}, {1, 1}, {1, 0, 0}})
         EXPECT_FALSE(root->getEmbeddedChild(path));
 
+    const auto maskOfDeep = makeEffect(6);
+    EXPECT_TRUE(deep->setMask(maskOfDeep));
+    for (const auto& part : {root, first, deep, mask, maskOfDeep})
+        EXPECT_EQ(EffectInstance::findWithin(root, part->id()), part);
+    EXPECT_FALSE(EffectInstance::findWithin(second, first->id()));
+    EXPECT_FALSE(EffectInstance::findWithin({}, first->id()));
+
     EXPECT_FALSE(root->addEmbeddedChild({}));
     EXPECT_FALSE(root->addEmbeddedChild(root));
     EXPECT_FALSE(deep->addEmbeddedChild(root)) << "nothing embeds what it is embedded in";

@@ -158,15 +158,15 @@ TEST(Animation, AKeyframeIsAddedAtACutThatSomethingMovesAcross)
 TEST(Animation, OutlivesAnyLengthOfItsSegment)
 {
     Bench b;
-    const ObjectId clip = b.editor.addClip({media("/m/long.mp4", 40000000), 0, 10, kVideo, kNoObject}, 0).object;
+    const ObjectId clip = b.editor.addClip({media("/m/long.mp4", kMostFrames), 0, 10, kVideo, kNoObject}, 0).object;
     const auto level = b.param<double>(b.editor.addEffect(clip, "tint").object, kLevel);
     level->setFunctionType(oribund::EffectValParamFnType::Keyframed, 0.5);
     level->addKeyframeAt(0.5 + 1e-6, 80.0);
     level->addKeyframeAt(0.9, 30.0);
-    ASSERT_TRUE(b.editor.trimEnd(clip, 40000000));
+    ASSERT_TRUE(b.editor.trimEnd(clip, kMostFrames));
     EXPECT_EQ(level->graph()->size(), 3) << "however close to each other they come";
-    ASSERT_TRUE(b.editor.trimStart(clip, 40000000 - 1));
+    ASSERT_TRUE(b.editor.trimStart(clip, kMostFrames - 1));
     EXPECT_EQ(level->graph()->size(), 3) << "however far out they lie";
     ASSERT_TRUE(b.editor.trimStart(clip, 0));
-    EXPECT_NEAR(level->graph()->timeAt(2) * 40000000, 9.0, 1e-3);
+    EXPECT_NEAR(level->graph()->timeAt(2) * kMostFrames, 9.0, 1e-3);
 }

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <limits>
 
 using namespace sample;
 using oribund::ChangeKind;
@@ -137,11 +138,31 @@ TEST(Editor, RefusesWhatDoesNotFitAndLeavesEverythingAsItWas)
         f.editor.addTransition(f.second, {0, 0, 0, 4, "", false, 0.0}), // nothing follows
         f.editor.addCue({{}, 1.0, L"again", {}, {}, 4}),                // there is one
         f.editor.addCue({{}, NAN, L"never", {}, {}, 4}),
+        f.editor.addCue({{}, 1.1e9, L"in 35 years", {}, {}, 4}),
+        f.editor.changeCue({stampOf(f.cue), 1.1e9, L"in 35 years", {}, {}, 4}),
+        f.editor.addClip({media(), 0, 10, kVideo, kNoObject}, kMostFrames + 1),
+        f.editor.addClip({media("/m/endless.mp4", 2'000'000'000), 0, 0, kVideo, kNoObject}, 500),
+        f.editor.moveSegment(f.second, kVideo, std::numeric_limits<int>::max()),
+        f.editor.trimStart(f.second, std::numeric_limits<int>::min()),
     };
     for (const EditOutcome& refusal : refusals)
         EXPECT_FALSE(refusal) << &refusal - refusals;
     EXPECT_EQ(f.edit->snapshot(), before);
     EXPECT_EQ(f.undo().size(), steps);
+}
+
+TEST(Editor, MakesNoIdThatAFileCannotHold)
+{
+    EditData full = emptyEdit("full", {});
+    full.tracks[2].id = kHighestId - 10;
+    const EditModelPtr edit = oribund::Kt::makePtr<EditModel>(full, catalogue());
+    Editor editor(*edit);
+    EXPECT_FALSE(editor.addTrack(TrackKind::Video, 0, "V2"));
+    EXPECT_FALSE(editor.addClip({media(), 0, 10, kVideo, kNoObject}, 0));
+    EXPECT_FALSE(editor.addCue({{}, 1.0, L"here", {}, {}, 4}));
+    EXPECT_TRUE(editor.removeTrack(kHighestId - 10)) << "what makes nothing goes on";
+    full.tracks[2].id = kHighestId + 1;
+    EXPECT_NE(findFault(full), "");
 }
 
 TEST(Editor, LinkedSegmentsAreEditedTogether)

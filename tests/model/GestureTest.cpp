@@ -358,6 +358,25 @@ TEST_F(Gesture, StepsOutliveTheObjectsTheyAreAbout)
     EXPECT_EQ(param<double>(tint, kLevel)->constant(), 70.0);
 }
 
+TEST_F(Gesture, WhatIsDoneWithinABatchBelongsToItsStepAndStructureIsRefused)
+{
+    animate();
+    const auto before = edit->snapshot();
+    {
+        const oribund::GraphBatch batch(*level->graph(), oribund::BatchReason::AddKeyframe,
+                                        oribund::BatchReason::EndAddKeyframe, ChangeKind::Single);
+        EXPECT_FALSE(editor.removeEffect(tint));
+        edit->startModify(oribund::UIString(L"Inner"));
+        level->setKeyframeValueAt(0, 10.0);
+        edit->endModify();
+        level->addKeyframeAt(0.75, 30.0);
+    }
+    undo().endGesture();
+    EXPECT_EQ(added(), 1u);
+    EXPECT_TRUE(undo().undo());
+    EXPECT_EQ(edit->snapshot(), before);
+}
+
 TEST_F(Gesture, ObserversMayEditWhileAStepIsUndone)
 {
     struct Meddler {

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -253,15 +254,19 @@ TEST_F(NotifierTest, ANotifierInTheDestroyedOnesPlaceIsLeftAlone)
     EXPECT_FALSE(here->hasObservers());
 }
 
-TEST_F(NotifierTest, ExceptionOfAnObserverLeavesTheNotifierUsable)
+TEST_F(NotifierTest, ExceptionOfAnObserverIsReportedAndTheOthersAreTold)
 {
+    static Names reported;
+    NotifierBase::setExceptionReport([](const char* line) { reported.emplace_back(line); });
     auto a = make("a");
     auto b = make("b");
-    a->then = [](const Message&) { throw 1; };
-    EXPECT_THROW(send(), int);
+    auto c = make("c");
+    a->then = [](const Message&) { throw std::runtime_error("no disk"); };
+    b->then = [](const Message&) { throw 1; };
+    EXPECT_THAT(send(), ElementsAre("a", "b", "c"));
     EXPECT_FALSE(notifier->notifying());
-    a->then = [](const Message&) {};
-    EXPECT_THAT(send(), ElementsAre("a", "b"));
+    NotifierBase::setExceptionReport(nullptr);
+    EXPECT_THAT(reported, ElementsAre("An observer threw an exception: no disk", "An observer threw an exception."));
 }
 
 TEST_F(NotifierTest, FiltersByMessageType)

@@ -2,6 +2,7 @@
 #include "tests/support/TestHost.h"
 
 #include "oribund/host/canvas/Canvas.h"
+#include "oribund/host/canvas/RecordingRenderer.h"
 #include "oribund/host/notify/MethodCallback.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
@@ -10,6 +11,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace oribund
@@ -103,7 +105,12 @@ TEST_F(ComponentPanel, FollowsTheEffectWhoeverSwitchesIt)
 
 TEST_F(ComponentPanel, HasTheTitleAreaThatItsFlagsAskFor)
 {
-    EXPECT_EQ(ledOf(*makePanel(Options::kEnableLed | Options::kMinimisable)), nullptr) << "the LED needs a title bar";
+    const auto bare = makePanel(Options::kEnableLed | Options::kMinimisable | Options::kResizable);
+    EXPECT_EQ(ledOf(*bare), nullptr) << "the LED needs a title bar";
+    EXPECT_EQ(bare->getTitleHeight(), 0);
+    bare->userToggleSizeState();
+    EXPECT_EQ(bare->getSizeState(), Glob::eSizeNormal) << "and so does folding";
+    bare->close();
     EXPECT_EQ(ledOf(*makePanel(Options::kTitleBar)), nullptr);
 
     const auto fixed = makePanel(Options::kTitleBar | Options::kResizable);
@@ -119,6 +126,22 @@ TEST_F(ComponentPanel, HasTheTitleAreaThatItsFlagsAskFor)
     const auto locked = makePanel(Options::kTitleBar | Options::kMinimisable);
     locked->userToggleSizeState();
     EXPECT_EQ(locked->getSizeState(), Glob::eSizeNormal) << "size change is not allowed yet";
+}
+
+TEST_F(ComponentPanel, DrawsAFrameOnlyWithItsFlagAndUnfolded)
+{
+    const auto hasFrame = [this](EffectComponentPanel& panel) {
+        RecordingRenderer renderer;
+        panel.draw(renderer);
+        const Kt::Box<double> left{0.0, 1.0, 1.0, panel.getHeight() - 1.0};
+        const auto& drawn = renderer.primitives();
+        return std::any_of(drawn.begin(), drawn.end(), [&](const Primitive& rect) { return rect.box == left; });
+    };
+    EXPECT_FALSE(hasFrame(*makePanel(Options::kDefaultFlags & ~Options::kDrawBorder)));
+    const auto framed = makePanel(Options::kDefaultFlags);
+    EXPECT_TRUE(hasFrame(*framed));
+    framed->userToggleSizeState();
+    EXPECT_FALSE(hasFrame(*framed));
 }
 
 TEST_F(ComponentPanel, OutlivesItsEffect)

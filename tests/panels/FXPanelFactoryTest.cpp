@@ -12,7 +12,9 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace oribund
 {
@@ -28,9 +30,17 @@ public:
     {
     }
 
+    ~PanelBuilder() override
+    {
+        if (whenGone)
+            whenGone();
+    }
+
     bool canBuild(int kind, const String& tag) override
     {
         ++asked;
+        if (const auto act = std::exchange(whenAsked, {}))
+            act();
         return tag == tag_ && (kind == kComponentPanel || overlays);
     }
 
@@ -48,6 +58,8 @@ public:
     bool overlays = false;
     int asked = 0;
     int built = 0;
+    std::function<void()> whenAsked; ///< the first time
+    std::function<void()> whenGone;
 
 private:
     String tag_;
@@ -146,16 +158,52 @@ TEST_F(Factory, AsksTheBuildersInOrderOfRegistration)
     factory.removePanelBuilder("sharpen");
 }
 
-TEST_F(Factory, KeepsABuilderThatIsRegisteredTwiceUntilItIsRemovedTwice)
+TEST_F(Factory, ABuilderIsInTheListAsOftenAsItIsRegisteredAndReleasedInTheEnd)
 {
     const auto builder = Kt::makePtr<PanelBuilder>("blur");
     factory.add(builder);
     factory.add(builder);
+    factory.add(Kt::Ptr<iEffectPanelBuilder>());
+    factory.add(static_cast<iCompoundEffectViewBuilder*>(nullptr));
+    factory.add(static_cast<iVideoAnalysisViewBuilder*>(nullptr));
     factory.removePanelBuilder("blur");
     EXPECT_TRUE(factory.canMakeComponentPanel(effect));
     factory.removePanelBuilder("blur");
     EXPECT_FALSE(factory.canMakeComponentPanel(effect));
-    EXPECT_EQ(builder->refCount(), 1) << "released when removed";
+    EXPECT_EQ(builder->refCount(), 1);
+    EXPECT_FALSE(factory.isRegistered("anything"));
+    EXPECT_EQ(factory.makeVideoAnalysisView("waveform", nullptr, {}, Glob::UserTopLeft(0, 0)), nullptr);
+}
+
+TEST_F(Factory, BuildersMayAddAndRemoveBuildersWheneverTheyAreAtWork)
+{
+    const auto second = Kt::makePtr<PanelBuilder>("blur");
+    const auto added = Kt::makePtr<PanelBuilder>("blur");
+    auto first = Kt::makePtr<PanelBuilder>("other");
+    first->whenAsked = [&] {
+        for (int i = 0; i < 50; ++i)
+            factory.add(added);
+        factory.removePanelBuilder("blur");
+    };
+    factory.add(first);
+    factory.add(second);
+    EXPECT_FALSE(factory.canMakeComponentPanel(effect)) << "the second has been removed, what was added comes later";
+    EXPECT_EQ(second->refCount(), 1);
+    EXPECT_TRUE(factory.canMakeComponentPanel(effect));
+
+    int ended = 0;
+    const auto meddle = [&] {
+        ++ended;
+        factory.removePanelBuilder("blur");
+        factory.add(Kt::makePtr<PanelBuilder>("late"));
+    };
+    first->whenAsked = {};
+    first->whenGone = meddle;
+    first.reset();
+    factory.removePanelBuilder("other");
+    EXPECT_EQ(ended, 1);
+    EXPECT_EQ(added->refCount(), 50) << "49 times in the list";
+    factory.removePanelBuilder("late");
 }
 
 TEST_F(Factory, AsksNobodyWithoutAnEffect)
@@ -229,17 +277,13 @@ TEST_F(Factory, OptionsCarryTheEffectItsNameAndTheStandardBorder)
     EXPECT_EQ(byEffect.viewHandle.getEffectPtr(), effect);
     EXPECT_TRUE(byEffect.minimisable);
     EXPECT_EQ(byEffect.title, UIString(L"Blur"));
-    EXPECT_EQ(byEffect.title.resourceId(), UIString::kNoResource);
     EXPECT_EQ(byEffect.width, 320);
-    EXPECT_EQ(byEffect.height, 0);
-    EXPECT_EQ(byEffect.tabOrderManager, nullptr);
 
     const FXPanelCreationOptions byHandle(view, 320, nullptr, 0x13A);
     EXPECT_FALSE(byHandle.minimisable);
     EXPECT_EQ(byHandle.title, UIString(L"Blur"));
-    EXPECT_EQ(byHandle.GlobCreationInfo::border, FXPanelCreationOptions::border(77));
-    EXPECT_EQ(FXPanelCreationOptions::border(0).bottom, UifStd::getWidgetGap());
-    EXPECT_FALSE(FXPanelCreationOptions::border(0).isVisible());
+    EXPECT_EQ(byHandle.GlobCreationInfo::border.bottom, UifStd::getWidgetGap());
+    EXPECT_FALSE(byHandle.GlobCreationInfo::border.isVisible());
 
     const FXPanelCreationOptions noView(nullptr, effect, 320, nullptr);
     EXPECT_FALSE(noView.viewHandle.getEffectPtr());
@@ -253,6 +297,10 @@ TEST_F(Factory, OptionsPointAtAnotherEffectOfTheSameView)
     options.setViewEffectID(IdStamp(0, 0, 8));
     EXPECT_EQ(options.title, UIString(L"Mask of Blur"));
     EXPECT_EQ(options.viewHandle.getEffectPtr(), effect->getMask());
+
+    FXPanelCreationOptions ofMask(&vob, effect->getMask(), 320, nullptr);
+    ofMask.setViewEffectID(IdStamp(0, 0, 8));
+    EXPECT_EQ(ofMask.viewHandle.getEffectPtr(), effect->getMask()) << "made from the mask itself";
 
     options.setViewEffectID(IdStamp(0, 0, 99));
     EXPECT_FALSE(options.viewHandle.getEffectPtr());

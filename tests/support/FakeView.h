@@ -89,7 +89,7 @@ public:
     Kt::Ptr<EffectInstance> findEffect(const IdStamp& id) const override
     {
         const auto found = find(id);
-        return found == effects.end() ? Kt::Ptr<EffectInstance>() : found->first;
+        return found == effects.end() ? Kt::Ptr<EffectInstance>() : EffectInstance::findWithin(found->first, id);
     }
 
     NumRange<double> getEditRegion(const IdStamp& id) const override
@@ -129,7 +129,7 @@ private:
     std::vector<std::pair<Kt::Ptr<EffectInstance>, NumRange<double>>>::const_iterator find(const IdStamp& id) const
     {
         return std::find_if(effects.begin(), effects.end(),
-                            [&id](const auto& entry) { return entry.first->id() == id; });
+                            [&id](const auto& entry) { return EffectInstance::findWithin(entry.first, id); });
     }
 };
 

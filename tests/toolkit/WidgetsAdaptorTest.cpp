@@ -93,6 +93,8 @@ TEST_F(Adaptors, TheEnabledStateIsThatOfTheFirstWidgetAndOfNoneDisabled)
     EXPECT_TRUE(adaptor->getWidgetEnabledState());
     a.setDataAdaptor(nullptr);
     EXPECT_FALSE(adaptor->getWidgetEnabledState());
+    a.setDataAdaptor(adaptor);
+    EXPECT_FALSE(a.enabled) << "who joins is as the first one is";
 }
 
 TEST_F(Adaptors, AnAdaptorOfAnotherTypeIsKeptButNotUsed)

@@ -39,11 +39,11 @@ public:
     }
 
 private:
-    bool claim(ObjectId id) { return id > kNoObject && ids_.insert(id).second; }
+    bool claim(ObjectId id) { return id > kNoObject && id <= kHighestId && ids_.insert(id).second; }
 
     static std::string idFault(const char* what, ObjectId id)
     {
-        return "a " + std::string(what) + " has the id " + std::to_string(id) + ", which is taken or not above 0";
+        return "a " + std::string(what) + " has the id " + std::to_string(id) + ", which is taken or out of range";
     }
 
     std::string inTrack(const TrackData& track)
@@ -54,6 +54,8 @@ private:
         for (const SegmentData& segment : track.segments) {
             if (!claim(segment.id))
                 return idFault("segment", segment.id);
+            if (std::max({segment.start, segment.in, segment.length}) > kMostFrames)
+                return "segment " + std::to_string(segment.id) + " lies beyond what an edit can hold";
             if (segment.start < end || segment.length <= 0 || segment.in < 0)
                 return "segment " + std::to_string(segment.id) + " overlaps another or has no length";
             end = segment.end();
@@ -117,7 +119,7 @@ private:
         for (const oribund::Cue& cue : edit_.cues) {
             if (!claim(objectOf(cue.id)))
                 return idFault("cue", objectOf(cue.id));
-            if (!std::isfinite(cue.time) || cue.time < 0.0)
+            if (!(cue.time >= 0.0 && cue.time <= kLatestCue))
                 return "a cue has no time";
         }
         return {};

@@ -5,6 +5,7 @@
 #include "workbench/model/MediaInfo.h"
 
 #include <array>
+#include <limits>
 #include <string>
 #include <utility>
 #include <variant>
@@ -21,6 +22,12 @@ namespace workbench
 using ObjectId = int;
 
 inline constexpr ObjectId kNoObject = 0;
+
+// What an edit can hold: the same whether it is made or read from a file.
+inline constexpr ObjectId kHighestId = std::numeric_limits<ObjectId>::max() / 2;
+/** The latest start of a segment, and its greatest length: nine days at 25 a second. Sums of frames stay small. */
+inline constexpr int kMostFrames = 20'000'000;
+inline constexpr double kLatestCue = 1e9; ///< seconds
 
 /** A parameter's constant: a number or angle in shown units, a switch, a list item's raw text, a colour, a point. The
     choice of a video input is its index, as text. */

@@ -46,6 +46,12 @@ ObjectId EditModel::newId()
     return lastId_;
 }
 
+bool EditModel::hasIds() const
+{
+    constexpr ObjectId kForOneOperation = 1'000'000;
+    return std::max(lastId_, timeline_.highestId()) <= kHighestId - kForOneOperation;
+}
+
 oribund::Cookie EditModel::getCookie() const
 {
     return oribund::Cookie(oribund::String(name_));

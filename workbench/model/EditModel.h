@@ -52,6 +52,9 @@ public:
     /** An id that no object of this edit has or had. */
     ObjectId newId();
 
+    /** Whether there are ids for another operation, however many objects it makes. */
+    bool hasIds() const;
+
     oribund::Notifier<ParamEdited>& paramEdits() { return paramEdits_; }
 
     oribund::Cookie getCookie() const override;

@@ -34,6 +34,9 @@ inline constexpr char kCueThere[] = "There is a cue at that time already.";
 inline constexpr char kOccupied[] = "Another segment is in the way.";
 inline constexpr char kNoMedia[] = "The media has no more frames there.";
 inline constexpr char kBeforeStart[] = "That is before the start of the edit.";
+inline constexpr char kTooLate[] = "That is later than an edit can be.";
+inline constexpr char kTooLong[] = "That is longer than an edit can be.";
+inline constexpr char kFull[] = "The edit cannot hold any more. Go on in a new project.";
 } // namespace refusal
 
 } // namespace workbench

@@ -20,6 +20,12 @@ SegmentSet idsOf(const std::vector<const Segment*>& segments)
     return ids;
 }
 
+/** Why no segment can start or end at a frame; null when one can. */
+const char* outsideTime(int frame)
+{
+    return frame < 0 ? kBeforeStart : frame > kMostFrames ? kTooLate : nullptr;
+}
+
 /** Empty when all placements are possible: on the time line, in their media, free of other segments. */
 std::string faultOf(const EditModel& edit, const std::vector<Placement>& placements, const SegmentSet& group,
                     Collision collision)
@@ -27,8 +33,10 @@ std::string faultOf(const EditModel& edit, const std::vector<Placement>& placeme
     const Timeline& timeline = edit.timeline();
     for (const Placement& placement : placements) {
         const MediaInfo& media = timeline.findMedia(timeline.findSegment(placement.segment)->data.media)->info;
-        if (placement.start < 0)
-            return kBeforeStart;
+        if (const char* reason = outsideTime(placement.start))
+            return reason;
+        if (std::max(placement.in, placement.length) > kMostFrames)
+            return kTooLong;
         if (placement.length < 1)
             return "Nothing of the segment would be left.";
         if (placement.in < 0 ||
@@ -61,12 +69,19 @@ const char* Editor::locked() const
 {
     if (edit_.isReadOnly())
         return kReadOnly;
-    return edit_.undoStack().isApplying() ? kBusy : nullptr;
+    const UndoStack& undo = edit_.undoStack();
+    return undo.isApplying() || undo.isBatchOpen() ? kBusy : nullptr;
+}
+
+const char* Editor::closed() const
+{
+    const char* const reason = locked();
+    return reason || edit_.hasIds() ? reason : kFull;
 }
 
 EditOutcome Editor::addTrack(TrackKind kind, int index, const std::string& name)
 {
-    if (const char* reason = locked())
+    if (const char* reason = closed())
         return EditOutcome::refuse(reason);
     TrackRecord record;
     record.index = std::clamp(index, 0, static_cast<int>(edit_.timeline().tracks().size()));
@@ -117,12 +132,16 @@ EditOutcome Editor::renameTrack(ObjectId id, const std::string& name)
 
 EditOutcome Editor::addClip(const Clip& clip, int start, Collision collision)
 {
-    if (const char* reason = locked())
+    if (const char* reason = closed())
+        return EditOutcome::refuse(reason);
+    if (const char* reason = outsideTime(start))
         return EditOutcome::refuse(reason);
     const Timeline& timeline = edit_.timeline();
     const int available = mediaLength(clip.media, edit_.format());
     const int length = clip.length > 0 ? clip.length : available - clip.in;
-    if (start < 0 || clip.in < 0 || length < 1 || (!clip.media.isStill() && clip.in + length > available))
+    if (std::max(clip.in, length) > kMostFrames)
+        return EditOutcome::refuse(kTooLong);
+    if (clip.in < 0 || length < 1 || (!clip.media.isStill() && clip.in + length > available))
         return EditOutcome::refuse(kNoMedia);
 
     std::vector<ObjectId> tracks;
@@ -206,7 +225,9 @@ EditOutcome Editor::removeSegment(ObjectId id)
 
 EditOutcome Editor::moveSegment(ObjectId id, ObjectId track, int start, Collision collision, ChangeKind kind)
 {
-    if (const char* reason = locked())
+    if (const char* reason = closed())
+        return EditOutcome::refuse(reason);
+    if (const char* reason = outsideTime(start))
         return EditOutcome::refuse(reason);
     const Timeline& timeline = edit_.timeline();
     if (!timeline.findSegment(id))
@@ -269,6 +290,8 @@ EditOutcome Editor::trimStart(ObjectId id, int start, ChangeKind kind)
 {
     if (const char* reason = locked())
         return EditOutcome::refuse(reason);
+    if (const char* reason = outsideTime(start))
+        return EditOutcome::refuse(reason);
     const Segment* const segment = edit_.timeline().findSegment(id);
     return segment ? trim(edit_, id, start - segment->data.start, 0, kind) : EditOutcome::refuse(kNoSegment);
 }
@@ -277,13 +300,15 @@ EditOutcome Editor::trimEnd(ObjectId id, int end, ChangeKind kind)
 {
     if (const char* reason = locked())
         return EditOutcome::refuse(reason);
+    if (const char* reason = outsideTime(end))
+        return EditOutcome::refuse(reason);
     const Segment* const segment = edit_.timeline().findSegment(id);
     return segment ? trim(edit_, id, 0, end - segment->data.end(), kind) : EditOutcome::refuse(kNoSegment);
 }
 
 EditOutcome Editor::splitSegment(ObjectId id, int frame)
 {
-    if (const char* reason = locked())
+    if (const char* reason = closed())
         return EditOutcome::refuse(reason);
     const auto group = linkedGroup(edit_.timeline(), id);
     if (group.empty())

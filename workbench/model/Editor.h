@@ -89,6 +89,9 @@ private:
     /** Why nothing may be changed now; null when it may. */
     const char* locked() const;
 
+    /** The same for what makes objects. */
+    const char* closed() const;
+
     EditModel& edit_;
 };
 

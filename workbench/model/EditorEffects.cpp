@@ -4,7 +4,6 @@
 #include "workbench/model/Ids.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace workbench
 {
@@ -18,6 +17,12 @@ namespace
 std::string nameOf(const ModelEffect& effect)
 {
     return std::string(oribund::toUTF8(effect.getName()).view());
+}
+
+/** Why no cue can be at that time; null when one can. */
+const char* outsideTime(const oribund::Cue& cue)
+{
+    return !(cue.time >= 0.0) ? kBeforeStart : cue.time > kLatestCue ? kTooLate : nullptr;
 }
 
 bool cueAt(const oribund::CueList& cues, const oribund::Cue& wanted)
@@ -41,7 +46,7 @@ EditOutcome Editor::addEffect(ObjectId segment, const std::string& service, int 
 
 EditOutcome Editor::addEffect(ObjectId id, EffectData data, int index)
 {
-    if (const char* reason = locked())
+    if (const char* reason = closed())
         return EditOutcome::refuse(reason);
     const Segment* const segment = edit_.timeline().findSegment(id);
     if (!segment)
@@ -113,7 +118,7 @@ int Editor::longestTransition(ObjectId left) const
 
 EditOutcome Editor::addTransition(ObjectId left, const TransitionData& transition)
 {
-    if (const char* reason = locked())
+    if (const char* reason = closed())
         return EditOutcome::refuse(reason);
     const Segment* const segment = edit_.timeline().findSegment(left);
     const Segment* const next = segment ? edit_.timeline().segmentAt(segment->track, segment->data.end()) : nullptr;
@@ -164,10 +169,10 @@ EditOutcome Editor::removeTransition(ObjectId id)
 
 EditOutcome Editor::addCue(oribund::Cue cue)
 {
-    if (const char* reason = locked())
+    if (const char* reason = closed())
         return EditOutcome::refuse(reason);
-    if (!std::isfinite(cue.time) || cue.time < 0.0)
-        return EditOutcome::refuse(kBeforeStart);
+    if (const char* reason = outsideTime(cue))
+        return EditOutcome::refuse(reason);
     if (cueAt(edit_.getCues(), cue))
         return EditOutcome::refuse(kCueThere);
     cue.id = stampOf(edit_.newId());
@@ -182,8 +187,8 @@ EditOutcome Editor::changeCue(const oribund::Cue& cue, ChangeKind kind)
     const oribund::Cue* const before = edit_.getCues().find(cue.id);
     if (!before)
         return EditOutcome::refuse(kNoCue);
-    if (!std::isfinite(cue.time) || cue.time < 0.0)
-        return EditOutcome::refuse(kBeforeStart);
+    if (const char* reason = outsideTime(cue))
+        return EditOutcome::refuse(reason);
     if (cueAt(edit_.getCues(), cue))
         return EditOutcome::refuse(kCueThere);
     EditOperation(edit_, "Change cue", kind).perform(assignment(*before, cue));

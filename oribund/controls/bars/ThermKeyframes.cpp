@@ -15,7 +15,7 @@ void ThermKeyframes::update(CompoundEffectKeyframes& effects, const IdStamp& tra
     effects.populateKeyframesForCompoundEffect(track, sets_);
     entries_.clear();
     times_.reset();
-    for (const auto& effect : effects.getEffects(track)) {
+    for (const auto& effect : effects.effectsOf(track)) {
         const auto set = sets_.find(effect);
         const NumRange<double> region = effects.getEditRegion(effect->id());
         if (set != sets_.end() && region.length() > 0.0)

@@ -23,21 +23,28 @@ bool NumberTextAccessor<NumberAccessor>::setValue(const Kt::Ptr<EffectInstance>&
 }
 
 template <class P>
-std::optional<double> ComponentAccessor<P>::getValue(const Kt::Ptr<EffectInstance>& effect, double time)
+auto ComponentAccessor<P>::numbers(const Kt::Ptr<EffectInstance>& effect, double time) -> std::optional<Numbers>
 {
     const auto whole = whole_.getValue(effect, time);
-    return whole ? std::optional<double>(ParamTraits<P>::split(*whole)[component_]) : std::nullopt;
+    const bool known = component_ < static_cast<unsigned>(ParamTraits<P>::kChannels);
+    return whole && known ? std::optional<Numbers>(ParamTraits<P>::split(*whole)) : std::nullopt;
+}
+
+template <class P>
+std::optional<double> ComponentAccessor<P>::getValue(const Kt::Ptr<EffectInstance>& effect, double time)
+{
+    const auto parts = numbers(effect, time);
+    return parts ? std::optional<double>((*parts)[component_]) : std::nullopt;
 }
 
 template <class P>
 std::optional<P> ComponentAccessor<P>::wholeWith(const Kt::Ptr<EffectInstance>& effect, double value, double time)
 {
-    const auto whole = whole_.getValue(effect, time);
-    if (!whole)
+    auto parts = numbers(effect, time);
+    if (!parts)
         return std::nullopt;
-    auto numbers = ParamTraits<P>::split(*whole);
-    numbers[component_] = value;
-    return ParamTraits<P>::join(numbers);
+    (*parts)[component_] = value;
+    return ParamTraits<P>::join(*parts);
 }
 
 template <class P>

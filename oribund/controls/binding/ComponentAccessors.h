@@ -14,7 +14,7 @@ public:
     using Param = P;
     using Value = double;
 
-    /** `component` counts from 0 and must exist in `P`. */
+    /** `component` counts from 0. One that `P` does not have cannot be read, and writing it is refused. */
     ComponentAccessor(const EffectValParam<P>& param, unsigned component)
         : whole_(param)
         , component_(component)
@@ -34,6 +34,9 @@ public:
     int addKeyframe(const Kt::Ptr<EffectInstance>& effect, double value, double time, ChangeKind kind);
 
 private:
+    using Numbers = decltype(ParamTraits<P>::split(P()));
+
+    std::optional<Numbers> numbers(const Kt::Ptr<EffectInstance>& effect, double time);
     std::optional<P> wholeWith(const Kt::Ptr<EffectInstance>& effect, double value, double time);
 
     EffectValParamAccessor<P> whole_;

@@ -2,7 +2,9 @@
 
 #include "oribund/controls/binding/EffectValParamAdaptor.h"
 
+#include <algorithm>
 #include <cmath>
+#include <optional>
 
 namespace oribund
 {
@@ -11,8 +13,9 @@ namespace oribund
  * Shows the part of an angle that lies within a turn, with the angle's sign, and replaces only that part: an animated
  * rotation of several turns survives an edit of its direction. Of 725 degrees it shows 5; entering 90 writes 810.
  *
- * The whole turns are those at the start of a series of edits: one that goes below zero and on does not lose a turn
- * with every step.
+ * The whole turns are those at the start of a series of edits, for as long as the time and the angle are what its last
+ * edit left: one that goes below zero and on does not lose a turn with every step. Of turns with which the angle would
+ * leave its range as many are dropped as have to be.
  */
 template <class T>
 class ORIBUND_API DegreesParamAdaptorBase : public EffectValParamAdaptor<T, EffectValParamAccessor<Angle>>
@@ -33,23 +36,46 @@ public:
 
     bool requestSetValue(const T& value, ChangeKind kind) override
     {
-        const auto angle = this->readValue();
+        const auto param = this->getParam();
         const std::optional<double> entered = reinterpretValType<double>(value);
-        if (!angle || !entered)
+        if (!param || !entered)
             return false;
-        if (kind != ChangeKind::Continuation || !wholeTurns_)
-            wholeTurns_ = angle->degrees - std::fmod(angle->degrees, kFullTurn);
-        return this->write(Angle{*wholeTurns_ + std::fmod(*entered, kFullTurn)}, kind);
+        const Kt::Ptr<AdaptorBase> self = this->keepAlive();
+        const double time = this->getClampedTime();
+        const double now = param->getValue(time).degrees;
+        const bool goesOn = kind == ChangeKind::Continuation && last_ && last_->time == time && last_->angle == now;
+        const double turns = goesOn ? last_->turns : now - std::fmod(now, kFullTurn);
+        const bool written = this->write(withTurns(*param, std::fmod(*entered, kFullTurn), turns), kind);
+        last_ = Last{time, param->getValue(time).degrees, turns};
+        return written;
     }
 
     void handleSeriesEnd() override
     {
-        wholeTurns_.reset();
+        last_.reset();
         Base::handleSeriesEnd();
     }
 
 private:
-    std::optional<double> wholeTurns_; ///< in degrees, during a series
+    /** What an edit has left; in degrees, the turns those that it was asked for. */
+    struct Last {
+        double time;
+        double angle;
+        double turns;
+    };
+
+    static Angle withTurns(const EffectValParam<Angle>& param, double direction, double turns)
+    {
+        const double above = direction + turns - param.getMax().degrees;
+        const double below = param.getMin().degrees - direction - turns;
+        if (above > 0.0 && turns > 0.0)
+            turns -= std::min(std::ceil(above / kFullTurn) * kFullTurn, turns);
+        else if (below > 0.0 && turns < 0.0)
+            turns += std::min(std::ceil(below / kFullTurn) * kFullTurn, -turns);
+        return Angle{direction + turns};
+    }
+
+    std::optional<Last> last_; ///< during a series
 };
 
 /** For widgets of numbers and of text. */

@@ -55,6 +55,9 @@ protected:
     /** Something has changed: read again and show it. */
     virtual void refresh() = 0;
 
+    /** The time has moved, over which the value is the same; whether it can be edited may not be. */
+    virtual void refreshEnabled() = 0;
+
     Accessor& accessor() { return accessor_; }
 
     /** The value at the current time. */
@@ -70,25 +73,28 @@ protected:
 
     void handleFXModifications(const ChangeDescription& change) override
     {
-        if (ParamChangeFilter::isParamSetChange(change) && !ParamChangeFilter::isWholesale(change)) {
+        if (ParamChangeFilter::isParamSetChange(change) || ParamChangeFilter::isWholesale(change)) {
             bind();
             refresh();
             return;
         }
+        const Kt::Ptr<EffectInstance> effect = getEffectPtr();
+        if (!effect || !ParamChangeFilter::concerns(change, effect->id()))
+            return;
         // While the edit is played every control hears of every frame, and most parameters are not animated.
         if (ParamChangeFilter::isTimeMove(change) && isConstant())
-            return;
-        const Kt::Ptr<EffectInstance> effect = getEffectPtr();
-        if (ParamChangeFilter::isWholesale(change) || (effect && ParamChangeFilter::concerns(change, effect->id())))
+            refreshEnabled();
+        else
             refresh();
     }
 
 private:
     void bind() { observer_.registerWith(getParam()); }
 
-    bool isConstant() const
+    bool isConstant()
     {
-        return observer_.param() && observer_.param()->functionType() == EffectValParamFnType::Constant;
+        const auto param = getParam();
+        return param && param->functionType() == EffectValParamFnType::Constant;
     }
 
     void handleParamChange() override { refresh(); }

@@ -44,7 +44,7 @@ int EffectValParamAccessor<P>::addKeyframe(const Kt::Ptr<EffectInstance>& effect
                                            ChangeKind kind)
 {
     const Kt::Ptr<EffectValParam<P>> param = getParam(effect);
-    if (!param || !param->graph() || param->functionType() != EffectValParamFnType::Keyframed)
+    if (!param || !param->graph())
         return -1;
     return addKeyframeTo(*param, value, time, kind);
 }

@@ -41,7 +41,10 @@ public:
     /** False, and nothing written, when there is no such parameter or it does not take the value. */
     bool setValue(const Kt::Ptr<EffectInstance>& effect, const P& value, double time, ChangeKind kind);
 
-    /** Adds a keyframe to an animated parameter. Its index; -1 when one is exactly there, or there is no graph. */
+    /**
+     * Adds a keyframe to the parameter's graph, from which a constant parameter takes its value only once it is
+     * animated. Its index; -1 when one is exactly there, or there is no graph.
+     */
     int addKeyframe(const Kt::Ptr<EffectInstance>& effect, const P& value, double time, ChangeKind kind);
 
 private:

@@ -15,14 +15,21 @@ T EffectValParamAdaptor<T, Accessor, Observer>::getDataValue()
 template <class T, class Accessor, class Observer>
 void EffectValParamAdaptor<T, Accessor, Observer>::forceWidgetUpdate(eRedrawFlag flag)
 {
-    const auto param = this->getParam();
-    if (!param)
+    if (!this->getParam())
         return;
+    const Kt::Ptr<AdaptorBase> self = this->keepAlive();
     const RedrawHold hold;
     this->setNewWidgetValue(getDataValue(), flag);
-    // What the widgets did with the value may have taken the effect away.
+    refreshEnabled();
+}
+
+template <class T, class Accessor, class Observer>
+void EffectValParamAdaptor<T, Accessor, Observer>::refreshEnabled()
+{
+    // Asked for anew: what the widgets did with a value may have taken the effect away.
     const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
-    if (!effect)
+    const auto param = this->getParam();
+    if (!param)
         return;
     const bool editable = effect->canEditParam(*param);
     if (editable != this->getWidgetEnabledState())
@@ -45,9 +52,9 @@ bool EffectValParamAdaptor<T, Accessor, Observer>::write(const typename Accessor
     if (inChangeSeries_)
         kind = seriesChangeKind_;
     const bool written = this->accessor().setValue(this->getEffectPtr(), value, this->getClampedTime(), kind);
-    if (inChangeSeries_)
+    if (inChangeSeries_ && written)
         seriesChangeKind_ = ChangeKind::Continuation;
-    else if (kind == ChangeKind::Single)
+    if (!inChangeSeries_ && kind == ChangeKind::Single)
         this->endStep();
     return written;
 }

@@ -47,6 +47,8 @@ public:
 protected:
     void refresh() override { forceWidgetUpdate(eRedrawFlag::Yes); }
 
+    void refreshEnabled() override;
+
     /** Has the accessor write at the current time, with the kind that the series asks for. */
     bool write(const typename Accessor::Value& value, ChangeKind kind);
 

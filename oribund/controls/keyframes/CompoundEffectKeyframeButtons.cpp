@@ -146,7 +146,7 @@ void CompoundEffectKeyframeButtons::handleModifications(const EditModification& 
 void CompoundEffectKeyframeButtons::updateButtons(eRedrawFlag redrawFlag)
 {
     CompoundEffectMonitor* const effects = commands().monitor();
-    if (!effects || effects->getEffects(track_).empty())
+    if (!effects || effects->effectsOf(track_).empty())
         return;
     const RedrawHold hold;
     apply(findStates(*effects), redrawFlag);
@@ -162,7 +162,7 @@ CompoundEffectKeyframeButtons::States CompoundEffectKeyframeButtons::findStates(
     effects.populateKeyframesForCompoundEffect(track_, keyframes_);
     const bool editable = commands().canEdit();
     double latest = 0.0;
-    for (const auto& effect : effects.getEffects(track_)) {
+    for (const auto& effect : effects.effectsOf(track_)) {
         if (!showsEffect(*effect))
             continue;
         const double time = effects.getCurrentFXTime(effect).normalised;

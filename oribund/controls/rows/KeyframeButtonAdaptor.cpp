@@ -25,12 +25,21 @@ String KeyframeButtonAdaptor<Accessor>::getDataValue()
 template <class Accessor>
 void KeyframeButtonAdaptor<Accessor>::forceWidgetUpdate(eRedrawFlag flag)
 {
-    const auto param = this->getParam();
-    const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
-    if (!param)
+    if (!this->getParam())
         return;
+    const Kt::Ptr<AdaptorBase> self = keepAlive();
     const RedrawHold hold;
     setNewWidgetValue(getDataValue(), flag);
+    refreshEnabled();
+}
+
+template <class Accessor>
+void KeyframeButtonAdaptor<Accessor>::refreshEnabled()
+{
+    const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
+    const auto param = this->getParam();
+    if (!param)
+        return;
     const bool usable = param->isKeyframable() && effect->canEditParam(*param);
     if (usable != getWidgetEnabledState())
         setWidgetEnabledState(usable);
@@ -43,6 +52,7 @@ void KeyframeButtonAdaptor<Accessor>::widgetLeftClicked()
     const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
     if (!param || !param->isKeyframable() || !effect->canEditParam(*param))
         return;
+    const Kt::Ptr<AdaptorBase> self = keepAlive();
     const RedrawHold hold;
     toggleKeyframe(*param);
     this->endStep();

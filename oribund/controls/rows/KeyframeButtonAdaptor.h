@@ -39,6 +39,8 @@ public:
 private:
     void refresh() override { forceWidgetUpdate(eRedrawFlag::Yes); }
 
+    void refreshEnabled() override;
+
     void toggleKeyframe(EffectValParam<typename Accessor::Param>& param);
 };
 

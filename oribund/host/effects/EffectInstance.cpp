@@ -92,7 +92,18 @@ void EffectInstance::setPresentation(std::vector<ParamPresentationDetails> prese
 
 bool EffectInstance::canEditParam(const EffectValParamBase& param) const
 {
-    return std::any_of(params_.begin(), params_.end(), [&](const ParamPtr& own) { return own.get() == &param; });
+    // Rows ask in the order of the parameters, all of them for every frame that is played.
+    const auto next = static_cast<std::size_t>(lastAsked_ + 1);
+    if (next < params_.size() && params_[next].get() == &param) {
+        ++lastAsked_;
+        return true;
+    }
+    const auto found =
+        std::find_if(params_.begin(), params_.end(), [&](const ParamPtr& own) { return own.get() == &param; });
+    if (found == params_.end())
+        return false;
+    lastAsked_ = static_cast<int>(found - params_.begin());
+    return true;
 }
 
 bool EffectInstance::addEmbeddedChild(const EffectPtr& child)
@@ -116,6 +127,18 @@ EffectInstance::ChildPath EffectInstance::findEmbeddedChild(const IdStamp& id) c
     ChildPath path;
     search(id, path);
     return path;
+}
+
+EffectInstance::EffectPtr EffectInstance::findWithin(const EffectPtr& effect, const IdStamp& id)
+{
+    if (!effect || effect->id() == id)
+        return effect;
+    if (EffectPtr found = findWithin(effect->mask_, id))
+        return found;
+    for (const EffectPtr& child : effect->children_)
+        if (EffectPtr found = findWithin(child, id))
+            return found;
+    return {};
 }
 
 bool EffectInstance::search(const IdStamp& id, ChildPath& path) const

@@ -84,6 +84,9 @@ public:
     /** Empty when the path leads nowhere. */
     EffectPtr getEmbeddedChild(const ChildPath& path) const;
 
+    /** The effect itself, its mask, or one embedded in it at any depth, by id; empty where there is none. */
+    static EffectPtr findWithin(const EffectPtr& effect, const IdStamp& id);
+
     /** The effect that limits where this one works; may be empty. */
     const EffectPtr& getMask() const noexcept { return mask_; }
 
@@ -108,6 +111,7 @@ private:
     String tagTypeId_;
     WString name_;
     bool enabled_ = true;
+    mutable int lastAsked_ = -1; ///< index of the parameter that canEditParam() was asked of
     std::vector<ParamPtr> params_;
     std::vector<ParamPresentationDetails> presentation_;
     std::vector<EffectPtr> children_;

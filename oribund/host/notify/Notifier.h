@@ -10,7 +10,10 @@ template <class Event>
 class ORIBUND_API CallbackBase : public CallbackNode
 {
 public:
-    /** The result is for the observer's own use; notifiers ignore it. */
+    /**
+     * The result is for the observer's own use; notifiers ignore it. Observers do not throw: an exception that comes
+     * out of one is logged, and the others are told all the same.
+     */
     virtual int call(const Event& event) = 0;
 
 protected:
@@ -32,13 +35,24 @@ public:
     /** Calls every callback. */
     void notify(const Event& event)
     {
-        forEachNode([&event](CallbackNode& node) { static_cast<CallbackBase<Event>&>(node).call(event); });
+        forEachNode([&event](CallbackNode& node) { callSafely(node, event); });
     }
 
     /** Calls those callbacks that were registered for this kind of message or for any. */
     void notify(const Event& event, NotifyMsgType type)
     {
-        forEachNode(type, [&event](CallbackNode& node) { static_cast<CallbackBase<Event>&>(node).call(event); });
+        forEachNode(type, [&event](CallbackNode& node) { callSafely(node, event); });
+    }
+
+private:
+    static void callSafely(CallbackNode& node, const Event& event)
+    {
+        // Notifications are sent from destructors too, where an exception would end the program.
+        try {
+            static_cast<CallbackBase<Event>&>(node).call(event);
+        } catch (...) {
+            reportException();
+        }
     }
 };
 

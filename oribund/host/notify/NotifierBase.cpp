@@ -1,7 +1,38 @@
 #include "oribund/host/notify/NotifierBase.h"
 
+#include <cstdio>
+#include <exception>
+
 namespace oribund
 {
+
+namespace
+{
+void writeToStderr(const char* line)
+{
+    std::fprintf(stderr, "%s\n", line);
+}
+
+std::atomic<NotifierBase::Report> exceptionReport{&writeToStderr};
+} // namespace
+
+void NotifierBase::setExceptionReport(Report report) noexcept
+{
+    exceptionReport.store(report ? report : &writeToStderr);
+}
+
+void NotifierBase::reportException() noexcept
+{
+    char line[512];
+    try {
+        throw;
+    } catch (const std::exception& exception) {
+        std::snprintf(line, sizeof line, "An observer threw an exception: %s", exception.what());
+    } catch (...) {
+        std::snprintf(line, sizeof line, "An observer threw an exception.");
+    }
+    exceptionReport.load()(line);
+}
 
 CriticalSection& NotifierBase::section() noexcept
 {

@@ -63,10 +63,17 @@ public:
     /** Whether a notification of this notifier is running. */
     bool notifying() const noexcept { return passes_.load(std::memory_order_relaxed) != nullptr; }
 
+    /** Where the exception of an observer is written; null for stderr. Takes one line, without its line feed. */
+    using Report = void (*)(const char* line);
+    static void setExceptionReport(Report report) noexcept;
+
 protected:
     NotifierBase() noexcept = default;
     /** Ends all registrations and the notifications that are running. */
     ~NotifierBase();
+
+    /** To be called while an exception is handled. */
+    static void reportException() noexcept;
 
     /** Appends; a node that was registered anywhere leaves that place first. */
     void add(CallbackNode& node, NotifyMsgType type) noexcept;

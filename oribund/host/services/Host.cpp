@@ -1,5 +1,8 @@
 #include "oribund/host/services/Host.h"
 
+#include "oribund/host/notify/NotifierBase.h"
+#include "oribund/host/services/Log.h"
+
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -17,6 +20,7 @@ Host::~Host() = default;
 
 Host* Host::install(Host* host)
 {
+    NotifierBase::setExceptionReport([](const char* line) { logf("%s\n", line); });
     return installedHost.exchange(host);
 }
 

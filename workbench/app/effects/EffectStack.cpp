@@ -97,6 +97,7 @@ void EffectStack::addPanel(Vob& vob, const Kt::Ptr<ModelEffect>& effect, bool fi
     const auto width =
         static_cast<unsigned short>(std::clamp(getUserArea().width() - UifStd::getWidgetGap(), 0, 65535));
     FXPanelCreationOptions options(&vob, effect, width, canvas());
+    options.flags &= ~FXPanelCreationOptions::kDrawBorder; // the stack draws lines between its panels
     std::unique_ptr<EffectComponentPanel> panel(FXPanelFactory::instance().makeComponentPanel(options));
     if (!panel)
         return;

@@ -78,7 +78,8 @@ WString UndoStack::redoTitle() const
 void UndoStack::beginModify(const WString& title, ChangeKind kind)
 {
     rewound_.reset();
-    if (depth_ == 0 && how_ != Open::Gesture) {
+    // Within a batch of parameter changes all belongs to the step that the batch has opened.
+    if (depth_ == 0 && how_ != Open::Gesture && batchDepth_ == 0) {
         const bool joins = kind == ChangeKind::Continuation && how_ == Open::Series && seriesTitle_ == title;
         if (!joins)
             open(Open::Modify, title);
@@ -92,7 +93,7 @@ void UndoStack::endModify()
 {
     if (depth_ == 0 || --depth_ > 0)
         return;
-    if (how_ != Open::Gesture) {
+    if (how_ != Open::Gesture && batchDepth_ == 0) {
         how_ = Open::Series;
         if (!stays_ && !applying_)
             close();

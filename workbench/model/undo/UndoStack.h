@@ -70,6 +70,9 @@ public:
        the edit at that moment is refused. */
     bool isApplying() const { return applying_; }
 
+    /** Whether a batch of parameter changes is open, within which the structure has to stay. */
+    bool isBatchOpen() const { return batchDepth_ > 0; }
+
     /** Makes a change and records it. Only between beginModify() and endModify(). */
     void perform(EditChangePtr change);
 

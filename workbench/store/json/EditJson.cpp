@@ -12,10 +12,8 @@ namespace workbench
 
 namespace
 {
-constexpr int kHighestId = std::numeric_limits<int>::max() / 2;
 constexpr int kLargestSide = 32'768;
 constexpr int kLargestRate = 1'000'000;
-constexpr double kLatestCue = 1e9; // seconds
 
 Json toJson(const FormatData& format)
 {

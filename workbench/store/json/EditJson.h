@@ -14,9 +14,6 @@ class Warnings;
 // The parts of an edit as they are saved, each beside the service that plays it, and what is read back. Numbers out of
 // range are mended, with a warning; whether the parts go together is not looked at here.
 
-/** Frames beyond which no edit goes: nine days at 25 a second. Keeps sums of frames and what is made of them small. */
-inline constexpr int kMostFrames = 20'000'000;
-
 /** Name, format, media and cues. */
 Json editJson(const EditData& edit, const MediaPaths& paths);
 EditData editFrom(const Json& json, const MediaPaths& paths, Warnings& warnings);

@@ -236,7 +236,7 @@ EffectData effectFrom(const Json& json, Warnings& warnings)
 {
     EffectData effect;
     const JsonFields fields(json, "An effect", warnings);
-    effect.id = fields.integer("id", kNoObject, kNoObject, std::numeric_limits<int>::max() / 2);
+    effect.id = fields.integer("id", kNoObject, kNoObject, kHighestId);
     effect.service = fields.text("service");
     effect.enabled = fields.flag("enabled", true);
     for (const Json& param : fields.list("params"))

@@ -22,15 +22,7 @@ FXViewHandle::FXViewHandle(Kt::Ptr<FXVob> fxVob, const IdStamp& viewEffectId)
 
 Kt::Ptr<EffectInstance> FXViewHandle::getEffectPtr() const
 {
-    if (!fxVob_ || !fxVob_->getEffectPtr())
-        return {};
-    const Kt::Ptr<EffectInstance>& effect = fxVob_->getEffectPtr();
-    if (viewEffectId_ == effect->id())
-        return effect;
-    if (Kt::Ptr<EffectInstance> mask = effect->getMask(); mask && mask->id() == viewEffectId_)
-        return mask;
-    const auto path = effect->findEmbeddedChild(viewEffectId_);
-    return path.empty() ? Kt::Ptr<EffectInstance>() : effect->getEmbeddedChild(path);
+    return fxVob_ ? EffectInstance::findWithin(fxVob_->getEffectPtr(), viewEffectId_) : Kt::Ptr<EffectInstance>();
 }
 
 } // namespace oribund

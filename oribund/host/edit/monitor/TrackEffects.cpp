@@ -14,11 +14,18 @@ std::vector<Kt::Ptr<EffectInstance>> TrackEffects::getEffectsAt(double) const
     return {};
 }
 
+std::vector<Kt::Ptr<EffectInstance>> TrackEffects::effectsOf(const IdStamp& track) const
+{
+    std::vector<Kt::Ptr<EffectInstance>> effects = getEffects(track);
+    std::erase_if(effects, [](const auto& effect) { return !effect; });
+    return effects;
+}
+
 NumRange<double> TrackEffects::getCompoundEditRegion(const IdStamp& track) const
 {
     NumRange<double> whole;
     bool first = true;
-    for (const auto& effect : getEffects(track)) {
+    for (const auto& effect : effectsOf(track)) {
         const NumRange<double> region = getEditRegion(effect->id());
         whole = first ? region
                       : NumRange<double>(std::min(whole.start(), region.start()), std::max(whole.end(), region.end()));

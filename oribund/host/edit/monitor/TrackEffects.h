@@ -38,10 +38,16 @@ public:
         afterwards. */
     virtual bool isChanging() const { return false; }
 
-    /** The effect of that id, at whatever time; empty when the edit holds none. */
+    /** As getEffects(), without what a host has left empty. The library asks by this. */
+    std::vector<Kt::Ptr<EffectInstance>> effectsOf(const IdStamp& track) const;
+
+    /**
+     * The effect of that id, at whatever time: one of a track, or a mask or embedded effect of one at any depth
+     * (EffectInstance::findWithin()). Empty when the edit holds none.
+     */
     virtual Kt::Ptr<EffectInstance> findEffect(const IdStamp& effect) const = 0;
 
-    /** The region over which an effect runs; empty (0, 0) for an unknown one. */
+    /** The region over which an effect, mask or embedded effect runs; empty (0, 0) for an unknown one. */
     virtual NumRange<double> getEditRegion(const IdStamp& effect) const = 0;
 
     /** The span of the regions of all effects that getEffects() gives; empty (0, 0) without any. */

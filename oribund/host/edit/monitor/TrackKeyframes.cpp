@@ -57,7 +57,7 @@ std::optional<double> TrackKeyframes::adjacent(const IdStamp& id, double time, b
 
 void TrackKeyframes::check(const IdStamp& id, Track& track) const
 {
-    Effects effects = effects_.getEffects(id);
+    Effects effects = effects_.effectsOf(id);
     std::vector<NumRange<double>> regions;
     regions.reserve(effects.size());
     for (const auto& effect : effects)

@@ -76,7 +76,7 @@ public:
 
     bool isKeyframable() const noexcept { return graph_ != nullptr; }
 
-    /** Null for a parameter that can never be keyframed. Empty while the parameter is constant. */
+    /** Null for a parameter that can never be keyframed. A constant parameter does not use what is in it. */
     Graph1dBase* graph() noexcept { return graph_; }
 
     const Graph1dBase* graph() const noexcept { return graph_; }

@@ -12,8 +12,12 @@ AdaptorBase::~AdaptorBase() = default;
 
 void AdaptorBase::attachWidget(WidgetBase& widget)
 {
-    if (isServing(widget) && std::find(widgets_.begin(), widgets_.end(), &widget) == widgets_.end())
-        widgets_.push_back(&widget);
+    if (!isServing(widget) || std::find(widgets_.begin(), widgets_.end(), &widget) != widgets_.end())
+        return;
+    const WidgetBase* const first = getFirstWidget();
+    widgets_.push_back(&widget);
+    if (first && first->isWidgetEnabled() != widget.isWidgetEnabled())
+        widget.setWidgetEnabled(first->isWidgetEnabled());
 }
 
 void AdaptorBase::detachWidget(const WidgetBase& widget)

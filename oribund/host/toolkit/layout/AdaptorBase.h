@@ -26,7 +26,10 @@ public:
     AdaptorBase(const AdaptorBase&) = delete;
     AdaptorBase& operator=(const AdaptorBase&) = delete;
 
-    /** Called by a widget that begins to use this adaptor. A widget of another value type is not listed. */
+    /**
+     * Called by a widget that begins to use this adaptor, and becomes enabled or disabled like those that use it
+     * already. A widget of another value type is not listed.
+     */
     void attachWidget(WidgetBase& widget);
 
     /** Called by a widget that ceases to use this adaptor, also from its destructor. */
@@ -48,6 +51,9 @@ protected:
 
     WidgetBase* getFirstWidget() const;
 
+    /** Held while widgets are called, of which the last may go. Empty while nobody holds it: a Ptr would end it. */
+    Kt::Ptr<AdaptorBase> keepAlive() { return Kt::Ptr<AdaptorBase>(refCount() > 0 ? this : nullptr); }
+
     /**
      * Calls `operation` with each attached widget in order. One that is attached meanwhile is not called, nor is one
      * that goes before its turn; the adaptor outlives the call.
@@ -55,10 +61,7 @@ protected:
     template <class Operation>
     void forEachWidget(Operation operation)
     {
-        // Without widgets nobody holds the adaptor yet: a Ptr taken here would end it.
-        if (widgets_.empty())
-            return;
-        const Kt::Ptr<AdaptorBase> self(this);
+        const Kt::Ptr<AdaptorBase> self = keepAlive();
         const Walk walk(*this);
         for (std::size_t i = 0, count = widgets_.size(); i < count; ++i) {
             if (WidgetBase* widget = widgets_[i])
