@@ -7,6 +7,7 @@
 #include "oribund/host/effects/curves/Graph1dBase.h"
 #include "oribund/host/effects/params/EffectValParam.h"
 #include "oribund/host/toolkit/entries/NumericEntry.h"
+#include "oribund/panels/EffectComponentPanel.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -244,6 +245,40 @@ TEST_F(KeyframeMenuScenario, AKeyOnTheBarIsTheBarsOrTheMenusAndNeverBoth)
     EXPECT_EQ(workspace_->edit().timeline().endFrame(), kSampleFrames) << "the segment stays";
     key(Qt::Key_Space);
     EXPECT_TRUE(QTest::qWaitFor([&] { return workspace_->vob().isPlaying(); }, 5000)) << "there is no keyframe here";
+}
+
+TEST_F(KeyframeMenuScenario, DeleteRemovesWhatHasTheKeyboardAndNoClipByAccident)
+{
+    QWidget& strip = window_->timeline().strip();
+    const auto clips = [&] { return workspace_->edit().timeline().tracks().front()->segments.size(); };
+    strip.setFocus();
+    key(Qt::Key_A, kCtrl);
+    key(Qt::Key_Delete);
+    expectStep("", "Remove 3 keyframes");
+    key(Qt::Key_Delete); // once too often
+    EXPECT_EQ(clips(), 1u);
+
+    ASSERT_TRUE(findInPanel<oribund::Slider>()->takeFocus());
+    key(Qt::Key_Delete);
+    window_->effectList().search();
+    key(Qt::Key_Delete);
+    window_->viewer().setFocus();
+    window_->setFocus();
+    key(Qt::Key_Delete);
+    EXPECT_EQ(clips(), 1u);
+    EXPECT_EQ(firstSegment().effects.size(), 1u);
+
+    auto* const title = findInPanel<oribund::EffectComponentPanel>();
+    ASSERT_TRUE(title && title->takeFocus());
+    key(Qt::Key_Delete);
+    settle();
+    EXPECT_EQ(firstSegment().effects.size(), 0u);
+    EXPECT_EQ(clips(), 1u);
+    QTest::mouseClick(&strip, Qt::LeftButton, {}, {strip.width() / 4, strip.height() / 3});
+    ASSERT_TRUE(strip.hasFocus());
+    ASSERT_NE(workspace_->selection().get(), kNoObject);
+    key(Qt::Key_Delete);
+    EXPECT_EQ(clips(), 0u);
 }
 
 TEST_F(KeyframeMenuScenario, WhatIsTypedInAnEntryIsTextAndNoCommand)

@@ -3,6 +3,7 @@
 #include "oribund/controls/bars/CompoundEffectTherm.h"
 #include "oribund/controls/rows/KeyframeCtrlsBase.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
+#include "oribund/panels/EffectComponentPanel.h"
 #include "skin/PanelView.h"
 #include "workbench/app/effects/EffectTimePanel.h"
 #include "workbench/app/session/Say.h"
@@ -163,6 +164,18 @@ std::optional<oribund::CompoundEffectKeyframes::PasteTarget> EffectsPanelPane::f
             return oribund::CompoundEffectKeyframes::PasteTarget{row->getEffectPtr()->id(), param->id()};
     }
     return {};
+}
+
+ObjectId EffectsPanelPane::focusedTitle() const
+{
+    const oribund::Glob* const owner = view_->canvas().focusOwner();
+    for (const oribund::Glob* glob = owner; glob; glob = glob->parent())
+        if (const auto* const panel = dynamic_cast<const oribund::EffectComponentPanel*>(glob)) {
+            const bool inTitle =
+                owner == panel || (owner->parent() == panel && owner->box().bottom <= panel->getTitleArea().bottom);
+            return inTitle && panel->getEffectPtr() ? objectOf(panel->getEffectPtr()->id()) : kNoObject;
+        }
+    return kNoObject;
 }
 
 void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)

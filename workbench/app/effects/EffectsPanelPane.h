@@ -35,6 +35,9 @@ public:
     /** The parameter in whose row the keyboard is; none when it is in no row. */
     std::optional<oribund::CompoundEffectKeyframes::PasteTarget> focusedParam() const;
 
+    /** The effect in whose title row the keyboard is; kNoObject when it is in none. */
+    ObjectId focusedTitle() const;
+
     /** Brings the panels in step now, where it otherwise happens in the next turn of the event loop. */
     void refresh();
 

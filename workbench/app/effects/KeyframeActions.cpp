@@ -91,6 +91,18 @@ void KeyframeActions::remove()
         say("No keyframe is selected, and there is none at the current time.");
 }
 
+bool KeyframeActions::isAnySelected() const
+{
+    return commands().countSelected() > 0;
+}
+
+void KeyframeActions::removeSelected()
+{
+    if (!isAnySelected())
+        return say(kNothingSelected);
+    remove();
+}
+
 void KeyframeActions::selectAll(bool select)
 {
     commands().selectAll(select);

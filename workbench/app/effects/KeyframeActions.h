@@ -32,6 +32,8 @@ public:
     void goTo(bool next);
     void add();
     void remove();
+    bool isAnySelected() const;
+    void removeSelected();
     void selectAll(bool select);
     void copy();
     void paste();

@@ -29,6 +29,7 @@ enum class Command {
     Undo,
     Redo,
     Split,
+    Delete, ///< by what has the keyboard
     Remove,
     SelectNext,
     SelectPrevious,

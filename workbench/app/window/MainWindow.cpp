@@ -14,6 +14,7 @@
 #include "workbench/app/timeline/TimeCode.h"
 #include "workbench/app/timeline/TimelinePane.h"
 #include "workbench/app/timeline/TimelineStrip.h"
+#include "workbench/app/window/DeleteKey.h"
 #include "workbench/app/window/MessageBar.h"
 #include "workbench/app/window/TransportBar.h"
 #include "workbench/app/window/ViewerWidget.h"
@@ -69,6 +70,12 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     handlers.merge(editHandlers());
     handlers.merge(cues_.handlers());
     handlers.merge(keyframes_.handlers());
+    deleteKey_ = std::make_unique<DeleteKey>(workspace_, timeline_->strip(), *effects_, keyframes_);
+    handlers[Command::Delete] = [this] { deleteKey_->press(); };
+    handlers[Command::SelectKeyframes] = [this] {
+        keyframes_.selectAll(true);
+        deleteKey_->meanKeyframes();
+    };
     actions_ = std::make_unique<ActionTable>(*this, handlers);
     build();
     connectCues();

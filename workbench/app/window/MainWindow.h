@@ -22,6 +22,7 @@ namespace workbench
 {
 
 class CuePane;
+class DeleteKey;
 class EffectListPane;
 class EffectsPanelPane;
 class ExportBar;
@@ -98,6 +99,7 @@ private:
     EffectAdder adder_;
     CueCommands cues_;
     KeyframeActions keyframes_;
+    std::unique_ptr<DeleteKey> deleteKey_;
     std::unique_ptr<ActionTable> actions_;
     ViewerWidget* viewer_;
     MessageBar* messages_;
