@@ -125,7 +125,7 @@ TEST_F(FXTherms, OtherEffectsInADragLeaveTheBarUnderThePointer)
         vob->monitor->effects = {here[first]};
         vob->setCurrentTime(time);
     };
-    playTo(10.0, 1);
+    playTo(10.04, 1);
     press(230);
     playTo(19.0, 0);
     drag(240, kLeft);
@@ -197,6 +197,12 @@ TEST_F(FXTherms, TheRightButtonDragsALoneKeyframeAndLetsGoOfIt)
     EXPECT_EQ(selected(), 0);
     EXPECT_EQ(vob->getCurrentTime(), 10.0);
     EXPECT_FALSE(panel->isMenuOpen());
+
+    press(0); // on the marker
+    bar->setEnabled(false);
+    bar->setEnabled(true);
+    click(190, kRight);
+    EXPECT_EQ(vob->getCurrentTime(), 10.0) << "the click that was taken away sets no time any more";
 }
 
 TEST_F(FXTherms, TheMenuSelectsAndRemoves)

@@ -7,6 +7,7 @@
 #include "oribund/host/base/FXTimeMapping.h"
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
+#include "oribund/host/edit/monitor/KeyframeChanges.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
 
@@ -56,6 +57,7 @@ void FXThermBase::bind(Vob* vob, const IdStamp& track)
     setMonitor(monitor);
     significant_.registerWith(monitor ? &monitor->getSignificantRegionServer() : nullptr);
     refresh();
+    changed(PeerChange::kContents | PeerChange::kState);
 }
 
 KeyframeCommands FXThermBase::commands() const
@@ -65,9 +67,10 @@ KeyframeCommands FXThermBase::commands() const
 
 void FXThermBase::handleCompoundEffectChanges(const ChangeDescription& change)
 {
-    // While anything is dragged, and the time moves to where other effects are, the bar stays what it is.
-    const bool movedInADrag = (change.flags & ChangeDescription::kTimeOnly) != 0 && dragState() != 0;
-    if ((change.flags & ChangeDescription::kSelectionOnly) == 0 && !movedInADrag)
+    // In a drag the bar stays what it is, though the time plays on to where other effects are: its keyframes follow
+    // their effects by themselves.
+    const bool held = dragState() != 0 && !affectsEffects(change);
+    if ((change.flags & ChangeDescription::kSelectionOnly) == 0 && !held)
         refresh();
     changed(PeerChange::kContents | PeerChange::kState);
 }
@@ -173,6 +176,7 @@ void FXThermBase::stopTimeChangeSeries()
 void FXThermBase::handleDragEnd()
 {
     refresh();
+    changed(PeerChange::kContents | PeerChange::kState);
 }
 
 WString FXThermBase::valueText() const

@@ -139,6 +139,7 @@ double ThermBase::timeStep() const
 void ThermBase::startDrag(const std::shared_ptr<ThermDrag>& drag)
 {
     drag_ = drag;
+    clickSetsTime_ = false;
     drag->begin();
 }
 
@@ -173,10 +174,12 @@ bool ThermBase::press(const Event& event)
     const int x = event.position.x;
     const auto hit = static_cast<ThermHit>(doHitTest(event.position));
     const GlobRef<ThermBase> self(this);
+    startDrag(ThermDrag::make(*this, hit, x));
+    if (!self)
+        return true;
     pressX_ = x;
     clickSetsTime_ = hit == ThermHit::CurrentTime || hit == ThermHit::WindowBody;
-    startDrag(ThermDrag::make(*this, hit, x));
-    if (self && hit == ThermHit::None)
+    if (hit == ThermHit::None)
         jumpToPos(x2f(x));
     return true;
 }

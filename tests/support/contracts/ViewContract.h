@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <vector>
 
 namespace oribund::test
@@ -142,6 +143,8 @@ TYPED_TEST_P(ViewContract, TheMonitorKnowsTheEffectAndItsRegion)
     const auto effect = this->maker.effect();
     CompoundEffectMonitor& monitor = this->monitor();
     EXPECT_EQ(monitor.getEffects(this->maker.track()), std::vector{effect});
+    const std::vector<IdStamp> tracks = monitor.getTracks();
+    EXPECT_EQ(std::count(tracks.begin(), tracks.end(), this->maker.track()), 1);
     EXPECT_EQ(monitor.findEffect(effect->id()), effect);
     EXPECT_NEAR(monitor.getEditRegion(effect->id()).start(), 2.0, 1e-9);
     EXPECT_NEAR(monitor.getEditRegion(effect->id()).end(), 6.0, 1e-9);
