@@ -8,10 +8,11 @@
 namespace oribund
 {
 
-/** A colour that cues are given, by a name that people use for it. */
+/** A colour that cues are given. */
 struct CueColour {
-    const wchar_t* name;
+    const wchar_t* name; ///< the same in every language
     Colour colour;
+    int text; ///< resource id of the name that people use for it
 };
 
 /** All that there are to choose from; told apart at a glance on a dark ground, and light enough to be text on it. */

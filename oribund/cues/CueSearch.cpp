@@ -1,6 +1,7 @@
 #include "oribund/cues/CueSearch.h"
 
 #include "oribund/host/base/Numeric.h"
+#include "oribund/host/edit/TimeCode.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,23 +10,6 @@
 
 namespace oribund
 {
-
-namespace
-{
-
-/** Whole frames in a second of timecode. */
-long long framesPerSecond(const Edit& edit)
-{
-    return std::max(1, roundHalfAway(1.0 / edit.getCelResolution()));
-}
-
-std::wstring twoDigits(long long number)
-{
-    const std::wstring digits = std::to_wstring(number);
-    return digits.size() < 2 ? L"0" + digits : digits;
-}
-
-} // namespace
 
 Cue findCueNearestPos(const EditPtr& edit, int pos, int width, int maxDistance, const NumRange<double>& visible)
 {
@@ -56,34 +40,14 @@ WString getCueTimecode(double time, const EditPtr& edit)
     if (!edit || !std::isfinite(time))
         return {};
     const double resolution = edit->getCelResolution();
-    const long long rate = framesPerSecond(*edit);
     const auto frames = static_cast<long long>(std::floor(std::min(std::abs(time) / resolution + kHair, kLatest)));
-    const long long seconds = frames / rate;
-    std::wstring text = time < 0.0 && frames > 0 ? L"-" : L"";
-    text += twoDigits(seconds / 3600) + L":" + twoDigits(seconds / 60 % 60) + L":";
-    text += twoDigits(seconds % 60) + L":" + twoDigits(frames % rate);
-    return WString(text);
+    return timeCodeText(time < 0.0 ? -frames : frames, framesPerSecond(resolution));
 }
 
 std::optional<double> parseCueTimecode(const WString& text, const EditPtr& edit)
 {
-    if (!edit)
-        return std::nullopt;
-    const long long rate = framesPerSecond(*edit);
-    double frames = 0.0;
-    std::wstring_view rest = text.view();
-    for (const long long worth : {1LL, rate, 60 * rate, 3600 * rate}) {
-        const std::size_t colon = rest.find_last_of(L":;.");
-        const std::wstring_view field = colon == std::wstring_view::npos ? rest : rest.substr(colon + 1);
-        const std::optional<int> number = parseInt(field);
-        if (!number || *number < 0 || field.find_first_of(L"+-") != std::wstring_view::npos)
-            return std::nullopt;
-        frames += static_cast<double>(worth * *number);
-        if (colon == std::wstring_view::npos)
-            return frames * edit->getCelResolution();
-        rest = rest.substr(0, colon);
-    }
-    return std::nullopt;
+    const auto frame = edit ? parseTimeCode(text.view(), framesPerSecond(edit->getCelResolution())) : std::nullopt;
+    return frame ? std::optional(static_cast<double>(*frame) * edit->getCelResolution()) : std::nullopt;
 }
 
 WString getCueTooltip(const Cue& cue, const EditPtr& edit)

@@ -26,10 +26,7 @@ ORIBUND_API Cue findCueNearestPos(const EditPtr& edit, int pos, int width, int m
 /** Hours, minutes, seconds and frames of an edit time, "01:02:03:04"; empty without an edit. */
 ORIBUND_API WString getCueTimecode(double time, const EditPtr& edit);
 
-/**
- * The time that a timecode of getCueTimecode()'s form stands for. Fields may be left out from the left, and be larger
- * than usual: "90:5" is a minute and a half and five frames. Nothing for any other text, and without an edit.
- */
+/** The time that a text stands for which parseTimeCode() reads. Nothing for any other text, and without an edit. */
 ORIBUND_API std::optional<double> parseCueTimecode(const WString& text, const EditPtr& edit);
 
 /** The cue's timecode and name, and its description on a line of its own; what is empty is left out. */

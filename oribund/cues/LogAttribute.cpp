@@ -5,6 +5,7 @@
 #include "oribund/host/base/ColourText.h"
 #include "oribund/host/edit/Cue.h"
 #include "oribund/host/services/TextIds.h"
+#include "oribund/host/services/TextTable.h"
 
 #include <string>
 
@@ -85,7 +86,7 @@ std::optional<Colour> parseColourText(const WString& text)
 {
     const std::wstring_view bare = trimmed(text.view());
     for (const CueColour& named : cueColours()) {
-        if (compareNoCase(WString(bare), WString(named.name)) == 0)
+        if (compareNoCase(WString(bare), displayText(named.text)) == 0)
             return named.colour;
     }
     return parseHexColour(bare);

@@ -34,7 +34,8 @@ ORIBUND_API WString getLogAttributeText(LogAttribute attribute, const Cue& cue, 
 /** Gives the field of `cue` another text. False, and `cue` as it was, for a text that it cannot have. */
 ORIBUND_API bool setLogAttributeText(LogAttribute attribute, Cue& cue, const WString& text, const EditPtr& edit);
 
-/** The colour that parseHexColour() reads, or that of a name from cueColours(); blanks around it do not matter. */
+/** The colour that parseHexColour() reads, or that of a name that a cue colour is shown by; blanks around it do not
+ * matter. */
 ORIBUND_API std::optional<Colour> parseColourText(const WString& text);
 
 } // namespace oribund

@@ -104,7 +104,8 @@ TEST_F(CueSearch, ATimecodeIsReadAsItIsWritten)
         EXPECT_NEAR(parseCueTimecode(getCueTimecode(time, edit), edit).value_or(-1.0), time, 1e-9);
     EXPECT_NEAR(parseCueTimecode(L"7", edit).value_or(-1.0), 0.28, 1e-9) << "frames";
     EXPECT_NEAR(parseCueTimecode(L"90:5", edit).value_or(-1.0), 90.2, 1e-9);
-    for (const wchar_t* text : {L"", L":", L"1:", L":1", L"-1", L"1:-1", L"+1", L"x", L"1:2:3:4:5", L"99999999999"})
+    for (const wchar_t* text :
+         {L"", L":", L"1:", L":1", L"-1", L"1:-1", L"+1", L"x", L"1 2", L"1:2:3:4:5", L"99999999999"})
         EXPECT_FALSE(parseCueTimecode(text, edit)) << toUTF8(text).c_str();
     EXPECT_FALSE(parseCueTimecode(L"1", {}));
 }

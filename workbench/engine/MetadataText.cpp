@@ -1,11 +1,9 @@
 #include "workbench/engine/MetadataText.h"
 
+#include "oribund/host/base/Numeric.h"
+
 #include <algorithm>
 #include <cctype>
-#include <charconv>
-#include <cmath>
-#include <cstdint>
-#include <utility>
 
 namespace workbench
 {
@@ -25,38 +23,6 @@ std::string_view trimmed(std::string_view text)
     while (!text.empty() && isBlank(text.back()))
         text.remove_suffix(1);
     return text;
-}
-
-std::array<double, 4> colourFromBytes(std::uint32_t red, std::uint32_t green, std::uint32_t blue, std::uint32_t alpha)
-{
-    const auto unit = [](std::uint32_t byte) { return static_cast<double>(byte & 0xffU) / 255.0; };
-    return {unit(red), unit(green), unit(blue), unit(alpha)};
-}
-
-std::optional<std::uint32_t> parseHex(std::string_view digits)
-{
-    std::uint32_t value = 0;
-    const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
-    const bool whole = error == std::errc() && end == digits.data() + digits.size();
-    return whole ? std::optional(value) : std::nullopt;
-}
-
-std::optional<std::array<double, 4>> namedColour(std::string_view name)
-{
-    static constexpr std::array<std::pair<std::string_view, std::uint32_t>, 10> names = {{{"black", 0x000000},
-                                                                                          {"white", 0xffffff},
-                                                                                          {"red", 0xff0000},
-                                                                                          {"green", 0x008000},
-                                                                                          {"blue", 0x0000ff},
-                                                                                          {"yellow", 0xffff00},
-                                                                                          {"cyan", 0x00ffff},
-                                                                                          {"magenta", 0xff00ff},
-                                                                                          {"gray", 0x808080},
-                                                                                          {"grey", 0x808080}}};
-    for (const auto& [known, rgb] : names)
-        if (known == name)
-            return colourFromBytes(rgb >> 16, rgb >> 8, rgb, 255);
-    return std::nullopt;
 }
 
 bool isWord(std::string_view text)
@@ -137,29 +103,9 @@ std::string readableName(std::string_view identifier)
     return name;
 }
 
-std::optional<std::array<double, 4>> parseColour(std::string_view text)
-{
-    text = trimmed(text);
-    if (text.starts_with("0x") && text.size() == 10) {
-        if (const auto value = parseHex(text.substr(2)))
-            return colourFromBytes(*value >> 24, *value >> 16, *value >> 8, *value);
-    } else if (text.starts_with('#') && (text.size() == 7 || text.size() == 9)) {
-        if (const auto value = parseHex(text.substr(1)))
-            return colourFromBytes(*value >> 16, *value >> 8, *value, text.size() == 9 ? *value >> 24 : 255);
-    }
-    return namedColour(lowerCase(text));
-}
-
 std::optional<double> parseNumber(std::string_view text)
 {
-    const std::string bare = unquoted(text);
-    const char* begin = bare.c_str() + (bare.starts_with('+') ? 1 : 0);
-    const char* const end = bare.c_str() + bare.size();
-    double value = 0.0;
-    const auto [stop, error] = std::from_chars(begin, end, value);
-    if (begin == end || error != std::errc() || stop != end || !std::isfinite(value))
-        return std::nullopt;
-    return value;
+    return oribund::parseDouble(unquoted(text));
 }
 
 std::vector<std::string> choicesInProse(std::string_view description)

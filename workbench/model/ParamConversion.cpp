@@ -10,7 +10,10 @@ namespace workbench
 using oribund::Angle;
 using oribund::ColourData;
 using oribund::EffectValParam;
+using oribund::isChoiceParam;
+using oribund::isNumericParam;
 using oribund::ListParam;
+using oribund::ParamTraits;
 using oribund::ParamValue;
 using oribund::String;
 using oribund::toWide;
@@ -20,14 +23,6 @@ using oribund::WString;
 
 namespace
 {
-template <class... Functions>
-struct Overloaded : Functions... {
-    using Functions::operator()...;
-};
-
-template <class... Functions>
-Overloaded(Functions...) -> Overloaded<Functions...>;
-
 template <class T>
 ListParam<T> makeList(const ParamDescription& description)
 {
@@ -63,6 +58,39 @@ oribund::Kt::Ptr<oribund::EffectValParamBase> makePlain(oribund::ParamInfo info,
     return oribund::Kt::makePtr<EffectValParam<P>>(std::move(info), initial);
 }
 
+// A choice is kept as the text that its service has for it.
+
+std::string keyOf(const ListParam<int>& list)
+{
+    return list.selectedItem() ? std::to_string(list.selectedItem()->value) : std::string();
+}
+
+std::string keyOf(const ListParam<String>& list)
+{
+    return list.selectedItem() ? std::string(list.selectedItem()->value.view()) : std::string();
+}
+
+std::string keyOf(const VideoInputParam& inputs)
+{
+    return std::to_string(inputs.selectedIndex());
+}
+
+bool selectKey(ListParam<int>& list, const std::string& key)
+{
+    const auto value = oribund::parseInt(key);
+    return value && list.selectValue(*value);
+}
+
+bool selectKey(ListParam<String>& list, const std::string& key)
+{
+    return list.selectValue(String(key));
+}
+
+bool selectKey(VideoInputParam& inputs, const std::string& key)
+{
+    const auto index = oribund::parseInt(key);
+    return index && inputs.select(*index);
+}
 } // namespace
 
 oribund::Kt::Ptr<oribund::EffectValParamBase> makeParam(const ParamDescription& d, oribund::ParamInfo info)
@@ -92,64 +120,38 @@ oribund::Kt::Ptr<oribund::EffectValParamBase> makeParam(const ParamDescription& 
 PlainValue plainOf(const ParamValue& value)
 {
     return std::visit(
-        Overloaded{
-            [](double v) { return PlainValue(v); },
-            [](bool v) { return PlainValue(v); },
-            [](const Angle& v) { return PlainValue(v.degrees); },
-            [](const ColourData& v) { return PlainValue(v.values); },
-            [](const Vector2d& v) {
-                return PlainValue(std::array<double, 2>{v.x, v.y});
-            },
-            [](const ListParam<int>& v) {
-                return PlainValue(v.selectedItem() ? std::to_string(v.selectedItem()->value) : std::string());
-            },
-            [](const ListParam<String>& v) {
-                return PlainValue(v.selectedItem() ? std::string(v.selectedItem()->value.view()) : std::string());
-            },
-            [](const VideoInputParam& v) { return PlainValue(std::to_string(v.selectedIndex())); },
+        []<class P>(const P& typed) -> PlainValue {
+            if constexpr (ParamTraits<P>::kChannels == 1)
+                return ParamTraits<P>::split(typed)[0];
+            else if constexpr (isNumericParam<P>)
+                return ParamTraits<P>::split(typed);
+            else if constexpr (isChoiceParam<P>)
+                return keyOf(typed);
+            else
+                return typed;
         },
         value);
 }
 
 bool assignPlain(ParamValue& model, const PlainValue& plain)
 {
-    return std::visit(Overloaded{
-                          [&](double& v) {
-                              const auto* const p = std::get_if<double>(&plain);
-                              return p && (v = *p, true);
-                          },
-                          [&](bool& v) {
-                              const auto* const p = std::get_if<bool>(&plain);
-                              return p && (v = *p, true);
-                          },
-                          [&](Angle& v) {
-                              const auto* const p = std::get_if<double>(&plain);
-                              return p && (v.degrees = *p, true);
-                          },
-                          [&](ColourData& v) {
-                              const auto* const p = std::get_if<std::array<double, 4>>(&plain);
-                              return p && (v.values = *p, true);
-                          },
-                          [&](Vector2d& v) {
-                              const auto* const p = std::get_if<std::array<double, 2>>(&plain);
-                              return p && (v = Vector2d{(*p)[0], (*p)[1]}, true);
-                          },
-                          [&](ListParam<int>& v) {
-                              const auto* const p = std::get_if<std::string>(&plain);
-                              const auto wanted = p ? oribund::parseInt(*p) : std::nullopt;
-                              return wanted && v.selectValue(*wanted);
-                          },
-                          [&](ListParam<String>& v) {
-                              const auto* const p = std::get_if<std::string>(&plain);
-                              return p && v.selectValue(String(*p));
-                          },
-                          [&](VideoInputParam& v) {
-                              const auto* const p = std::get_if<std::string>(&plain);
-                              const auto wanted = p ? oribund::parseInt(*p) : std::nullopt;
-                              return wanted && v.select(*wanted);
-                          },
-                      },
-                      model);
+    return std::visit(
+        [&plain]<class P>(P& typed) {
+            if constexpr (ParamTraits<P>::kChannels == 1) {
+                const auto* const number = std::get_if<double>(&plain);
+                return number && (typed = ParamTraits<P>::join({*number}), true);
+            } else if constexpr (isNumericParam<P>) {
+                const auto* const numbers = std::get_if<std::array<double, ParamTraits<P>::kChannels>>(&plain);
+                return numbers && (typed = ParamTraits<P>::join(*numbers), true);
+            } else if constexpr (isChoiceParam<P>) {
+                const auto* const key = std::get_if<std::string>(&plain);
+                return key && selectKey(typed, *key);
+            } else {
+                const auto* const own = std::get_if<P>(&plain);
+                return own && (typed = *own, true);
+            }
+        },
+        model);
 }
 
 ParamData dataOf(const oribund::EffectValParamBase& param)

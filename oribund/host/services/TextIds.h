@@ -43,7 +43,15 @@
                                                                  L"\"$TEXT$\" is not understood as $FIELD$.")          \
                                                                 Text(kCueRefused, 20309,                               \
                                                                      L"The edit does not take this change of the "     \
-                                                                     L"cue. There may be another cue at that time.")
+                                                                     L"cue. There may be another cue at that time.")   \
+                                                                    Text(kRed, 20311, L"Red") Text(kOrange, 20312,     \
+                                                                                                   L"Orange")          \
+                                                                        Text(kYellow, 20313,                           \
+                                                                             L"Yellow") Text(kGreen, 20314, L"Green")  \
+                                                                            Text(kCyan, 20315, L"Cyan")                \
+                                                                                Text(kBlue, 20316, L"Blue")            \
+                                                                                    Text(kPurple, 20317, L"Purple")    \
+                                                                                        Text(kWhite, 20318, L"White")
 
 namespace oribund::TextIds
 {

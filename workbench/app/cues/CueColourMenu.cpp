@@ -3,6 +3,7 @@
 #include "oribund/cues/CueColours.h"
 #include "oribund/host/base/IdStamp.h"
 #include "oribund/host/edit/Cue.h"
+#include "oribund/host/services/TextTable.h"
 #include "skin/Glyphs.h"
 #include "skin/QtConversions.h"
 #include "workbench/app/cues/CueCommands.h"
@@ -15,7 +16,7 @@ CueColourMenu::CueColourMenu(CueCommands& cues, QWidget* parent)
     , cues_(cues)
 {
     for (const oribund::CueColour& one : oribund::cueColours()) {
-        QAction* const action = addAction(QString::fromWCharArray(one.name));
+        QAction* const action = addAction(oribund::toQt(oribund::displayText(one.text)));
         action->setCheckable(true);
         QObject::connect(action, &QAction::triggered, this, [this, colour = one.colour] {
             cues_.withCurrent([&](const oribund::IdStamp& cue) { cues_.recolour(cue, colour); });

@@ -5,10 +5,9 @@
 #include "oribund/host/effects/params/ParamTraits.h"
 #include "workbench/model/EffectDescription.h"
 #include "workbench/model/KeyframeTimes.h"
+#include "workbench/model/projection/ServiceText.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <functional>
 
@@ -103,73 +102,7 @@ std::string bakeSteps(const BakeSpan& span, TextAt textAt)
     return text.take();
 }
 
-double rawOf(const ParamDescription& description, double shown)
-{
-    const double raw = (shown - description.offset) / description.scale;
-    return description.integer ? std::round(raw) : raw;
-}
-
-std::string colourText(const ParamDescription& description, const oribund::ColourData& colour)
-{
-    static const char digits[] = "0123456789abcdef";
-    const bool alphaLast = description.format == "rgba";
-    std::string text = alphaLast ? "0x" : "#";
-    const auto order = alphaLast ? std::array<std::size_t, 4>{0, 1, 2, 3} : std::array<std::size_t, 4>{3, 0, 1, 2};
-    for (const std::size_t i : order) {
-        const auto byte = static_cast<unsigned>(std::lround(std::clamp(colour[i], 0.0, 1.0) * 255.0));
-        text += digits[byte >> 4];
-        text += digits[byte & 15];
-    }
-    return text;
-}
-
-std::string pointText(const ParamDescription& description, const oribund::Vector2d& point)
-{
-    std::string text = description.format;
-    for (const auto& [mark, value] : {std::pair("%1", point.x), std::pair("%2", point.y)})
-        if (const auto at = text.find(mark); at != std::string::npos)
-            text.replace(at, 2, serviceNumber(rawOf(description, value)));
-    return text;
-}
-
-std::string listText(const ParamDescription& description, int selected)
-{
-    return selected >= 0 && selected < static_cast<int>(description.items.size())
-               ? description.items[static_cast<std::size_t>(selected)].raw
-               : std::string();
-}
-
-/** One value as the text of the one property that holds it all. */
-std::string valueText(const ParamDescription& description, const ParamValue& value)
-{
-    return std::visit(
-        [&]<class P>(const P& v) -> std::string {
-            if constexpr (std::is_same_v<P, double>)
-                return serviceNumber(rawOf(description, v));
-            else if constexpr (std::is_same_v<P, bool>)
-                return v ? "1" : "0";
-            else if constexpr (std::is_same_v<P, oribund::Angle>)
-                return serviceNumber(rawOf(description, v.degrees));
-            else if constexpr (std::is_same_v<P, oribund::ColourData>)
-                return colourText(description, v);
-            else if constexpr (std::is_same_v<P, oribund::Vector2d>)
-                return pointText(description, v);
-            else
-                return listText(description, v.selectedIndex());
-        },
-        value);
-}
 } // namespace
-
-std::string serviceNumber(double value)
-{
-    if (value == 0.0)
-        return "0"; // and not "-0"
-    std::array<char, 32> buffer;
-    const auto end =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), value, std::chars_format::general, 12).ptr;
-    return std::string(buffer.data(), end);
-}
 
 void bakeParam(const ParamDescription& description, const oribund::EffectValParamBase& param, const BakeSpan& span,
                ProjectedProperties& properties)
@@ -188,12 +121,12 @@ void bakeParam(const ParamDescription& description, const oribund::EffectValPara
 
     if (description.components.empty()) {
         write(description.property, description.kind == ParamKind::Colour,
-              [&](const ParamValue& value) { return valueText(description, value); });
+              [&](const ParamValue& value) { return serviceText(description, value); });
         return;
     }
     for (std::size_t channel = 0; channel < description.components.size(); ++channel)
         write(description.components[channel], false,
-              [&](const ParamValue& value) { return serviceNumber(rawOf(description, channelOf(value, channel))); });
+              [&](const ParamValue& value) { return serviceNumber(description, channelOf(value, channel)); });
 }
 
 } // namespace workbench

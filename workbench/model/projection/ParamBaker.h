@@ -30,7 +30,4 @@ struct BakeSpan {
 void bakeParam(const ParamDescription& description, const oribund::EffectValParamBase& param, const BakeSpan& span,
                ProjectedProperties& properties);
 
-/** A number as a service reads it: 12 significant digits, a point, no locale. */
-std::string serviceNumber(double value);
-
 } // namespace workbench

@@ -1,12 +1,11 @@
 #include "workbench/store/json/RawParams.h"
 
 #include "workbench/model/EffectDescription.h"
+#include "workbench/model/projection/ServiceText.h"
 
 #include "oribund/host/base/Numeric.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 
 namespace workbench
 {
@@ -24,26 +23,6 @@ const std::string* textOf(const PropertyList& properties, const std::string& nam
         if (property == name)
             return &value;
     return nullptr;
-}
-
-std::optional<double> shownNumber(const ParamDescription& description, std::string_view raw)
-{
-    const auto number = oribund::parseDouble(raw);
-    const double shown = number ? *number * description.scale + description.offset : NAN;
-    return std::isfinite(shown) ? std::optional(shown) : std::nullopt;
-}
-
-std::vector<std::string_view> parts(std::string_view text, std::string_view separators)
-{
-    std::vector<std::string_view> result;
-    while (true) {
-        const std::size_t start = text.find_first_not_of(separators);
-        if (start == std::string_view::npos)
-            return result;
-        const std::size_t end = std::min(text.find_first_of(separators, start), text.size());
-        result.push_back(text.substr(start, end - start));
-        text.remove_prefix(end);
-    }
 }
 
 /** "frame=value", with a sign before the "=" for a smooth or held piece. Times as frames only. */
@@ -71,50 +50,13 @@ std::optional<Keyframe> keyOf(const ParamDescription& description, std::string_v
 std::optional<ChannelData> curveOf(const ParamDescription& description, std::string_view raw, int length)
 {
     ChannelData channel;
-    for (const std::string_view part : parts(raw, ";")) {
+    for (const std::string_view part : splitText(raw, ";")) {
         const auto key = keyOf(description, part, length);
         if (!key || channel.size() >= kMostKeys || (!channel.empty() && key->time <= channel.back().time))
             return std::nullopt;
         channel.push_back(*key);
     }
     return channel.empty() ? std::nullopt : std::optional(channel);
-}
-
-/** "#rrggbb", "#aarrggbb" or "0xrrggbbaa". */
-std::optional<PlainValue> colourOf(std::string_view raw)
-{
-    const bool alphaLast = raw.starts_with("0x");
-    if (!alphaLast && !raw.starts_with('#'))
-        return std::nullopt;
-    raw.remove_prefix(alphaLast ? 2 : 1);
-    const bool hasAlpha = raw.size() == 8;
-    unsigned number = 0;
-    const auto end = std::from_chars(raw.data(), raw.data() + raw.size(), number, 16).ptr;
-    if (end != raw.data() + raw.size() || (!hasAlpha && (alphaLast || raw.size() != 6)))
-        return std::nullopt;
-    const int low = alphaLast ? 8 : 0;
-    const auto channel = [number](int shift) { return static_cast<double>(number >> shift & 0xffu) / 255.0; };
-    const double alpha = !hasAlpha ? 1.0 : channel(alphaLast ? 0 : 24);
-    return std::array<double, 4>{channel(low + 16), channel(low + 8), channel(low), alpha};
-}
-
-/** The two numbers that stand where the format has its marks, if it is made of numbers between blanks. */
-std::optional<PlainValue> pointOf(const ParamDescription& description, std::string_view raw)
-{
-    const auto marks = parts(description.format, " ");
-    const auto numbers = parts(raw, " ");
-    std::array<double, 2> point{};
-    int found = 0;
-    for (std::size_t i = 0; i < marks.size() && i < numbers.size(); ++i) {
-        if (marks[i] != "%1" && marks[i] != "%2")
-            continue;
-        const auto number = shownNumber(description, numbers[i]);
-        if (!number)
-            return std::nullopt;
-        point[marks[i] == "%1" ? 0 : 1] = *number;
-        ++found;
-    }
-    return found == 2 ? std::optional<PlainValue>(point) : std::nullopt;
 }
 
 std::optional<PlainValue> fromComponents(const ParamDescription& description, const PropertyList& properties)
@@ -132,34 +74,6 @@ std::optional<PlainValue> fromComponents(const ParamDescription& description, co
     if (description.kind == ParamKind::Point)
         return std::array<double, 2>{numbers[0], numbers[1]};
     return description.kind == ParamKind::Colour ? std::optional<PlainValue>(numbers) : std::nullopt;
-}
-
-std::optional<PlainValue> constantOf(const ParamDescription& description, const std::string& raw)
-{
-    switch (description.kind) {
-    case ParamKind::Double:
-    case ParamKind::Angle:
-        if (const auto number = shownNumber(description, raw))
-            return *number;
-        return std::nullopt;
-    case ParamKind::Bool:
-        if (const auto number = oribund::parseDouble(raw))
-            return *number != 0.0;
-        return std::nullopt;
-    case ParamKind::Colour:
-        return colourOf(raw);
-    case ParamKind::Point:
-        return pointOf(description, raw);
-    case ParamKind::IntList:
-    case ParamKind::TextList: {
-        const bool known = std::any_of(description.items.begin(), description.items.end(),
-                                       [&raw](const ListItem& item) { return item.raw == raw; });
-        return known ? std::optional<PlainValue>(raw) : std::nullopt;
-    }
-    case ParamKind::VideoInput:
-        return raw;
-    }
-    return std::nullopt;
 }
 
 std::vector<std::string> propertiesOf(const ParamDescription& description)
@@ -182,7 +96,7 @@ std::optional<ParamData> paramFromRaw(const ParamDescription& description, const
     const std::string* const raw = textOf(properties, description.property);
     if (!raw)
         return std::nullopt;
-    if (const auto constant = constantOf(description, *raw)) {
+    if (const auto constant = plainFromService(description, *raw)) {
         param.constant = *constant;
         return param;
     }
