@@ -7,6 +7,7 @@
 #include "workbench/engine/MltSession.h"
 #include "workbench/model/ParamConversion.h"
 #include "workbench/model/projection/ParamBaker.h"
+#include "workbench/model/projection/ServiceText.h"
 
 #include <gtest/gtest.h>
 #include <mlt++/Mlt.h>

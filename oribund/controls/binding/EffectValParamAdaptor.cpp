@@ -80,20 +80,8 @@ bool EffectValParamAdaptor<T, Accessor, Observer>::takeBackSeries()
     return effect && effect->journal() && effect->journal()->takeBackSeries();
 }
 
-template class EffectValParamAdaptor<double, EffectValParamAccessor<double>>;
-template class EffectValParamAdaptor<WString, FloatParamAccessor>;
-template class EffectValParamAdaptor<bool, EffectValParamAccessor<bool>>;
-template class EffectValParamAdaptor<unsigned, EffectValParamAccessor<ListParam<int>>>;
-template class EffectValParamAdaptor<unsigned, EffectValParamAccessor<ListParam<String>>>;
-template class EffectValParamAdaptor<unsigned, EffectValParamAccessor<VideoInputParam>>;
-template class EffectValParamAdaptor<double, EffectValParamAccessor<Angle>>;
-template class EffectValParamAdaptor<int, EffectValParamAccessor<Angle>>;
-template class EffectValParamAdaptor<WString, EffectValParamAccessor<Angle>>;
-template class EffectValParamAdaptor<ColourData, EffectValParamAccessor<ColourData>>;
-template class EffectValParamAdaptor<ColourData, ColRangeInterfaceTraits>;
-template class EffectValParamAdaptor<double, ColCompAccessor<double>>;
-template class EffectValParamAdaptor<WString, ColourComponentTextAccessor>;
-template class EffectValParamAdaptor<double, PosAccessor>;
-template class EffectValParamAdaptor<WString, PosTextAccessor>;
+#define ORIBUND_DEFINE_ADAPTOR(Name, T, Accessor) template class EffectValParamAdaptor<T, Accessor>;
+ORIBUND_FOR_ADAPTORS(ORIBUND_DEFINE_ADAPTOR)
+#undef ORIBUND_DEFINE_ADAPTOR
 
 } // namespace oribund

@@ -57,36 +57,30 @@ private:
     ChangeKind seriesChangeKind_ = ChangeKind::Start;
 };
 
-using FloatAdaptor = EffectValParamAdaptor<double, EffectValParamAccessor<double>>;
-using FloatTextAdaptor = EffectValParamAdaptor<WString, FloatParamAccessor>;
-using BoolAdaptor = EffectValParamAdaptor<bool, EffectValParamAccessor<bool>>;
-using IntListAdaptor = EffectValParamAdaptor<unsigned, EffectValParamAccessor<ListParam<int>>>;
-using TextListAdaptor = EffectValParamAdaptor<unsigned, EffectValParamAccessor<ListParam<String>>>;
-using VideoInputAdaptor = EffectValParamAdaptor<unsigned, EffectValParamAccessor<VideoInputParam>>;
-using AngleAdaptor = EffectValParamAdaptor<double, EffectValParamAccessor<Angle>>;
-using WholeAngleAdaptor = EffectValParamAdaptor<int, EffectValParamAccessor<Angle>>;
-using AngleTextAdaptor = EffectValParamAdaptor<WString, EffectValParamAccessor<Angle>>;
-using ColourAdaptor = EffectValParamAdaptor<ColourData, EffectValParamAccessor<ColourData>>;
-using ColourRangeAdaptor = EffectValParamAdaptor<ColourData, ColRangeInterfaceTraits>;
-using ColourComponentAdaptor = EffectValParamAdaptor<double, ColCompAccessor<double>>;
-using ColourComponentTextAdaptor = EffectValParamAdaptor<WString, ColourComponentTextAccessor>;
-using PositionAdaptor = EffectValParamAdaptor<double, PosAccessor>;
-using PositionTextAdaptor = EffectValParamAdaptor<WString, PosTextAccessor>;
+/** The adaptors there are: name, what the widget shows, and how the parameter is found. All are compiled once. */
+// clang-format off
+#define ORIBUND_FOR_ADAPTORS(Adaptor) \
+    Adaptor(FloatAdaptor, double, EffectValParamAccessor<double>) \
+    Adaptor(FloatTextAdaptor, WString, FloatParamAccessor) \
+    Adaptor(BoolAdaptor, bool, EffectValParamAccessor<bool>) \
+    Adaptor(IntListAdaptor, unsigned, EffectValParamAccessor<ListParam<int>>) \
+    Adaptor(TextListAdaptor, unsigned, EffectValParamAccessor<ListParam<String>>) \
+    Adaptor(VideoInputAdaptor, unsigned, EffectValParamAccessor<VideoInputParam>) \
+    Adaptor(AngleAdaptor, double, EffectValParamAccessor<Angle>) \
+    Adaptor(WholeAngleAdaptor, int, EffectValParamAccessor<Angle>) \
+    Adaptor(AngleTextAdaptor, WString, EffectValParamAccessor<Angle>) \
+    Adaptor(ColourAdaptor, ColourData, EffectValParamAccessor<ColourData>) \
+    Adaptor(ColourRangeAdaptor, ColourData, ColRangeInterfaceTraits) \
+    Adaptor(ColourComponentAdaptor, double, ColCompAccessor<double>) \
+    Adaptor(ColourComponentTextAdaptor, WString, ColourComponentTextAccessor) \
+    Adaptor(PositionAdaptor, double, PosAccessor) \
+    Adaptor(PositionTextAdaptor, WString, PosTextAccessor)
+// clang-format on
 
-extern template class EffectValParamAdaptor<double, EffectValParamAccessor<double>>;
-extern template class EffectValParamAdaptor<WString, FloatParamAccessor>;
-extern template class EffectValParamAdaptor<bool, EffectValParamAccessor<bool>>;
-extern template class EffectValParamAdaptor<unsigned, EffectValParamAccessor<ListParam<int>>>;
-extern template class EffectValParamAdaptor<unsigned, EffectValParamAccessor<ListParam<String>>>;
-extern template class EffectValParamAdaptor<unsigned, EffectValParamAccessor<VideoInputParam>>;
-extern template class EffectValParamAdaptor<double, EffectValParamAccessor<Angle>>;
-extern template class EffectValParamAdaptor<int, EffectValParamAccessor<Angle>>;
-extern template class EffectValParamAdaptor<WString, EffectValParamAccessor<Angle>>;
-extern template class EffectValParamAdaptor<ColourData, EffectValParamAccessor<ColourData>>;
-extern template class EffectValParamAdaptor<ColourData, ColRangeInterfaceTraits>;
-extern template class EffectValParamAdaptor<double, ColCompAccessor<double>>;
-extern template class EffectValParamAdaptor<WString, ColourComponentTextAccessor>;
-extern template class EffectValParamAdaptor<double, PosAccessor>;
-extern template class EffectValParamAdaptor<WString, PosTextAccessor>;
+#define ORIBUND_DECLARE_ADAPTOR(Name, T, Accessor)                                                                     \
+    using Name = EffectValParamAdaptor<T, Accessor>;                                                                   \
+    extern template class EffectValParamAdaptor<T, Accessor>;
+ORIBUND_FOR_ADAPTORS(ORIBUND_DECLARE_ADAPTOR)
+#undef ORIBUND_DECLARE_ADAPTOR
 
 } // namespace oribund

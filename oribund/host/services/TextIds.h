@@ -4,54 +4,63 @@
  * The texts of the library: name, resource id, English. A host's table may have its own text for an id, with the same
  * placeholders. `Text(name, id, english)` is written out for each of them.
  */
-#define ORIBUND_TEXTS(Text)                                                                                            \
-    Text(kMaskTitle, 13682, L"Mask") Text(kSwitchEffect, 20001, L"Switch $EFFECT$ on or off") Text(                    \
-        kKeyframes, 20101, L"Keyframes") Text(kPreviousKeyframe, 20102,                                                \
-                                              L"Go to the previous keyframe") Text(kNextKeyframe, 20103,               \
-                                                                                   L"Go to the next keyframe")         \
-        Text(kAddKeyframes, 20104, L"Add a keyframe to every animated parameter") Text(                                \
-            kRemoveKeyframes, 20105,                                                                                   \
-            L"Remove the selected keyframes, or those at the current time") Text(kZoomIn, 20106,                       \
-                                                                                 L"Zoom in to the part worked on")     \
-            Text(kZoomOut, 20107, L"Show the whole effect") Text(kEffectTime, 20108, L"Time in the effect") Text(      \
-                kSelectAllKeyframes, 20109, L"Select all keyframes") Text(kDeselectAllKeyframes, 20110,                \
-                                                                          L"Deselect all keyframes")                   \
-                Text(kRemoveSelectedKeyframes, 20111, L"Remove selected keyframes") Text(                              \
-                    kAddKeyframesStep, 20112, L"Add keyframes") Text(kRemoveKeyframesStep, 20113, L"Remove keyframes") \
-                    Text(kKeyframeCount, 20114, L"keyframe $NUMBER$ of $COUNT$") Text(kSelected, 20115, L"selected")   \
-                        Text(kAndMore, 20116, L"and $COUNT$ more") Text(                                               \
-                            kNotAnimated, 20117, L"Not animated: click to set the first keyframe")                     \
-                            Text(kNoKeyframeHere, 20118, L"Animated, no keyframe here: click to add one") Text(        \
-                                kKeyframeHere, 20119, L"Keyframe here: click to remove it") Text(kKeyframeOf, 20120,   \
-                                                                                                 L"$NAME$: keyframe")  \
-                                Text(kTime, 20121, L"Time") Text(kPartOf, 20122, L"$NAME$ $PART$") Text(               \
-                                    kWholeTurns, 20201, L"Whole turns") Text(kWholeTurnsPart, 20202, L"whole turns")   \
-                                    Text(kChooseColour, 20203, L"Choose a colour") Text(                               \
-                                        kChooserPart, 20204, L"chooser") Text(kYes, 20205, L"yes")                     \
-                                        Text(kNo, 20206, L"no") Text(kDefault, 20207, L"Default: $VALUE$") Text(       \
-                                            kRange,                                                                    \
-                                            20208,                                                                     \
-                                            L"Range: $RANGE$") Text(kRangeOf, 20209, L"Range of $NAME$: $RANGE$")      \
-                                            Text(kFromTo, 20210, L"$LOW$ to $HIGH$") Text(                             \
-                                                kFrom, 20211, L"from $LOW$") Text(kUpTo, 20212, L"up to $HIGH$")       \
-                                                Text(kCueTimecode, 20301, L"Timecode") Text(kCueName, 20302, L"Name")  \
-                                                    Text(kCueDescription, 20303,                                       \
-                                                         L"Description") Text(kCueColour, 20304, L"Colour")            \
-                                                        Text(kNoCue, 20305, L"No cue") Text(                           \
-                                                            kCueField, 20306, L"Field") Text(kCueText, 20307, L"Text") \
-                                                            Text(kNotUnderstood, 20308,                                \
-                                                                 L"\"$TEXT$\" is not understood as $FIELD$.")          \
-                                                                Text(kCueRefused, 20309,                               \
-                                                                     L"The edit does not take this change of the "     \
-                                                                     L"cue. There may be another cue at that time.")   \
-                                                                    Text(kRed, 20311, L"Red") Text(kOrange, 20312,     \
-                                                                                                   L"Orange")          \
-                                                                        Text(kYellow, 20313,                           \
-                                                                             L"Yellow") Text(kGreen, 20314, L"Green")  \
-                                                                            Text(kCyan, 20315, L"Cyan")                \
-                                                                                Text(kBlue, 20316, L"Blue")            \
-                                                                                    Text(kPurple, 20317, L"Purple")    \
-                                                                                        Text(kWhite, 20318, L"White")
+// clang-format off
+#define ORIBUND_TEXTS(Text) \
+    Text(kMaskTitle, 13682, L"Mask") \
+    Text(kSwitchEffect, 20001, L"Switch $EFFECT$ on or off") \
+    Text(kKeyframes, 20101, L"Keyframes") \
+    Text(kPreviousKeyframe, 20102, L"Go to the previous keyframe") \
+    Text(kNextKeyframe, 20103, L"Go to the next keyframe") \
+    Text(kAddKeyframes, 20104, L"Add a keyframe to every animated parameter") \
+    Text(kRemoveKeyframes, 20105, L"Remove the selected keyframes, or those at the current time") \
+    Text(kZoomIn, 20106, L"Zoom in to the part worked on") \
+    Text(kZoomOut, 20107, L"Show the whole effect") \
+    Text(kEffectTime, 20108, L"Time in the effect") \
+    Text(kSelectAllKeyframes, 20109, L"Select all keyframes") \
+    Text(kDeselectAllKeyframes, 20110, L"Deselect all keyframes") \
+    Text(kRemoveSelectedKeyframes, 20111, L"Remove selected keyframes") \
+    Text(kAddKeyframesStep, 20112, L"Add keyframes") \
+    Text(kRemoveKeyframesStep, 20113, L"Remove keyframes") \
+    Text(kKeyframeCount, 20114, L"keyframe $NUMBER$ of $COUNT$") \
+    Text(kSelected, 20115, L"selected") \
+    Text(kAndMore, 20116, L"and $COUNT$ more") \
+    Text(kNotAnimated, 20117, L"Not animated: click to set the first keyframe") \
+    Text(kNoKeyframeHere, 20118, L"Animated, no keyframe here: click to add one") \
+    Text(kKeyframeHere, 20119, L"Keyframe here: click to remove it") \
+    Text(kKeyframeOf, 20120, L"$NAME$: keyframe") \
+    Text(kTime, 20121, L"Time") \
+    Text(kPartOf, 20122, L"$NAME$ $PART$") \
+    Text(kWholeTurns, 20201, L"Whole turns") \
+    Text(kWholeTurnsPart, 20202, L"whole turns") \
+    Text(kChooseColour, 20203, L"Choose a colour") \
+    Text(kChooserPart, 20204, L"chooser") \
+    Text(kYes, 20205, L"yes") \
+    Text(kNo, 20206, L"no") \
+    Text(kDefault, 20207, L"Default: $VALUE$") \
+    Text(kRange, 20208, L"Range: $RANGE$") \
+    Text(kRangeOf, 20209, L"Range of $NAME$: $RANGE$") \
+    Text(kFromTo, 20210, L"$LOW$ to $HIGH$") \
+    Text(kFrom, 20211, L"from $LOW$") \
+    Text(kUpTo, 20212, L"up to $HIGH$") \
+    Text(kCueTimecode, 20301, L"Timecode") \
+    Text(kCueName, 20302, L"Name") \
+    Text(kCueDescription, 20303, L"Description") \
+    Text(kCueColour, 20304, L"Colour") \
+    Text(kNoCue, 20305, L"No cue") \
+    Text(kCueField, 20306, L"Field") \
+    Text(kCueText, 20307, L"Text") \
+    Text(kNotUnderstood, 20308, L"\"$TEXT$\" is not understood as $FIELD$.") \
+    Text(kCueRefused, 20309, L"The edit does not take this change of the cue. There may be another cue at that time.") \
+    Text(kRed, 20311, L"Red") \
+    Text(kOrange, 20312, L"Orange") \
+    Text(kYellow, 20313, L"Yellow") \
+    Text(kGreen, 20314, L"Green") \
+    Text(kCyan, 20315, L"Cyan") \
+    Text(kBlue, 20316, L"Blue") \
+    Text(kPurple, 20317, L"Purple") \
+    Text(kWhite, 20318, L"White")
+
+// clang-format on
 
 namespace oribund::TextIds
 {
