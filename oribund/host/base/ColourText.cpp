@@ -21,10 +21,10 @@ std::optional<std::uint32_t> digitOf(wchar_t c)
 
 WString hexText(const Colour& colour)
 {
-    constexpr wchar_t kDigits[] = L"0123456789abcdef";
+    constexpr wchar_t kHexDigits[] = L"0123456789abcdef";
     std::wstring text = L"#";
     for (int shift = 20; shift >= 0; shift -= 4)
-        text += kDigits[colour.toRGB() >> shift & 0xf];
+        text += kHexDigits[colour.toRGB() >> shift & 0xf];
     return WString(text);
 }
 

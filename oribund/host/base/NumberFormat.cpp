@@ -15,12 +15,12 @@ namespace
 {
 
 /** One more would show what binary fractions leave behind. */
-constexpr int kDigits = 15;
+constexpr int kExchangedDigits = 15;
 
 struct Digits {
     explicit Digits(double value)
         : end(std::to_chars(buffer.data(), buffer.data() + buffer.size(), value + 0.0, std::chars_format::general,
-                            kDigits)
+                            kExchangedDigits)
                   .ptr)
     {
     }
