@@ -1,9 +1,11 @@
 #include "workbench/engine/MetadataText.h"
 
 #include "oribund/host/base/Numeric.h"
+#include "workbench/model/projection/ServiceText.h"
 
 #include <algorithm>
 #include <cctype>
+#include <utility>
 
 namespace workbench
 {
@@ -101,6 +103,25 @@ std::string readableName(std::string_view identifier)
     if (!name.empty())
         name.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(name.front())));
     return name;
+}
+
+std::optional<std::array<double, 4>> parseColour(std::string_view text)
+{
+    static constexpr std::array<std::pair<std::string_view, const char*>, 10> names = {{{"black", "#000000"},
+                                                                                        {"white", "#ffffff"},
+                                                                                        {"red", "#ff0000"},
+                                                                                        {"green", "#008000"},
+                                                                                        {"blue", "#0000ff"},
+                                                                                        {"yellow", "#ffff00"},
+                                                                                        {"cyan", "#00ffff"},
+                                                                                        {"magenta", "#ff00ff"},
+                                                                                        {"gray", "#808080"},
+                                                                                        {"grey", "#808080"}}};
+    const std::string bare = lowerCase(trimmed(text));
+    for (const auto& [name, colour] : names)
+        if (name == bare)
+            return parseServiceColour(colour);
+    return parseServiceColour(bare);
 }
 
 std::optional<double> parseNumber(std::string_view text)

@@ -2,7 +2,6 @@
 
 #include "workbench/engine/EffectMapping.h"
 #include "workbench/engine/MetadataText.h"
-#include "workbench/model/projection/ServiceText.h"
 
 #include <nlohmann/json.hpp>
 
@@ -74,7 +73,7 @@ int itemIndex(const ParamDescription& param, const std::string& raw)
 std::optional<std::array<double, 4>> readColour(const Json& value)
 {
     if (value.is_string())
-        return parseServiceColour(value.get<std::string>());
+        return parseColour(value.get<std::string>());
     std::array<double, 4> colour{0.0, 0.0, 0.0, 1.0};
     if (!value.is_array() || value.size() < 3 || value.size() > 4)
         return std::nullopt;

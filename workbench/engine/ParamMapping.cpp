@@ -1,7 +1,6 @@
 #include "workbench/engine/ParamMapping.h"
 
 #include "workbench/engine/MetadataText.h"
-#include "workbench/model/projection/ServiceText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -106,7 +105,7 @@ bool mapList(const RawParam& raw, ParamDescription& param)
 
 bool mapColour(const RawParam& raw, ParamDescription& param)
 {
-    const std::optional<std::array<double, 4>> standard = parseServiceColour(unquoted(raw.defaultText));
+    const std::optional<std::array<double, 4>> standard = parseColour(unquoted(raw.defaultText));
     const bool calledColour = raw.type == "color" || raw.widget == "color";
     const bool soundsLikeOne =
         standard && !parseNumber(raw.defaultText) && lowerCase(raw.description).find("color") != std::string::npos;

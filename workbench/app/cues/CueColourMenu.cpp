@@ -16,7 +16,7 @@ CueColourMenu::CueColourMenu(CueCommands& cues, QWidget* parent)
     , cues_(cues)
 {
     for (const oribund::CueColour& one : oribund::cueColours()) {
-        QAction* const action = addAction(oribund::toQt(oribund::displayText(one.text)));
+        QAction* const action = addAction(toQt(oribund::displayText(one.text)));
         action->setCheckable(true);
         QObject::connect(action, &QAction::triggered, this, [this, colour = one.colour] {
             cues_.withCurrent([&](const oribund::IdStamp& cue) { cues_.recolour(cue, colour); });

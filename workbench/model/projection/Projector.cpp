@@ -2,6 +2,7 @@
 
 #include "workbench/model/EditModel.h"
 #include "workbench/model/projection/ParamBaker.h"
+#include "workbench/model/projection/ServiceText.h"
 
 #include <algorithm>
 #include <map>

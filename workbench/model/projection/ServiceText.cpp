@@ -8,7 +8,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <utility>
 
 namespace workbench
 {
@@ -113,25 +112,6 @@ std::array<double, 4> colourFromBytes(std::uint32_t rgba)
     return {unit(24), unit(16), unit(8), unit(0)};
 }
 
-std::optional<std::array<double, 4>> namedColour(std::string_view text)
-{
-    constexpr std::array<std::pair<std::string_view, std::uint32_t>, 10> names = {{{"black", 0x000000},
-                                                                                   {"white", 0xffffff},
-                                                                                   {"red", 0xff0000},
-                                                                                   {"green", 0x008000},
-                                                                                   {"blue", 0x0000ff},
-                                                                                   {"yellow", 0xffff00},
-                                                                                   {"cyan", 0x00ffff},
-                                                                                   {"magenta", 0xff00ff},
-                                                                                   {"gray", 0x808080},
-                                                                                   {"grey", 0x808080}}};
-    const oribund::String name(text);
-    for (const auto& [known, rgb] : names)
-        if (compareNoCase(name, oribund::String(known)) == 0)
-            return colourFromBytes(rgb << 8 | 0xffU);
-    return std::nullopt;
-}
-
 template <class Value>
 std::optional<PlainValue> plain(const std::optional<Value>& value)
 {
@@ -172,7 +152,7 @@ std::optional<std::array<double, 4>> parseServiceColour(std::string_view text)
         if (const auto argb = parseHex(text.substr(1)))
             return colourFromBytes(*argb << 8 | (text.size() == 9 ? *argb >> 24 : 0xffU));
     }
-    return namedColour(text);
+    return std::nullopt;
 }
 
 std::string serviceText(const ParamDescription& description, const oribund::ParamValue& value)

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace workbench
 {
@@ -25,7 +26,7 @@ std::string serviceNumber(const ParamDescription& description, double shown);
 /** The reverse: a number of the service in shown units. Nothing for what is no finite number. */
 std::optional<double> shownNumber(const ParamDescription& description, std::string_view raw);
 
-/** "#rrggbb", "#aarrggbb", "0xrrggbbaa" or the name of a basic colour, as r, g, b, a. */
+/** "#rrggbb", "#aarrggbb" or "0xrrggbbaa" as r, g, b, a. */
 std::optional<std::array<double, 4>> parseServiceColour(std::string_view text);
 
 /** A value as the text of the one property that holds it all. */
