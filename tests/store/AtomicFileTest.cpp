@@ -98,19 +98,6 @@ TEST(AtomicFile, NewFilesNeverHaveMorePermissionsThanTheUserGives)
     EXPECT_EQ(modeOf(folder / "other"), 0640u);
 }
 
-TEST(AtomicFile, LeavesTheOldFileWhenItIsNotCommitted)
-{
-    const TemporaryFolder folder;
-    spill(folder / "file", "old");
-    {
-        AtomicFile file(folder / "file");
-        EXPECT_TRUE(file.write("new"));
-        EXPECT_EQ(slurp(folder / "file"), "old");
-    }
-    EXPECT_EQ(slurp(folder / "file"), "old");
-    EXPECT_EQ(folder.count(), 1u);
-}
-
 TEST(AtomicFile, SaysWhatIsWrongAndLosesNothing)
 {
     const TemporaryFolder folder;

@@ -51,25 +51,6 @@ TEST(ProjectRoundTrip, GivesBackExactlyWhatWasSaved)
     EXPECT_GT(keyframed, 500);
 }
 
-TEST(ProjectRoundTrip, KeepsTheValueOfACurveAtEveryTime)
-{
-    Bench bench;
-    const ObjectId segment = bench.addPicture(0, 100);
-    const ObjectId effect = bench.editor.addEffect(segment, "tint").object;
-    const auto level = bench.param<double>(effect, kLevel);
-    level->setFunctionType(oribund::EffectValParamFnType::Keyframed, 0.1);
-    level->addKeyframeAt(0.7, 1.0 / 3.0);
-    level->graph()->setKeyframeType(0, oribund::KeyframeType::Smooth);
-
-    const ProjectReading reading = readBack(*bench.edit);
-    ASSERT_TRUE(reading);
-    const EditModel again(*reading.edit, catalogue());
-    const auto read =
-        oribund::Kt::dynamicCast<oribund::EffectValParam<double>>(again.timeline().findEffect(effect)->paramAt(kLevel));
-    for (double time = -0.2; time < 1.2; time += 0.01)
-        ASSERT_EQ(read->getValue(time), level->getValue(time)) << time;
-}
-
 TEST(ProjectRoundTrip, NamesMediaBesideTheProjectRelativeToIt)
 {
     const TemporaryFolder here;
