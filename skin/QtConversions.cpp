@@ -50,7 +50,8 @@ QString toDisplay(const oribund::UIString& text)
 
 QString toTooltip(const QString& text)
 {
-    return QStringLiteral("<span>") + text.toHtmlEscaped() + QStringLiteral("</span>");
+    const QString lines = text.toHtmlEscaped().replace(QLatin1Char('\n'), QLatin1String("<br/>"));
+    return QStringLiteral("<span>") + lines + QStringLiteral("</span>");
 }
 
 QString toMenuText(const oribund::UIString& text)

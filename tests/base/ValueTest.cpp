@@ -1,7 +1,5 @@
 #include "oribund/host/base/Colour.h"
-#include "oribund/host/base/ColourData.h"
 #include "oribund/host/base/ListParam.h"
-#include "oribund/host/base/Vector2d.h"
 #include "oribund/host/base/VideoInputParam.h"
 
 #include <gtest/gtest.h>
@@ -65,15 +63,4 @@ TEST(VideoInputParam, SelectsOnlyWhatItHas)
     EXPECT_EQ(input, (VideoInputParam({L"Fg", L"Bg"})));
     EXPECT_NE(input, (VideoInputParam({L"Fg", L"Matte"})));
     EXPECT_EQ(VideoInputParam().selectedIndex(), -1);
-}
-
-TEST(Components, AreReachedByIndex)
-{
-    Vector2d v{1.0, 2.0};
-    v[1] = 5.0;
-    EXPECT_EQ(v, (Vector2d{1.0, 5.0}));
-    EXPECT_EQ((v - Vector2d{1.0, 1.0} * 2.0), (Vector2d{-1.0, 3.0}));
-    ColourData c{{0.1, 0.2, 0.3, 0.4}};
-    c[3] = 1.0;
-    EXPECT_EQ(c, (ColourData{{0.1, 0.2, 0.3, 1.0}}));
 }

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <vector>
 
 using namespace oribund;
 using namespace oribund::test;
@@ -175,18 +176,13 @@ TEST(Param, AVisitorGetsEachTypeAsWhatItIs)
         visitParam(param, [&](auto& typed) { seen = typed.constant(); });
         return seen == param.constantValue() ? static_cast<int>(seen.index()) : -1;
     };
-    EffectValParam<double> number(ParamInfo{}, 0.5);
-    EffectValParam<bool> toggle(ParamInfo{}, true);
-    EffectValParam<Angle> angle(ParamInfo{}, Angle{90.0});
-    EffectValParam<ColourData> colour(ParamInfo{}, ColourData{{1.0, 0.0, 0.0, 1.0}});
-    EffectValParam<Vector2d> point(ParamInfo{}, Vector2d{1.0, 2.0});
-    EffectValParam<ListParam<int>> list(ParamInfo{}, threeItems(0));
-    EffectValParam<ListParam<String>> texts(ParamInfo{}, ListParam<String>({{String("a"), L"A"}}));
-    EffectValParam<VideoInputParam> input(ParamInfo{}, VideoInputParam({L"Main"}));
-    EffectValParamBase* const all[] = {&number, &toggle, &angle, &colour, &point, &list, &texts, &input};
-    for (int i = 0; i < 8; ++i) {
-        EXPECT_EQ(visited(*all[i]), i);
+    std::vector<Kt::Ptr<EffectValParamBase>> all;
+#define ORIBUND_MAKE(P, with) all.push_back(Kt::makePtr<EffectValParam<P>>(ParamInfo{}, P()));
+    ORIBUND_FOR_PARAM_TYPES(ORIBUND_MAKE, )
+#undef ORIBUND_MAKE
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        EXPECT_EQ(visited(*all[i]), static_cast<int>(i));
         EXPECT_TRUE(all[i]->setConstantValue(all[i]->defaultValue()));
-        EXPECT_FALSE(all[i]->setConstantValue(all[(i + 1) % 8]->defaultValue())) << "another type's value";
+        EXPECT_FALSE(all[i]->setConstantValue(all[(i + 1) % all.size()]->defaultValue())) << "another type's value";
     }
 }
