@@ -42,6 +42,7 @@ TEST(CommandLine, WrongUseIsNamed)
         {{"--list-effects=3"}, "takes no value"},
         {{"--scale", "9"}, "\"9\""},
         {{"--scale", "nan"}, "\"nan\""},
+        {{"--scale", "0.9"}, "\"0.9\""},
         {{"--scale", "1x"}, "\"1x\""},
         {{"a.mp4", "--export", "b.mp4", "--from", "-1"}, "\"-1\""},
         {{"a.mp4", "--export", "b.mp4", "--from", "4", "--to", "4"}, "later"},

@@ -2,6 +2,9 @@
 #include "workbench/engine/EffectMapping.h"
 #include "workbench/engine/MltSession.h"
 #include "workbench/engine/RawMetadata.h"
+#include "workbench/model/ParamConversion.h"
+
+#include "oribund/host/effects/params/EffectValParam.h"
 
 #include <gmock/gmock.h>
 
@@ -54,6 +57,14 @@ TEST_F(CatalogueTest, everyEntryIsSound)
     EXPECT_THAT(result->problems, IsEmpty());
     for (const auto& effect : result->catalogue.all())
         EXPECT_THAT(checkEffect(*effect), IsEmpty());
+    // Colours of this kind of service have no opacity that could be chosen.
+    const auto tint = result->catalogue.find("frei0r.tint0r");
+    ASSERT_TRUE(tint);
+    for (const ParamDescription& param : tint->params)
+        if (const auto made = param.kind == ParamKind::Colour ? makeParam(param, {}) : nullptr) {
+            const auto colour = oribund::Kt::dynamicCast<oribund::EffectValParam<oribund::ColourData>>(made);
+            EXPECT_EQ(colour->getMin().values[3], colour->getMax().values[3]) << param.name;
+        }
 }
 
 TEST_F(CatalogueTest, noNameIsLeftAsAnIdentifier)

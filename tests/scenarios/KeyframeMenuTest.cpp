@@ -3,10 +3,12 @@
 #include "workbench/model/Ids.h"
 
 #include "oribund/controls/bars/CompoundEffectTherm.h"
+#include "oribund/controls/keyframes/CompoundEffectKeyframeButtons.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/effects/curves/Graph1dBase.h"
 #include "oribund/host/effects/params/EffectValParam.h"
 #include "oribund/host/toolkit/entries/NumericEntry.h"
+#include "oribund/host/toolkit/widgets/ValButton.h"
 #include "oribund/panels/EffectComponentPanel.h"
 
 #include <QApplication>
@@ -198,10 +200,9 @@ TEST_F(KeyframeMenuScenario, CopiesGoToAnotherTimeAnotherSegmentAndAnotherValue)
     press(Command::Undo);
     begin();
 
-    auto* const opacity = findInPanel<oribund::Slider>(L"Opacity");
+    auto* const opacity = findInPanel<oribund::NumericEntry>(L"Opacity");
     ASSERT_NE(opacity, nullptr);
-    opacity->takeFocus();
-    EXPECT_EQ(frameAfter(Qt::Key_Comma), 40);
+    opacity->userStartEditing(); // as a click on its name does
     goTo(25);
     key(Qt::Key_V, kCtrl);
     expectStep("level 10 20 40 alpha 25 35 55", "Paste 3 keyframes");
@@ -225,6 +226,41 @@ TEST_F(KeyframeMenuScenario, CopiesGoToAnotherTimeAnotherSegmentAndAnotherValue)
     ASSERT_TRUE(workspace_->editor().addEffect(workspace_->targetSegment()->id(), "brightness"));
     key(Qt::Key_V, kCtrl);
     EXPECT_EQ(keys(), "level 0 10 30") << "what was copied outlives the project";
+}
+
+TEST_F(KeyframeMenuScenario, AnEditFromOutsideTheSegmentBringsTheTimeToIt)
+{
+    goTo(60);
+    key(Qt::Key_B);
+    workspace_->selection().set(firstSegment().id());
+    begin();
+    const EffectsPanelPane& pane = window_->effectsPanel();
+    EXPECT_TRUE(pane.saysOutside()) << "the picture is the next segment's";
+    findInPanel<oribund::NumericEntry>(L"Opacity")->userSetNumber(0.5);
+    EXPECT_EQ(frame(), 60) << "a constant is the same everywhere";
+    begin();
+    drag(*findInPanel<oribund::Slider>(L"Level"), 0.9);
+    EXPECT_EQ(frame(), 59);
+    EXPECT_EQ(keys(), "level 10 20 40 59") << "one keyframe, however far it was dragged";
+    EXPECT_FALSE(pane.saysOutside());
+    goTo(70);
+    findInPanel<oribund::ValButton>()->userClick();
+    EXPECT_EQ(frame(), 59);
+    EXPECT_EQ(keys(), "level 10 20 40");
+}
+
+TEST_F(KeyframeMenuScenario, TheZoomButtonShowsAPartAroundTheTimeWhereNobodyHasChosenOne)
+{
+    goTo(40);
+    const double whole = bar().geometry().end - bar().geometry().start;
+    auto& buttons = window_->effectsPanel().timePanel().buttons();
+    buttons.sendMsg(oribund::CompoundEffectKeyframeButtons::zoomInMsg);
+    EXPECT_LT(bar().geometry().end - bar().geometry().start, 0.5 * whole);
+    EXPECT_LT(bar().geometry().start, workspace_->vob().timeOf(40));
+    EXPECT_GT(bar().geometry().end, workspace_->vob().timeOf(40));
+    buttons.sendMsg(oribund::CompoundEffectKeyframeButtons::zoomOutMsg);
+    EXPECT_EQ(bar().geometry().end - bar().geometry().start, whole);
+    EXPECT_LT(bar().geometry().windowEnd - bar().geometry().windowStart, 0.5 * whole) << "it is there to be dragged";
 }
 
 TEST_F(KeyframeMenuScenario, AKeyOnTheBarIsTheBarsOrTheMenusAndNeverBoth)

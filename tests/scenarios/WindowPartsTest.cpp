@@ -8,6 +8,7 @@
 #include "workbench/app/session/PlainTexts.h"
 #include "workbench/app/session/Workspace.h"
 #include "workbench/app/start/BatchJobs.h"
+#include "workbench/app/window/DialogPlace.h"
 #include "workbench/app/window/MessageBar.h"
 #include "workbench/engine/MediaProbe.h"
 
@@ -34,34 +35,57 @@ namespace
 
 using Severity = oribund::MessageSink::Severity;
 
-TEST(EffectList, FindsByEveryWordAndChoosesTheFirstFound)
+TEST(EffectList, FindsByEveryWordAndTheArrowsWalkWhatIsFound)
 {
-    EffectListPane list(sample::catalogue());
+    EffectCatalogue catalogue;
+    for (const char* title : {"Soft glow", "Glow", "Box blur", "Blur", "Afterglow"}) {
+        EffectDescription effect;
+        effect.title = effect.service = title;
+        effect.category = "Light";
+        catalogue.add(effect);
+    }
+    EffectListPane list(catalogue);
     std::vector<std::string> chosen;
+    int handedBack = 0;
     list.chosen = [&](const std::string& service) { chosen.push_back(service); };
+    list.done = [&] { ++handedBack; };
     QLineEdit& field = list.searchField();
-    for (const char* search : {"ECHO", "cho ec", "tint", "no such effect"}) {
+    const auto find = [&](const char* search, std::initializer_list<Qt::Key> keys) {
         field.clear();
         QTest::keyClicks(&field, search);
-        QTest::keyClick(&field, Qt::Key_Return);
-    }
-    EXPECT_EQ(chosen, (std::vector<std::string>{"echo", "echo", "tint"}));
+        for (const Qt::Key key : keys)
+            QTest::keyClick(&field, key);
+    };
+    find("BLUR", {Qt::Key_Return}); // the title that is just that comes first
+    find("ght glo soft", {Qt::Key_Enter});
+    find("glow", {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_Return}); // behind Glow and Afterglow
+    find("no such effect", {Qt::Key_Return});
+    EXPECT_EQ(chosen, (std::vector<std::string>{"Blur", "Soft glow", "Soft glow"}));
+    EXPECT_EQ(handedBack, 3) << "what finds nothing stays to be mended";
     QTest::keyClick(&field, Qt::Key_Escape);
     EXPECT_EQ(field.text(), QString());
-    EXPECT_EQ(list.tree().currentItem(), nullptr);
+    EXPECT_EQ(handedBack, 4);
+    EXPECT_GT(list.tree().topLevelItem(0)->childCount(), 0) << "the categories are back";
 }
 
-TEST(Messages, ComeOneByOneAndNeverTwice)
+TEST(Messages, ComeOneByOneAndAllButErrorsGoByThemselves)
 {
     MessageBar bar;
+    QTimer* const timer = bar.findChild<QTimer*>();
     EXPECT_TRUE(bar.isHidden());
+    bar.show(QStringLiteral("said"), Severity::Information);
+    const QLabel* const sign = bar.findChild<QLabel*>(QStringLiteral("sign"));
+    EXPECT_TRUE(sign->isHidden());
     bar.show(QStringLiteral("one"), Severity::Warning);
+    EXPECT_EQ(bar.text(), QStringLiteral("one")) << "what was only said gives way";
+    EXPECT_FALSE(sign->isHidden());
     bar.show(QStringLiteral("two"), Severity::Error);
     bar.show(QStringLiteral("one"), Severity::Error);
-    EXPECT_EQ(bar.text(), QStringLiteral("one"));
+    ASSERT_TRUE(timer->isActive());
+    timer->start(0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bar.text() == QStringLiteral("two"); }));
+    EXPECT_FALSE(timer->isActive()) << "an error stays";
     auto* close = bar.findChild<QToolButton*>();
-    close->click();
-    EXPECT_EQ(bar.text(), QStringLiteral("two"));
     close->click();
     EXPECT_TRUE(bar.isHidden());
     for (int i = 0; i < 1000; ++i)
@@ -85,6 +109,20 @@ TEST(Labels, ShowNamesAsTheyAre)
     QTextDocument tip;
     tip.setHtml(label.text());
     EXPECT_EQ(tip.toPlainText(), QStringLiteral("a & b\n<b>c</b>"));
+}
+
+TEST(Dialogs, LeaveThePictureFreeAsFarAsTheScreenGoes)
+{
+    const QRect window(80, 60, 1440, 880);
+    const QRect picture(330, 100, 760, 430);
+    const QSize size(550, 440);
+    for (const QRect& screen : {QRect(0, 0, 1600, 1000), QRect(0, 0, 3000, 1000)}) {
+        const QRect place(DialogPlace::placeFor(size, window, picture, screen), size);
+        EXPECT_TRUE(screen.contains(place));
+        EXPECT_FALSE(place.intersects(picture));
+    }
+    const QRect cramped(0, 0, 1100, 540);
+    EXPECT_TRUE(cramped.contains(QRect(DialogPlace::placeFor(size, window, picture, cramped), size)));
 }
 
 TEST(ExportQuestions, OnlyWhatCanBeExportedIsAccepted)

@@ -19,6 +19,7 @@ CatalogueResult readCatalogue(MltSession& session, const std::string& overlayTex
         if (!effect)
             continue;
         overlay.apply(*effect, result.problems);
+        settleColours(*effect);
         result.catalogue.add(std::move(*effect));
     }
     return result;

@@ -166,6 +166,16 @@ std::optional<EffectDescription> mapEffect(const RawEffect& raw)
     return effect;
 }
 
+void settleColours(EffectDescription& effect)
+{
+    for (ParamDescription& param : effect.params)
+        if (param.kind == ParamKind::Colour &&
+            (effect.service.starts_with("frei0r.") || param.components.size() == 3)) {
+            param.format = "rgb";
+            param.defaultColour[3] = 1.0;
+        }
+}
+
 std::string checkParam(const ParamDescription& param)
 {
     if (param.property.empty() || param.name.empty())

@@ -16,6 +16,9 @@ namespace workbench
  */
 std::optional<EffectDescription> mapEffect(const RawEffect& raw);
 
+/** Makes the colours opaque that the service takes without an opacity. */
+void settleColours(EffectDescription& effect);
+
 /** What is wrong with a parameter: range, default, demo value, list. Empty when nothing is. */
 std::string checkParam(const ParamDescription& param);
 

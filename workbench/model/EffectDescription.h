@@ -61,7 +61,7 @@ struct ParamDescription {
     /**
      * How a Point is written into its one property: "%1" and "%2" stand for raw x and y. "%1 %2 0 0 1" makes a
      * rectangle that the service can interpolate. A Colour is written as "#aarrggbb", or as "0xrrggbbaa" where this is
-     * "rgba".
+     * "rgba"; where it is "rgb" all are opaque.
      */
     std::string format = "%1 %2";
 

@@ -101,8 +101,8 @@ oribund::Kt::Ptr<oribund::EffectValParamBase> makeParam(const ParamDescription& 
     case ParamKind::Angle:
         return makeRanged<Angle>(std::move(info), Angle{d.defaultValue}, Angle{d.minimum}, Angle{d.maximum});
     case ParamKind::Colour:
-        return makeRanged<ColourData>(std::move(info), ColourData{d.defaultColour}, ColourData{{0, 0, 0, 0}},
-                                      ColourData{{1, 1, 1, 1}});
+        return makeRanged<ColourData>(std::move(info), ColourData{d.defaultColour},
+                                      ColourData{{0, 0, 0, d.format == "rgb" ? 1.0 : 0.0}}, ColourData{{1, 1, 1, 1}});
     case ParamKind::Point:
         return makePlain(std::move(info), Vector2d{d.defaultPoint[0], d.defaultPoint[1]});
     case ParamKind::Bool:

@@ -22,6 +22,7 @@ void FXThermBase::drawWindow(CanvasRenderer& renderer, int x0, int x1)
 void FXThermBase::drawContents(CanvasRenderer& renderer)
 {
     marks_ = keyframes_.marksOn(geometry());
+    keepWhole(marks_, getWidth());
     if (!minimalMode())
         drawRegions(renderer);
     drawSelectedKeyframesBackground(renderer);

@@ -10,6 +10,11 @@
 namespace oribund
 {
 
+namespace
+{
+constexpr double kHandleWidth = 3.0;
+} // namespace
+
 void ThermBase::draw(CanvasRenderer& renderer)
 {
     const ClipGuard clip(renderer, CanvasRenderer::toDouble(localBox()));
@@ -47,8 +52,14 @@ void ThermBase::drawWindow(CanvasRenderer& renderer, int x0, int x1)
 {
     const Kt::Box<double> box = CanvasRenderer::toDouble(Kt::Box<int>{x0, 0, x1, getHeight()});
     renderer.fillRect(box, getWindowColour());
-    if (allowZoom_)
-        renderer.frameRect(box, getPalette().border());
+    if (!allowZoom_)
+        return;
+    renderer.frameRect(box, getPalette().border());
+    // Handles, by which one sees that the edges can be dragged.
+    const Colour grip = getPalette().windowText().mix(getWindowColour(), 0.4);
+    if (box.width() > 4.0 * kHandleWidth)
+        for (const double left : {box.left, box.right - kHandleWidth})
+            renderer.fillRect({left, box.top, left + kHandleWidth, box.bottom}, grip);
 }
 
 void ThermBase::drawMarkedRegion(CanvasRenderer& renderer, double from, double to)

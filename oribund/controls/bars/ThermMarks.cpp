@@ -10,6 +10,16 @@
 namespace oribund
 {
 
+void keepWhole(ThermMarks& marks, int width)
+{
+    const int reach = UifStd::getWidgetGap();
+    if (width <= 2 * reach)
+        return;
+    for (ThermMark& mark : marks)
+        if (mark.x >= 0 && mark.x <= width)
+            mark.x = std::clamp(mark.x, reach, width - 1 - reach);
+}
+
 void drawMarksGround(CanvasRenderer& renderer, const ThermMarks& marks, int height)
 {
     const int reach = UifStd::getWidgetGap() + 1;

@@ -17,6 +17,9 @@ struct ThermMark {
 /** From left to right, each pixel once. */
 using ThermMarks = std::vector<ThermMark>;
 
+/** Moves those at the ends of a bar inwards, as far as it takes to see them whole. */
+void keepWhole(ThermMarks& marks, int width);
+
 /** The ground behind those that are selected. */
 void drawMarksGround(CanvasRenderer& renderer, const ThermMarks& marks, int height);
 

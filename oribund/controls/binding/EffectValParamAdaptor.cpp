@@ -39,6 +39,9 @@ void EffectValParamAdaptor<T, Accessor, Observer>::refreshEnabled()
 template <class T, class Accessor, class Observer>
 bool EffectValParamAdaptor<T, Accessor, Observer>::requestSetValue(const T& value, ChangeKind kind)
 {
+    const auto param = this->getParam();
+    if (param && param->functionType() == EffectValParamFnType::Keyframed)
+        this->prepareEdit();
     const auto current = this->readValue();
     if (!current)
         return false;

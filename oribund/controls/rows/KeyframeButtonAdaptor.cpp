@@ -54,6 +54,7 @@ void KeyframeButtonAdaptor<Accessor>::widgetLeftClicked()
         return;
     const Kt::Ptr<AdaptorBase> self = keepAlive();
     const RedrawHold hold;
+    this->prepareEdit();
     toggleKeyframe(*param);
     this->endStep();
 }

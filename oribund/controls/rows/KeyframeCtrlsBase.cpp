@@ -194,6 +194,8 @@ bool KeyframeCtrlsBase::userReset()
     if (!param || !canInteract() || !effect->canEditParam(*param))
         return false;
     const RedrawHold hold;
+    if (param->functionType() == EffectValParamFnType::Keyframed)
+        prepareEdit();
     const double time = clampNormalisedTime(getNormalisedCurrentTime());
     bool done = false;
     visitParam(*param, [&]<class P>(EffectValParam<P>& typed) {

@@ -38,8 +38,11 @@ public:
 
     void visit(EffectValParam<ColourData>& param) override
     {
-        auto colours = std::make_unique<KeyframeColourCtrls>(handle_, param.id(), args_.width, args_.labelWidth, 0,
-                                                             args_.canvas, KeyframeColourCtrls::Opts::eOpacity);
+        // Where every colour is as opaque as any other there is no opacity to choose.
+        const bool hasOpacity = param.getMin().values[3] < param.getMax().values[3];
+        auto colours = std::make_unique<KeyframeColourCtrls>(
+            handle_, param.id(), args_.width, args_.labelWidth, 0, args_.canvas,
+            hasOpacity ? KeyframeColourCtrls::Opts::eOpacity : KeyframeColourCtrls::Opts::eNone);
         colours->setParam(&param);
         row = std::move(colours);
     }

@@ -8,6 +8,8 @@ namespace oribund
 Vob::Vob() = default;
 Vob::~Vob() = default;
 
+void Vob::prepareEdit(const NumRange<double>&) {}
+
 double Vob::getCurrentTime()
 {
     return getCurrentTimeServer().get();

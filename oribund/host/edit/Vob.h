@@ -36,6 +36,13 @@ public:
     /** Moves the current time, limited to the edit. */
     virtual void setCurrentTime(double time) = 0;
 
+    /**
+     * A control is about to write a keyframe at the current time, for an effect that runs over this region of the edit.
+     * A host whose panels stay with an effect wherever the time is may first move the time into the region, so that the
+     * user sees what is changed. By default nothing is done.
+     */
+    virtual void prepareEdit(const NumRange<double>& region);
+
     /** The effects of the edit as panels see them; null when there is no edit. */
     virtual CompoundEffectMonitor* getEffectMonitor() = 0;
 

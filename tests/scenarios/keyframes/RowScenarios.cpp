@@ -72,6 +72,7 @@ TEST_P(RowScenario, WhatIsTypedIsCalculatedAndNonsenseStaysToBeMended)
     enter(whole, "2*45+10");
     EXPECT_EQ(wholeNow(), 100.0);
     EXPECT_EQ(shownIn(whole), "100");
+    EXPECT_FALSE(whole.hasFocus()) << "the keyboard is handed back";
     goTo(100);
     enter(entry, "50%");
     EXPECT_EQ(levelAt(100), 50.0);
@@ -90,6 +91,7 @@ TEST_P(RowScenario, WhatIsTypedIsCalculatedAndNonsenseStaysToBeMended)
     stage->key(Key::Escape);
     EXPECT_EQ(shownIn(entry), "60 %");
     EXPECT_TRUE(entry.getProblem().empty());
+    EXPECT_FALSE(entry.hasFocus());
     EXPECT_EQ(steps(), 3);
     undoAll();
     EXPECT_EQ(content(), before);

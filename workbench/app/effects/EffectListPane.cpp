@@ -2,13 +2,16 @@
 
 #include "skin/Glyphs.h"
 
-#include <QCoreApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMap>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <tuple>
+#include <vector>
 
 namespace workbench
 {
@@ -17,26 +20,33 @@ namespace
 {
 constexpr int kService = Qt::UserRole;
 
-/** The first effect in view below an item; null for none. */
-QTreeWidgetItem* firstEffect(QTreeWidgetItem& item)
+QString titleOf(const EffectDescription& effect)
 {
-    if (!item.data(0, kService).toString().isEmpty())
-        return &item;
-    for (int i = 0; i < item.childCount(); ++i)
-        if (!item.child(i)->isHidden())
-            if (QTreeWidgetItem* const found = firstEffect(*item.child(i)))
-                return found;
-    return nullptr;
+    return QString::fromStdString(effect.title);
+}
+
+/** Described by hand, and fit for use. */
+bool isRecommended(const EffectDescription& effect)
+{
+    return effect.curated && effect.blockedBecause.empty();
 }
 } // namespace
 
-bool matchesSearch(const EffectDescription& effect, const QString& search)
+std::optional<int> searchRank(const EffectDescription& effect, const QString& search)
 {
-    const QString text = QString::fromStdString(effect.title + ' ' + effect.category + ' ' + effect.service);
-    for (const QString& word : search.split(QLatin1Char(' '), Qt::SkipEmptyParts))
+    const QString title = titleOf(effect);
+    const QString text = title + QString::fromStdString(' ' + effect.category + ' ' + effect.service);
+    const QStringList words = search.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    for (const QString& word : words)
         if (!text.contains(word, Qt::CaseInsensitive))
-            return false;
-    return true;
+            return std::nullopt;
+    const QString wanted = words.join(QLatin1Char(' '));
+    if (title.compare(wanted, Qt::CaseInsensitive) == 0)
+        return 0;
+    if (title.startsWith(wanted, Qt::CaseInsensitive))
+        return 1;
+    const auto inTitle = [&](const QString& word) { return title.contains(word, Qt::CaseInsensitive); };
+    return std::all_of(words.begin(), words.end(), inTitle) ? 2 : 3;
 }
 
 EffectListPane::EffectListPane(const EffectCatalogue& catalogue, QWidget* parent)
@@ -61,7 +71,7 @@ EffectListPane::EffectListPane(const EffectCatalogue& catalogue, QWidget* parent
     tree_->setIndentation(14);
     tree_->setUniformRowHeights(true);
     tree_->setStyleSheet(QStringLiteral("QTreeView::item { height: 20px; }"));
-    QObject::connect(search_, &QLineEdit::textChanged, this, [this](const QString& text) { filter(text); });
+    QObject::connect(search_, &QLineEdit::textChanged, this, [this] { fill(); });
     QObject::connect(tree_, &QTreeWidget::itemActivated, this, [this](QTreeWidgetItem* item) { choose(item); });
     fill();
 }
@@ -80,62 +90,60 @@ void EffectListPane::addEffect(QTreeWidgetItem& category, const EffectDescriptio
     auto* item = new QTreeWidgetItem(&category, {QString::fromStdString(effect.title)});
     item->setData(0, kService, QString::fromStdString(effect.service));
     const std::string& tip = effect.blockedBecause.empty() ? effect.help : effect.blockedBecause;
+    const auto escaped = [](const std::string& text) { return QString::fromStdString(text).toHtmlEscaped(); };
     // With markup the tip wraps.
-    item->setToolTip(0, QStringLiteral("<p><b>%1</b></p><p>%2</p>")
-                            .arg(item->text(0).toHtmlEscaped(), QString::fromStdString(tip).toHtmlEscaped()));
+    item->setToolTip(0, QStringLiteral("<p><b>%1</b> \u2013 %2</p><p>%3</p>")
+                            .arg(escaped(effect.title), escaped(effect.category), escaped(tip)));
     if (!effect.blockedBecause.empty())
         item->setForeground(0, palette().color(QPalette::Disabled, QPalette::Text));
 }
 
 void EffectListPane::fill()
 {
+    tree_->clear();
+    const QString search = search_->text().simplified();
+    tree_->setRootIsDecorated(search.isEmpty());
+    if (!search.isEmpty())
+        return fillFound(search);
     // Those that are described by hand come first; the long rest stands folded below them.
     QMap<QString, QTreeWidgetItem*> curated;
     QMap<QString, QTreeWidgetItem*> others;
     for (const EffectCatalogue::Entry& effect : catalogue_.all()) {
-        if (!effect->curated || !effect->blockedBecause.empty())
+        if (!isRecommended(*effect))
             continue;
         QTreeWidgetItem*& category = curated[QString::fromStdString(effect->category)];
         category = category ? category : addCategory(nullptr, QString::fromStdString(effect->category));
         addEffect(*category, *effect);
+        category->setExpanded(true);
     }
     QTreeWidgetItem* const more = addCategory(nullptr, QStringLiteral("All others"));
     for (const EffectCatalogue::Entry& effect : catalogue_.all()) {
-        if (effect->curated && effect->blockedBecause.empty())
+        if (isRecommended(*effect))
             continue;
         QTreeWidgetItem*& category = others[QString::fromStdString(effect->category)];
         category = category ? category : addCategory(more, QString::fromStdString(effect->category));
         addEffect(*category, *effect);
     }
-    expandAtRest();
 }
 
-void EffectListPane::expandAtRest()
+void EffectListPane::fillFound(const QString& search)
 {
-    tree_->collapseAll();
-    for (int i = 0; i + 1 < tree_->topLevelItemCount(); ++i)
-        tree_->topLevelItem(i)->setExpanded(true);
-}
+    struct Found {
+        int rank;
+        const EffectDescription* effect;
+    };
 
-bool EffectListPane::filterBelow(QTreeWidgetItem& item, const QString& text)
-{
-    bool any = false;
-    if (const QString service = item.data(0, kService).toString(); !service.isEmpty())
-        any = matchesSearch(*catalogue_.find(service.toStdString()), text);
-    for (int i = 0; i < item.childCount(); ++i)
-        any = filterBelow(*item.child(i), text) || any;
-    item.setHidden(!any);
-    return any;
-}
-
-void EffectListPane::filter(const QString& text)
-{
-    filterBelow(*tree_->invisibleRootItem(), text);
-    if (text.isEmpty())
-        expandAtRest();
-    else
-        tree_->expandAll();
-    tree_->setCurrentItem(text.isEmpty() ? nullptr : firstEffect(*tree_->invisibleRootItem()));
+    std::vector<Found> found;
+    for (const EffectCatalogue::Entry& effect : catalogue_.all())
+        if (const std::optional<int> rank = searchRank(*effect, search))
+            found.push_back({*rank, effect.get()});
+    std::stable_sort(found.begin(), found.end(), [](const Found& a, const Found& b) {
+        const auto key = [](const Found& one) { return std::tuple(one.rank, !isRecommended(*one.effect)); };
+        return key(a) < key(b);
+    });
+    for (const Found& one : found)
+        addEffect(*tree_->invisibleRootItem(), *one.effect);
+    tree_->setCurrentItem(tree_->topLevelItem(0));
 }
 
 void EffectListPane::choose(const QTreeWidgetItem* item)
@@ -143,6 +151,24 @@ void EffectListPane::choose(const QTreeWidgetItem* item)
     const QString service = item ? item->data(0, kService).toString() : QString();
     if (!service.isEmpty() && chosen)
         chosen(service.toStdString());
+}
+
+void EffectListPane::walk(int by)
+{
+    // What is found is a plain list; among categories the keyboard goes on in the tree itself.
+    if (search_->text().simplified().isEmpty()) {
+        tree_->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    const int row = tree_->indexOfTopLevelItem(tree_->currentItem()) + by;
+    if (QTreeWidgetItem* const item = tree_->topLevelItem(row))
+        tree_->setCurrentItem(item);
+}
+
+void EffectListPane::handBack()
+{
+    if (done)
+        done();
 }
 
 void EffectListPane::search()
@@ -158,14 +184,18 @@ bool EffectListPane::eventFilter(QObject* watched, QEvent* event)
     switch (static_cast<QKeyEvent*>(event)->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
+        if (!tree_->currentItem())
+            return true;
         choose(tree_->currentItem());
+        handBack();
         return true;
     case Qt::Key_Up:
     case Qt::Key_Down:
-        QCoreApplication::sendEvent(tree_, event);
+        walk(static_cast<QKeyEvent*>(event)->key() == Qt::Key_Up ? -1 : 1);
         return true;
     case Qt::Key_Escape:
         search_->clear();
+        handBack();
         return true;
     default:
         return QWidget::eventFilter(watched, event);

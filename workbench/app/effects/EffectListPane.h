@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 class QLineEdit;
@@ -14,7 +15,7 @@ class QTreeWidgetItem;
 namespace workbench
 {
 
-/** The installed effects by category, with a field that searches them. */
+/** The installed effects by category or, while something is searched for, those found, the best first. */
 class EffectListPane final : public QWidget
 {
 public:
@@ -23,6 +24,9 @@ public:
 
     /** Called with the effect that was chosen, by a double click or Enter. */
     std::function<void(const std::string& service)> chosen;
+
+    /** Called when the user is done with the search field, by Enter or Escape. */
+    std::function<void()> done;
 
     /** Gives the search field the keyboard. */
     void search();
@@ -38,19 +42,20 @@ protected:
 
 private:
     void fill();
+    void fillFound(const QString& search);
     QTreeWidgetItem* addCategory(QTreeWidgetItem* above, const QString& title);
     void addEffect(QTreeWidgetItem& category, const EffectDescription& effect);
-    void expandAtRest();
-    bool filterBelow(QTreeWidgetItem& item, const QString& text);
-    void filter(const QString& text);
     void choose(const QTreeWidgetItem* item);
+    void walk(int by);
+    void handBack();
 
     const EffectCatalogue& catalogue_;
     QLineEdit* search_;
     QTreeWidget* tree_;
 };
 
-/** Whether every word of the search is in the effect's title, category or service, whatever the case. */
-bool matchesSearch(const EffectDescription& effect, const QString& search);
+/** How well an effect fits the search: 0 for its title, more for less, nothing when a word of the search is neither in
+   its title, its category nor its service. Case does not matter. */
+std::optional<int> searchRank(const EffectDescription& effect, const QString& search);
 
 } // namespace workbench

@@ -5,6 +5,7 @@
 #include "oribund/host/toolkit/widgets/Label.h"
 #include "oribund/panels/EffectComponentPanel.h"
 #include "oribund/panels/FXPanelFactory.h"
+#include "workbench/app/panel/SimplePanel.h"
 #include "workbench/model/Ids.h"
 
 #include <algorithm>
@@ -50,9 +51,30 @@ EffectStack::EffectStack(const InitArgs& args, Vob& vob, const Effects& effects,
     const RedrawHold hold;
     for (std::size_t i = 0; i < effects.size(); ++i)
         addPanel(vob, effects[i], i == 0, i + 1 == effects.size());
+    alignLabels();
 }
 
 EffectStack::~EffectStack() = default;
+
+void EffectStack::alignLabels()
+{
+    std::vector<SimplePanel*> panels;
+    int widest = 0;
+    for (const auto& [id, panel] : panels_)
+        if (auto* const simple = dynamic_cast<SimplePanel*>(panel)) {
+            panels.push_back(simple);
+            widest = std::max(widest, simple->widestLabel());
+        }
+    for (SimplePanel* const panel : panels)
+        panel->setLabelWidth(widest);
+}
+
+Kt::Box<int> EffectStack::boxOf(ObjectId effect) const
+{
+    const auto found =
+        std::find_if(panels_.begin(), panels_.end(), [effect](const auto& one) { return one.first == effect; });
+    return found == panels_.end() ? Kt::Box<int>() : found->second->box();
+}
 
 EffectStack::Place EffectStack::focusedButton() const
 {
@@ -102,6 +124,7 @@ void EffectStack::addPanel(Vob& vob, const Kt::Ptr<ModelEffect>& effect, bool fi
     if (!panel)
         return;
     addButtons(*panel, *effect, first, last);
+    panels_.emplace_back(objectOf(effect->id()), panel.get());
     addBelow(std::move(panel));
     if (!effect->description())
         addMissing(*effect);

@@ -43,6 +43,9 @@ public:
         std::string button;
     };
 
+    /** Where the panel of an effect is; empty when the effect is not among these. */
+    oribund::Kt::Box<int> boxOf(ObjectId effect) const;
+
     /** The button that has the keyboard; that of no effect when none has. */
     Place focusedButton() const;
 
@@ -61,6 +64,9 @@ private:
     void addBelow(std::unique_ptr<oribund::Glob> widget);
 
     Requests requests_;
+    void alignLabels();
+
+    std::vector<std::pair<ObjectId, oribund::EffectComponentPanel*>> panels_;
     std::vector<std::unique_ptr<TitleButton>> buttons_;
 };
 

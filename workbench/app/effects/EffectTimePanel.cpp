@@ -2,7 +2,11 @@
 
 #include "oribund/controls/bars/CompoundEffectTherm.h"
 #include "oribund/controls/keyframes/CompoundEffectKeyframeButtons.h"
+#include "oribund/host/base/FXTimeMapping.h"
+#include "oribund/host/base/Numeric.h"
 #include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/edit/Vob.h"
+#include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 
 #include <algorithm>
 #include <memory>
@@ -14,6 +18,7 @@ using namespace oribund;
 
 EffectTimePanel::EffectTimePanel(const InitArgs& args, Vob& vob)
     : WidgetGroup(args)
+    , vob_(vob)
 {
     const int gap = UifStd::getWidgetGap();
     const auto width = static_cast<unsigned short>(std::clamp(getUserArea().width() - 2 * gap, 0, 65535));
@@ -56,8 +61,24 @@ bool EffectTimePanel::handleMessageEvent(const String& message, Glob* sender)
     const bool zoomsIn = message == CompoundEffectKeyframeButtons::zoomInMsg;
     if (!zoomsIn && message != CompoundEffectKeyframeButtons::zoomOutMsg)
         return WidgetGroup::handleMessageEvent(message, sender);
+    if (zoomsIn)
+        chooseRegion();
     setZoomed(zoomsIn);
     return true;
+}
+
+void EffectTimePanel::chooseRegion()
+{
+    using Region = NumRange<FXTime, Unordered>;
+    constexpr double kPart = 0.25;
+    CompoundEffectMonitor* const monitor = vob_.getEffectMonitor();
+    const NumRange<double> region = monitor ? monitor->getCompoundEditRegion(bar_->getTrackID()) : NumRange<double>();
+    const Region chosen = monitor ? monitor->getSignificantRegionServer().get() : Region();
+    if (region.length() <= 0.0 || (chosen.high() - chosen.low()).normalised > kValueTolerance)
+        return;
+    const double now = clampNormalisedTime(toFXTime(region, vob_.getCurrentTime()).normalised);
+    const double from = std::clamp(now - kPart / 2.0, 0.0, 1.0 - kPart);
+    monitor->getSignificantRegionServer().set({FXTime{from}, FXTime{from + kPart}});
 }
 
 } // namespace workbench

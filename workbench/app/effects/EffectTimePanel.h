@@ -40,6 +40,10 @@ protected:
     bool handleMessageEvent(const oribund::String& message, oribund::Glob* sender) override;
 
 private:
+    /** What is zoomed to: as long as nobody has chosen a part by the bar's edges, one around the current time. */
+    void chooseRegion();
+
+    oribund::Vob& vob_;
     oribund::CompoundEffectKeyframeButtons* buttons_;
     oribund::CompoundEffectTherm* bar_;
 };

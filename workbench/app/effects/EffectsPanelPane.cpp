@@ -27,6 +27,7 @@ EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
     , timeSurface_(new PanelSurface)
     , view_(new PanelView)
     , panels_(new QWidget)
+    , outside_(new QLabel)
     , hint_(new QLabel)
     , replaced_(this, &EffectsPanelPane::handleReplaced)
     , selection_(this, &EffectsPanelPane::handleSelection)
@@ -70,6 +71,13 @@ void EffectsPanelPane::buildPanels()
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
     column->addWidget(timeSurface_);
+    outside_->setText(QStringLiteral("The time is outside this segment. Changing an animated value moves it there."));
+    outside_->setWordWrap(true);
+    outside_->setMargin(6);
+    outside_->setAutoFillBackground(true);
+    outside_->setBackgroundRole(QPalette::AlternateBase);
+    outside_->hide();
+    column->addWidget(outside_);
     column->addWidget(view_, 1);
 }
 
@@ -101,6 +109,7 @@ int EffectsPanelPane::handleReplaced(const EditReplaced&)
 int EffectsPanelPane::handleSelection(const oribund::ValServerEvent<ObjectId>& event)
 {
     if (event.kind == oribund::ValEventKind::Changed) {
+        showWhetherOutside();
         showTime(workspace_.targetSegment()); // now: a drag on the bar must not go on over other effects
         refreshSoon();
     }
@@ -109,10 +118,28 @@ int EffectsPanelPane::handleSelection(const oribund::ValServerEvent<ObjectId>& e
 
 int EffectsPanelPane::handleTime(const oribund::ValServerEvent<double>& event)
 {
+    if (event.kind != oribund::ValEventKind::Changed)
+        return 0;
+    showWhetherOutside();
     // Without a selection the panels follow the picture.
-    if (event.kind == oribund::ValEventKind::Changed && workspace_.selection().get() == kNoObject)
+    if (workspace_.selection().get() == kNoObject)
         refreshSoon();
     return 0;
+}
+
+void EffectsPanelPane::showWhetherOutside()
+{
+    const ModelVob& vob = workspace_.vob();
+    const Segment* const selected = workspace_.edit().timeline().findSegment(workspace_.selection().get());
+    // While the edit is played the time comes and goes.
+    if (!vob.isPlaying())
+        outside_->setVisible(selected &&
+                             vob.isOutside({vob.timeOf(selected->data.start), vob.timeOf(selected->data.end())}));
+}
+
+bool EffectsPanelPane::saysOutside() const
+{
+    return outside_->isVisible();
 }
 
 int EffectsPanelPane::handleModification(const EditModification& modification)
@@ -139,10 +166,26 @@ void EffectsPanelPane::refresh()
     hint_->setText(hint());
     setCurrentWidget(effects.empty() ? static_cast<QWidget*>(hint_) : panels_);
     showTime(segment);
+    showWhetherOutside();
     if (effects == shown_)
         return;
-    shown_ = effects;
+    const EffectStack::Effects before = std::exchange(shown_, effects);
     showPanels(effects);
+    reveal(before);
+}
+
+void EffectsPanelPane::reveal(const EffectStack::Effects& before)
+{
+    const auto* const stack = dynamic_cast<const EffectStack*>(view_->panel());
+    const auto isNew = [&](const auto& effect) {
+        return std::find(before.begin(), before.end(), effect) == before.end();
+    };
+    const auto added = std::find_if(shown_.begin(), shown_.end(), isNew);
+    if (!stack || before.empty() || shown_.size() != before.size() + 1 || added == shown_.end())
+        return;
+    const oribund::Kt::Box<int> box = stack->boxOf(objectOf((*added)->id()));
+    view_->ensureVisible(0, box.bottom, 0, 0);
+    view_->ensureVisible(0, box.top, 0, 0); // of a long panel the beginning
 }
 
 void EffectsPanelPane::showTime(const Segment* segment)

@@ -41,6 +41,9 @@ public:
     /** Brings the panels in step now, where it otherwise happens in the next turn of the event loop. */
     void refresh();
 
+    /** Whether it is said that the current time is outside the segment whose effects are shown. */
+    bool saysOutside() const;
+
     QSize sizeHint() const override { return {400, 400}; }
 
 private:
@@ -53,6 +56,8 @@ private:
     void refreshSoon();
     void showTime(const Segment* segment);
     void showPanels(const EffectStack::Effects& effects);
+    void showWhetherOutside();
+    void reveal(const EffectStack::Effects& before);
     QString hint() const;
 
     Workspace& workspace_;
@@ -60,6 +65,7 @@ private:
     PanelView* view_;
     EffectTimePanel* timePanel_;
     QWidget* panels_; ///< both views
+    QLabel* outside_;
     QLabel* hint_;
     QTimer refreshTimer_;
     EffectStack::Effects shown_;

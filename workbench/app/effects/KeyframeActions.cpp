@@ -5,6 +5,10 @@
 #include "workbench/app/session/Workspace.h"
 #include "workbench/model/Ids.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QMimeData>
+
 #include <string>
 #include <utility>
 
@@ -116,6 +120,9 @@ void KeyframeActions::copy()
     if (copied.empty())
         return say(kNothingSelected);
     clip_ = std::move(copied);
+    auto* const mark = new QMimeData;
+    mark->setData(QLatin1String(kKeyframesOnClipboard), QByteArray());
+    QGuiApplication::clipboard()->setMimeData(mark);
 }
 
 std::optional<KeyframeActions::PasteTarget> KeyframeActions::pasteTarget() const

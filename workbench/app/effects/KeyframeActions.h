@@ -14,6 +14,9 @@ namespace workbench
 
 class Workspace;
 
+/** The kind of what is on the clipboard after keyframes were copied. It has no text: an entry cannot paste it. */
+inline constexpr char kKeyframesOnClipboard[] = "application/x-oribund-keyframes";
+
 /**
  * What the menu offers for the keyframes of the effects that are shown. What changes the edit is one undo step; what
  * cannot be done is said. Copied keyframes are kept here, whatever becomes of the edit.

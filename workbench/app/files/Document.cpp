@@ -52,7 +52,7 @@ void sayWhatIsMissing(const EditData& edit, const std::vector<ObjectId>& missing
     std::string text = "The media file " + first->info.path + " is not there";
     if (missing.size() > 1)
         text += ", and " + std::to_string(missing.size() - 1) + " more are not";
-    say(text + ". Nothing of the edit is lost: choose File > Find missing media, and say where they are now.");
+    warn(text + ". Nothing of the edit is lost: choose File > Find missing media, and say where they are now.");
 }
 
 } // namespace
@@ -154,7 +154,7 @@ bool Document::recover(const Recoverable& found)
     if (!reading)
         return false;
     if (autosave_.adopt(found).empty()) {
-        say("What was to be recovered is gone, or another window has taken it.");
+        warn("What was to be recovered is gone, or another window has taken it.");
         return false;
     }
     recovered_ = true;
@@ -228,7 +228,7 @@ void Document::autosave()
     if (isModified() && autosave_.due(now))
         autosave_.store(projectXml(workspace_.edit(), viewState(), {}));
     if (const std::string problem = autosave_.takeProblem(); !problem.empty())
-        say(problem);
+        warn(problem);
 }
 
 int Document::handleReplaced(const EditReplaced&)

@@ -14,15 +14,11 @@ namespace workbench
 namespace
 {
 
-std::vector<MediaProbeResult> probeAll(MltSession& session, const std::vector<std::string>& paths)
+MediaProbeResult probe(MltSession& session, const std::string& path)
 {
-    std::vector<MediaProbeResult> results;
-    for (const std::string& path : paths) {
-        std::error_code error;
-        const std::filesystem::path full = std::filesystem::absolute(path, error);
-        results.push_back(probeMedia(session, error ? path : full.lexically_normal().string()));
-    }
-    return results;
+    std::error_code error;
+    const std::filesystem::path full = std::filesystem::absolute(path, error);
+    return probeMedia(session, error ? path : full.lexically_normal().string());
 }
 
 bool isUntouched(EditModel& edit)
@@ -39,15 +35,38 @@ MediaImporter::MediaImporter(Workspace& workspace)
 
 void MediaImporter::import(std::vector<std::string> paths)
 {
-    background_.run([this, session = workspace_.session(), paths = std::move(paths)]() -> Background::Completion {
-        auto media = std::make_shared<const Probed>(probeAll(*session, paths));
-        return [this, media] { place(workspace_, *media); };
+    wanted_ += static_cast<int>(paths.size());
+    readOn(std::make_shared<Batch>(Batch{std::move(paths), {}}));
+}
+
+void MediaImporter::readOn(const std::shared_ptr<Batch>& batch)
+{
+    if (progressed)
+        progressed(read_, wanted_);
+    if (batch->media.size() == batch->paths.size()) {
+        if (!isBusy())
+            read_ = wanted_ = 0;
+        if (progressed)
+            progressed(read_, wanted_);
+        place(workspace_, batch->media);
+        return;
+    }
+    const std::string path = batch->paths[batch->media.size()];
+    background_.run([this, session = workspace_.session(), batch, path]() -> Background::Completion {
+        return [this, batch, result = probe(*session, path)] {
+            batch->media.push_back(result);
+            ++read_;
+            readOn(batch);
+        };
     });
 }
 
 bool MediaImporter::importNow(Workspace& workspace, const std::vector<std::string>& paths)
 {
-    return place(workspace, probeAll(*workspace.session(), paths));
+    Probed media;
+    for (const std::string& path : paths)
+        media.push_back(probe(*workspace.session(), path));
+    return place(workspace, media);
 }
 
 bool MediaImporter::place(Workspace& workspace, const Probed& media)
@@ -59,14 +78,14 @@ bool MediaImporter::place(Workspace& workspace, const Probed& media)
             continue;
         }
         if (!result.warning.empty())
-            say(result.warning);
+            warn(result.warning);
         // An edit in which nothing has been done takes its format from the first film.
         const FormatData format = formatFor(*result.info);
         if (isUntouched(workspace.edit()) && format != workspace.edit().format())
             workspace.show(oribund::Kt::makePtr<EditModel>(emptyEdit({}, format), workspace.catalogue()));
         const EditOutcome outcome = appendMedia(workspace.edit(), *result.info);
         if (!outcome)
-            say(quotedFile(result.info->path) + " was not added: " + outcome.refused);
+            warn(quotedFile(result.info->path) + " was not added: " + outcome.refused);
         else if (first == kNoObject)
             first = outcome.object;
     }

@@ -34,8 +34,7 @@ void SimplePanel::resize(double width, double height)
         return;
     for (Glob* widget : contents_)
         widget->resize({getUserArea().width(), widget->getHeight()});
-    for (KeyframeCtrlsBase* row : rows_)
-        row->setLabelWidth(calcLabelWidth());
+    placeLabels();
 }
 
 void SimplePanel::handleFXModifications(const ChangeDescription& change)
@@ -48,13 +47,32 @@ void SimplePanel::handleFXModifications(const ChangeDescription& change)
         rebuild();
 }
 
-int SimplePanel::calcLabelWidth() const
+int SimplePanel::widestLabel() const
 {
     int widest = 4 * UifStd::getRowHeight(); // so that most panels have the same columns
     for (const KeyframeCtrlsBase* row : rows_)
         if (const auto param = row->getEffectParam())
             widest = std::max(widest, KeyframeCtrlsBase::calcLabelWidth(*param));
-    return std::min(widest, getUserArea().width() / 3);
+    return widest;
+}
+
+void SimplePanel::setLabelWidth(int width)
+{
+    if (std::exchange(leastLabelWidth_, width) != width)
+        placeLabels();
+}
+
+int SimplePanel::calcLabelWidth() const
+{
+    return std::min(std::max(widestLabel(), leastLabelWidth_), getUserArea().width() / 3);
+}
+
+void SimplePanel::placeLabels()
+{
+    const RedrawHold hold;
+    const int width = calcLabelWidth();
+    for (KeyframeCtrlsBase* row : rows_)
+        row->setLabelWidth(width);
 }
 
 std::vector<SimplePanel::Shown> SimplePanel::whatToShow() const
@@ -89,8 +107,7 @@ void SimplePanel::rebuild()
     shown_ = whatToShow();
     for (const Shown& entry : shown_)
         add(entry, *effect);
-    for (KeyframeCtrlsBase* row : rows_)
-        row->setLabelWidth(calcLabelWidth());
+    placeLabels();
 }
 
 void SimplePanel::add(const Shown& entry, const EffectInstance& effect)

@@ -25,6 +25,12 @@ public:
     void resize(double width, double height) override;
     using oribund::Glob::resize;
 
+    /** The room that the longest name of a row takes. */
+    int widestLabel() const;
+
+    /** Gives all names at least so much room, as far as there is any: controls of several panels then line up. */
+    void setLabelWidth(int width);
+
 protected:
     void handleFXModifications(const ChangeDescription& change) override;
 
@@ -43,7 +49,9 @@ private:
     void add(const Shown& entry, const oribund::EffectInstance& effect);
     void addBelow(std::unique_ptr<oribund::Glob> widget);
     int calcLabelWidth() const;
+    void placeLabels();
 
+    int leastLabelWidth_ = 0;
     std::vector<Shown> shown_;
     std::vector<oribund::Glob*> contents_;
     std::vector<oribund::KeyframeCtrlsBase*> rows_;

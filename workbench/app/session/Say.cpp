@@ -10,6 +10,11 @@ void say(const std::string& message, oribund::MessageSink::Severity severity)
     oribund::showMessage(oribund::UIString(oribund::toWide(message)), severity);
 }
 
+void warn(const std::string& message)
+{
+    say(message, oribund::MessageSink::Severity::Warning);
+}
+
 std::string quoted(const std::string& text)
 {
     return "\u201c" + text + "\u201d";

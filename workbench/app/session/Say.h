@@ -8,7 +8,11 @@ namespace workbench
 {
 
 /** Shows a UTF-8 message through the host, without stopping anybody's work. User-interface thread only. */
-void say(const std::string& message, oribund::MessageSink::Severity severity = oribund::MessageSink::Severity::Warning);
+void say(const std::string& message,
+         oribund::MessageSink::Severity severity = oribund::MessageSink::Severity::Information);
+
+/** The same for what may cost the user something. */
+void warn(const std::string& message);
 
 /** In quotation marks, for messages. */
 std::string quoted(const std::string& text);

@@ -92,7 +92,7 @@ int runWindow(Workspace& workspace, WorkbenchHost& host, FilePreferences& prefer
         window.show();
         openAtStart(window, commandLine, recovery);
         if (const std::string problem = preferences.takeProblem(); !problem.empty())
-            say(problem);
+            warn(problem);
         status = QApplication::exec();
     }
     host.setMessageDisplay({});

@@ -72,11 +72,12 @@ const std::vector<Option>& options()
              line.mediaFolder = value;
              return std::string();
          }},
-        {"--scale", "N", "size of the interface, 0.5 to 4",
+        {"--scale", "N", "size of the interface, 1 to 4",
          [](CommandLine& line, const std::string& value) {
              line.scale = numberOf(value).value_or(0.0);
-             const bool fits = line.scale >= 0.5 && line.scale <= 4.0;
-             return fits ? std::string() : "\"" + value + "\" is not a scale between 0.5 and 4.";
+             const bool fits = line.scale >= 1.0 && line.scale <= 4.0;
+             return fits ? std::string()
+                         : "\"" + value + "\" is not a scale between 1 and 4; below 1 texts cannot be read any more.";
          }},
         {"--help", nullptr, "print this",
          [](CommandLine& line, const std::string&) { return setTask(line, Task::Help); }},

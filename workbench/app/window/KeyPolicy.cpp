@@ -1,10 +1,14 @@
 #include "workbench/app/window/KeyPolicy.h"
 
+#include "workbench/app/effects/KeyframeActions.h"
+
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSlider>
 #include <QApplication>
+#include <QClipboard>
 #include <QKeyEvent>
+#include <QMimeData>
 
 namespace workbench
 {
@@ -32,6 +36,12 @@ bool presses(int key)
 {
     return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
 }
+
+bool areKeyframesOnClipboard()
+{
+    const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
+    return data && data->hasFormat(QLatin1String(kKeyframesOnClipboard));
+}
 } // namespace
 
 KeyPolicy::KeyPolicy(QObject* parent)
@@ -54,6 +64,9 @@ bool KeyPolicy::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::ShortcutOverride)
         return false;
+    // Whoever has copied keyframes means to paste them, wherever the keyboard is; an entry could do nothing with them.
+    if (static_cast<QKeyEvent*>(event)->matches(QKeySequence::Paste) && areKeyframesOnClipboard())
+        return true;
     const QWidget* const control = QApplication::focusWidget();
     if (control == watched && belongsToControl(*control, static_cast<QKeyEvent&>(*event)))
         event->accept();

@@ -15,11 +15,13 @@
 #include "workbench/app/timeline/TimelinePane.h"
 #include "workbench/app/timeline/TimelineStrip.h"
 #include "workbench/app/window/DeleteKey.h"
+#include "workbench/app/window/DialogPlace.h"
 #include "workbench/app/window/MessageBar.h"
 #include "workbench/app/window/TransportBar.h"
 #include "workbench/app/window/ViewerWidget.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QDragEnterEvent>
@@ -80,17 +82,28 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     build();
     connectCues();
     Playback::Display display;
-    display.picture = [this](const FrameImagePtr& picture) { viewer_->setPicture(picture); };
+    display.picture = [this](const FrameImagePtr& picture) {
+        viewer_->setPicture(picture);
+        showLoading();
+    };
     display.problem = [this](const EngineProblem& problem) {
         showMessage(QString::fromStdString(problem.message), oribund::MessageSink::Severity::Warning);
     };
     playback_ = std::make_unique<Playback>(workspace_.session(), workspace_.vob(), std::move(display));
     viewer_->sizeWanted = [this](int width, int height) { playback_->setPictureSize(width, height); };
     keyframes_.focusedParam = [this] { return effects_->focusedParam(); };
+    importer_.progressed = [this](int done, int total) {
+        loading_ = total == 0   ? QString()
+                   : total == 1 ? QStringLiteral("Loading media\u2026")
+                                : QStringLiteral("Loading media: %1 of %2").arg(done + 1).arg(total);
+        showLoading();
+    };
+    list_->done = [this] { timeline_->strip().setFocus(); };
     list_->chosen = [this](const std::string& service) { adder_.add(service); };
     replacedCallback_.attach(workspace_.replaced());
     documentCallback_.attach(document_.changes());
     handleReplaced({});
+    qApp->installEventFilter(new DialogPlace(*viewer_, this));
     timeline_->strip().setFocus();
 }
 
@@ -190,6 +203,12 @@ std::map<Command, ActionTable::Handler> MainWindow::editHandlers()
 void MainWindow::showMessage(const QString& message, oribund::MessageSink::Severity severity)
 {
     messages_->show(message, severity);
+}
+
+void MainWindow::showLoading()
+{
+    const bool isFirstToCome = !viewer_->picture() && workspace_.edit().timeline().endFrame() > 0;
+    viewer_->setStatus(loading_.isEmpty() && isFirstToCome ? QStringLiteral("Loading\u2026") : loading_);
 }
 
 bool MainWindow::isSettled() const
@@ -329,6 +348,7 @@ int MainWindow::handleReplaced(const EditReplaced&)
     viewer_->setAspect(static_cast<double>(format.width) * format.sampleAspectNumerator /
                        (static_cast<double>(format.height) * format.sampleAspectDenominator));
     playback_->editReplaced();
+    showLoading();
     showTitle();
     undoCallback_.detach();
     undoCallback_.attach(workspace_.edit().undoStack().changes());

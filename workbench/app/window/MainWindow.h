@@ -81,6 +81,7 @@ private:
     QDockWidget* addDock(Qt::DockWidgetArea area, const char* title, const char* name, QWidget* contents);
     void rememberPlace() const;
     void showTitle();
+    void showLoading();
 
     void stepBy(int frames);
     void goTo(int frame);
@@ -109,6 +110,7 @@ private:
     TimelinePane* timeline_;
     TimeBarPane* timeBar_;
     CuePane* cuePane_;
+    QString loading_; ///< what the viewer says while media are read; empty when none are
     QDockWidget* cueDock_;
     std::unique_ptr<FileCommands> files_;
     std::unique_ptr<Playback> playback_;

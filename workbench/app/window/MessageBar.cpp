@@ -2,6 +2,7 @@
 
 #include "skin/Glyphs.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QToolButton>
@@ -14,6 +15,15 @@ namespace workbench
 namespace
 {
 constexpr int kMostWaiting = 20;
+
+/** How long a message is shown, in milliseconds; 0 for one that stays. */
+int lifetimeOf(MessageBar::Severity severity, const QString& text)
+{
+    if (severity == MessageBar::Severity::Error)
+        return 0;
+    const int reading = 3000 + 60 * static_cast<int>(text.size());
+    return severity == MessageBar::Severity::Warning ? 2 * reading : reading;
+}
 
 const char* groundOf(MessageBar::Severity severity)
 {
@@ -42,6 +52,7 @@ MessageBar::MessageBar(QWidget* parent)
     row->addWidget(text_, 1);
     row->addWidget(count_);
     row->addWidget(close_);
+    icon_->setObjectName(QStringLiteral("sign"));
     icon_->setPixmap(glyphIcon(Glyph::Warning).pixmap(QSize(16, 16), devicePixelRatioF()));
     text_->setWordWrap(true);
     text_->setTextFormat(Qt::PlainText);
@@ -51,14 +62,23 @@ MessageBar::MessageBar(QWidget* parent)
     close_->setAccessibleName(QStringLiteral("Close this message"));
     QObject::connect(close_, &QToolButton::clicked, this, [this] { dismiss(); });
     setObjectName(QStringLiteral("messageBar"));
+    timer_.setParent(this);
+    timer_.setSingleShot(true);
+    QObject::connect(&timer_, &QTimer::timeout, this, [this] { goByItself(); });
     hide();
 }
 
 void MessageBar::show(const QString& message, Severity severity)
 {
     const auto same = [&](const Message& other) { return other.text == message; };
-    if (message.isEmpty() || std::any_of(waiting_.begin(), waiting_.end(), same))
+    if (message.isEmpty())
         return;
+    if (!waiting_.isEmpty() && same(waiting_.front()))
+        return startTimer();
+    if (std::any_of(waiting_.begin(), waiting_.end(), same))
+        return;
+    if (!waiting_.isEmpty() && waiting_.front().severity == Severity::Information)
+        waiting_.removeFirst();
     // Whatever goes wrong in a loop must not fill the memory.
     if (waiting_.size() >= kMostWaiting)
         waiting_.removeAt(1);
@@ -74,15 +94,46 @@ QString MessageBar::text() const
 void MessageBar::showFirst()
 {
     setVisible(!waiting_.isEmpty());
+    startTimer();
     if (waiting_.isEmpty())
         return;
     const Message& message = waiting_.front();
+    icon_->setVisible(message.severity != Severity::Information);
     setStyleSheet(QStringLiteral("#messageBar { background: %1; } QLabel { color: #f0f0f0; }")
                       .arg(QLatin1String(groundOf(message.severity))));
     text_->setText(message.text);
     setAccessibleName(message.text);
     count_->setVisible(waiting_.size() > 1);
     count_->setText(QStringLiteral("%1 more").arg(waiting_.size() - 1));
+}
+
+void MessageBar::startTimer()
+{
+    const int lifetime = waiting_.isEmpty() ? 0 : lifetimeOf(waiting_.front().severity, waiting_.front().text);
+    timer_.stop();
+    if (lifetime > 0)
+        timer_.start(lifetime);
+}
+
+void MessageBar::goByItself()
+{
+    // Nothing goes while somebody is about to select its text or to press its button.
+    if (underMouse() || isAncestorOf(QApplication::focusWidget()))
+        startTimer();
+    else
+        dismiss();
+}
+
+void MessageBar::enterEvent(QEnterEvent* event)
+{
+    timer_.stop();
+    QFrame::enterEvent(event);
+}
+
+void MessageBar::leaveEvent(QEvent* event)
+{
+    startTimer();
+    QFrame::leaveEvent(event);
 }
 
 void MessageBar::dismiss()

@@ -3,7 +3,8 @@
 #include "oribund/host/services/MessageSink.h"
 
 #include <QFrame>
-#include <QStringList>
+#include <QList>
+#include <QTimer>
 
 class QLabel;
 class QToolButton;
@@ -11,7 +12,11 @@ class QToolButton;
 namespace workbench
 {
 
-/** Messages above the picture, one at a time. They stop nobody's work, and stay until they are closed. */
+/**
+ * Messages above the picture, one at a time. They stop nobody's work. Errors stay until they are closed; others go by
+ * themselves after the time that it takes to read them, but not from under the pointer or the keyboard. What is only
+ * said gives way at once to what comes after it.
+ */
 class MessageBar final : public QFrame
 {
 public:
@@ -25,6 +30,10 @@ public:
     /** The message in view; empty for none. */
     QString text() const;
 
+protected:
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
 private:
     struct Message {
         QString text;
@@ -33,12 +42,15 @@ private:
 
     void showFirst();
     void dismiss();
+    void startTimer();
+    void goByItself();
 
     QList<Message> waiting_;
     QLabel* icon_;
     QLabel* text_;
     QLabel* count_;
     QToolButton* close_;
+    QTimer timer_;
 };
 
 } // namespace workbench

@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QShortcut>
 #include <QToolButton>
 
 namespace workbench
@@ -54,6 +55,12 @@ TransportBar::TransportBar(Workspace& workspace, const ActionTable& actions, QWi
     length_->setToolTip(QStringLiteral("Length of the edit"));
     QObject::connect(time_, &QLineEdit::returnPressed, this, [this] { goToTyped(); });
     QObject::connect(time_, &QLineEdit::editingFinished, this, [this] { showTime(); });
+    auto* const giveUp = new QShortcut(QKeySequence(Qt::Key_Escape), time_);
+    giveUp->setContext(Qt::WidgetShortcut);
+    QObject::connect(giveUp, &QShortcut::activated, this, [this] {
+        showTime();
+        time_->clearFocus();
+    });
     addButtons();
 
     replacedCallback_.attach(workspace_.replaced());

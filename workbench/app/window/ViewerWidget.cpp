@@ -30,6 +30,15 @@ void ViewerWidget::setPicture(const FrameImagePtr& picture)
     update();
 }
 
+void ViewerWidget::setStatus(const QString& status)
+{
+    if (status == status_)
+        return;
+    status_ = status;
+    setAccessibleDescription(status_.isEmpty() ? QStringLiteral("The picture at the current time") : status_);
+    update();
+}
+
 void ViewerWidget::setAspect(double aspect)
 {
     aspect_ = aspect > 0.0 ? aspect : 16.0 / 9.0;
@@ -71,10 +80,24 @@ void ViewerWidget::paintEvent(QPaintEvent*)
     if (!image_.isNull()) {
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
         painter.drawImage(pictureTarget(), image_);
-        return;
+    } else if (status_.isEmpty()) {
+        painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
+        painter.drawText(rect(), Qt::AlignCenter, QStringLiteral("Open media with Ctrl+O, or drop files here"));
     }
-    painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
-    painter.drawText(rect(), Qt::AlignCenter, QStringLiteral("Open media with Ctrl+O, or drop files here"));
+    if (!status_.isEmpty())
+        drawStatus(painter);
+}
+
+void ViewerWidget::drawStatus(QPainter& painter) const
+{
+    QRect box = fontMetrics().boundingRect(status_).adjusted(-14, -8, 14, 8);
+    box.moveCenter(rect().center());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QColor(0, 0, 0, 190));
+    painter.drawRoundedRect(box, 4, 4);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(box, Qt::AlignCenter, status_);
 }
 
 void ViewerWidget::resizeEvent(QResizeEvent* event)

@@ -7,6 +7,8 @@
 
 #include <functional>
 
+class QPainter;
+
 namespace workbench
 {
 
@@ -18,6 +20,11 @@ public:
 
     /** Null for no picture: a hint takes its place. */
     void setPicture(const FrameImagePtr& picture);
+
+    /** What is being waited for, above the picture or in its place; empty for nothing. */
+    void setStatus(const QString& status);
+
+    const QString& status() const { return status_; }
 
     const FrameImagePtr& picture() const { return picture_; }
 
@@ -38,9 +45,11 @@ private:
     QRect pictureArea() const;
     QRectF pictureTarget() const;
     void tellSize();
+    void drawStatus(QPainter& painter) const;
 
     FrameImagePtr picture_;
     QImage image_; // of the picture's pixels
+    QString status_;
     double aspect_ = 16.0 / 9.0;
 };
 

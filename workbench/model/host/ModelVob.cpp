@@ -35,6 +35,23 @@ void ModelVob::setCurrentTime(double time)
         time_.set(std::clamp(time, 0.0, std::max(edit_->getEndTime(), 0.0)));
 }
 
+bool ModelVob::isOutside(const oribund::NumRange<double>& region) const
+{
+    const int frame = currentFrame();
+    // At the end of the edit its last frame is shown.
+    const bool isAtEnd = edit_ && frame == edit_->timeline().endFrame() && frame == frameOf(region.end());
+    return !isAtEnd && (frame < frameOf(region.start()) || frame >= frameOf(region.end()));
+}
+
+void ModelVob::prepareEdit(const oribund::NumRange<double>& region)
+{
+    if (!(region.start() < region.end()) || !isOutside(region))
+        return;
+    const int first = frameOf(region.start());
+    stopPlay();
+    setCurrentTime(timeOf(std::clamp(currentFrame(), first, std::max(first, frameOf(region.end()) - 1))));
+}
+
 oribund::CompoundEffectMonitor* ModelVob::getEffectMonitor()
 {
     return monitor_.get();

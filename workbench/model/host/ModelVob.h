@@ -42,6 +42,13 @@ public:
     oribund::ValServer<double>& getCurrentTimeServer() override { return time_; }
 
     void setCurrentTime(double time) override;
+
+    /** To the nearest frame that shows the effect. */
+    void prepareEdit(const oribund::NumRange<double>& region) override;
+
+    /** Whether the picture at the current time is none of the region's. */
+    bool isOutside(const oribund::NumRange<double>& region) const;
+
     oribund::CompoundEffectMonitor* getEffectMonitor() override;
 
     bool isPlaying() const override { return playing_.get(); }

@@ -29,6 +29,12 @@ double FXVobClient::getNormalisedCurrentTime() const
     return handle_.getFXVob() ? handle_.getFXVob()->getNormalisedCurrentTime() : 0.0;
 }
 
+void FXVobClient::prepareEdit() const
+{
+    if (Vob* const vob = handle_.getVob())
+        vob->prepareEdit(handle_.getFXVob()->getEditRegion());
+}
+
 void FXVobClient::setViewHandle(const FXViewHandle& handle)
 {
     handle_ = handle;

@@ -26,6 +26,9 @@ public:
     /** The current time as effect time: 0 at the effect's start, 1 at its end; not limited. 0 without a view. */
     double getNormalisedCurrentTime() const;
 
+    /** Before a keyframe is written at the current time: the host may first move that to the effect. */
+    void prepareEdit() const;
+
 protected:
     /** Follows another effect; the owner brings what it shows in step. */
     void setViewHandle(const FXViewHandle& handle);

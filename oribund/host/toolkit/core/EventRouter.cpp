@@ -286,6 +286,7 @@ void EventRouter::setFocus(Glob* glob)
     const GlobRef<Glob> old = focus_;
     const GlobRef<Glob> gains(glob);
     focus_ = gains;
+    handedBack_.reset();
     if (old) {
         old->react(Event::plain(EventCode::FocusOut));
         if (old)
@@ -315,6 +316,14 @@ bool EventRouter::usesKey(const Event& press) const
     return isTab(press) && nextStop(!press.has(Event::kShift), true);
 }
 
+void EventRouter::handBackFocus()
+{
+    const GlobRef<Glob> owner = focus_;
+    setFocus(nullptr);
+    if (!focus_)
+        handedBack_ = owner;
+}
+
 bool EventRouter::routeKey(const Event& event)
 {
     GlobRef<Glob> receiver = focus_;
@@ -337,12 +346,13 @@ Glob* EventRouter::nextStop(bool forward, bool wrap) const
 {
     if (roots_.empty())
         return nullptr;
+    const Glob* const from = focus_ ? focus_.get() : handedBack_.get();
     Glob* root = roots_.back();
     for (Glob* candidate : roots_) {
-        if (candidate->isAncestorOf(focus_.get()))
+        if (candidate->isAncestorOf(from))
             root = candidate;
     }
-    return TabStops(*root).next(focus_.get(), forward, wrap);
+    return TabStops(*root).next(from, forward, wrap);
 }
 
 bool EventRouter::moveFocus(bool forward, bool wrap)

@@ -48,6 +48,9 @@ public:
     /** Moves the keyboard to a glob, which must be able to take it, or to none. Tells both. */
     void setFocus(Glob* glob);
 
+    /** Who has the keyboard is done with it: none has it, and Tab goes on from there. */
+    void handBackFocus();
+
     /**
      * To the next or previous tab stop; false when there is none. Past the last one it goes on with the first, or,
      * without `wrap`, moves nothing and returns false, so that a host can take the keyboard elsewhere.
@@ -82,6 +85,7 @@ private:
     Canvas& canvas_;
     std::vector<Glob*> roots_;
     GlobRef<Glob> focus_;
+    GlobRef<Glob> handedBack_; ///< from where Tab goes on while nobody has the keyboard
     GlobRef<Glob> grab_;
     GlobRef<Glob> hovered_;
 };

@@ -2,6 +2,7 @@
 
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/core/EventRouter.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
 
 #include <cmath>
@@ -264,15 +265,30 @@ bool NumericEntry::handleMouseEvent(const Event& event)
     return ValTextBox::handleMouseEvent(event);
 }
 
+bool NumericEntry::isDone(const Event& event) const
+{
+    return hasFocus() && event.isPlainKeyPress() && (event.key == Key::Enter || event.key == Key::Escape);
+}
+
 bool NumericEntry::usesKey(const Event& press) const
 {
     // The keys of a drag are commands: what is dragged is not typed in.
-    return drag_.isOpen() ? drag_.usesKey(press) : ValTextBox::usesKey(press);
+    if (drag_.isOpen())
+        return drag_.usesKey(press);
+    return ValTextBox::usesKey(press) || isDone(press);
 }
 
 bool NumericEntry::handleKeyEvent(const Event& event)
 {
-    return drag_.isOpen() ? drag_.handle(event) : ValTextBox::handleKeyEvent(event);
+    if (drag_.isOpen())
+        return drag_.handle(event);
+    const GlobRef<NumericEntry> self(this);
+    const bool done = isDone(event);
+    const bool taken = ValTextBox::handleKeyEvent(event);
+    if (!self || !done || !getProblem().empty())
+        return taken;
+    EventRouter::of(*canvas()).handBackFocus();
+    return true;
 }
 
 } // namespace oribund

@@ -14,7 +14,8 @@ namespace oribund
 /**
  * An entry for a number. What is typed may be a calculation, see NumberExpression; Up, Down and, while it has the
  * keyboard, the wheel change it by steps; and unless the user is at work on its text a drag to the side changes it too,
- * as one series of edits that Escape takes back.
+ * as one series of edits that Escape takes back. Enter and Escape end the typing and hand the keyboard back; where
+ * what was typed cannot be understood, Enter leaves it there to be mended.
  *
  * Its adaptor gives it and gets from it plain numbers as text, with all digits; how they look is the entry's affair. A
  * rounded look costs no digits: a text that was not changed is not entered. Limits are the adaptor's.
@@ -79,6 +80,7 @@ protected:
 private:
     using Adaptor = ValAdaptorBase<WString>;
 
+    bool isDone(const Event& event) const;
     NumberExpression::Result evaluate(const WString& text) const;
     bool request(double value);
     void requestInSeries(const WString& value);
