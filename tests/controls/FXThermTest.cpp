@@ -6,10 +6,8 @@
 #include "oribund/cues/CueDrawing.h"
 #include "oribund/host/canvas/RecordingRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/core/Menu.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace oribund::test
 {
@@ -203,20 +201,6 @@ TEST_F(FXTherms, TheRightButtonDragsALoneKeyframeAndLetsGoOfIt)
     bar->setEnabled(true);
     click(190, kRight);
     EXPECT_EQ(vob->getCurrentTime(), 10.0) << "the click that was taken away sets no time any more";
-}
-
-TEST_F(FXTherms, TheMenuSelectsAndRemoves)
-{
-    click(150, kRight);
-    ASSERT_TRUE(bar->isMenuOpen());
-    const auto choose = [this](std::size_t index) { bar->userChooseMenuItem(bar->menu().items()[index]); };
-    EXPECT_FALSE(bar->menu().items()[2].enabled);
-    choose(0);
-    EXPECT_EQ(selected(), 3);
-    click(150, kRight);
-    choose(2);
-    EXPECT_EQ(amount->functionType(), EffectValParamFnType::Constant);
-    EXPECT_EQ(vob->edit->steps, 1);
 }
 
 TEST_F(FXTherms, EveryPixelWithKeyframesHasOneMark)

@@ -112,14 +112,6 @@ protected:
 
     QPoint at(int frame) { return {bar().geometry().f2xi(workspace_->vob().timeOf(frame)), bar().getHeight() / 2}; }
 
-    /** Takes hold of a keyframe with the right button, and leads it elsewhere. */
-    void grab(int frame, int to)
-    {
-        hand_.press(bar(), at(frame), Qt::RightButton);
-        hand_.moveTo(at((frame + to) / 2));
-        hand_.moveTo(at(to));
-    }
-
     ObjectId fade = kNoObject;
 
 private:
@@ -337,63 +329,6 @@ TEST_F(KeyframeMenuScenario, WhatIsTypedInAnEntryIsTextAndNoCommand)
     EXPECT_EQ(selected(), 3);
     EXPECT_FALSE(workspace_->vob().isPlaying());
     expectRefused({Command::PasteKeyframes}, "No keyframes have been copied.");
-}
-
-TEST_F(KeyframeMenuScenario, ADragOfTheTimeOverTheEndOfTheEffectsHasAWayBack)
-{
-    goTo(60);
-    key(Qt::Key_B);
-    workspace_->selection().set(kNoObject); // the panels follow the picture
-    goTo(30);
-    begin();
-    const QPoint middle = at(35);
-    hand_.press(bar(), at(30));
-    hand_.moveTo(at(60) + QPoint(20, 0));
-    QTest::qWait(150); // longer than the panels wait for the end of a drag
-    EXPECT_EQ(frame(), 60);
-    hand_.moveTo(middle);
-    EXPECT_EQ(frame(), 35);
-    hand_.moveTo(at(60));
-    hand_.release(at(60));
-    const double cut = workspace_->vob().timeOf(60);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return bar().geometry().start == cut; })) << "the effects of the other half";
-}
-
-TEST_F(KeyframeMenuScenario, WhatHappensInADragEndsItAndNothingIsEditedAfter)
-{
-    goTo(60);
-    key(Qt::Key_B);
-    const ObjectId first = firstSegment().id();
-    const ObjectId second = workspace_->selection().get();
-    const EditModelPtr edit = workspace_->vob().editModel();
-    const std::function<void()> happenings[] = {
-        [&] { workspace_->selection().set(second); },
-        [&] { EXPECT_TRUE(workspace_->editor().removeEffect(fade)); },
-        [&] { edit->setReadOnly(true); },
-        [&] { document_->startNew(); },
-    };
-    for (const auto& happen : happenings) {
-        SCOPED_TRACE(&happen - happenings);
-        workspace_->selection().set(first);
-        begin();
-        const std::size_t steps = edit->undoStack().position();
-        const QPoint far = at(38);
-        grab(20, 30);
-        EXPECT_EQ(keys(), "level 10 30 40");
-        happen();
-        const auto after = edit->snapshot().tracks;
-        hand_.moveTo(far); // before the panels have been made anew
-        settle();
-        hand_.moveTo(far - QPoint(20, 0));
-        hand_.release(far);
-        settle();
-        EXPECT_TRUE(edit->snapshot().tracks == after);
-        edit->setReadOnly(false);
-        while (edit->undoStack().position() > steps)
-            edit->undoStack().undo();
-        EXPECT_EQ(keysOf(*edit->timeline().findSegment(first)), "level 10 20 40");
-    }
-    EXPECT_FALSE(workspace_->edit().undoStack().canUndo());
 }
 
 } // namespace
