@@ -129,5 +129,73 @@ TEST_F(TabOrder, TakesTheStopsOfAHostTogether)
     EXPECT_EQ(order.tabStops()[2]->tabGlob().idString(), "y");
 }
 
+/** Counts how often it is asked whether it takes the keyboard, and whether its panel is laid out. */
+class Counted : public StandardPanel, public TabOrderable
+{
+public:
+    Counted(int& asked, int& layouts)
+        : StandardPanel(GlobCreationInfo(10, 2))
+        , asked_(asked)
+        , layouts_(layouts)
+    {
+        setFocusable(true);
+    }
+
+    Glob& tabGlob() override { return *this; }
+
+    bool wantsFocus() const override
+    {
+        ++asked_;
+        return StandardPanel::wantsFocus();
+    }
+
+protected:
+    void layoutChildren() override
+    {
+        ++layouts_;
+        StandardPanel::layoutChildren();
+    }
+
+private:
+    int& asked_;
+    int& layouts_;
+};
+
+TEST(LongPanels, AreFilledAndWalkedInTheTimeOfTheirLength)
+{
+    constexpr int kCount = 500;
+    int asked = 0;
+    int layouts = 0;
+    Canvas canvas({100, 100});
+    StandardPanel root(GlobCreationInfo(100, 100, &canvas));
+    auto* list = root.addWidget(std::make_unique<Counted>(asked, layouts), Glob::UserTopLeft(0, 0));
+    layouts = 0;
+    {
+        const LayoutHold outer(*list);
+        {
+            const LayoutHold inner(*list);
+            for (int i = 0; i < kCount; ++i)
+                list->addTabStop(
+                    list->addWidget(std::make_unique<Counted>(asked, layouts), Glob::UserTopLeft(0, 2 * i)));
+        }
+        EXPECT_EQ(layouts, 0);
+    }
+    EXPECT_EQ(layouts, 1);
+    Glob* const last = list->previousWidget();
+    EXPECT_EQ(last->getPosition().y, 2 * (kCount - 1));
+    {
+        const LayoutHold hold(*list);
+    }
+    EXPECT_EQ(layouts, 1) << "nothing has happened";
+    root.open();
+    asked = 0;
+    EXPECT_TRUE(canvas.inject(Event::keyPress(Key::Tab, Event::kShift)));
+    EXPECT_TRUE(last->hasFocus());
+    EXPECT_LE(asked, 4 * kCount);
+    auto hold = std::make_unique<LayoutHold>(*list);
+    root.destroyWidget(*list);
+    hold.reset();
+}
+
 } // namespace
 } // namespace oribund::test

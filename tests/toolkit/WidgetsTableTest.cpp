@@ -218,6 +218,11 @@ TEST_F(Tables, AnEditOutOfViewEnds)
     EXPECT_FALSE(table->edit().isOpen());
     EXPECT_GT(table->layout().getScroll(), 0);
     EXPECT_EQ(list.stored(), "1,0=a ");
+    const int right = table->getWidth() - 5;
+    desk.press({right, 5});
+    desk.drag({right, 400});
+    desk.release({right, 400});
+    EXPECT_EQ(table->layout().getScroll(), table->layout().getMaxScroll()) << "by the bar";
     desk.canvas.inject(Event::mouseWheel({10, 50}, 100.0));
     EXPECT_EQ(table->layout().getScroll(), 0);
     EXPECT_FALSE(desk.canvas.inject(Event::mouseWheel({10, 50}, 1.0))) << "for what is around it";

@@ -9,6 +9,7 @@
 #include "oribund/host/toolkit/layout/TabOrderable.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 namespace oribund
 {
@@ -57,21 +58,20 @@ private:
 
     void visitOrder(TabOrderManager& manager)
     {
-        if (std::find(orders_.begin(), orders_.end(), &manager) != orders_.end())
+        if (!visited_.insert(&manager).second)
             return;
-        orders_.push_back(&manager);
         for (TabOrderable* stop : manager.tabStops())
             add(stop->tabGlob());
     }
 
     void add(Glob& glob)
     {
-        if (glob.canTakeFocus() && std::find(stops_.begin(), stops_.end(), &glob) == stops_.end())
+        if (glob.canTakeFocus() && visited_.insert(&glob).second)
             stops_.push_back(&glob);
     }
 
     std::vector<Glob*> stops_;
-    std::vector<const TabOrderManager*> orders_;
+    std::unordered_set<const void*> visited_; ///< globs and orders, so that none is asked for twice
 };
 
 /** Ctrl+Tab and the like are commands of the window. */
@@ -359,7 +359,7 @@ bool EventRouter::moveFocus(bool forward, bool wrap)
 {
     Glob* const stop = nextStop(forward, wrap);
     if (stop)
-        setFocus(stop);
+        stop->takeFocus();
     return stop != nullptr;
 }
 

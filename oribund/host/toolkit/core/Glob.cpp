@@ -8,6 +8,7 @@
 #include "oribund/host/toolkit/core/Skin.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace oribund
@@ -72,6 +73,7 @@ Glob& Glob::addChild(std::unique_ptr<Glob> child)
     added.close();
     added.parent_ = this;
     children_.push_back(std::move(child));
+    inRows_ = false;
     added.changed(PeerChange::kAll);
     handleChildrenChanged(&added);
     return added;
@@ -294,8 +296,11 @@ void Glob::drawTree(CanvasRenderer& renderer)
     const OriginGuard origin(renderer, {double(position_.x), double(position_.y)});
     const ClipGuard clip(renderer, CanvasRenderer::toDouble(localBox()));
     draw(renderer);
-    for (const auto& child : children_)
-        child->drawTree(renderer);
+    const Kt::Box<double> seen = renderer.clipBox();
+    const auto top = static_cast<int>(std::floor(std::max(seen.top, 0.0)));
+    const auto bottom = static_cast<int>(std::ceil(std::clamp(seen.bottom, 0.0, double(getHeight()))));
+    for (std::size_t i = firstChildBelow(top); i < children_.size() && !rowsEndAbove(*children_[i], bottom); ++i)
+        children_[i]->drawTree(renderer);
 }
 
 void Glob::redraw()
@@ -322,10 +327,9 @@ void Glob::performRedraw(unsigned changes)
     if ((changes & (kSeen | PeerChange::kPart)) != 0 && isShown()) {
         ++repaints_;
         const bool whole = (changes & kSeen) != 0 || !parts;
-        const XY<int> at = toCanvas({});
-        canvas()->repainted(Kt::Box<int>::fromSize(at, whole ? size_ : XY<int>()));
+        canvas()->repainted(whole ? seenOnCanvas(localBox()) : Kt::Box<int>());
         for (std::size_t i = 0; !whole && i < parts->boxes().size(); ++i)
-            canvas()->invalidate(parts->boxes()[i].movedBy(at));
+            canvas()->invalidate(seenOnCanvas(parts->boxes()[i]));
     }
     if (Skin* skin = canvas()->skin())
         skin->globChanged(*this, changes);

@@ -164,6 +164,12 @@ public:
     /** False when it cannot have it now. */
     bool takeFocus();
 
+    /** What of it is to be seen while it has the keyboard, in its coordinates; by default all. */
+    virtual Kt::Box<int> focusArea() const { return localBox(); }
+
+    /** Brings a part of it, in its coordinates, into view where what it stands in scrolls. */
+    virtual void reveal(const Kt::Box<int>& part);
+
     /** Gives up the keyboard if it has it. */
     void dropFocus();
 
@@ -209,6 +215,10 @@ public:
     std::shared_ptr<const bool> token() const;
 
 protected:
+    /** For containers, after a layout: finds out whether the children stand one below the other, in their order. Then
+        those at a place are found without asking all of them. */
+    void noteRows();
+
     virtual bool handleMouseEvent(const Event& event);
     /** A press that usesKey(), or any release. */
     virtual bool handleKeyEvent(const Event& event);
@@ -261,6 +271,10 @@ private:
     void forgetCanvas();
     std::unique_ptr<Glob> detach(Glob& child);
     void invalidateBox();
+    Kt::Box<int> seenOnCanvas(const Kt::Box<int>& part) const;
+    std::size_t firstChildBelow(int y) const;
+
+    bool rowsEndAbove(const Glob& child, int y) const { return inRows_ && child.position_.y >= y; }
 
     String id_;
     Glob* parent_ = nullptr;
@@ -272,6 +286,7 @@ private:
     XY<int> size_;
     XY<int> minSize_;
     unsigned repaints_ = 0;
+    bool inRows_ = false; ///< see noteRows()
     bool visible_ = true;
     bool folded_ = false;
     bool enabled_ = true;

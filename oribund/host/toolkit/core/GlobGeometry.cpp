@@ -28,6 +28,8 @@ void Glob::setPosition(const XY<int>& position)
         return;
     invalidateBox();
     position_ = position;
+    if (parent_)
+        parent_->inRows_ = false;
     changed(PeerChange::kGeometry);
 }
 
@@ -45,6 +47,8 @@ bool Glob::applySize(double width, double height)
         return false;
     invalidateBox();
     size_ = taken;
+    if (parent_)
+        parent_->inRows_ = false;
     changed(PeerChange::kGeometry | PeerChange::kContents);
     return true;
 }
@@ -77,17 +81,54 @@ Glob* Glob::globAt(const XY<int>& local)
 {
     if (!isVisible() || !hitTest(local))
         return nullptr;
-    for (auto child = children_.rbegin(); child != children_.rend(); ++child) {
-        if (Glob* found = (*child)->globAt(local - (*child)->position_))
-            return found;
+    Glob* found = nullptr; // the last is on top
+    for (std::size_t i = firstChildBelow(local.y); i < children_.size(); ++i) {
+        Glob& child = *children_[i];
+        if (rowsEndAbove(child, local.y + 1))
+            break;
+        if (Glob* inside = child.globAt(local - child.position_))
+            found = inside;
     }
-    return this;
+    return found ? found : this;
+}
+
+void Glob::noteRows()
+{
+    const auto isBelow = [](const std::unique_ptr<Glob>& one, const std::unique_ptr<Glob>& next) {
+        return next->box().top < one->box().top || next->box().bottom < one->box().bottom;
+    };
+    inRows_ = std::adjacent_find(children_.begin(), children_.end(), isBelow) == children_.end();
+}
+
+/** The first child of which something may stand at or below `y`. */
+std::size_t Glob::firstChildBelow(int y) const
+{
+    if (!inRows_)
+        return 0;
+    const auto endsAbove = [y](const std::unique_ptr<Glob>& child) { return child->box().bottom <= y; };
+    return static_cast<std::size_t>(std::partition_point(children_.begin(), children_.end(), endsAbove) -
+                                    children_.begin());
+}
+
+/** A part of it on the canvas, without what those around it do not let be seen. */
+Kt::Box<int> Glob::seenOnCanvas(const Kt::Box<int>& part) const
+{
+    Kt::Box<int> seen = part.movedBy(position_);
+    for (const Glob* glob = parent_; glob && !seen.empty(); glob = glob->parent_)
+        seen = seen.intersect(glob->localBox()).movedBy(glob->position_);
+    return seen;
+}
+
+void Glob::reveal(const Kt::Box<int>& part)
+{
+    if (parent_)
+        parent_->reveal(part.movedBy(position_));
 }
 
 void Glob::invalidateBox()
 {
     if (Canvas* where = canvas(); where && isShown())
-        where->invalidate(Kt::Box<int>::fromSize(toCanvas({}), size_));
+        where->invalidate(seenOnCanvas(localBox()));
 }
 
 MouseCursor Glob::cursorAt(const XY<int>& local) const

@@ -27,6 +27,9 @@ bool Glob::takeFocus()
         return false;
     GlobRef<Glob> self(this);
     EventRouter::of(*canvas()).setFocus(this);
+    if (!self || !hasFocus())
+        return false;
+    reveal(focusArea());
     return self && hasFocus();
 }
 
@@ -111,6 +114,7 @@ AccessibleDescription Glob::accessible(int part) const
     description.box = localBox();
     description.focusable = wantsFocus();
     description.focused = hasFocus();
+    description.visible = isShown() && !seenOnCanvas(localBox()).empty();
     describe(description);
     return description;
 }

@@ -5,6 +5,7 @@
 #include "oribund/host/toolkit/layout/TabOrderable.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace oribund
 {
@@ -39,7 +40,7 @@ void StandardPanel::setWidgetPosition(Glob& widget, const WidgetPosition& positi
         if (placement.widget == &widget)
             placement.position = position;
     }
-    contentsChanged();
+    widgetsChanged();
 }
 
 void StandardPanel::setBorder(const Border& border)
@@ -47,7 +48,7 @@ void StandardPanel::setBorder(const Border& border)
     if (border == border_)
         return;
     border_ = border;
-    contentsChanged();
+    widgetsChanged();
     redraw();
 }
 
@@ -100,14 +101,46 @@ void StandardPanel::resize(double width, double height)
 
 void StandardPanel::relayout()
 {
-    if (layoutHolds_ > 0)
+    if (layoutHolds_ > 0) {
+        layoutPending_ = true;
         return;
+    }
     RedrawHold hold;
     GlobRef<StandardPanel> self(this);
     beginLayoutHold();
     layoutChildren();
-    if (self)
-        endLayoutHold();
+    if (!self)
+        return;
+    endLayoutHold();
+    layoutPending_ = false; // what has happened to the widgets is the layout's own doing
+    noteRows();
+}
+
+void StandardPanel::widgetsChanged()
+{
+    if (layoutHolds_ > 0)
+        layoutPending_ = true;
+    else
+        contentsChanged();
+}
+
+void StandardPanel::endHoldAndLayOut()
+{
+    endLayoutHold();
+    if (layoutHolds_ == 0 && std::exchange(layoutPending_, false))
+        contentsChanged();
+}
+
+LayoutHold::LayoutHold(StandardPanel& panel)
+    : panel_(&panel)
+{
+    panel.beginLayoutHold();
+}
+
+LayoutHold::~LayoutHold()
+{
+    if (panel_)
+        panel_->endHoldAndLayOut();
 }
 
 void StandardPanel::layoutChildren()
@@ -195,14 +228,12 @@ void StandardPanel::contentsChanged()
 
 void StandardPanel::handleChildResize(const Glob*, const XY<int>&)
 {
-    if (layoutHolds_ == 0)
-        contentsChanged();
+    widgetsChanged();
 }
 
 void StandardPanel::handleChildrenChanged(Glob*)
 {
-    if (layoutHolds_ == 0)
-        contentsChanged();
+    widgetsChanged();
 }
 
 void StandardPanel::handleChildRemoved(const Glob* child)
@@ -217,8 +248,7 @@ void StandardPanel::handleChildRemoved(const Glob* child)
         if (placement.position.relativeTo == child)
             placement.position = inherited;
     }
-    if (layoutHolds_ == 0)
-        contentsChanged();
+    widgetsChanged();
 }
 
 // Look

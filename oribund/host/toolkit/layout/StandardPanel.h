@@ -90,6 +90,8 @@ protected:
     int contentBottom() const;
 
 private:
+    friend class LayoutHold;
+
     struct Placement {
         Glob* widget;
         WidgetPosition position;
@@ -102,11 +104,31 @@ private:
     void place(std::unique_ptr<Glob> widget, const WidgetPosition& position, const WidgetSurround& surround);
     void placeWidget(std::size_t index, const Kt::Box<int>& area);
     XY<int> resolve(const Placement& placement, const Placement* other, const Kt::Box<int>& area) const;
+    void widgetsChanged();
+    void endHoldAndLayOut();
     const Placement* findBefore(std::size_t index, const Glob* widget) const;
 
     Border border_;
     std::vector<Placement> placements_;
     int layoutHolds_ = 0;
+    bool layoutPending_ = false; ///< something happened to the widgets during a hold
+};
+
+/**
+ * Holds the layout of a panel off for the length of a scope, and lays it out once at the end: filling it takes the time
+ * of what is added, not the square of it. Holds nest; the panel may go before the hold.
+ */
+class ORIBUND_API LayoutHold
+{
+public:
+    explicit LayoutHold(StandardPanel& panel);
+    ~LayoutHold();
+
+    LayoutHold(const LayoutHold&) = delete;
+    LayoutHold& operator=(const LayoutHold&) = delete;
+
+private:
+    GlobRef<StandardPanel> panel_;
 };
 
 } // namespace oribund

@@ -47,10 +47,9 @@ void TabOrderManager::addTabStopsFrom(TabOrderableHost* host, int position)
 
 void TabOrderManager::removeTabStop(TabOrderable* stop)
 {
-    const auto found = std::find(stops_.begin(), stops_.end(), stop);
-    if (found == stops_.end())
+    if (!stop || stop->manager_ != this)
         return;
-    stops_.erase(found);
+    stops_.erase(std::find(stops_.begin(), stops_.end(), stop));
     stop->manager_ = nullptr;
 }
 

@@ -249,6 +249,11 @@ bool WidgetGroupEx::focusOnPress(const XY<int>& local) const
     return getTitleArea().contains(local);
 }
 
+Kt::Box<int> WidgetGroupEx::focusArea() const
+{
+    return getTitleArea();
+}
+
 bool WidgetGroupEx::handleMouseEvent(const Event& event)
 {
     if (event.isPress(MouseButton::Left) && titleTextArea().contains(event.position) && beginTitleEdit())

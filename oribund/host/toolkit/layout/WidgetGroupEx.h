@@ -88,6 +88,7 @@ public:
     bool widgetVisibilityCanChange(const Glob* widget) const override;
     bool wantsFocus() const override;
     bool focusOnPress(const XY<int>& local) const override;
+    Kt::Box<int> focusArea() const override;
     bool usesKey(const Event& press) const override;
     void draw(CanvasRenderer& renderer) override;
     void setPalette(const Palette& palette, eRedrawFlag redrawFlag = eRedrawFlag::Yes) override;

@@ -15,8 +15,6 @@ namespace
 /** How far from an edge of a column a press still takes hold of it. */
 constexpr int kEdgeReach = 3;
 
-constexpr int kMinHandle = 16;
-
 } // namespace
 
 void TableLayout::setColumns(const std::vector<Column>& columns)
@@ -136,18 +134,6 @@ Kt::Box<int> TableLayout::scrollBarBox() const
 {
     const Kt::Box<int> body = bodyBox();
     return {body.right, kFrame, overflows() ? std::max(size_.x - kFrame, body.right) : body.right, body.bottom};
-}
-
-Kt::Box<int> TableLayout::scrollHandleBox() const
-{
-    const Kt::Box<int> bar = scrollBarBox();
-    const int seen = bodyBox().height();
-    if (bar.empty() || seen <= 0)
-        return {};
-    const double all = rows_ * static_cast<double>(rowHeight_);
-    const int length = std::min(bar.height(), std::max(kMinHandle, static_cast<int>(bar.height() * (seen / all))));
-    const int top = bar.top + static_cast<int>((bar.height() - length) * (scroll_ / (all - seen)));
-    return {bar.left, top, bar.right, top + length};
 }
 
 Kt::Box<int> TableLayout::cellBox(const XY<int>& cell) const

@@ -61,7 +61,6 @@ public:
     Kt::Box<int> bodyBox() const;
     /** Empty when all rows are in view. */
     Kt::Box<int> scrollBarBox() const;
-    Kt::Box<int> scrollHandleBox() const;
     /** Of a cell that exists, whether in view or not. */
     Kt::Box<int> cellBox(const XY<int>& cell) const;
 

@@ -18,7 +18,6 @@ void TablePainter::all()
         rows();
     }
     header();
-    scrollBar();
     renderer_.frameRect(edges, table_.hasKeyboard() ? palette.focus() : lineColour());
 }
 
@@ -94,14 +93,6 @@ void TablePainter::fillEdges(const Kt::Box<int>& box, bool right)
     if (right)
         renderer_.fillRect(CanvasRenderer::toDouble(Kt::Box<int>{box.right - 1, box.top, box.right, box.bottom}),
                            lineColour());
-}
-
-void TablePainter::scrollBar()
-{
-    const TableLayout& layout = table_.layout();
-    const Palette& palette = table_.getPalette();
-    renderer_.fillRect(CanvasRenderer::toDouble(layout.scrollBarBox()), palette.window().scaled(0.8));
-    renderer_.fillRect(CanvasRenderer::toDouble(layout.scrollHandleBox().inset(2)), palette.border());
 }
 
 bool TablePainter::isMarked(const XY<int>& cell) const

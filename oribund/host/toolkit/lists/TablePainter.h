@@ -24,19 +24,14 @@ public:
     /** The whole table, of its rows those in view. */
     void all();
 
-    /** One cell with its ground, in a box of the renderer's. */
+private:
+    void rows();
+    /** One cell with its ground. */
     void cell(const XY<int>& cell, const Kt::Box<int>& box);
-
-    /** The title of a column, with its ground. */
-    void headerCell(int column, const Kt::Box<int>& box);
-
     /** What is said where there are no rows. */
     void emptyState(const Kt::Box<int>& box);
-
-private:
     void header();
-    void rows();
-    void scrollBar();
+    void headerCell(int column, const Kt::Box<int>& box);
     /** The lines below a box and, between columns, on its right. */
     void fillEdges(const Kt::Box<int>& box, bool right);
     bool isMarked(const XY<int>& cell) const;

@@ -9,6 +9,7 @@
 #include "oribund/host/toolkit/lists/TablePainter.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace oribund
 {
@@ -28,6 +29,12 @@ TableWidget::TableWidget(const InitArgs& args)
 {
     applyNaturalSize(args, {12 * UifStd::getRowHeight(), 6 * UifStd::getRowHeight()});
     layout_.setSize(getSize());
+    ScrollBar::InitArgs bar;
+    bar.palette = args.palette;
+    bar.focusable = false; // the table has the keys
+    bar_ = static_cast<ScrollBar*>(&addChild(std::make_unique<ScrollBar>(bar)));
+    barCallback_.attach(bar_->events());
+    placeBar();
 }
 
 TableWidget::~TableWidget() = default;
@@ -64,8 +71,8 @@ void TableWidget::refresh()
 {
     const RedrawHold hold;
     const GlobRef<TableWidget> self(this);
-    ++revision_;
     readAdaptor();
+    placeBar();
     edit_.follow();
     if (!self)
         return;
@@ -149,13 +156,15 @@ void TableWidget::setCurrentCell(const XY<int>& cell)
         return;
     }
     current_ = TableCellAnchor(cell, columns_, *adaptor_);
-    reveal(cell.y);
+    revealRow(cell.y);
 }
 
-void TableWidget::reveal(int row)
+void TableWidget::revealRow(int row)
 {
-    if (layout_.scrollTo(row))
+    if (layout_.scrollTo(row)) {
+        placeBar();
         edit_.place();
+    }
     changed(PeerChange::kLook);
 }
 
@@ -327,11 +336,29 @@ bool TableWidget::turned(const Event& event)
     return layout_.getScroll() != before;
 }
 
+void TableWidget::placeBar()
+{
+    const Kt::Box<int> box = layout_.scrollBarBox();
+    const double all = std::max(1, layout_.getNumRows() * layout_.getRowHeight());
+    bar_->setVisible(!box.empty());
+    bar_->setPosition(box.topLeft());
+    bar_->resize(box.size());
+    bar_->setThumb(layout_.getScroll() / all, layout_.bodyBox().height() / all);
+    bar_->setStep(layout_.getRowHeight() / all);
+}
+
+int TableWidget::handleBar(const ScrollBarEvent& event)
+{
+    userScroll(static_cast<int>(std::lround(event.position * layout_.getNumRows() * layout_.getRowHeight())));
+    return 0;
+}
+
 void TableWidget::userScroll(int offset)
 {
     if (!layout_.setScroll(offset))
         return;
     const GlobRef<TableWidget> self(this);
+    placeBar();
     edit_.place();
     if (self)
         changed(PeerChange::kLook);
@@ -353,6 +380,7 @@ void TableWidget::resize(double width, double height)
         return;
     const GlobRef<TableWidget> self(this);
     layout_.setSize(getSize());
+    placeBar();
     edit_.place();
     if (!self)
         return;

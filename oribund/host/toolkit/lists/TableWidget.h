@@ -7,6 +7,7 @@
 #include "oribund/host/toolkit/lists/TableEdit.h"
 #include "oribund/host/toolkit/lists/TableLayout.h"
 #include "oribund/host/toolkit/lists/iTableAdaptor.h"
+#include "oribund/host/toolkit/scroll/ScrollBar.h"
 
 #include <memory>
 #include <vector>
@@ -61,9 +62,6 @@ public:
     /** Reads everything again. Selection and edit stay with their cells; an edit whose cell is gone, or is not to be
         edited any more, is dropped. */
     virtual void refresh();
-
-    /** Counts refresh(). */
-    unsigned getRevision() const { return revision_; }
 
     const TableLayout& layout() const { return layout_; }
 
@@ -138,7 +136,9 @@ private:
     XY<int> cellOf(int part) const;
     int handleAdaptorEvent(const TableAdaptorEvent& event);
     void readAdaptor();
-    void reveal(int row);
+    void revealRow(int row);
+    void placeBar();
+    int handleBar(const ScrollBarEvent& event);
     bool pressed(const Event& event);
     bool dragged(const Event& event);
     bool turned(const Event& event);
@@ -155,10 +155,11 @@ private:
     bool headerShown_;
     TableCellAnchor current_;
     TableEdit edit_{*this};
+    ScrollBar* bar_ = nullptr;
     std::unique_ptr<TableColumnDrag> drag_;
-    unsigned revision_ = 0;
     XY<int> pointer_; ///< where it was last, for the tooltip
     Notifier<TableEvent> selections_;
+    MethodCallback<TableWidget, ScrollBarEvent> barCallback_{this, &TableWidget::handleBar};
     MethodCallback<TableWidget, TableAdaptorEvent> adaptorCallback_{this, &TableWidget::handleAdaptorEvent};
 };
 
