@@ -49,13 +49,16 @@ TEST(ColourScheme, DarkTextsCanBeRead)
         << "greyed text must look greyed";
 }
 
-TEST(ColourScheme, DarkGroundsAreNeutral)
+TEST(Palette, CopiesAreOneUntilOneIsChanged)
 {
-    const ColourScheme dark = ColourScheme::dark();
-    for (const Colour& c : {dark.window(), dark.field(), dark.button(), dark.border(), dark.windowText()}) {
-        EXPECT_EQ(c.r, c.g);
-        EXPECT_EQ(c.g, c.b);
-    }
+    const Palette one;
+    Palette other = one;
+    EXPECT_EQ(&one.window(), &other.window());
+    other.setColour(PaletteRole::Window, Colour::fromRGB(0xffffff));
+    EXPECT_NE(one, other);
+    EXPECT_EQ(one, Palette());
+    other.setColour(PaletteRole::Window, one.window());
+    EXPECT_EQ(one, other);
 }
 
 TEST(TableTextMeasurer, WidthsBehaveLikeAFonts)

@@ -241,6 +241,22 @@ TEST_F(FXTherms, ItTellsWhatIsAtTheTimeAndAtThePointer)
     EXPECT_TRUE(bar->tooltip().empty());
 }
 
+TEST_F(FXTherms, AMovedTimeRepaintsTheMarkerAlone)
+{
+    RecordingRenderer renderer;
+    vob->setCurrentTime(12.0);
+    canvas.draw(renderer);
+    vob->setCurrentTime(18.0);
+    const std::vector<Kt::Box<int>>& boxes = canvas.dirtyRegion().boxes();
+    ASSERT_EQ(boxes.size(), 2U) << "where it was and where it is";
+    EXPECT_TRUE(boxes[0].contains(XY<int>{50, 9}) && boxes[1].contains(XY<int>{200, 9}));
+    EXPECT_LT(boxes[0].width() + boxes[1].width(), 60);
+    canvas.draw(renderer);
+    addEffect(8, 8.0, 16.0);
+    vob->setCurrentTime(15.0);
+    EXPECT_EQ(canvas.dirtyRegion().bounds().width(), bar->getWidth()) << "other effects are shown";
+}
+
 TEST_F(FXTherms, KeyframesArePartsOfItForThoseWhoDoNotSeeIt)
 {
     ASSERT_EQ(bar->accessiblePartCount(), 3);

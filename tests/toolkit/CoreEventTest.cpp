@@ -9,11 +9,6 @@ namespace oribund::test
 namespace
 {
 
-TEST(EventCode, MessagesHaveTheirFixedNumber)
-{
-    EXPECT_EQ(static_cast<unsigned>(Event::messageFrom(nullptr, "x").code), 0x4001u);
-}
-
 TEST(Pointer, AnEventReachesTheInnermostGlobInItsOwnCoordinates)
 {
     Scene scene;

@@ -297,12 +297,6 @@ TEST(Groups, ShowTheirTitle)
     EXPECT_EQ(group.titleChanges, 0) << "it was not the user";
     EXPECT_EQ(titleColour(), Colour::fromRGB(0x123456));
     EXPECT_EQ(group.accessibleName(), UIString(L"Light"));
-
-    group.setTitleCursor(MouseCursor::Text);
-    EXPECT_EQ(group.cursorAt(group.getTitleArea().centre()), MouseCursor::Text);
-    const int height = group.calcMinHeight();
-    group.setSeparatorStyle(WidgetGroupEx::eSeparatorLine);
-    EXPECT_GT(group.calcMinHeight(), height);
     group.setTitleRowShown(false);
     EXPECT_TRUE(group.getTitleArea().empty());
     EXPECT_EQ(titleColour(), CanvasRenderer::kNone);

@@ -168,15 +168,6 @@ TEST_F(Checkboxes, RefusedOrDisabledItShowsWhatItShowedBefore)
     EXPECT_EQ(adaptor->kinds(), ".");
 }
 
-TEST_F(Checkboxes, ItMayBeDestroyedByItsOwnEvent)
-{
-    Hearer hearer(box->events());
-    hearer.onEvent = [&] { desk.panel->destroyWidget(*box); };
-    desk.click({5, 12});
-    EXPECT_EQ(adaptor->kinds(), "");
-    EXPECT_TRUE(Drawable::redrawsEnabled());
-}
-
 class MenuButtons : public testing::Test
 {
 protected:

@@ -1,7 +1,6 @@
 #include "WidgetsSupport.h"
 
 #include "oribund/host/toolkit/entries/TextBox.h"
-#include "oribund/host/toolkit/layout/TabOrderable.h"
 #include "oribund/host/toolkit/menus/DropDownMenuButton.h"
 #include "oribund/host/toolkit/widgets/AngleIndicatorWidget.h"
 #include "oribund/host/toolkit/widgets/Button.h"
@@ -29,16 +28,12 @@ public:
     std::string kinds;
     int ends = 0;
     bool refuses = false;
-    std::function<void()> onEdit;
 
 protected:
     bool setIndicatorValue(double, ChangeKind kind) override
     {
         kinds += kind == ChangeKind::Start ? 'S' : kind == ChangeKind::Single ? '.' : 'C';
-        const bool accepted = !refuses;
-        if (const auto hook = onEdit)
-            hook();
-        return accepted;
+        return !refuses;
     }
 
     void handleSeriesEnd() override { ++ends; }
@@ -136,24 +131,6 @@ TEST_F(Dials, EscapeRefusalAndDisabling)
     EXPECT_EQ(dial->kinds, "SCS.");
     dial->setAngle(std::numeric_limits<double>::quiet_NaN());
     EXPECT_EQ(dial->angle(), 400.0);
-}
-
-TEST_F(Dials, ItMayBeDestroyedByItsOwnEdit)
-{
-    dial->onEdit = [&] { desk.panel->destroyWidget(*dial); };
-    desk.press(towards(90));
-    desk.drag(towards(120));
-    desk.release(towards(120));
-    EXPECT_EQ(desk.panel->previousWidget(), nullptr);
-    EXPECT_TRUE(Drawable::redrawsEnabled());
-}
-
-TEST_F(Dials, ItIsOneStopOfTheTabKey)
-{
-    std::vector<TabOrderable*> stops;
-    desk.panel->getTabOrderables(stops);
-    ASSERT_EQ(stops.size(), 1u);
-    EXPECT_EQ(&stops[0]->tabGlob(), dial);
 }
 
 class Swatches : public testing::Test

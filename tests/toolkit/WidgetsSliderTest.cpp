@@ -158,17 +158,6 @@ TEST_F(Sliders, DisabledItDoesNothingAndAWheelNeedsTheKeyboardFocus)
     EXPECT_FALSE(slider->isDragging());
 }
 
-TEST_F(Sliders, DisablingItEndsADragAndKeepsWhatWasSet)
-{
-    desk.press(at(50));
-    const double set = adaptor->value;
-    slider->setEnabled(false);
-    EXPECT_FALSE(slider->isDragging());
-    desk.drag(at(90));
-    EXPECT_EQ(adaptor->value, set);
-    EXPECT_EQ(adaptor->seriesEnds, 1);
-}
-
 TEST_F(Sliders, ItMayBeDestroyedByItsOwnEdit)
 {
     const XY<int> later = at(70);

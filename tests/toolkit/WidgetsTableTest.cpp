@@ -218,6 +218,7 @@ TEST_F(Tables, AnEditOutOfViewEnds)
     EXPECT_FALSE(table->edit().isOpen());
     EXPECT_GT(table->layout().getScroll(), 0);
     EXPECT_EQ(list.stored(), "1,0=a ");
+    table->userScroll(0);
     const int right = table->getWidth() - 5;
     desk.press({right, 5});
     desk.drag({right, 400});

@@ -70,20 +70,25 @@ void FXThermBase::handleCompoundEffectChanges(const ChangeDescription& change)
     // In a drag the bar stays what it is, though the time plays on to where other effects are: its keyframes follow
     // their effects by themselves.
     const bool held = dragState() != 0 && !affectsEffects(change);
-    if ((change.flags & ChangeDescription::kSelectionOnly) == 0 && !held)
-        refresh();
-    changed(PeerChange::kContents | PeerChange::kState);
+    const bool selectionOnly = (change.flags & ChangeDescription::kSelectionOnly) != 0;
+    const bool showsOthers = !selectionOnly && !held && refresh();
+    if ((change.flags & ChangeDescription::kTimeOnly) != 0 && !showsOthers)
+        currentTimeMoved();
+    else
+        changed(PeerChange::kContents | PeerChange::kState);
 }
 
-void FXThermBase::refresh()
+bool FXThermBase::refresh()
 {
+    bool showsOthers = false;
     if (CompoundEffectMonitor* const monitor = commands().monitor()) {
-        keyframes_.update(*monitor, track_);
+        showsOthers = keyframes_.update(*monitor, track_);
         const NumRange<double> region = monitor->getCompoundEditRegion(track_);
         if (region.length() > 0.0)
             region_ = region;
     }
     showRegion();
+    return showsOthers;
 }
 
 void FXThermBase::showRegion()

@@ -115,7 +115,7 @@ protected:
     virtual void drawSelectedKeyframesBackground(CanvasRenderer& renderer);
     virtual void drawKeyFrames(CanvasRenderer& renderer);
     void drawMarks(CanvasRenderer& renderer) override;
-    void drawCurrentTime(CanvasRenderer& renderer) override;
+    std::optional<double> markedTime() const override;
     Colour getWindowColour() const override;
     Colour getOuterWindowColour() const override;
 
@@ -151,7 +151,8 @@ private:
     void handleFXModifications(const ChangeDescription& change) final { handleCompoundEffectChanges(change); }
 
     void bind(Vob* vob, const IdStamp& track);
-    void refresh();
+    /** True when other effects are shown now. */
+    bool refresh();
     void showRegion();
     NumRange<double> significantRegion() const;
     void setSignificantRegion(const NumRange<double>& region);

@@ -64,16 +64,9 @@ void FXThermBase::drawMarks(CanvasRenderer& renderer)
     }
 }
 
-void FXThermBase::drawCurrentTime(CanvasRenderer& renderer)
+std::optional<double> FXThermBase::markedTime() const
 {
-    if (!getEdit() || !hasTime())
-        return;
-    const double now = getVob()->getCurrentTime();
-    const ThermGeometry shown = geometry();
-    if (now < shown.start || now > shown.end)
-        drawOutOfRangeIndicator(renderer, now > shown.end);
-    else
-        drawTimeAt(renderer, shown.f2xClippedI(now));
+    return getEdit() && hasTime() ? std::optional(getVob()->getCurrentTime()) : std::nullopt;
 }
 
 Colour FXThermBase::getWindowColour() const

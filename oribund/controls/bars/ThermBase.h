@@ -126,6 +126,12 @@ protected:
 
     virtual void drawCurrentTime(CanvasRenderer& renderer);
 
+    /** Where the marker of the current time stands; without one there is none. */
+    virtual std::optional<double> markedTime() const { return getTime(eExact); }
+
+    /** For derived classes: the current time is another, and nothing else that the bar shows. */
+    void currentTimeMoved();
+
     virtual void drawCueAt(CanvasRenderer& renderer, int x, const Colour& colour);
     void drawMarkAt(CanvasRenderer& renderer, int x);
     void drawTimeAt(CanvasRenderer& renderer, int x);
@@ -165,12 +171,14 @@ protected:
     bool handleKeyEvent(const Event& event) override;
 
 private:
+    Kt::Box<int> timeMarkBox() const;
     bool press(const Event& event);
     void release(const Event& event);
 
     ThermGeometry geometry_;
     NumRange<double> requestedWindow_;
     std::optional<NumRange<double>> markedRegion_;
+    Kt::Box<int> timeMark_; ///< where the marker was drawn last
     std::shared_ptr<ThermDrag> drag_;
     int pressX_ = 0;
     bool clickSetsTime_ = false; ///< unless the pointer moves before the release

@@ -6,14 +6,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace oribund
 {
 
-void ThermKeyframes::update(CompoundEffectKeyframes& effects, const IdStamp& track)
+bool ThermKeyframes::update(CompoundEffectKeyframes& effects, const IdStamp& track)
 {
     effects.populateKeyframesForCompoundEffect(track, sets_);
-    entries_.clear();
+    const std::vector<Entry> before = std::exchange(entries_, {});
     times_.reset();
     for (const auto& effect : effects.effectsOf(track)) {
         const auto set = sets_.find(effect);
@@ -21,6 +22,10 @@ void ThermKeyframes::update(CompoundEffectKeyframes& effects, const IdStamp& tra
         if (set != sets_.end() && region.length() > 0.0)
             entries_.push_back({set->second, region});
     }
+    return !std::equal(before.begin(), before.end(), entries_.begin(), entries_.end(),
+                       [](const Entry& one, const Entry& other) {
+                           return one.keyframes.effect() == other.keyframes.effect() && one.region == other.region;
+                       });
 }
 
 std::vector<NumRange<double>> ThermKeyframes::regions() const

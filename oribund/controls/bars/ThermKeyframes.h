@@ -20,8 +20,8 @@ public:
     using KeyframeSets = CompoundEffectKeyframes::KeyframeSets;
     using FXKeyframe = FXKeyframeHelpers::FXKeyframe;
 
-    /** Brings the sets, and where their effects are, in step with the track. */
-    void update(CompoundEffectKeyframes& effects, const IdStamp& track);
+    /** Brings the sets, and where their effects are, in step with the track. True when there are others now. */
+    bool update(CompoundEffectKeyframes& effects, const IdStamp& track);
 
     const KeyframeSets& sets() const { return sets_; }
 

@@ -3,6 +3,7 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/toolkit/core/GlobPeer.h"
 
 #include <algorithm>
 #include <array>
@@ -71,11 +72,33 @@ void ThermBase::drawMarkedRegion(CanvasRenderer& renderer, double from, double t
 
 void ThermBase::drawCurrentTime(CanvasRenderer& renderer)
 {
-    const double time = getTime(eExact);
-    if (time < geometry_.start || time > geometry_.end)
-        drawOutOfRangeIndicator(renderer, time > geometry_.end);
+    timeMark_ = timeMarkBox();
+    const std::optional<double> time = markedTime();
+    if (!time)
+        return;
+    if (*time < geometry_.start || *time > geometry_.end)
+        drawOutOfRangeIndicator(renderer, *time > geometry_.end);
     else
-        drawTimeAt(renderer, geometry().f2xClippedI(time));
+        drawTimeAt(renderer, geometry().f2xClippedI(*time));
+}
+
+/** What the marker covers where it would be drawn now, and a little beside it. */
+Kt::Box<int> ThermBase::timeMarkBox() const
+{
+    const std::optional<double> time = markedTime();
+    if (!time)
+        return {};
+    const int reach = UifStd::getWidgetGap() + 1; // that of the arrow, of which a line has no need
+    const int x = geometry().f2xClippedI(*time);
+    return {x - reach, 0, x + reach, getHeight()};
+}
+
+void ThermBase::currentTimeMoved()
+{
+    const RedrawHold hold;
+    redraw(timeMark_);
+    redraw(timeMarkBox());
+    changed(PeerChange::kState);
 }
 
 void ThermBase::drawCueAt(CanvasRenderer& renderer, int x, const Colour& colour)

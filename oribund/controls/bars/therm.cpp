@@ -309,7 +309,7 @@ bool therm::accessibleActivate(int part)
 
 void therm::handleCurrentTimeChange()
 {
-    changed(PeerChange::kContents | PeerChange::kState);
+    currentTimeMoved();
 }
 
 void therm::handleModifications(const EditModification&)

@@ -1,6 +1,8 @@
 #include "oribund/host/canvas/Palette.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace oribund
 {
@@ -22,19 +24,39 @@ double luminance(const Colour& c)
 } // namespace
 
 Palette::Palette()
+    : colours_(standard())
 {
-    setColour(PaletteRole::Window, Colour::fromRGB(0x2b2b2b));
-    setColour(PaletteRole::WindowText, Colour::fromRGB(0xd2d2d2));
-    setColour(PaletteRole::HeadingText, Colour::fromRGB(0xefefef));
-    setColour(PaletteRole::DisabledText, Colour::fromRGB(0x858585));
-    setColour(PaletteRole::Field, Colour::fromRGB(0x1e1e1e));
-    setColour(PaletteRole::FieldText, Colour::fromRGB(0xdedede));
-    setColour(PaletteRole::Button, Colour::fromRGB(0x3a3a3a));
-    setColour(PaletteRole::ButtonText, Colour::fromRGB(0xdedede));
-    setColour(PaletteRole::Border, Colour::fromRGB(0x545454));
-    setColour(PaletteRole::Accent, Colour::fromRGB(0x3d6d96));
-    setColour(PaletteRole::AccentText, Colour::fromRGB(0xffffff));
-    setColour(PaletteRole::Focus, Colour::fromRGB(0x6fa6d6));
+}
+
+std::shared_ptr<const Palette::Colours> Palette::standard()
+{
+    static const auto kStandard = [] {
+        const auto colours = std::make_shared<Colours>();
+        const auto set = [&](PaletteRole role, std::uint32_t rgb) {
+            (*colours)[static_cast<std::size_t>(role)] = Colour::fromRGB(rgb);
+        };
+        set(PaletteRole::Window, 0x2b2b2b);
+        set(PaletteRole::WindowText, 0xd2d2d2);
+        set(PaletteRole::HeadingText, 0xefefef);
+        set(PaletteRole::DisabledText, 0x858585);
+        set(PaletteRole::Field, 0x1e1e1e);
+        set(PaletteRole::FieldText, 0xdedede);
+        set(PaletteRole::Button, 0x3a3a3a);
+        set(PaletteRole::ButtonText, 0xdedede);
+        set(PaletteRole::Border, 0x545454);
+        set(PaletteRole::Accent, 0x3d6d96);
+        set(PaletteRole::AccentText, 0xffffff);
+        set(PaletteRole::Focus, 0x6fa6d6);
+        return colours;
+    }();
+    return kStandard;
+}
+
+void Palette::setColour(PaletteRole role, const Colour& colour)
+{
+    const auto changed = std::make_shared<Colours>(*colours_);
+    (*changed)[static_cast<std::size_t>(role)] = colour;
+    colours_ = changed;
 }
 
 double contrastRatio(const Colour& a, const Colour& b)

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 
 namespace oribund
 {
@@ -26,19 +27,23 @@ enum class PaletteRole : std::size_t {
     Count
 };
 
-/** The colours of a part of the interface. A plain value; a panel hands its own on to the widgets in it. */
+/**
+ * The colours of a part of the interface. A cheap value: copies share their colours until one of them is changed, so
+ * that the many widgets of a panel have one palette. A panel hands its own on to the widgets in it.
+ */
 class ORIBUND_API Palette
 {
 public:
     /** The palette of the default colour scheme. */
     Palette();
 
-    const Colour& colour(PaletteRole role) const noexcept { return colours_[static_cast<std::size_t>(role)]; }
+    // Without moves: a palette that was moved from would have no colours.
+    Palette(const Palette&) = default;
+    Palette& operator=(const Palette&) = default;
 
-    void setColour(PaletteRole role, const Colour& colour) noexcept
-    {
-        colours_[static_cast<std::size_t>(role)] = colour;
-    }
+    const Colour& colour(PaletteRole role) const noexcept { return (*colours_)[static_cast<std::size_t>(role)]; }
+
+    void setColour(PaletteRole role, const Colour& colour);
 
     const Colour& window() const noexcept { return colour(PaletteRole::Window); }
 
@@ -64,10 +69,14 @@ public:
 
     const Colour& focus() const noexcept { return colour(PaletteRole::Focus); }
 
-    bool operator==(const Palette&) const = default;
+    bool operator==(const Palette& other) const { return colours_ == other.colours_ || *colours_ == *other.colours_; }
 
 private:
-    std::array<Colour, static_cast<std::size_t>(PaletteRole::Count)> colours_;
+    using Colours = std::array<Colour, static_cast<std::size_t>(PaletteRole::Count)>;
+
+    static std::shared_ptr<const Colours> standard();
+
+    std::shared_ptr<const Colours> colours_;
 };
 
 /** The contrast of two opaque colours, 1 (none) to 21 (black on white), from their relative luminances. */

@@ -32,6 +32,7 @@ void SimplePanel::resize(double width, double height)
     EffectComponentPanel::resize(width, height);
     if (getWidth() == widthBefore)
         return;
+    const LayoutHold layoutHold(*this);
     for (Glob* widget : contents_)
         widget->resize({getUserArea().width(), widget->getHeight()});
     placeLabels();
@@ -101,9 +102,10 @@ void SimplePanel::rebuild()
     if (!effect)
         return;
     const RedrawHold hold;
+    const LayoutHold layoutHold(*this);
     rows_.clear();
-    for (Glob* widget : std::exchange(contents_, {}))
-        destroyWidget(*widget);
+    for (; !contents_.empty(); contents_.pop_back())
+        destroyWidget(*contents_.back());
     shown_ = whatToShow();
     for (const Shown& entry : shown_)
         add(entry, *effect);

@@ -81,12 +81,13 @@ Glob& Glob::addChild(std::unique_ptr<Glob> child)
 
 std::unique_ptr<Glob> Glob::detach(Glob& child)
 {
+    // From the end: what is taken apart mostly goes the other way round than it came.
     const auto found =
-        std::find_if(children_.begin(), children_.end(), [&](const auto& owned) { return owned.get() == &child; });
-    if (found == children_.end())
+        std::find_if(children_.rbegin(), children_.rend(), [&](const auto& owned) { return owned.get() == &child; });
+    if (found == children_.rend())
         return nullptr;
     std::unique_ptr<Glob> owned = std::move(*found);
-    children_.erase(found);
+    children_.erase(std::next(found).base());
     return owned;
 }
 

@@ -10,11 +10,16 @@ namespace oribund
 
 MenuGlob::MenuGlob(const GlobCreationInfo& info)
     : Glob(info)
-    , menu_(std::make_shared<Menu>())
 {
 }
 
 MenuGlob::~MenuGlob() = default;
+
+const Menu& MenuGlob::menu() const
+{
+    static const Menu kNone;
+    return menu_ ? *menu_ : kNone;
+}
 
 bool MenuGlob::openMenu(const XY<int>& at, const Event* event)
 {

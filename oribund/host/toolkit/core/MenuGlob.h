@@ -19,7 +19,7 @@ public:
     ~MenuGlob() override;
 
     /** The menu as filled last; valid while it is open. */
-    const Menu& menu() const { return *menu_; }
+    const Menu& menu() const;
 
     /**
      * Fills the menu and shows it with its top left at `at`; false when there is nothing in it. `event` is what asked
@@ -50,7 +50,7 @@ protected:
     bool handleKeyEvent(const Event& event) override;
 
 private:
-    std::shared_ptr<Menu> menu_;
+    std::shared_ptr<Menu> menu_; ///< none before it is opened first
     bool menuOpen_ = false;
 };
 

@@ -238,15 +238,15 @@ void StandardPanel::handleChildrenChanged(Glob*)
 
 void StandardPanel::handleChildRemoved(const Glob* child)
 {
-    const auto removed = std::find_if(placements_.begin(), placements_.end(),
-                                      [child](const Placement& placement) { return placement.widget == child; });
-    if (removed == placements_.end())
+    const auto found = std::find_if(placements_.rbegin(), placements_.rend(),
+                                    [child](const Placement& placement) { return placement.widget == child; });
+    if (found == placements_.rend())
         return;
-    const WidgetPosition inherited = removed->position;
-    placements_.erase(removed);
-    for (Placement& placement : placements_) {
-        if (placement.position.relativeTo == child)
-            placement.position = inherited;
+    const WidgetPosition inherited = found->position;
+    // Only what was added later can stand beside it.
+    for (auto later = placements_.erase(std::next(found).base()); later != placements_.end(); ++later) {
+        if (later->position.relativeTo == child)
+            later->position = inherited;
     }
     widgetsChanged();
 }
