@@ -5,6 +5,7 @@
 #include <oribund/host/edit/Vob.h>
 #include <oribund/host/edit/monitor/CompoundEffectMonitor.h>
 #include <oribund/host/effects/EffectInstance.h>
+#include <oribund/host/effects/params/EffectWatch.h>
 
 #include <utility>
 
@@ -29,14 +30,10 @@ class SmallEdit : public oribund::Edit
         return known;
     }
 
-    void startModify(const oribund::UIString&) override {}
-
-    void endModify() override {}
-
     oribund::CueList cues_;
 };
 
-/** Knows one effect, which runs over the whole edit. */
+/** Knows one effect, which runs over the whole edit, and tells of its changes. */
 class OneEffect : public oribund::CompoundEffectMonitor
 {
 public:
@@ -63,14 +60,9 @@ public:
         return id == effect_->id() ? oribund::NumRange<double>(0.0, 10.0) : oribund::NumRange<double>();
     }
 
-    void makeBackup(oribund::BackupKind, const oribund::EffectModification&) override {}
-
 private:
-    void endBackups() override {}
-
-    void restoreBackups() override {}
-
     oribund::Kt::Ptr<oribund::EffectInstance> effect_;
+    oribund::EffectWatch watch_{*effect_, [this](const auto& change) { effectChanged(change); }};
 };
 
 /** A viewer of that edit, which shows everything and never plays. */

@@ -3,6 +3,7 @@
 #include "oribund/cues/CueSearch.h"
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/services/MessageSink.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/services/TextTable.h"

@@ -4,7 +4,7 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/edit/Vob.h"
+#include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/effects/EffectInstance.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/services/TextTable.h"
@@ -79,8 +79,7 @@ void EffectComponentPanel::nameEnableLed()
 
 bool EffectComponentPanel::isEditable() const
 {
-    Vob* const vob = getVob();
-    const EditPtr edit = vob ? vob->getEdit() : EditPtr();
+    const EditPtr edit = getViewedEdit();
     return getEffectPtr() && edit && !edit->isReadOnly();
 }
 
@@ -137,7 +136,7 @@ int EffectComponentPanel::handleLEDClick(const CheckboxEvent& event)
     const Kt::Ptr<EffectInstance> effect = getEffectPtr();
     if (event.kind != CheckboxEvent::Kind::Toggled || !isEditable())
         return 0;
-    const EditPtr edit = getVob()->getEdit();
+    const EditPtr edit = getViewedEdit();
     const EditModifier modifier(edit, UIString(TextIds::kSwitchEffect).withPlaceholder(L"EFFECT", effect->getName()));
     effect->setEnabled(event.checked);
     EditModification modification;

@@ -191,7 +191,7 @@ TEST_F(FXTherms, TheRightButtonDragsALoneKeyframeAndLetsGoOfIt)
     EXPECT_EQ(bar->dragState(), 0x40U) << "not the button that holds it";
     release(190, kRight);
     EXPECT_EQ(bar->dragState(), 0U);
-    EXPECT_EQ(vob->monitor->backupsEnded, 1);
+    EXPECT_EQ(vob->edit->finished, 1);
     EXPECT_EQ(selected(), 0);
     EXPECT_EQ(vob->getCurrentTime(), 10.0);
     EXPECT_FALSE(panel->isMenuOpen());

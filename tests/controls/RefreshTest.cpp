@@ -5,6 +5,7 @@
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
 
 #include <memory>
+#include <numeric>
 #include <set>
 
 namespace oribund
@@ -125,6 +126,70 @@ TEST_F(Refresh, TheLastWidgetMayGoWhileItIsShownAValue)
     leaveDuringAPush(number, Kt::makePtr<FloatAdaptor>(handle, EffectValParamAccessor<double>(*param)));
     test::LeavingWidget<String> button;
     leaveDuringAPush(button, Kt::makePtr<Button>(handle, EffectValParamAccessor<double>(*param)));
+}
+
+/** Rows of numbers, which count together how often any of them is told. */
+struct Rows {
+    void add(const FXViewHandle& handle, const EffectValParam<double>& param)
+    {
+        shown.push_back(std::make_unique<FakeWidget<double>>());
+        shown.back()->setDataAdaptor(Kt::makePtr<FloatAdaptor>(handle, EffectValParamAccessor<double>(param)));
+    }
+
+    template <class Action>
+    std::size_t tellings(Action action) const
+    {
+        const std::size_t before = count();
+        action();
+        return count() - before;
+    }
+
+    std::size_t count() const
+    {
+        return std::accumulate(shown.begin(), shown.end(), std::size_t(),
+                               [](std::size_t sum, const auto& row) { return sum + row->shown.size(); });
+    }
+
+    std::vector<std::unique_ptr<FakeWidget<double>>> shown;
+};
+
+TEST_F(Refresh, AnEditInAPanelOfManyRowsRefreshesTheOneThatShowsIt)
+{
+    Rows rows;
+    while (rows.shown.size() < 1000)
+        rows.add(handle, *addParam(0.0));
+    vob.monitor->watch();
+    EXPECT_EQ(rows.tellings([&] { rows.shown[500]->ask(7.0); }), 1u);
+    const auto animated = effect->findParamAs<EffectValParam<double>>(effect->paramAt(700)->id());
+    EXPECT_LE(rows.tellings([&] { animated->setFunctionType(EffectValParamFnType::Keyframed, 0.5); }), 2u);
+    EXPECT_EQ(rows.tellings([&] { animated->addKeyframeAt(0.75, 3.0); }), 1u);
+    EXPECT_EQ(rows.tellings([&] { animated->setKeyframeValueAt(1, 4.0); }), 1u);
+}
+
+TEST_F(Refresh, ADragOfKeyframesOfThreeEffectsRefreshesWhatIsDragged)
+{
+    Rows rows;
+    for (int i = 0; i < 3; ++i) {
+        const auto each = Kt::makePtr<test::FakeEffect>(IdStamp(0, 0, 20 + i), String("blur"), WString(L"Blur"));
+        const FXViewHandle view = vob.add(each, 10.0, 20.0);
+        for (int number = 1; number <= 50; ++number) {
+            const auto added = test::makeParam<double>(number, 1.0);
+            each->addParam(added);
+            added->setFunctionType(EffectValParamFnType::Keyframed, 0.5);
+            rows.add(view, *added);
+        }
+    }
+    vob.monitor->tell(EffectChangeCode::ParamSetChanged, IdStamp::wildcard());
+    for (int i = 0; i < 3; ++i)
+        vob.monitor->selectKeyframe({IdStamp(0, 0, 20 + i), IdStamp(1, 0, 7), 0.5}, true);
+    for (int move = 0; move < 4; ++move) {
+        EXPECT_EQ(rows.tellings([&] {
+            vob.monitor->makeBackup(BackupKind::Undo, {});
+            EXPECT_TRUE(vob.monitor->trimSelectedKeyframes(test::FakeMonitor::track(), 0.4));
+        }),
+                  3u);
+    }
+    vob.monitor->endTrim();
 }
 
 TEST_F(Refresh, WithoutAnEffectWidgetsKeepWhatTheyShow)

@@ -21,6 +21,7 @@ public:
         info.id = IdStamp(2, 1, 0);
         effect_->addParam(Kt::makePtr<EffectValParam<double>>(info));
         vob_->add(effect_, 2.0, 6.0);
+        vob_->monitor->watch();
     }
 
     Vob& vob() { return *vob_; }

@@ -44,7 +44,7 @@ TEST(CueList, KeepsTimeOrderAndTheAgeOfEqualTimes)
     EXPECT_EQ(cues.size(), 3u);
 }
 
-TEST(EditModifier, ClosesWhatItOpensAndDoesNothingWithoutAnEdit)
+TEST(EditGesture, EndsOnceAndOnlyWhatItHasBegun)
 {
     const auto edit = Kt::makePtr<test::FakeEdit>();
     {
@@ -52,9 +52,34 @@ TEST(EditModifier, ClosesWhatItOpensAndDoesNothingWithoutAnEdit)
         const EditModifier inner(edit, L"Inner");
         EXPECT_EQ(edit->open, 2);
     }
-    EXPECT_EQ(edit->open, 0);
     EXPECT_EQ(edit->steps, 1);
-    const EditModifier none(EditPtr(), L"None");
+    EXPECT_EQ(edit->title, WString(L"Outer"));
+
+    EditGesture first;
+    EditGesture second;
+    first.begin(edit);
+    first.begin(edit);
+    EXPECT_EQ(edit->finished, 1) << "one act after the other";
+    second.begin(edit);
+    EXPECT_FALSE(first.isOpen());
+    first.finish();
+    EXPECT_FALSE(first.abort());
+    EXPECT_TRUE(second.isOpen()) << "not the first one's to end";
+    second.abort();
+    EXPECT_EQ(edit->aborted, 1);
+    second.finish();
+    EXPECT_EQ(edit->finished, 1);
+    {
+        EditGesture third;
+        third.begin(edit);
+    }
+    EXPECT_EQ(edit->finished, 2);
+
+    edit->keepsJournal = false;
+    for (const EditPtr& none : {EditPtr(edit), EditPtr()}) {
+        first.begin(none);
+        EXPECT_FALSE(first.isOpen() || first.abort() || first.takeBack());
+    }
 }
 
 TEST(FXVob, MapsEditTimeOnEffectTimeUnclamped)

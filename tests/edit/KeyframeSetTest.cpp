@@ -154,6 +154,7 @@ TEST_F(Keyframes, AreAddedToAllThatIsAnimatedAsOneStep)
     a->setKeyframeValueAt(1, 10.0);
     a->graph()->setKeyframeType(0, KeyframeType::Smooth);
     const double before = a->getValue(0.25);
+    heard.clear();
     EXPECT_TRUE(vob.monitor->addKeyframesAt(track, effect->id(), FXTime{0.5}));
     EXPECT_DOUBLE_EQ(a->getValue(0.5), 5.0);
     EXPECT_DOUBLE_EQ(a->getValue(0.25), before) << "the curve runs on as it did";

@@ -134,12 +134,6 @@ TEST(EffectInstance, TheJournalFollowsItsParts)
 
         void batchEnded(EffectValParamBase&, BatchReason, ChangeKind) override {}
 
-        bool cancelSeries() override { return false; }
-
-        void endSeries() override {}
-
-        bool takeBackSeries() override { return false; }
-
         int changes = 0;
     } journal;
 

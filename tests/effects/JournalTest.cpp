@@ -115,12 +115,6 @@ public:
         open = false;
     }
 
-    bool cancelSeries() override { return false; }
-
-    void endSeries() override {}
-
-    bool takeBackSeries() override { return false; }
-
     std::vector<Delta> deltas;
     bool open = false;
     ChangeKind batchKind = ChangeKind::Single;

@@ -1,7 +1,6 @@
 #include "tests/model/SampleEdit.h"
 
-#include "oribund/host/base/UIString.h"
-#include "oribund/host/effects/params/iParamJournal.h"
+#include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/notify/MethodCallback.h"
 
 #include <gtest/gtest.h>
@@ -85,67 +84,102 @@ TEST_F(Gesture, WhatComesToNothingLeavesNoStepAndKeepsTheRedo)
     EXPECT_EQ(added(), 1u);
     undo().redo();
     EXPECT_EQ(level->constant(), 70.0);
-    edit->startModify(oribund::UIString(L"Nothing"));
-    edit->endModify();
+    {
+        const oribund::EditModifier nothing(edit, L"Nothing");
+    }
     EXPECT_EQ(added(), 1u);
 }
 
 TEST_F(Gesture, CancellingRestoresWhatWasThere)
 {
     const auto before = edit->snapshot();
-    EXPECT_FALSE(undo().cancelGesture());
+    oribund::EditGesture gesture;
+    const auto shuffle = [&] {
+        gesture.begin(edit, L"Shuffle");
+        const oribund::EditModifier inner(edit, L"Inner");
+        editor.moveSegment(clip, kVideo, 50);
+        param<double>(tint, kLevel)->setConstant(1);
+        editor.setEffectsEnabled({&tint, 1}, false);
+    };
+    gesture.begin(edit);
+    EXPECT_FALSE(gesture.abort()) << "there is nothing";
+    gesture.begin(edit);
     dragLevel({60, 70});
-    EXPECT_TRUE(level->journal()->cancelSeries());
+    EXPECT_TRUE(gesture.abort());
+    EXPECT_EQ(edit->snapshot(), before);
+    EXPECT_FALSE(gesture.abort());
+    shuffle();
+    EXPECT_TRUE(gesture.abort());
     EXPECT_EQ(edit->snapshot(), before);
     EXPECT_EQ(added(), 0u);
-    EXPECT_FALSE(undo().cancelGesture());
 
-    undo().beginGesture(L"Shuffle");
-    editor.moveSegment(clip, kVideo, 50);
-    level->setConstant(1);
-    editor.removeEffect(tint);
-    EXPECT_TRUE(undo().cancelGesture());
-    EXPECT_EQ(edit->snapshot(), before);
-    undo().beginGesture(L"Shuffle");
-    editor.moveSegment(clip, kVideo, 50);
-    param<double>(tint, kLevel)->setConstant(1);
-    undo().endGesture();
+    shuffle();
+    EXPECT_FALSE(undo().undo()) << "in the middle of it";
+    gesture.finish();
     EXPECT_EQ(added(), 1u);
     EXPECT_EQ(undoTitle(), "Shuffle");
     undo().undo();
     EXPECT_EQ(edit->snapshot(), before);
 }
 
-TEST_F(Gesture, ASeriesCanBeTakenBackWhileItIsTheLastThingDone)
+TEST_F(Gesture, ChangesOfParametersAreOneStepUntilSomethingElseIsDone)
 {
-    oribund::iParamJournal& journal = *level->journal();
+    const auto whole = param<double>(tint, kWhole);
+    oribund::EditGesture drag;
+    drag.begin(edit);
+    level->setConstant(60);
+    whole->setConstant(7);
+    level->setConstant(70, ChangeKind::Start);
+    EXPECT_TRUE(drag.isOpen());
+    editor.moveSegment(clip, kVideo, 50);
+    EXPECT_FALSE(drag.isOpen());
+    EXPECT_FALSE(drag.abort()) << "what came after it stays";
+    EXPECT_EQ(added(), 2u);
+    undo().undo();
+    EXPECT_EQ(undoTitle(), "Change 2 parameters");
+
+    oribund::EditGesture other;
+    drag.begin(edit);
+    level->setConstant(80);
+    other.begin(edit);
+    level->setConstant(90);
+    drag.finish();
+    EXPECT_TRUE(other.abort());
+    EXPECT_EQ(level->constant(), 80.0);
+    EXPECT_FALSE(drag.isOpen());
+}
+
+TEST_F(Gesture, OneThatIsFinishedCanBeTakenBackWhileItIsTheLastThingDone)
+{
+    oribund::EditGesture gesture;
     const auto drag = [&] {
+        gesture.begin(edit);
         dragLevel({60, 70});
-        journal.endSeries();
+        gesture.finish();
     };
     const auto before = edit->snapshot();
+    gesture.begin(edit);
     dragLevel({60, 70});
-    EXPECT_FALSE(journal.takeBackSeries()) << "it is still open";
-    journal.endSeries();
+    EXPECT_FALSE(gesture.takeBack()) << "it is still open";
+    gesture.finish();
     EXPECT_EQ(added(), 1u);
-    EXPECT_TRUE(journal.takeBackSeries());
+    EXPECT_TRUE(gesture.takeBack());
     EXPECT_EQ(edit->snapshot(), before);
     EXPECT_EQ(added(), 0u);
     EXPECT_FALSE(undo().canRedo());
-    EXPECT_FALSE(journal.takeBackSeries());
+    EXPECT_FALSE(gesture.takeBack());
 
     drag();
     undo().undo();
-    EXPECT_FALSE(journal.takeBackSeries());
+    EXPECT_FALSE(gesture.takeBack());
     EXPECT_TRUE(undo().canRedo());
     drag();
     editor.moveSegment(clip, kVideo, 50);
-    EXPECT_FALSE(journal.takeBackSeries());
+    EXPECT_FALSE(gesture.takeBack());
     EXPECT_EQ(added(), 2u);
-    dragLevel({80});
+    drag();
     undo().setClean();
-    EXPECT_FALSE(journal.takeBackSeries()) << "the file has it";
-    EXPECT_EQ(added(), 3u);
+    EXPECT_FALSE(gesture.takeBack()) << "the file has it";
 }
 
 TEST_F(Gesture, UndoDuringADragTakesTheDragBack)
@@ -154,9 +188,6 @@ TEST_F(Gesture, UndoDuringADragTakesTheDragBack)
     EXPECT_TRUE(undo().undo());
     EXPECT_EQ(level->constant(), 50.0);
     EXPECT_EQ(undoTitle(), "Add Tint");
-    edit->startModify(oribund::UIString(L"Open"));
-    EXPECT_FALSE(undo().undo()) << "in the middle of a modification";
-    edit->endModify();
 }
 
 TEST_F(Gesture, AnimatingAndKeyframesAreOneStepEach)
@@ -288,11 +319,12 @@ TEST_F(Gesture, WhatIsDoneToAParameterComesAfterATrimInTheSameStep)
 {
     animate();
     const auto before = edit->snapshot();
-    undo().beginGesture(L"Shape");
+    oribund::EditGesture gesture;
+    gesture.begin(edit, L"Shape");
     level->setKeyframeValueAt(1, 10.0);
     editor.trimEnd(clip, 80);
     level->setKeyframeValueAt(1, 20.0);
-    undo().endGesture();
+    gesture.finish();
     const auto after = edit->snapshot();
     undo().undo();
     EXPECT_EQ(edit->snapshot(), before);
@@ -366,9 +398,10 @@ TEST_F(Gesture, WhatIsDoneWithinABatchBelongsToItsStepAndStructureIsRefused)
         const oribund::GraphBatch batch(*level->graph(), oribund::BatchReason::AddKeyframe,
                                         oribund::BatchReason::EndAddKeyframe, ChangeKind::Single);
         EXPECT_FALSE(editor.removeEffect(tint));
-        edit->startModify(oribund::UIString(L"Inner"));
-        level->setKeyframeValueAt(0, 10.0);
-        edit->endModify();
+        {
+            const oribund::EditModifier inner(edit, L"Inner");
+            level->setKeyframeValueAt(0, 10.0);
+        }
         level->addKeyframeAt(0.75, 30.0);
     }
     undo().endGesture();

@@ -1,5 +1,7 @@
 #include "tests/model/SampleEdit.h"
 
+#include "oribund/host/edit/EditGesture.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -69,14 +71,20 @@ public:
             break;
         case 13:
             if (below(3))
-                bench.undo().endGesture();
+                endAct();
             else
-                bench.undo().beginGesture();
+                gesture_.begin(bench.edit, below(2) ? oribund::UIString(L"Act") : oribund::UIString());
             break;
         default:
             changeParam();
             break;
         }
+    }
+
+    void endAct()
+    {
+        gesture_.finish();
+        bench.undo().endGesture();
     }
 
     Bench bench;
@@ -224,6 +232,7 @@ private:
     }
 
     std::mt19937 random_;
+    oribund::EditGesture gesture_;
 };
 } // namespace
 
@@ -239,17 +248,17 @@ TEST(RandomEdits, UndoneToTheStartAndRedoneToTheEndAreExact)
             const std::string fault = findFault(monkey.bench.edit->snapshot());
             ASSERT_EQ(fault, "") << "after " << i;
             if (i % 5 == 0) {
-                undo.endGesture();
+                monkey.endAct();
                 for (unsigned back = seed % 3; i % 25 == 0 && back > 0; --back)
                     undo.undo();
                 states.resize(undo.position() + 1);
                 states.back() = monkey.bench.edit->snapshot();
             }
         }
-        undo.endGesture();
+        monkey.endAct();
         const EditData end = monkey.bench.edit->snapshot();
         const std::size_t last = undo.position();
-        ASSERT_GT(undo.size(), 9u);
+        ASSERT_GT(undo.size(), 5u);
 
         while (undo.undo()) {
             const EditData& known = undo.position() < states.size() ? states[undo.position()] : EditData();

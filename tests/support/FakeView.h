@@ -3,10 +3,12 @@
 #include "oribund/host/base/UIString.h"
 #include "oribund/host/edit/Cue.h"
 #include "oribund/host/edit/Edit.h"
+#include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/edit/Vob.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/edit/monitor/FXViewHandle.h"
 #include "oribund/host/effects/EffectInstance.h"
+#include "oribund/host/effects/params/EffectWatch.h"
 #include "oribund/host/services/TextTable.h"
 
 #include <algorithm>
@@ -17,8 +19,8 @@
 namespace oribund::test
 {
 
-/** An edit of one track, at 25 frames a second, that counts the undo steps opened and closed. */
-class FakeEdit : public Edit
+/** An edit of one track, at 25 frames a second, that counts undo steps and gestures. */
+class FakeEdit : public Edit, private iGestureJournal
 {
 public:
     Cookie getCookie() const override { return {}; }
@@ -43,23 +45,54 @@ public:
         return true;
     }
 
-    void startModify(const UIString& text) override
+    iGestureJournal* gestureJournal() override { return keepsJournal ? this : nullptr; }
+
+    Number beginGesture(const UIString& text) override
     {
-        if (open++ == 0)
-            title = displayText(text);
+        if (!text.empty()) {
+            if (open++ == 0)
+                title = displayText(text);
+            return kNamed;
+        }
+        ++begun;
+        return gesture = kNamed + static_cast<Number>(begun);
     }
 
-    void endModify() override
+    bool isGestureOpen(Number number) const override
     {
-        if (--open == 0)
+        return number == kNamed ? open > 0 : number != kNone && number == gesture;
+    }
+
+    void finishGesture(Number number) override
+    {
+        if (number != kNamed) {
+            gesture = kNone;
+            ++finished;
+        } else if (--open == 0) {
             ++steps;
+        }
     }
 
+    bool abortGesture(Number) override
+    {
+        gesture = kNone;
+        ++aborted;
+        return false;
+    }
+
+    bool takeBackGesture(Number) override { return false; }
+
+    static constexpr Number kNamed = 1;
+    bool keepsJournal = true;
     bool readOnly = false;
     CueList cues;
     int open = 0;
     int steps = 0;
-    WString title; ///< of the step opened last
+    WString title;          ///< of the step opened last
+    Number gesture = kNone; ///< the open one without a text
+    int begun = 0;          ///< gestures without a text, and what has become of them
+    int finished = 0;
+    int aborted = 0;
 };
 
 /** A monitor over a list of effects with their regions. */
@@ -98,8 +131,9 @@ public:
         return found == effects.end() ? NumRange<double>(0.0, 0.0) : found->second;
     }
 
-    void makeBackup(BackupKind, const EffectModification& modification) override
+    void makeBackup(BackupKind kind, const EffectModification& modification) override
     {
+        CompoundEffectMonitor::makeBackup(kind, modification);
         ++backups;
         lastModification = modification;
     }
@@ -111,21 +145,28 @@ public:
         change.code = code;
         change.effect = effect;
         change.flags = flags;
+        watch();
         effectChanged(change);
+    }
+
+    /** Tells of all that happens to the parameters that the effects have now. */
+    void watch()
+    {
+        watches_.clear();
+        for (const auto& [effect, region] : effects) {
+            if (effect)
+                watches_.emplace_back(*effect,
+                                      [this](const EffectChangeDescription& change) { effectChanged(change); });
+        }
     }
 
     std::vector<std::pair<Kt::Ptr<EffectInstance>, NumRange<double>>> effects;
     int backups = 0;
-    int backupsEnded = 0;
-    int backupsRestored = 0;
     EffectModification lastModification; ///< that a backup was made for
 
-protected:
-    void endBackups() override { ++backupsEnded; }
-
-    void restoreBackups() override { ++backupsRestored; }
-
 private:
+    std::vector<EffectWatch> watches_;
+
     std::vector<std::pair<Kt::Ptr<EffectInstance>, NumRange<double>>>::const_iterator find(const IdStamp& id) const
     {
         return std::find_if(effects.begin(), effects.end(),

@@ -67,25 +67,9 @@ bool EditModel::setCue(const oribund::Cue& cue)
     return static_cast<bool>(Editor(*this).changeCue(cue));
 }
 
-void EditModel::startModify(const oribund::UIString& title)
-{
-    undo_.beginModify(oribund::displayText(title));
-}
-
-void EditModel::endModify()
-{
-    undo_.endModify();
-}
-
 void EditModel::requestEnabled(ObjectId effect, bool enabled)
 {
     Editor(*this).setEffectsEnabled({&effect, 1}, enabled);
-}
-
-void EditModel::paramEdited(const ModelEffect& effect, const oribund::EffectValParamBase& param,
-                            oribund::EffectChangeCode code)
-{
-    paramEdits_.notify({effect.id(), param.id(), code});
 }
 
 } // namespace workbench

@@ -11,11 +11,7 @@ namespace workbench
 class EffectCatalogue;
 
 /** A parameter has another value, keyframes or function type: by an edit, an undo or a redo. */
-struct ParamEdited {
-    oribund::IdStamp effect;
-    oribund::IdStamp param;
-    oribund::EffectChangeCode code = oribund::EffectChangeCode::None;
-};
+using ParamEdited = oribund::EffectChangeDescription;
 
 /**
  * An open edit: the truth of what is edited, of which what plays is a projection.
@@ -68,15 +64,15 @@ public:
     const oribund::CueList& getCues() const override { return timeline_.cues(); }
 
     bool setCue(const oribund::Cue& cue) override;
-    void startModify(const oribund::UIString& title) override;
-    void endModify() override;
+
+    oribund::iGestureJournal* gestureJournal() override { return &undo_; }
 
 private:
     bool mayEdit() const override { return !readOnly_; }
 
     void requestEnabled(ObjectId effect, bool enabled) override;
-    void paramEdited(const ModelEffect& effect, const oribund::EffectValParamBase& param,
-                     oribund::EffectChangeCode code) override;
+
+    void paramEdited(const oribund::EffectChangeDescription& change) override { paramEdits_.notify(change); }
 
     const EffectCatalogue& catalogue_;
     std::string name_;

@@ -2,7 +2,6 @@
 
 #include "workbench/model/Ids.h"
 #include "workbench/model/ParamConversion.h"
-#include "workbench/model/ParamWatch.h"
 #include "workbench/model/undo/EffectJournal.h"
 
 #include <utility>
@@ -34,7 +33,10 @@ ModelEffect::ModelEffect(const EffectData& data, Description description)
         else
             unknownParams_.push_back(param);
     }
-    watchParams();
+    watch_.emplace(*this, [this](const oribund::EffectChangeDescription& change) {
+        if (host_)
+            host_->paramEdited(change);
+    });
 }
 
 ModelEffect::~ModelEffect()
@@ -123,17 +125,6 @@ void ModelEffect::addParams()
     }
     if (!group.empty())
         endGroup();
-}
-
-void ModelEffect::watchParams()
-{
-    for (const auto& param : params()) {
-        const oribund::EffectValParamBase* const watched = param.get();
-        watches_.push_back(ParamWatch::make(*param, [this, watched](oribund::EffectChangeCode code) {
-            if (host_)
-                host_->paramEdited(*this, *watched, code);
-        }));
-    }
 }
 
 } // namespace workbench

@@ -1,11 +1,12 @@
 #pragma once
 
-#include "oribund/host/effects/EffectChange.h"
 #include "oribund/host/effects/EffectInstance.h"
+#include "oribund/host/effects/params/EffectWatch.h"
 #include "workbench/model/EditData.h"
 #include "workbench/model/EffectDescription.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace workbench
@@ -13,7 +14,6 @@ namespace workbench
 
 class EffectJournal;
 class ModelEffect;
-class ParamWatch;
 class UndoStack;
 
 /** What an effect needs of the edit that holds it. */
@@ -29,8 +29,7 @@ public:
     virtual void requestEnabled(ObjectId effect, bool enabled) = 0;
 
     /** A parameter has changed, for whatever reason; comes with the parameter's own notification. */
-    virtual void paramEdited(const ModelEffect& effect, const oribund::EffectValParamBase& param,
-                             oribund::EffectChangeCode code) = 0;
+    virtual void paramEdited(const oribund::EffectChangeDescription& change) = 0;
 
 protected:
     ~iModelEffectHost() = default;
@@ -76,14 +75,13 @@ public:
 
 private:
     void addParams();
-    void watchParams();
 
     Description description_;
     PropertyList rest_;
     std::vector<ParamData> unknownParams_;
     iModelEffectHost* host_ = nullptr;
     std::unique_ptr<EffectJournal> effectJournal_;
-    std::vector<std::unique_ptr<ParamWatch>> watches_;
+    std::optional<oribund::EffectWatch> watch_;
 };
 
 } // namespace workbench

@@ -4,7 +4,6 @@
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/edit/monitor/FXVobClient.h"
 #include "oribund/host/effects/EffectInstance.h"
-#include "oribund/host/effects/params/iParamJournal.h"
 
 #include <utility>
 
@@ -19,7 +18,8 @@ struct ORIBUND_API ParamChangeFilter {
     /** The parameters are others than before: what is bound to one has to find it again. */
     static bool isParamSetChange(const EffectChangeDescription& change);
 
-    /** The change concerns the effect, and is of a kind that may alter what a control shows. */
+    /** The change concerns the effect, may alter what a control shows, and has not been told by the parameter itself.
+     */
     static bool concerns(const EffectChangeDescription& change, const IdStamp& effectId);
 
     /** No more than the current time has moved. */
@@ -62,14 +62,6 @@ protected:
 
     /** The value at the current time. */
     std::optional<Value> readValue() { return accessor_.getValue(getEffectPtr(), getClampedTime()); }
-
-    /** Tells whoever records edits that what the user has done is complete. */
-    void endStep()
-    {
-        const Kt::Ptr<EffectInstance> effect = getEffectPtr();
-        if (effect && effect->journal())
-            effect->journal()->endSeries();
-    }
 
     void handleFXModifications(const ChangeDescription& change) override
     {

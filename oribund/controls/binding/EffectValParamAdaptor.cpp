@@ -54,11 +54,13 @@ bool EffectValParamAdaptor<T, Accessor, Observer>::write(const typename Accessor
 {
     if (inChangeSeries_)
         kind = seriesChangeKind_;
+    if (opensChange(kind) || !gesture_.isOpen())
+        gesture_.begin(this->getViewedEdit());
     const bool written = this->accessor().setValue(this->getEffectPtr(), value, this->getClampedTime(), kind);
     if (inChangeSeries_ && written)
         seriesChangeKind_ = ChangeKind::Continuation;
-    if (!inChangeSeries_ && kind == ChangeKind::Single)
-        this->endStep();
+    if (kind == ChangeKind::Single)
+        gesture_.finish();
     return written;
 }
 
@@ -66,21 +68,19 @@ template <class T, class Accessor, class Observer>
 void EffectValParamAdaptor<T, Accessor, Observer>::handleSeriesEnd()
 {
     seriesChangeKind_ = ChangeKind::Start;
-    this->endStep();
+    gesture_.finish();
 }
 
 template <class T, class Accessor, class Observer>
 bool EffectValParamAdaptor<T, Accessor, Observer>::cancelSeries()
 {
-    const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
-    return effect && effect->journal() && effect->journal()->cancelSeries();
+    return gesture_.abort();
 }
 
 template <class T, class Accessor, class Observer>
 bool EffectValParamAdaptor<T, Accessor, Observer>::takeBackSeries()
 {
-    const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
-    return effect && effect->journal() && effect->journal()->takeBackSeries();
+    return gesture_.takeBack();
 }
 
 #define ORIBUND_DEFINE_ADAPTOR(Name, T, Accessor) template class EffectValParamAdaptor<T, Accessor>;

@@ -5,6 +5,7 @@
 #include "oribund/controls/binding/EffectValParamAccessor.h"
 #include "oribund/controls/binding/ParamConversion.h"
 #include "oribund/host/base/Export.h"
+#include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/toolkit/values/ValAdaptorBase.h"
 
 #include <cstdint>
@@ -53,6 +54,7 @@ protected:
     bool write(const typename Accessor::Value& value, ChangeKind kind);
 
 private:
+    EditGesture gesture_; ///< a series, or the single edit that is being made
     std::uint32_t inChangeSeries_ = 0;
     ChangeKind seriesChangeKind_ = ChangeKind::Start;
 };

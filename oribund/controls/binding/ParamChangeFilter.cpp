@@ -36,6 +36,8 @@ bool ParamChangeFilter::concerns(const EffectChangeDescription& change, const Id
 {
     if (change.effect != effectId && !change.effect.isWildcard())
         return false;
+    if (change.flags & EffectChangeDescription::kToldByParams)
+        return false;
     const auto code = static_cast<unsigned>(change.code);
     return code <= kLastRefreshingCode && (kRefreshingCodes & (1u << code)) != 0;
 }

@@ -1,6 +1,7 @@
 #include "oribund/controls/keyframes/KeyframeCommands.h"
 
 #include "oribund/host/base/Numeric.h"
+#include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/edit/Vob.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/effects/EffectInstance.h"

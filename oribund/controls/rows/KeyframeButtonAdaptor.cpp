@@ -1,5 +1,6 @@
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
 
+#include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/toolkit/core/Drawable.h"
 
 #include <utility>
@@ -55,8 +56,9 @@ void KeyframeButtonAdaptor<Accessor>::widgetLeftClicked()
     const Kt::Ptr<AdaptorBase> self = keepAlive();
     const RedrawHold hold;
     this->prepareEdit();
+    EditGesture gesture;
+    gesture.begin(this->getViewedEdit());
     toggleKeyframe(*param);
-    this->endStep();
 }
 
 template <class Accessor>

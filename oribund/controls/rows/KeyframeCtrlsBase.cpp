@@ -4,11 +4,11 @@
 #include "oribund/controls/rows/KeyframeButton.h"
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/effects/EffectInstance.h"
 #include "oribund/host/effects/params/NumberDisplay.h"
 #include "oribund/host/effects/params/ParamText.h"
 #include "oribund/host/effects/params/ParamVisitor.h"
-#include "oribund/host/effects/params/iParamJournal.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/entries/NumericEntry.h"
@@ -155,7 +155,8 @@ void KeyframeCtrlsBase::setKeyframeAdaptor(const Kt::Ptr<ValAdaptorBase<String>>
 
 void KeyframeCtrlsBase::handleFXModifications(const CompoundEffectMonitorClient::ChangeDescription& change)
 {
-    if (!(change.flags & EffectChangeDescription::kTimeOnly))
+    constexpr unsigned kSameParams = ChangeDescription::kTimeOnly | ChangeDescription::kToldByParams;
+    if (!(change.flags & kSameParams))
         followParam();
 }
 
@@ -197,12 +198,12 @@ bool KeyframeCtrlsBase::userReset()
     if (param->functionType() == EffectValParamFnType::Keyframed)
         prepareEdit();
     const double time = clampNormalisedTime(getNormalisedCurrentTime());
+    EditGesture gesture;
+    gesture.begin(getViewedEdit());
     bool done = false;
     visitParam(*param, [&]<class P>(EffectValParam<P>& typed) {
         done = EffectValParamAccessor<P>(typed).setValue(effect, typed.getDefault(), time, ChangeKind::Single);
     });
-    if (effect->journal())
-        effect->journal()->endSeries();
     return done;
 }
 

@@ -11,17 +11,4 @@ void Edit::addModification(const EditModification& modification)
     modifications_.notify(modification);
 }
 
-EditModifier::EditModifier(const EditPtr& edit, const UIString& title)
-    : edit_(edit)
-{
-    if (edit_)
-        edit_->startModify(title);
-}
-
-EditModifier::~EditModifier()
-{
-    if (edit_)
-        edit_->endModify();
-}
-
 } // namespace oribund

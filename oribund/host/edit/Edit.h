@@ -11,14 +11,14 @@ namespace oribund
 {
 
 class CueList;
+class iGestureJournal;
 struct Cue;
-class UIString;
 
 /**
  * An open edit: tracks of segments along a time line that starts at 0 seconds.
  *
  * A host derives its own edit from this. What panels change goes through parameters (EffectValParam) or is bracketed
- * by an EditModifier, so that the host can undo it. User-interface thread only.
+ * by an EditGesture, so that the host can undo it. User-interface thread only.
  */
 class ORIBUND_API Edit : public Kt::InternalRefCount, public iVirtual
 {
@@ -39,17 +39,14 @@ public:
     virtual const CueList& getCues() const = 0;
 
     /**
-     * Puts `cue` in the place of the one with its id and tells the observers. To be bracketed by an EditModifier.
+     * Puts `cue` in the place of the one with its id and tells the observers. To be bracketed by an EditGesture.
      * False, and nothing changed, when there is no such cue or the edit does not take it: because it is read-only, or
      * cannot have a cue at that time.
      */
     virtual bool setCue(const Cue& cue) = 0;
 
-    /** Opens an undo step with a text that a person reads. Calls nest; the outermost one counts. */
-    virtual void startModify(const UIString& title) = 0;
-
-    /** Ends what startModify() began: one undo step, or none where nothing changed. */
-    virtual void endModify() = 0;
+    /** Where the edit keeps undo steps; null by default: what is done cannot be undone. Lives as long as the edit. */
+    virtual iGestureJournal* gestureJournal() { return nullptr; }
 
     /** Tells every observer. */
     void addModification(const EditModification& modification);
@@ -64,20 +61,5 @@ private:
 };
 
 using EditPtr = Kt::Ptr<Edit>;
-
-/** Brackets a change of an edit, so that it is one undo step. */
-class ORIBUND_API EditModifier
-{
-public:
-    /** An empty edit makes a modifier that does nothing. */
-    EditModifier(const EditPtr& edit, const UIString& title);
-    ~EditModifier();
-
-    EditModifier(const EditModifier&) = delete;
-    EditModifier& operator=(const EditModifier&) = delete;
-
-private:
-    EditPtr edit_;
-};
 
 } // namespace oribund

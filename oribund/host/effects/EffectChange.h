@@ -28,6 +28,7 @@ struct EffectChangeDescription {
     static constexpr unsigned kWholesaleRefresh = 2; ///< re-read everything, whatever `code` says
     static constexpr unsigned kSelectionOnly = 4;    ///< no value has changed, only what is selected
     static constexpr unsigned kTimeOnly = 8;         ///< no value has changed, only the current time
+    static constexpr unsigned kToldByParams = 16;    ///< who shows a parameter concerned has heard it from that already
 
     unsigned flags = 0;
     EffectChangeCode code = EffectChangeCode::None;

@@ -3,6 +3,7 @@
 #include "oribund/host/base/UIString.h"
 #include "oribund/host/edit/Cue.h"
 #include "oribund/host/edit/Edit.h"
+#include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/edit/Vob.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitorClient.h"

@@ -1,6 +1,7 @@
 #include "workbench/app/files/MediaFinder.h"
 
 #include "oribund/host/base/UIString.h"
+#include "oribund/host/edit/EditGesture.h"
 #include "workbench/app/session/Say.h"
 #include "workbench/app/session/Workspace.h"
 #include "workbench/engine/MediaProbe.h"
@@ -73,7 +74,8 @@ void MediaFinder::take(const std::vector<Found>& found)
 {
     EditModel& edit = workspace_.edit();
     const std::string first = quotedFile(found.front().media.info.path);
-    edit.startModify(oribund::UIString(oribund::toWide("Find " + first)));
+    oribund::EditGesture gesture;
+    gesture.begin(oribund::EditPtr(&edit), oribund::UIString(oribund::toWide("Find " + first)));
     int followed = -1; // the first is no neighbour
     for (const auto& [media, file] : found) {
         // Meanwhile another project may have been opened.
@@ -86,7 +88,7 @@ void MediaFinder::take(const std::vector<Found>& found)
             say(quotedFile(media.info.path) + " was not found again. " + outcome.refused);
         followed += static_cast<bool>(outcome);
     }
-    edit.endModify();
+    gesture.finish();
     if (followed > 0)
         say("With " + first + ", " + std::to_string(followed) + " more media files were found.",
             oribund::MessageSink::Severity::Information);

@@ -3,8 +3,6 @@
 #include "workbench/model/Ids.h"
 #include "workbench/model/host/ModelVob.h"
 
-#include <utility>
-
 namespace workbench
 {
 
@@ -23,10 +21,7 @@ ModelMonitor::ModelMonitor(ModelVob& vob, EditModel& edit)
     params_.attach(edit.paramEdits());
 }
 
-ModelMonitor::~ModelMonitor()
-{
-    ModelMonitor::endBackups();
-}
+ModelMonitor::~ModelMonitor() = default;
 
 const Segment* ModelMonitor::shownSegment(const IdStamp& track) const
 {
@@ -83,34 +78,6 @@ oribund::NumRange<double> ModelMonitor::getEditRegion(const IdStamp& effect) con
     return {vob_.timeOf(segment->data.start), vob_.timeOf(segment->data.end())};
 }
 
-void ModelMonitor::makeBackup(oribund::BackupKind, const oribund::EffectModification&)
-{
-    if (inGesture_ || edit_.isReadOnly())
-        return;
-    inGesture_ = true;
-    edit_.undoStack().beginParamGesture();
-    gesture_ = edit_.undoStack().openStep();
-}
-
-bool ModelMonitor::backupsStand() const
-{
-    return !inGesture_ || edit_.undoStack().openStep() == gesture_;
-}
-
-void ModelMonitor::endBackups()
-{
-    const bool ours = backupsStand();
-    if (std::exchange(inGesture_, false) && ours)
-        edit_.undoStack().endGesture();
-}
-
-void ModelMonitor::restoreBackups()
-{
-    const bool ours = backupsStand();
-    if (std::exchange(inGesture_, false) && ours)
-        edit_.undoStack().cancelGesture();
-}
-
 int ModelMonitor::handleModification(const oribund::EditModification& modification)
 {
     oribund::EffectChangeDescription change;
@@ -124,7 +91,9 @@ int ModelMonitor::handleModification(const oribund::EditModification& modificati
         change.effect = modification.object;
         break;
     case Type::EffectContent:
+        // The parameters themselves have told all but what becomes of selected keyframes once the whole step is there.
         change.code = EffectChangeCode::KeyframesChanged;
+        change.flags = oribund::EffectChangeDescription::kToldByParams;
         change.effect = modification.object;
         break;
     default:
@@ -139,11 +108,7 @@ int ModelMonitor::handleModification(const oribund::EditModification& modificati
 
 int ModelMonitor::handleParam(const ParamEdited& edited)
 {
-    oribund::EffectChangeDescription change;
-    change.code = edited.code;
-    change.effect = edited.effect;
-    change.param = edited.param;
-    effectChanged(change);
+    effectChanged(edited);
     return 0;
 }
 

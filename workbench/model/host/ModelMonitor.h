@@ -27,14 +27,6 @@ public:
     oribund::Kt::Ptr<oribund::EffectInstance> findEffect(const oribund::IdStamp& effect) const override;
     oribund::NumRange<double> getEditRegion(const oribund::IdStamp& effect) const override;
 
-    /** All backups until the end of a gesture are one undo step. */
-    void makeBackup(oribund::BackupKind kind, const oribund::EffectModification& modification) override;
-
-protected:
-    void endBackups() override;
-    void restoreBackups() override;
-    bool backupsStand() const override;
-
 private:
     const Segment* shownSegment(const oribund::IdStamp& track) const;
     int handleModification(const oribund::EditModification& modification);
@@ -42,8 +34,6 @@ private:
 
     ModelVob& vob_;
     EditModel& edit_;
-    bool inGesture_ = false;
-    std::size_t gesture_ = 0; ///< its undo step
     oribund::MethodCallback<ModelMonitor, oribund::EditModification> modifications_;
     oribund::MethodCallback<ModelMonitor, ParamEdited> params_;
 };

@@ -58,19 +58,4 @@ void EffectJournal::batchEnded(EffectValParamBase&, BatchReason, ChangeKind)
     undo_.endParamBatch();
 }
 
-bool EffectJournal::cancelSeries()
-{
-    return undo_.cancelGesture();
-}
-
-void EffectJournal::endSeries()
-{
-    undo_.endGesture();
-}
-
-bool EffectJournal::takeBackSeries()
-{
-    return undo_.takeBackSeries();
-}
-
 } // namespace workbench

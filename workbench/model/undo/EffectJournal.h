@@ -35,9 +35,6 @@ public:
     void batchStarted(oribund::EffectValParamBase& param, oribund::BatchReason reason,
                       oribund::ChangeKind kind) override;
     void batchEnded(oribund::EffectValParamBase& param, oribund::BatchReason reason, oribund::ChangeKind kind) override;
-    bool cancelSeries() override;
-    void endSeries() override;
-    bool takeBackSeries() override;
 
 private:
     UndoStack& undo_;

@@ -1,6 +1,8 @@
 #include "workbench/model/undo/UndoStack.h"
 
+#include "oribund/host/base/UIString.h"
 #include "oribund/host/edit/Edit.h"
+#include "oribund/host/services/TextTable.h"
 
 #include <algorithm>
 #include <set>
@@ -11,6 +13,7 @@ namespace workbench
 {
 
 using oribund::ChangeKind;
+using oribund::iGestureJournal;
 using oribund::WString;
 
 UndoStack::UndoStack(Timeline& timeline, oribund::Edit& edit)
@@ -39,7 +42,7 @@ bool UndoStack::undo()
     if (done_ == 0)
         return false;
     --done_;
-    seriesEnded_ = false;
+    finished_ = kNone;
     applying_ = true;
     steps_[done_].revert(timeline_, toTell_);
     applying_ = false;
@@ -55,7 +58,7 @@ bool UndoStack::redo()
     if (done_ == steps_.size())
         return false;
     ++done_;
-    seriesEnded_ = false;
+    finished_ = kNone;
     applying_ = true;
     steps_[done_ - 1].apply(timeline_, toTell_);
     applying_ = false;
@@ -79,7 +82,7 @@ void UndoStack::beginModify(const WString& title, ChangeKind kind)
 {
     rewound_.reset();
     // Within a batch of parameter changes all belongs to the step that the batch has opened.
-    if (depth_ == 0 && how_ != Open::Gesture && batchDepth_ == 0) {
+    if (depth_ == 0 && batchDepth_ == 0) {
         const bool joins = kind == ChangeKind::Continuation && how_ == Open::Series && seriesTitle_ == title;
         if (!joins)
             open(Open::Modify, title);
@@ -93,7 +96,7 @@ void UndoStack::endModify()
 {
     if (depth_ == 0 || --depth_ > 0)
         return;
-    if (how_ != Open::Gesture && batchDepth_ == 0) {
+    if (batchDepth_ == 0) {
         how_ = Open::Series;
         if (!stays_ && !applying_)
             close();
@@ -152,7 +155,7 @@ void UndoStack::endParamBatch()
 
 void UndoStack::openSeries(ChangeKind kind)
 {
-    if (depth_ > 0 || how_ == Open::Gesture || how_ == Open::ParamGesture)
+    if (depth_ > 0 || how_ == Open::Gesture)
         return;
     if (kind == ChangeKind::Continuation && how_ == Open::Series && seriesTitle_.empty())
         return;
@@ -161,36 +164,64 @@ void UndoStack::openSeries(ChangeKind kind)
     changes_.notify({});
 }
 
-void UndoStack::beginGesture(const WString& title)
+iGestureJournal::Number UndoStack::beginGesture(const oribund::UIString& text)
 {
-    if (!busy())
-        open(Open::Gesture, title);
+    if (!text.empty()) {
+        beginModify(text.isLiteral() ? text.expand(text.text()) : oribund::displayText(text));
+        return named_.emplace_back(++lastGesture_);
+    }
+    if (busy())
+        return kNone;
+    open(Open::Gesture, {});
+    return gesture_ = ++lastGesture_;
 }
 
-void UndoStack::beginParamGesture()
+bool UndoStack::isGestureOpen(Number gesture) const
 {
-    if (!busy())
-        open(Open::ParamGesture, {});
+    return gesture != kNone &&
+           (gesture == gesture_ || std::find(named_.begin(), named_.end(), gesture) != named_.end());
+}
+
+void UndoStack::finishGesture(Number gesture)
+{
+    if (!isGestureOpen(gesture))
+        return;
+    const std::size_t before = done_;
+    if (std::erase(named_, gesture) > 0)
+        endModify();
+    else
+        endGesture();
+    finished_ = done_ == before + 1 && !current_ ? gesture : kNone;
+}
+
+bool UndoStack::abortGesture(Number gesture)
+{
+    if (!isGestureOpen(gesture))
+        return false;
+    if (gesture == gesture_)
+        return cancelGesture();
+    if (depth_ > 1 || batchDepth_ > 0 || applying_)
+        return false;
+    named_.clear();
+    depth_ = 0;
+    return cancelGesture();
+}
+
+bool UndoStack::takeBackGesture(Number gesture)
+{
+    if (gesture == kNone || gesture != finished_ || !undo())
+        return false;
+    dropUndone();
+    changes_.notify({});
+    return true;
 }
 
 void UndoStack::endGesture()
 {
     if (busy() || !current_)
         return;
-    const bool isSeries = how_ == Open::Series;
-    const std::size_t before = done_;
     close();
-    seriesEnded_ = isSeries && done_ > before;
     changes_.notify({});
-}
-
-bool UndoStack::takeBackSeries()
-{
-    if (!seriesEnded_ || !undo())
-        return false;
-    dropUndone();
-    changes_.notify({});
-    return true;
 }
 
 bool UndoStack::cancelGesture()
@@ -199,6 +230,7 @@ bool UndoStack::cancelGesture()
         return false;
     const std::unique_ptr<EditCommand> cancelled = std::exchange(current_, nullptr);
     how_ = Open::Nothing;
+    gesture_ = kNone;
     if (cancelled->isNull())
         return false;
     applying_ = true;
@@ -211,7 +243,7 @@ bool UndoStack::cancelGesture()
 void UndoStack::setClean()
 {
     endGesture();
-    seriesEnded_ = false; // what was saved can be undone, but not forgotten
+    finished_ = kNone; // what was saved can be undone, but not forgotten
     clean_ = static_cast<std::ptrdiff_t>(done_);
     changes_.notify({});
 }
@@ -227,14 +259,14 @@ void UndoStack::open(Open how, const WString& title)
         return;
     close();
     current_ = std::make_unique<EditCommand>(title);
-    ++opened_;
     how_ = how;
 }
 
 void UndoStack::close()
 {
-    seriesEnded_ = false;
+    finished_ = kNone;
     how_ = Open::Nothing;
+    gesture_ = kNone;
     const std::unique_ptr<EditCommand> closing = std::exchange(current_, nullptr);
     if (!closing || closing->isNull())
         return;

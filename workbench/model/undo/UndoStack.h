@@ -1,5 +1,6 @@
 #pragma once
 
+#include "oribund/host/edit/iGestureJournal.h"
 #include "oribund/host/notify/ChangeKind.h"
 #include "oribund/host/notify/Notifier.h"
 #include "workbench/model/undo/EditCommand.h"
@@ -24,11 +25,11 @@ struct UndoStackEvent {
  * Every change of an edit passes here, and all of it can be undone.
  *
  * What belongs together is one step: a drag (a series of changes: Start, then Continuations), all that happens between
- * beginModify() and endModify(), and all between beginGesture() and endGesture(). A series ends with the next thing
- * that is not its continuation or with endGesture(), never by itself after a time. A step that changes nothing in the
- * end is forgotten. User-interface thread only.
+ * beginModify() and endModify(), and all changes of parameters within a gesture. A series ends with the next thing that
+ * is not its continuation or with endGesture(), never by itself after a time. A step that changes nothing in the end is
+ * forgotten. User-interface thread only.
  */
-class UndoStack
+class UndoStack final : public oribund::iGestureJournal
 {
 public:
     /** `edit` is told what changed, once the whole of an operation is done. Both outlive the stack. */
@@ -83,23 +84,18 @@ public:
     void beginParamBatch(oribund::ChangeKind kind);
     void endParamBatch();
 
-    /** Opens a step by hand, for a gesture of many different changes. An empty title lets the changes speak. */
-    void beginGesture(const oribund::WString& title = {});
-
-    /** The same for changes of parameters alone: any other modification ends it, and is a step by itself. */
-    void beginParamGesture();
-
-    /** Names the step that is open: another number for each, 0 while none is. */
-    std::size_t openStep() const { return current_ ? opened_ : 0; }
+    // The gestures of the library. One with a text is a modification of that text.
+    Number beginGesture(const oribund::UIString& text) override;
+    bool isGestureOpen(Number gesture) const override;
+    void finishGesture(Number gesture) override;
+    bool abortGesture(Number gesture) override;
+    bool takeBackGesture(Number gesture) override;
 
     /** Ends the gesture or series under way, if any. */
     void endGesture();
 
     /** Takes back what the gesture or series under way has done so far, and forgets it. False when there is nothing. */
     bool cancelGesture();
-
-    /** Undoes the series that endGesture() has ended, and forgets it. False when anything has been done since. */
-    bool takeBackSeries();
 
     /** Remembers the present state as the one that is saved. */
     void setClean();
@@ -108,7 +104,7 @@ public:
     oribund::Notifier<UndoStackEvent>& changes() { return changes_; }
 
 private:
-    enum class Open { Nothing, Series, Gesture, ParamGesture, Modify };
+    enum class Open { Nothing, Series, Gesture, Modify };
 
     void open(Open how, const oribund::WString& title);
     void openSeries(oribund::ChangeKind kind);
@@ -125,13 +121,15 @@ private:
     std::size_t done_ = 0;
     std::ptrdiff_t clean_ = 0; ///< the position that is saved; -1 when no undo leads there
     std::unique_ptr<EditCommand> current_;
-    std::size_t opened_ = 0; ///< how many steps were
     Open how_ = Open::Nothing;
     int depth_ = 0;
     int batchDepth_ = 0;
-    bool applying_ = false;    ///< a step is being undone or redone; what observers do meanwhile stays in one open step
-    bool seriesEnded_ = false; ///< the last step is a series, and nothing has happened since its end
-    bool stays_ = false;       ///< the step goes on as a series after endModify()
+    bool applying_ = false; ///< a step is being undone or redone; what observers do meanwhile stays in one open step
+    bool stays_ = false;    ///< the step goes on as a series after endModify()
+    Number lastGesture_ = kNone;
+    Number gesture_ = kNone;    ///< the one that is open without a text
+    Number finished_ = kNone;   ///< the one that made the last step, since when nothing has happened
+    std::vector<Number> named_; ///< those that are open with a text, the innermost last
     oribund::WString seriesTitle_;
     std::unique_ptr<EditCommand> rewound_;
     std::vector<oribund::EditModification> toTell_;

@@ -139,15 +139,6 @@ void CompoundEffectKeyframes::followKeyframes()
         selection_->follow(IdStamp::wildcard(), {});
 }
 
-void CompoundEffectKeyframes::tell(EffectChangeCode code, const IdStamp& effect)
-{
-    EffectChangeDescription change;
-    change.code = code;
-    change.effect = effect;
-    noteChange(change);
-    relay_.tell(change);
-}
-
 void CompoundEffectKeyframes::tellSelection(const IdStamp& effect, const IdStamp& param)
 {
     EffectChangeDescription change;

@@ -2,6 +2,7 @@
 
 #include "oribund/host/base/Export.h"
 #include "oribund/host/base/FXTime.h"
+#include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/edit/EffectModification.h"
 #include "oribund/host/edit/monitor/EffectChangeRelay.h"
 #include "oribund/host/edit/monitor/TrackEffects.h"
@@ -29,8 +30,8 @@ class Vob;
  * several parameters.
  *
  * IdStamp::wildcard() as an effect stands for all effects of the edit, an invalid stamp as a parameter for all
- * parameters. Each edit is one undo step and one notification; a read-only edit refuses it. Edits return whether
- * anything has changed. User-interface thread only.
+ * parameters. Each edit is one undo step, and one notification of what the host tells of it; a read-only edit refuses
+ * it. Edits return whether anything has changed. User-interface thread only.
  */
 class ORIBUND_API CompoundEffectKeyframes : public TrackEffects
 {
@@ -78,8 +79,9 @@ public:
     /** Ends the gesture, and takes back what it moved. */
     void cancelTrim();
 
-    /** Announces the next change of a gesture: the backups of one gesture are one undo step. */
-    virtual void makeBackup(BackupKind kind, const EffectModification& modification) = 0;
+    /** Announces the next change of a gesture, up to endTrim() or cancelTrim(): the backups of one gesture are one undo
+        step of the edit. A host that is to know of them overrides this, and calls it. */
+    virtual void makeBackup(BackupKind kind, const EffectModification& modification);
 
     // Copies
 
@@ -112,14 +114,6 @@ public:
 protected:
     explicit CompoundEffectKeyframes(Vob& vob);
 
-    /** The gesture is complete, or is to be taken back. */
-    virtual void endBackups() = 0;
-    virtual void restoreBackups() = 0;
-
-    /** False from when something else, such as an undo or another edit, ends the gesture that makeBackup() began, up to
-        endBackups() or restoreBackups(): what it has done then stands. */
-    virtual bool backupsStand() const { return true; }
-
     /** For the derived class: brings sets and selection in step with what has changed, before anybody is told. */
     void noteChange(const EffectChangeDescription& change);
 
@@ -137,11 +131,10 @@ private:
     bool canEdit() const;
     Kt::Ptr<EffectInstance> findAtWork(const IdStamp& track, const IdStamp& id) const;
     std::vector<Kt::Ptr<EffectInstance>> effectsMeant(const IdStamp& effect) const;
-    bool remove(const KeyframeRemoval& removal, const IdStamp& effect);
+    bool remove(const KeyframeRemoval& removal);
     std::shared_ptr<KeyframeTrim> beginTrim(const IdStamp& track);
     void select(const KeyframeTrim& trim);
     void followKeyframes();
-    void tell(EffectChangeCode code, const IdStamp& effect);
     void tellSelection(const IdStamp& effect, const IdStamp& param);
 
     Vob* vob_;
@@ -149,6 +142,7 @@ private:
     std::unique_ptr<FollowedSelection> selection_;
     std::unique_ptr<TrackKeyframes> keyframes_;
     std::shared_ptr<KeyframeTrim> trim_; ///< the gesture under way
+    EditGesture gesture_;                ///< that was announced
     int editing_ = 0;
     std::vector<KeyframeSelection::Key> changed_; ///< of which the selection does not know yet
 };

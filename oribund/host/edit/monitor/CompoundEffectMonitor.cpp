@@ -9,6 +9,25 @@
 namespace oribund
 {
 
+namespace
+{
+/** A parameter tells its own observers of its value, keyframes and function type. */
+bool isChangeOfOneParam(const EffectChangeDescription& change)
+{
+    switch (change.code) {
+    case EffectChangeCode::ParamValueChanged:
+    case EffectChangeCode::KeyframesMoved:
+    case EffectChangeCode::KeyframesChanged:
+    case EffectChangeCode::FunctionTypeChanged:
+    case EffectChangeCode::CurveShapeChanged:
+        return change.param.valid() && !change.param.isWildcard() &&
+               !(change.flags & EffectChangeDescription::kWholesaleRefresh);
+    default:
+        return false;
+    }
+}
+} // namespace
+
 CompoundEffectMonitor::CompoundEffectMonitor(Vob& vob)
     : CompoundEffectKeyframes(vob)
     , timeCallback_(this, &CompoundEffectMonitor::handleTimeEvent)
@@ -42,9 +61,13 @@ FXTime CompoundEffectMonitor::getCurrentFXTime(const Kt::Ptr<EffectInstance>& ef
 
 void CompoundEffectMonitor::effectChanged(const EffectChangeDescription& change)
 {
-    refreshFXVobs();
-    noteChange(change);
-    relay().tell(change);
+    EffectChangeDescription told = change;
+    if (isChangeOfOneParam(change))
+        told.flags |= EffectChangeDescription::kToldByParams;
+    else
+        refreshFXVobs();
+    noteChange(told);
+    relay().tell(told);
 }
 
 void CompoundEffectMonitor::refreshFXVobs()

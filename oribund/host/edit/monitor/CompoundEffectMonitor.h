@@ -36,7 +36,11 @@ public:
     /** The part of effect time that the user works on; every time bar of the track marks it. */
     ValServer<NumRange<FXTime, Unordered>>& getSignificantRegionServer() { return significantRegion_; }
 
-    /** For the host: brings FXVobs, keyframe sets and selection in step with the edit, then tells every client. */
+    /**
+     * For the host: brings FXVobs, keyframe sets and selection in step with the edit, then tells every client. To be
+     * called once for every change of an effect, whoever has made it: the library does not tell of its own edits. A
+     * change of one parameter names it, and then refreshes nobody but those who show it (EffectWatch tells of them so).
+     */
     void effectChanged(const EffectChangeDescription& change);
 
     /** For clients, which register by CompoundEffectMonitorClient. */

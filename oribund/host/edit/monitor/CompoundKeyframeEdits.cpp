@@ -87,7 +87,6 @@ bool CompoundEffectKeyframes::addKeyframesAt(const IdStamp& track, const IdStamp
     const EditModifier modifier(vob_->getEdit(), L"Add keyframes");
     for (const auto& param : lacking)
         param->graph()->subdivide(time.normalised);
-    tell(EffectChangeCode::KeyframesChanged, id);
     return true;
 }
 
@@ -98,7 +97,7 @@ bool CompoundEffectKeyframes::removeKeyframesAt(const IdStamp& track, const IdSt
         for (const auto& keyframe : keyframes_->setOf(effect).at(time.normalised))
             removal.add(*effect, keyframe.param, std::array{keyframe.time}, time.normalised);
     }
-    return remove(removal, id);
+    return remove(removal);
 }
 
 bool CompoundEffectKeyframes::removeSelectedKeyframes(const IdStamp& effect, const IdStamp& param)
@@ -111,17 +110,16 @@ bool CompoundEffectKeyframes::removeSelectedKeyframes(const IdStamp& effect, con
             removal.add(*owner, key.second, times, clampNormalisedTime(now.normalised));
         }
     }
-    return remove(removal, effect);
+    return remove(removal);
 }
 
-bool CompoundEffectKeyframes::remove(const KeyframeRemoval& removal, const IdStamp& effect)
+bool CompoundEffectKeyframes::remove(const KeyframeRemoval& removal)
 {
     if (removal.count() == 0 || !canEdit())
         return false;
     const Editing editing(*this);
     const EditModifier modifier(vob_->getEdit(), titleOf(L"Remove", removal.count()));
     removal.apply();
-    tell(EffectChangeCode::KeyframesChanged, effect);
     return true;
 }
 
@@ -137,7 +135,7 @@ std::shared_ptr<KeyframeTrim> CompoundEffectKeyframes::beginTrim(const IdStamp& 
 
 bool CompoundEffectKeyframes::trimSelectedKeyframes(const IdStamp& track, double delta)
 {
-    if (!canEdit() || (trim_ && !backupsStand()))
+    if (!canEdit() || gesture_.isLost())
         return false;
     if (!trim_)
         trim_ = beginTrim(track);
@@ -146,7 +144,6 @@ bool CompoundEffectKeyframes::trimSelectedKeyframes(const IdStamp& track, double
     if (!trim->moveBy(delta))
         return false;
     select(*trim);
-    tell(EffectChangeCode::KeyframesMoved, IdStamp::wildcard());
     return true;
 }
 
@@ -157,25 +154,30 @@ void CompoundEffectKeyframes::select(const KeyframeTrim& trim)
     selection_->set(std::move(moved));
 }
 
+void CompoundEffectKeyframes::makeBackup(BackupKind, const EffectModification&)
+{
+    if (canEdit() && !gesture_.isBegun())
+        gesture_.begin(vob_->getEdit());
+}
+
 void CompoundEffectKeyframes::endTrim()
 {
     trim_.reset();
-    endBackups();
+    gesture_.finish();
 }
 
 void CompoundEffectKeyframes::cancelTrim()
 {
     const std::shared_ptr<KeyframeTrim> trim = std::exchange(trim_, nullptr);
-    if (!trim || !canEdit() || !backupsStand()) {
-        endBackups();
+    if (!trim || !canEdit() || gesture_.isLost()) {
+        gesture_.finish();
         return;
     }
     const Editing editing(*this);
-    restoreBackups();
-    // A host that keeps no backups, and none for a gesture that was not announced, leaves it to us.
+    gesture_.abort();
+    // An edit that keeps no journal, and a gesture that was not announced, leave it to us.
     trim->restore();
     select(*trim);
-    tell(EffectChangeCode::KeyframesMoved, IdStamp::wildcard());
 }
 
 KeyframeClip CompoundEffectKeyframes::copySelectedKeyframes(const IdStamp& effect, const IdStamp& param) const
@@ -214,7 +216,6 @@ int CompoundEffectKeyframes::pasteKeyframes(const IdStamp& track, const Keyframe
     KeyframeSelection pasted;
     paste.apply(pasted);
     selection_->set(std::move(pasted));
-    tell(EffectChangeCode::KeyframesChanged, IdStamp::wildcard());
     return count;
 }
 

@@ -11,11 +11,14 @@ namespace
 /** One change that covers two. */
 EffectChangeDescription merged(EffectChangeDescription one, const EffectChangeDescription& other)
 {
-    constexpr unsigned kRestricting = EffectChangeDescription::kSelectionOnly | EffectChangeDescription::kTimeOnly;
+    using Change = EffectChangeDescription;
+    constexpr unsigned kRestricting = Change::kSelectionOnly | Change::kTimeOnly | Change::kToldByParams;
     one.flags = ((one.flags | other.flags) & ~kRestricting) | (one.flags & other.flags & kRestricting);
-    if (one.code != other.code) {
+    if (one.code != other.code && (one.flags & Change::kToldByParams)) {
+        one.code = EffectChangeCode::KeyframesChanged;
+    } else if (one.code != other.code) {
         one.code = EffectChangeCode::None;
-        one.flags |= EffectChangeDescription::kWholesaleRefresh;
+        one.flags |= Change::kWholesaleRefresh;
     }
     if (one.effect != other.effect)
         one.effect = IdStamp::wildcard();

@@ -11,7 +11,8 @@ namespace oribund
 
 /**
  * Tells the clients of a monitor what has changed. While it is held it gathers that, and tells it as one change in the
- * end: of all effects where it were several, of anything where the changes were of several kinds.
+ * end: of all effects where it were several, of anything where the changes were of several kinds and not all told by
+ * the parameters themselves.
  */
 class ORIBUND_API EffectChangeRelay
 {

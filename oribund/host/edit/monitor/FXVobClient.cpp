@@ -35,6 +35,11 @@ void FXVobClient::prepareEdit() const
         vob->prepareEdit(handle_.getFXVob()->getEditRegion());
 }
 
+EditPtr FXVobClient::getViewedEdit() const
+{
+    return getVob() ? getVob()->getEdit() : EditPtr();
+}
+
 void FXVobClient::setViewHandle(const FXViewHandle& handle)
 {
     handle_ = handle;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "oribund/host/edit/Edit.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitorClient.h"
 #include "oribund/host/edit/monitor/FXViewHandle.h"
 #include "oribund/host/effects/EffectInstance.h"
@@ -22,6 +23,9 @@ public:
     const Kt::Ptr<FXVob>& getFXVob() const { return handle_.getFXVob(); }
 
     Vob* getVob() const { return handle_.getVob(); }
+
+    /** Empty without a view, and while the viewer shows no edit. */
+    EditPtr getViewedEdit() const;
 
     /** The current time as effect time: 0 at the effect's start, 1 at its end; not limited. 0 without a view. */
     double getNormalisedCurrentTime() const;

@@ -14,7 +14,7 @@ enum class EffectValParamFnType : int;
  * With which a host records what a user does to parameters, to undo it. Receives each elementary change before
  * observers are told of it (use the arguments: the constant itself is stored only then); each but the change of many
  * keyframes is small whatever the size of the graph. Undone and redone through the restore functions of
- * EffectValParamBase under a JournalSuspension. Must not edit the parameter from these calls, cancelSeries() excepted.
+ * EffectValParamBase under a JournalSuspension. Must not edit the parameter from these calls.
  */
 class iParamJournal
 {
@@ -37,15 +37,6 @@ public:
     /** Around what is one edit; changes in between may carry other kinds than the batch, whose kind counts. */
     virtual void batchStarted(EffectValParamBase& param, BatchReason reason, ChangeKind kind) = 0;
     virtual void batchEnded(EffectValParamBase& param, BatchReason reason, ChangeKind kind) = 0;
-
-    /** Restores what was there before the open series. False when there is nothing to cancel. */
-    virtual bool cancelSeries() = 0;
-
-    /** What the user does next is another step. Without an open series nothing follows from it. */
-    virtual void endSeries() = 0;
-
-    /** Undoes the series that was ended last, as if it had not been. False when anything has been done since. */
-    virtual bool takeBackSeries() = 0;
 
 protected:
     ~iParamJournal() = default;
