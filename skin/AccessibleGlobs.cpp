@@ -11,7 +11,7 @@
 
 #include <algorithm>
 
-namespace workbench
+namespace oribund::qt
 {
 
 using oribund::Accessible;
@@ -174,4 +174,4 @@ void AccessibleGlobs::tellChange(Glob& glob, unsigned changes)
     tellFocus(); // another cell of a table may have it now
 }
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "skin/Export.h"
+
 #include <map>
 #include <utility>
 
@@ -10,7 +12,7 @@ namespace oribund
 class Glob;
 }
 
-namespace workbench
+namespace oribund::qt
 {
 
 class GlobAccessible;
@@ -20,7 +22,7 @@ class PanelSurface;
  * What screen readers know of a surface: each glob of its tree, and each part that a glob tells apart, stands for one
  * child without a widget. Nothing is made before it is asked for. Belongs to the surface.
  */
-class AccessibleGlobs
+class ORIBUND_QT_API AccessibleGlobs
 {
 public:
     explicit AccessibleGlobs(PanelSurface& surface);
@@ -53,4 +55,4 @@ private:
     QAccessibleInterface* toldFocus_ = nullptr; ///< compared only
 };
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -2,7 +2,7 @@
 
 #include "skin/QtConversions.h"
 
-namespace workbench
+namespace oribund::qt
 {
 
 ColourChooser* ColourChooser::open(oribund::ColourSwatch& swatch, QWidget& surface)
@@ -47,4 +47,4 @@ void ColourChooser::done(int result)
         swatch->userCancel();
 }
 
-} // namespace workbench
+} // namespace oribund::qt

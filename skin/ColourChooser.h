@@ -7,7 +7,7 @@
 
 #include <QColorDialog>
 
-namespace workbench
+namespace oribund::qt
 {
 
 /**
@@ -32,4 +32,4 @@ private:
     oribund::GlobRef<oribund::ColourSwatch> swatch_;
 };
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -11,7 +11,7 @@
 
 #include <algorithm>
 
-namespace workbench
+namespace oribund::qt
 {
 
 namespace
@@ -208,4 +208,4 @@ int DarkStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
     return QProxyStyle::styleHint(hint, option, widget, returnData);
 }
 
-} // namespace workbench
+} // namespace oribund::qt

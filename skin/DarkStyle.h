@@ -5,7 +5,7 @@
 class QStyleOptionComboBox;
 class QStyleOptionSpinBox;
 
-namespace workbench
+namespace oribund::qt
 {
 
 /**
@@ -32,4 +32,4 @@ private:
     void drawSpin(const QStyleOptionSpinBox& option, QPainter& painter, const QWidget* widget) const;
 };
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -13,7 +13,7 @@
 
 #include <utility>
 
-namespace workbench
+namespace oribund::qt
 {
 
 using oribund::Colour;
@@ -197,4 +197,4 @@ void DarkTheme::apply(QApplication& application)
     application.setStyleSheet(styleSheet(scheme));
 }
 
-} // namespace workbench
+} // namespace oribund::qt

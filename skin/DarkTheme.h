@@ -1,5 +1,7 @@
 #pragma once
 
+#include "skin/Export.h"
+
 #include <QPalette>
 #include <QString>
 
@@ -10,14 +12,14 @@ namespace oribund
 class ColourScheme;
 }
 
-namespace workbench
+namespace oribund::qt
 {
 
 /**
  * Makes all native widgets look as the panels do. Colours and sizes come from the library's standard look (UifStd),
  * which is the only place where they are written down.
  */
-class DarkTheme
+class ORIBUND_QT_API DarkTheme
 {
 public:
     /**
@@ -30,4 +32,4 @@ public:
     static QString styleSheet(const oribund::ColourScheme& scheme);
 };
 
-} // namespace workbench
+} // namespace oribund::qt

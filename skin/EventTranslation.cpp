@@ -12,7 +12,7 @@
 #include <cmath>
 #include <utility>
 
-namespace workbench
+namespace oribund::qt
 {
 
 using oribund::Event;
@@ -173,4 +173,4 @@ Qt::CursorShape toQt(oribund::MouseCursor cursor)
     return Qt::ArrowCursor;
 }
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -10,7 +10,7 @@ class QMouseEvent;
 class QWheelEvent;
 
 /** Qt's input events as the library's; positions are those of the widget that got them. */
-namespace workbench
+namespace oribund::qt
 {
 
 /** A press, double click, release or move, as the Qt event's type says. */
@@ -23,4 +23,4 @@ oribund::Event toEvent(const QKeyEvent& event);
 
 Qt::CursorShape toQt(oribund::MouseCursor cursor);
 
-} // namespace workbench
+} // namespace oribund::qt

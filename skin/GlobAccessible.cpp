@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace workbench
+namespace oribund::qt
 {
 
 using oribund::Accessible;
@@ -212,7 +212,7 @@ QRect GlobAccessible::rect() const
     if (!isValid())
         return {};
     const oribund::Kt::Box<int> box = description().box;
-    const QPoint corner = workbench::toQt(glob_->toCanvas(box.topLeft()));
+    const QPoint corner = qt::toQt(glob_->toCanvas(box.topLeft()));
     return {all_.surface().mapToGlobal(corner), QSize(box.width(), box.height())};
 }
 
@@ -225,7 +225,7 @@ QString GlobAccessible::text(QAccessible::Text kind) const
     case QAccessible::Description:
         return toDisplay(now.help);
     case QAccessible::Value:
-        return workbench::toQt(now.value);
+        return qt::toQt(now.value);
     default:
         return {};
     }
@@ -310,4 +310,4 @@ QVariant GlobAccessible::minimumStepSize() const
     return ofNumber(&AccessibleNumber::step);
 }
 
-} // namespace workbench
+} // namespace oribund::qt

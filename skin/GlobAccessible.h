@@ -13,7 +13,7 @@ namespace oribund
 class Glob;
 }
 
-namespace workbench
+namespace oribund::qt
 {
 
 class AccessibleGlobs;
@@ -70,4 +70,4 @@ private:
     int part_;
 };
 
-} // namespace workbench
+} // namespace oribund::qt

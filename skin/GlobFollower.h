@@ -1,6 +1,6 @@
 #pragma once
 
-namespace workbench
+namespace oribund::qt
 {
 
 /** A native widget that a surface has opened for a glob, and that goes when the glob does. */
@@ -13,4 +13,4 @@ public:
     virtual void followGlob() = 0;
 };
 
-} // namespace workbench
+} // namespace oribund::qt

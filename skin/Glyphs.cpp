@@ -11,7 +11,7 @@
 #include <array>
 #include <cmath>
 
-namespace workbench
+namespace oribund::qt
 {
 
 namespace
@@ -233,4 +233,4 @@ QIcon glyphIcon(Glyph glyph)
     return QIcon(new GlyphIconEngine(glyph));
 }
 
-} // namespace workbench
+} // namespace oribund::qt

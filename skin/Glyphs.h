@@ -1,5 +1,7 @@
 #pragma once
 
+#include "skin/Export.h"
+
 #include <QIcon>
 #include <QStringView>
 
@@ -9,7 +11,7 @@ class QColor;
 class QPainter;
 class QRectF;
 
-namespace workbench
+namespace oribund::qt
 {
 
 /** The icons of the interface. Vector shapes on a grid of 16 by 16, so that they are sharp in any size and at any
@@ -61,18 +63,18 @@ enum class Glyph {
 };
 
 /** The glyph of a name such as "play" or "keyframe-here", by which the library asks for icons; none for another. */
-std::optional<Glyph> glyphNamed(QStringView name);
+ORIBUND_QT_API std::optional<Glyph> glyphNamed(QStringView name);
 
 /** Its name, plain ASCII. */
-const char* glyphName(Glyph glyph);
+ORIBUND_QT_API const char* glyphName(Glyph glyph);
 
 /** Paints it in one colour into the largest square that is centred in the box. */
-void paintGlyph(QPainter& painter, Glyph glyph, const QRectF& box, const QColor& colour);
+ORIBUND_QT_API void paintGlyph(QPainter& painter, Glyph glyph, const QRectF& box, const QColor& colour);
 
 /**
  * For actions and native buttons. It is painted anew in each size and at each scale, in the colour of button texts of
  * the application's palette at that time; greyed where the control is disabled.
  */
-QIcon glyphIcon(Glyph glyph);
+ORIBUND_QT_API QIcon glyphIcon(Glyph glyph);
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -6,7 +6,7 @@
 
 #include <QTimer>
 
-namespace workbench
+namespace oribund::qt
 {
 
 MenuPopup* MenuPopup::open(oribund::MenuGlob& glob, QWidget& surface, const QPoint& at)
@@ -88,4 +88,4 @@ void MenuPopup::finish()
     deleteLater();
 }
 
-} // namespace workbench
+} // namespace oribund::qt

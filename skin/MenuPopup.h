@@ -14,7 +14,7 @@ namespace oribund
 class Menu;
 }
 
-namespace workbench
+namespace oribund::qt
 {
 
 /** The menu of a glob as a native one. It deletes itself when it is closed, and goes with the glob. */
@@ -37,4 +37,4 @@ private:
     bool chosen_ = false;
 };
 
-} // namespace workbench
+} // namespace oribund::qt

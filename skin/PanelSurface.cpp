@@ -22,7 +22,7 @@
 
 #include <utility>
 
-namespace workbench
+namespace oribund::qt
 {
 
 using oribund::EventRouter;
@@ -274,4 +274,4 @@ void PanelSurface::openColourChooser(oribund::ColourSwatch& swatch)
     ColourChooser::open(swatch, *this);
 }
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "skin/AccessibleGlobs.h"
+#include "skin/Export.h"
 
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/toolkit/core/GlobRef.h"
@@ -18,7 +19,7 @@ class EventRouter;
 class Glob;
 } // namespace oribund
 
-namespace workbench
+namespace oribund::qt
 {
 
 class TextEditor;
@@ -32,7 +33,7 @@ class TextEditor;
  * The panel may be replaced or destroyed at any time, also from within what it does; the surface itself is to be
  * deleted with deleteLater() there.
  */
-class PanelSurface final : public QWidget, public oribund::Skin
+class ORIBUND_QT_API PanelSurface final : public QWidget, public oribund::Skin
 {
 public:
     explicit PanelSurface(QWidget* parent = nullptr);
@@ -134,4 +135,4 @@ private:
     bool followPending_ = false;
 };
 
-} // namespace workbench
+} // namespace oribund::qt

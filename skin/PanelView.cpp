@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace workbench
+namespace oribund::qt
 {
 
 using oribund::UifStd;
@@ -59,4 +59,4 @@ void PanelView::keyPressEvent(QKeyEvent* event)
         event->ignore();
 }
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -1,14 +1,15 @@
 #pragma once
 
+#include "skin/Export.h"
 #include "skin/PanelSurface.h"
 
 #include <QScrollArea>
 
-namespace workbench
+namespace oribund::qt
 {
 
 /** Shows a panel in a window: gives it its own width, and scrolls it when it is too high. */
-class PanelView final : public QScrollArea
+class ORIBUND_QT_API PanelView final : public QScrollArea
 {
 public:
     explicit PanelView(QWidget* parent = nullptr);
@@ -36,4 +37,4 @@ private:
     PanelSurface* surface_;
 };
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -14,7 +14,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace workbench
+namespace oribund::qt
 {
 
 using oribund::Colour;
@@ -235,4 +235,4 @@ void QPainterRenderer::originPopped()
     painter_.restore();
 }
 
-} // namespace workbench
+} // namespace oribund::qt

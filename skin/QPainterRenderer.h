@@ -1,11 +1,13 @@
 #pragma once
 
+#include "skin/Export.h"
+
 #include "oribund/host/canvas/CanvasRenderer.h"
 
 class QPainter;
 class QRectF;
 
-namespace workbench
+namespace oribund::qt
 {
 
 /**
@@ -13,7 +15,7 @@ namespace workbench
  * every scale; all else is smoothed. The painter is not owned and is left as it was found; where it has a clip, what
  * lies outside that is left out.
  */
-class QPainterRenderer final : public oribund::CanvasRenderer
+class ORIBUND_QT_API QPainterRenderer final : public oribund::CanvasRenderer
 {
 public:
     explicit QPainterRenderer(QPainter& painter);
@@ -45,4 +47,4 @@ private:
     QPainter& painter_;
 };
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -11,7 +11,7 @@
 
 #include <algorithm>
 
-namespace workbench
+namespace oribund::qt
 {
 
 QColor toQt(const oribund::Colour& colour)
@@ -92,4 +92,4 @@ QPalette toQt(const oribund::Palette& palette)
     return result;
 }
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "skin/Export.h"
+
 #include "oribund/host/base/Box.h"
 #include "oribund/host/base/Colour.h"
 #include "oribund/host/base/LightweightString.h"
@@ -26,24 +28,24 @@ struct FontDesc;
 class QPalette;
 
 /** The library's plain values as Qt's, and back. */
-namespace workbench
+namespace oribund::qt
 {
 
-QColor toQt(const oribund::Colour& colour);
-oribund::Colour fromQt(const QColor& colour);
+ORIBUND_QT_API QColor toQt(const oribund::Colour& colour);
+ORIBUND_QT_API oribund::Colour fromQt(const QColor& colour);
 
-QString toQt(const oribund::WString& text);
-QString toQt(const oribund::String& utf8);
-oribund::WString fromQt(const QString& text);
+ORIBUND_QT_API QString toQt(const oribund::WString& text);
+ORIBUND_QT_API QString toQt(const oribund::String& utf8);
+ORIBUND_QT_API oribund::WString fromQt(const QString& text);
 
 /** As the user reads it, placeholders replaced. */
-QString toDisplay(const oribund::UIString& text);
+ORIBUND_QT_API QString toDisplay(const oribund::UIString& text);
 
 /** As it stands, whatever is in it, for where Qt would take it for a formatted text. */
-QString toTooltip(const QString& text);
+ORIBUND_QT_API QString toTooltip(const QString& text);
 
 /** As the user reads it, for where Qt takes an ampersand as the mark of a mnemonic. */
-QString toMenuText(const oribund::UIString& text);
+ORIBUND_QT_API QString toMenuText(const oribund::UIString& text);
 
 inline QPoint toQt(const oribund::XY<int>& p)
 {
@@ -81,9 +83,9 @@ inline oribund::Kt::Box<int> fromQt(const QRect& rect)
 }
 
 /** The interface font of the application in the size and style that are asked for. */
-QFont toQt(const oribund::Glib::FontDesc& font);
+ORIBUND_QT_API QFont toQt(const oribund::Glib::FontDesc& font);
 
 /** With the colours for disabled controls worked out. */
-QPalette toQt(const oribund::Palette& palette);
+ORIBUND_QT_API QPalette toQt(const oribund::Palette& palette);
 
-} // namespace workbench
+} // namespace oribund::qt

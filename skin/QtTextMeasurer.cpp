@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-namespace workbench
+namespace oribund::qt
 {
 
 const QFontMetricsF& QtTextMeasurer::metricsOf(const oribund::Glib::FontDesc& font) const
@@ -29,4 +29,4 @@ int QtTextMeasurer::lineHeight(const oribund::Glib::FontDesc& font) const
     return static_cast<int>(std::ceil(metricsOf(font).height()));
 }
 
-} // namespace workbench
+} // namespace oribund::qt

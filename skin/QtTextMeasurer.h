@@ -1,16 +1,18 @@
 #pragma once
 
+#include "skin/Export.h"
+
 #include "oribund/host/canvas/TextMeasurer.h"
 
 #include <QFontMetricsF>
 
 #include <vector>
 
-namespace workbench
+namespace oribund::qt
 {
 
 /** Measures texts in the fonts that QPainterRenderer draws them in. Needs a QGuiApplication. */
-class QtTextMeasurer final : public oribund::TextMeasurer
+class ORIBUND_QT_API QtTextMeasurer final : public oribund::TextMeasurer
 {
 public:
     int width(std::wstring_view text, const oribund::Glib::FontDesc& font) const override;
@@ -30,4 +32,4 @@ private:
     mutable std::vector<Known> known_;
 };
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -4,7 +4,7 @@
 
 #include <clocale>
 
-namespace workbench
+namespace oribund::qt
 {
 
 SkinApplication::SkinApplication(int& argc, char** argv)
@@ -15,4 +15,4 @@ SkinApplication::SkinApplication(int& argc, char** argv)
     DarkTheme::apply(*this);
 }
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -17,7 +17,7 @@
 #include <QToolTip>
 #include <QWheelEvent>
 
-namespace workbench
+namespace oribund::qt
 {
 
 using oribund::Event;
@@ -188,4 +188,4 @@ void PanelSurface::inputMethodEvent(QInputMethodEvent* event)
         canvas_.inject(Event::character(typed));
 }
 
-} // namespace workbench
+} // namespace oribund::qt

@@ -13,7 +13,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace workbench
+namespace oribund::qt
 {
 
 using oribund::TextBox;
@@ -207,4 +207,4 @@ void TextEditor::openTextMenu(const QPoint& at)
     menu->popup(at);
 }
 
-} // namespace workbench
+} // namespace oribund::qt

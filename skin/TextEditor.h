@@ -1,5 +1,7 @@
 #pragma once
 
+#include "skin/Export.h"
+
 #include "oribund/host/toolkit/core/GlobRef.h"
 
 #include <QLineEdit>
@@ -9,7 +11,7 @@ namespace oribund
 class TextBox;
 }
 
-namespace workbench
+namespace oribund::qt
 {
 
 class PanelSurface;
@@ -19,7 +21,7 @@ class PanelSurface;
  * methods are Qt's, all else is the box's. It stands within the frame that the box draws, with the text at the same
  * place. A child of its surface, which makes and ends it.
  */
-class TextEditor final : public QLineEdit
+class ORIBUND_QT_API TextEditor final : public QLineEdit
 {
 public:
     TextEditor(oribund::TextBox& box, PanelSurface& surface);
@@ -55,4 +57,4 @@ private:
     bool selectOnRelease_ = false;
 };
 
-} // namespace workbench
+} // namespace oribund::qt

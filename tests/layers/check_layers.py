@@ -37,6 +37,7 @@ LAYERS = {
     "skin": ["oribund", "oribund/panels"],
     "workbench/app": ["workbench/store", "workbench/engine", "workbench/gpu", "skin"],
     "examples": ["oribund", "oribund/browser", "oribund/shader"],
+    "examples/qt": ["examples", "skin"],
 }
 
 STANDARD = set(
@@ -55,7 +56,7 @@ NOT_IN_HEADERS = {"iostream", "regex", "filesystem", "ranges"}
 # Libraries that only the named folders may touch.
 RESERVED = [
     ("MLT", re.compile(r"(mlt\+\+|Mlt|framework/mlt|mlt-7/)"), ["workbench/engine"]),
-    ("Qt", re.compile(r"Q(t[A-Z]|[A-Z])"), ["skin", "workbench/app"]),
+    ("Qt", re.compile(r"Q(t[A-Z]|[A-Z])"), ["skin", "workbench/app", "examples/qt"]),
     ("Vulkan and glslang", re.compile(r"(vulkan|glslang|SPIRV)/"), ["workbench/gpu"]),
 ]
 STANDARD_ONLY = ("oribund", "workbench/model", "examples")
@@ -80,7 +81,10 @@ def allowed(layer):
 
 def check_own(root, path, layer, name):
     # An example is a project of its own, with its own root.
-    if layer == "examples" and os.path.isfile(os.path.join(root, os.path.dirname(path), name)):
+    beside = ("", "../embed")
+    if layer.startswith("examples") and any(
+        os.path.isfile(os.path.join(root, os.path.dirname(path), folder, name)) for folder in beside
+    ):
         return None
     if not os.path.isfile(os.path.join(root, name)):
         return f'"{name}" is not a file of this project: paths start at its root, other libraries go in <>'
@@ -96,7 +100,7 @@ def check_system(path, layer, name):
     for title, pattern, folders in RESERVED:
         if pattern.match(name) and layer not in folders:
             return f"<{name}>: only {' and '.join(folders)} may include {title}"
-    if layer.startswith(STANDARD_ONLY) and name not in STANDARD:
+    if layer.startswith(STANDARD_ONLY) and layer != "examples/qt" and name not in STANDARD:
         return f"<{name}> is not a header of the C++ standard library"
     if layer.startswith("oribund") and path.endswith(".h") and name in NOT_IN_HEADERS:
         return f"<{name}> is too heavy for a header of the library"

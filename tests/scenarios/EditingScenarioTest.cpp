@@ -54,7 +54,7 @@ TEST_F(Scenario, WhatAControlDoesIsAStepAsSoonAsItIsDone)
     auto* slider = findInPanel<oribund::Slider>();
     const std::size_t steps = workspace_->edit().undoStack().position();
     slider->takeFocus();
-    test::Hand::key(Qt::Key_Right);
+    Hand::key(Qt::Key_Right);
     EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 1);
     findInPanel<oribund::ValButton>()->userClick();
     EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 2);
@@ -129,14 +129,14 @@ TEST_F(Scenario, TheKeyboardReachesTransportListAndPanel)
     auto* slider = findInPanel<oribund::Slider>();
     slider->takeFocus();
     const double value = slider->getValue();
-    test::Hand::key(Qt::Key_Right);
+    Hand::key(Qt::Key_Right);
     EXPECT_GT(slider->getValue(), value);
     EXPECT_EQ(vob.currentFrame(), 0);
     // What it has no use for goes on to the window.
-    test::Hand::key(Qt::Key_Space);
+    Hand::key(Qt::Key_Space);
     EXPECT_TRUE(QTest::qWaitFor([&] { return vob.isPlaying(); }, 5000));
     EXPECT_TRUE(QTest::qWaitFor([&] { return vob.currentFrame() > 3; }, 5000));
-    test::Hand::key(Qt::Key_Space);
+    Hand::key(Qt::Key_Space);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !vob.isPlaying(); }, 5000));
 }
 

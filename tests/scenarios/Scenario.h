@@ -28,6 +28,9 @@ namespace workbench
 
 namespace fs = std::filesystem;
 
+using oribund::qt::PanelSurface;
+using oribund::qt::test::Hand;
+
 /** The program's window on the sample clip. */
 class Scenario : public testing::Test
 {
@@ -97,13 +100,13 @@ protected:
     /** Drags the slider from its middle to a part of its width, in several moves. */
     void drag(oribund::Slider& slider, double to, bool escape = false)
     {
-        const QPoint start = test::Hand::middleOf(slider);
+        const QPoint start = Hand::middleOf(slider);
         const QPoint end(static_cast<int>(slider.getWidth() * to), start.y());
         hand_.press(slider, start);
         for (int i = 1; i <= 5; ++i)
             hand_.moveTo(start + (end - start) * i / 5);
         if (escape)
-            test::Hand::key(Qt::Key_Escape);
+            Hand::key(Qt::Key_Escape);
         hand_.release(end);
     }
 
@@ -126,7 +129,7 @@ protected:
 
     fs::path folder_;
     oribund::test::TestHost host_;
-    test::Hand hand_;
+    Hand hand_;
     std::unique_ptr<Workspace> workspace_;
     std::unique_ptr<Document> document_;
     std::unique_ptr<MainWindow> window_;

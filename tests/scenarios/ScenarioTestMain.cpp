@@ -20,7 +20,7 @@ int main(int argc, char** argv)
     if (argc > 2 && std::string_view(argv[1]) == kAsProgram)
         return runAsProgram(argc, argv);
     testing::InitGoogleTest(&argc, argv);
-    SkinApplication application(argc, argv);
+    oribund::qt::SkinApplication application(argc, argv);
     application.installEventFilter(new KeyPolicy(&application));
     application.installEventFilter(new PlainTexts(&application));
     const int status = RUN_ALL_TESTS();

@@ -189,9 +189,9 @@ TEST_F(TimeBarScenario, AnEditWithoutLengthIsABarOnWhichNothingHappens)
         wheel(-360);
         release();
         for (const Qt::Key code : {Qt::Key_Right, Qt::Key_End, Qt::Key_Left, Qt::Key_Home})
-            test::Hand::key(code);
+            Hand::key(code);
         EXPECT_EQ(vob().getCurrentTime(), 0.0);
-        test::Hand::picture(bar());
+        Hand::picture(bar());
     };
     tryAll();
     openClips();

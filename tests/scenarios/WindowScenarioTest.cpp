@@ -64,7 +64,7 @@ protected:
     {
         ASSERT_NE(glob, nullptr);
         EXPECT_TRUE(glob->takeFocus());
-        test::Hand::key(Qt::Key_Space);
+        Hand::key(Qt::Key_Space);
         settle();
     }
 

@@ -13,7 +13,7 @@
 
 #include <QAccessible>
 
-namespace workbench::test
+namespace oribund::qt::test
 {
 namespace
 {
@@ -125,4 +125,4 @@ TEST(Accessibility, OutlivesTheGlob)
 }
 
 } // namespace
-} // namespace workbench::test
+} // namespace oribund::qt::test

@@ -17,7 +17,7 @@
 
 #include <clocale>
 
-namespace workbench::test
+namespace oribund::qt::test
 {
 namespace
 {
@@ -222,4 +222,4 @@ TEST(Application, ReadsNumbersWithAPointAndTextsOfAnyKind)
 }
 
 } // namespace
-} // namespace workbench::test
+} // namespace oribund::qt::test

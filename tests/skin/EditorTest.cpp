@@ -13,7 +13,7 @@
 #include <QMenu>
 #include <QShortcut>
 
-namespace workbench::test
+namespace oribund::qt::test
 {
 namespace
 {
@@ -85,7 +85,7 @@ TEST_F(EditorOverEntry, TheTextStaysWhereItWas)
     TextBox::InitArgs args(120, 24);
     for (const TextAlign align : {TextAlign::Left, TextAlign::Centre, TextAlign::Right}) {
         args.align = align;
-        args.text = L"Half";
+        args.text = L"123.5 %";
         TextBox* const entered = stage.add<TextBox>(args, 10, 120);
         const QRect before = inkOf(*entered);
         ASSERT_FALSE(before.isEmpty());
@@ -348,4 +348,4 @@ TEST_F(EditorInTable, TheTableMayGoInItsOwnCommit)
 }
 
 } // namespace
-} // namespace workbench::test
+} // namespace oribund::qt::test

@@ -13,7 +13,7 @@
 
 #include <stdexcept>
 
-namespace workbench::test
+namespace oribund::qt::test
 {
 
 /** A user's mouse and keys, on the globs of a window. Places are those of the glob that was named last. */
@@ -129,4 +129,4 @@ private:
     Qt::MouseButton held_ = Qt::NoButton;
 };
 
-} // namespace workbench::test
+} // namespace oribund::qt::test

@@ -7,11 +7,9 @@
 #include "oribund/host/toolkit/entries/TextBox.h"
 #include "oribund/host/toolkit/layout/StandardPanel.h"
 
-#include <QDir>
-
 #include <memory>
 
-namespace workbench::test
+namespace oribund::qt::test
 {
 
 /** A window with a panel, in which widgets stand where a test puts them, and a user. */
@@ -72,13 +70,6 @@ public:
     PanelSurface* surface;
 };
 
-/** Saves a picture for a person to look at, where SKIN_PICTURES names a folder. */
-inline void keepPicture(const QImage& picture, const QString& name)
-{
-    if (const QString folder = qEnvironmentVariable("SKIN_PICTURES"); !folder.isEmpty() && QDir().mkpath(folder))
-        picture.save(folder + '/' + name + ".png");
-}
-
 /** Lets what was put off happen, deletions included. */
 inline void settle()
 {
@@ -86,4 +77,4 @@ inline void settle()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-} // namespace workbench::test
+} // namespace oribund::qt::test

@@ -16,7 +16,7 @@
 #include <QShortcut>
 #include <QToolTip>
 
-namespace workbench::test
+namespace oribund::qt::test
 {
 namespace
 {
@@ -346,4 +346,4 @@ TEST(SurfaceLife, AControlAndItsPanelMayGoInItsOwnClick)
 }
 
 } // namespace
-} // namespace workbench::test
+} // namespace oribund::qt::test

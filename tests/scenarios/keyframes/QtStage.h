@@ -9,6 +9,9 @@
 namespace workbench::scenes
 {
 
+using oribund::qt::fromQt;
+using oribund::qt::toQt;
+
 /** A window with the real skin; the mouse and the keys are Qt's. */
 class QtStage final : public Stage
 {
@@ -41,17 +44,17 @@ public:
                                                  {Key::Right, Qt::Key_Right},  {Key::Delete, Qt::Key_Delete},
                                                  {Key::Up, Qt::Key_Up},        {Key::Down, Qt::Key_Down},
                                                  {Key::F2, Qt::Key_F2}};
-        test::Stage::key(keys.at(key), modifiersOf(modifiers));
+        oribund::qt::test::Stage::key(keys.at(key), modifiersOf(modifiers));
     }
 
-    void type(const char* text) override { test::Stage::type(text); }
+    void type(const char* text) override { oribund::qt::test::Stage::type(text); }
 
     oribund::Colour colourAt(oribund::Glob& glob, const XY& at) override
     {
-        return fromQt(test::Stage::picture(glob).pixelColor(toQt(at)));
+        return fromQt(oribund::qt::test::Stage::picture(glob).pixelColor(toQt(at)));
     }
 
-    void settle() override { test::settle(); }
+    void settle() override { oribund::qt::test::settle(); }
 
 private:
     static Qt::KeyboardModifiers modifiersOf(unsigned modifiers)
@@ -63,7 +66,7 @@ private:
         return held;
     }
 
-    test::Stage window_{400, 400};
+    oribund::qt::test::Stage window_{400, 400};
 };
 
 } // namespace workbench::scenes

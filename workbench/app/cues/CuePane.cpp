@@ -11,6 +11,8 @@
 namespace workbench
 {
 
+using oribund::qt::PanelSurface;
+
 CuePane::CuePane(Workspace& workspace, QWidget* parent)
     : QWidget(parent)
     , workspace_(workspace)

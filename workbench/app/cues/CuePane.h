@@ -10,10 +10,13 @@ namespace oribund
 class CueDescriptionPanel;
 }
 
+namespace oribund::qt
+{
+class PanelSurface;
+} // namespace oribund::qt
+
 namespace workbench
 {
-
-class PanelSurface;
 
 /** The fields of the cue that was clicked, walked to or made last, for reading and writing. */
 class CuePane final : public QWidget
@@ -35,7 +38,7 @@ private:
     int handleCue(const oribund::ValServerEvent<oribund::IdStamp>& event);
 
     Workspace& workspace_;
-    PanelSurface* surface_;
+    oribund::qt::PanelSurface* surface_;
     oribund::CueDescriptionPanel* panel_;
     oribund::MethodCallback<CuePane, EditReplaced> replacedCallback_;
     oribund::MethodCallback<CuePane, oribund::ValServerEvent<oribund::IdStamp>> cueCallback_;

@@ -16,6 +16,9 @@
 namespace workbench
 {
 
+using oribund::qt::Glyph;
+using oribund::qt::glyphIcon;
+
 namespace
 {
 constexpr int kService = Qt::UserRole;

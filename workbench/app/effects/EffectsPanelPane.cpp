@@ -20,6 +20,8 @@ namespace workbench
 {
 
 using oribund::EditModification;
+using oribund::qt::PanelSurface;
+using oribund::qt::PanelView;
 
 EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
     : QStackedWidget(parent)

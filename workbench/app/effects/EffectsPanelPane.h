@@ -12,12 +12,16 @@
 
 class QLabel;
 
+namespace oribund::qt
+{
+class PanelSurface;
+class PanelView;
+} // namespace oribund::qt
+
 namespace workbench
 {
 
 class EffectTimePanel;
-class PanelSurface;
-class PanelView;
 
 /** The panels of the effects on the selected segment, below the buttons and the time bar for their keyframes. */
 class EffectsPanelPane final : public QStackedWidget
@@ -27,7 +31,7 @@ public:
     explicit EffectsPanelPane(Workspace& workspace, QWidget* parent = nullptr);
     ~EffectsPanelPane() override;
 
-    PanelView& view() { return *view_; }
+    oribund::qt::PanelView& view() { return *view_; }
 
     /** Buttons and time bar. */
     EffectTimePanel& timePanel() { return *timePanel_; }
@@ -61,8 +65,8 @@ private:
     QString hint() const;
 
     Workspace& workspace_;
-    PanelSurface* timeSurface_;
-    PanelView* view_;
+    oribund::qt::PanelSurface* timeSurface_;
+    oribund::qt::PanelView* view_;
     EffectTimePanel* timePanel_;
     QWidget* panels_; ///< both views
     QLabel* outside_;

@@ -23,6 +23,9 @@
 namespace workbench
 {
 
+using oribund::qt::fromQt;
+using oribund::qt::toQt;
+
 namespace
 {
 

@@ -7,6 +7,9 @@
 namespace workbench
 {
 
+using oribund::qt::Glyph;
+using oribund::qt::glyphIcon;
+
 namespace
 {
 

@@ -25,6 +25,9 @@
 namespace workbench
 {
 
+using oribund::qt::SkinApplication;
+using oribund::qt::toQt;
+
 namespace
 {
 

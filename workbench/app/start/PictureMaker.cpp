@@ -34,6 +34,9 @@
 namespace workbench
 {
 
+using oribund::qt::PanelSurface;
+using oribund::qt::PanelView;
+
 namespace
 {
 constexpr int kPanelWidth = 400;

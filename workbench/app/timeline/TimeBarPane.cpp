@@ -14,6 +14,10 @@
 namespace workbench
 {
 
+using oribund::qt::fromQt;
+using oribund::qt::PanelSurface;
+using oribund::qt::toQt;
+
 TimeBarPane::TimeBarPane(Workspace& workspace, CueCommands& cues, QWidget* parent)
     : QWidget(parent)
     , cues_(cues)

@@ -11,12 +11,16 @@ namespace oribund
 struct Cue;
 }
 
+namespace oribund::qt
+{
+class PanelSurface;
+} // namespace oribund::qt
+
 namespace workbench
 {
 
 class CueCommands;
 class CueNameField;
-class PanelSurface;
 class TimeBar;
 
 /** Below the picture: the time bar of the whole edit, over which a cue can be given its name. */
@@ -42,7 +46,7 @@ private:
     int handleReplaced(const EditReplaced&);
 
     CueCommands& cues_;
-    PanelSurface* surface_;
+    oribund::qt::PanelSurface* surface_;
     TimeBar* bar_;
     QPointer<CueNameField> field_;
     oribund::MethodCallback<TimeBarPane, EditReplaced> replacedCallback_;

@@ -15,6 +15,10 @@
 namespace workbench
 {
 
+using oribund::qt::Glyph;
+using oribund::qt::paintGlyph;
+using oribund::qt::toQt;
+
 namespace
 {
 

@@ -20,6 +20,8 @@
 namespace workbench
 {
 
+using oribund::qt::toQt;
+
 TimelineStrip::TimelineStrip(Workspace& workspace, QWidget* parent)
     : QWidget(parent)
     , workspace_(workspace)

@@ -35,6 +35,8 @@
 namespace workbench
 {
 
+using oribund::qt::toMenuText;
+
 namespace
 {
 std::vector<std::string> localFilesOf(const QMimeData& data)

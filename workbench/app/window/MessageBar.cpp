@@ -12,6 +12,9 @@
 namespace workbench
 {
 
+using oribund::qt::Glyph;
+using oribund::qt::glyphIcon;
+
 namespace
 {
 constexpr int kMostWaiting = 20;

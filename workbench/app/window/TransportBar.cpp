@@ -17,6 +17,10 @@
 namespace workbench
 {
 
+using oribund::qt::Glyph;
+using oribund::qt::glyphIcon;
+using oribund::qt::toQt;
+
 namespace
 {
 QFont figures()
