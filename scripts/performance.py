@@ -11,7 +11,7 @@ import subprocess
 import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-PROGRAMS = ("notify", "graphs", "binding", "model", "bars", "rows")
+PROGRAMS = ("notify", "graphs", "binding", "model", "bars", "rows", "surface")
 REPETITIONS = 5
 NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 SIZES = (10, 100, 1000, 10000, 100000)
@@ -73,6 +73,11 @@ class Table:
     def no_allocation(self, work, ours):
         count = self._runs[ours].get("allocations", 0)
         self.rows.append((work + ", allocations", f"{count:g}", "", "", "none", count == 0))
+
+    def bytes_below(self, work, ours, counter, limit):
+        """A size that it must not exceed."""
+        size = self._runs[ours][counter]
+        self.rows.append((work, f"{size:.0f} bytes", "", "", f"at most {limit} bytes", size <= limit))
 
     def _add(self, work, ours, peer, ratio, goal, good):
         self.rows.append((work, time_of(self.ns(ours)), peer, ratio, goal, good))
@@ -150,12 +155,23 @@ def bars(table):
     table.below("the current time moves over 100 rows, all constant: each row", "playConstantRows", 100, 100)
 
 
+def surfaces(table):
+    table.at_most("a panel of 1,000 float rows, made, laid out and shown; peer: a form of 100 rows of Qt's widgets",
+                  "showPanel/1000", "showForm/100", 1)
+    table.below("a panel of 1,000 float rows, made, laid out and shown", "showPanel/1000", 20e6)
+    table.below("a panel of 10,000 float rows, made, laid out and shown", "showPanel/10000", 150e6)
+    table.at_most("one notch of scrolling in 10,000 rows; peer: in 100", "scrollPanel/10000", "scrollPanel/100", 1.3)
+    table.at_most("one edit in 10,000 rows; peer: in 100", "editPanel/10000", "editPanel/100", 1.3)
+    table.bytes_below("memory of a float row", "showPanel/10000", "bytesPerRow", 4096)
+
+
 def main():
     table = Table(measure(sys.argv[1]))
     graphs(table)
     notification(table)
     editing(table)
     bars(table)
+    surfaces(table)
     with open("/proc/cpuinfo", encoding="utf-8") as cpuinfo:
         cpu = next((line.split(":")[1].strip() for line in cpuinfo if line.startswith("model name")), "unknown")
     with open(os.path.join(ROOT, "docs", "performance.md"), "w", encoding="utf-8") as page:

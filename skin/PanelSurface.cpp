@@ -40,8 +40,6 @@ PanelSurface::PanelSurface(QWidget* parent)
 
 PanelSurface::~PanelSurface()
 {
-    panelResized = nullptr;
-    controlFocused = nullptr;
     takePanel().reset(); // it tells this of its end
 }
 
@@ -69,8 +67,6 @@ std::unique_ptr<Glob> PanelSurface::takePanel()
     if (taken) {
         taken->close();
         followGlobs();
-        if (panelResized)
-            panelResized();
     }
     return taken;
 }
@@ -140,11 +136,8 @@ void PanelSurface::globChanged(Glob& glob, unsigned changes)
 {
     if (editor_ && editor_->box() == &glob)
         editor_->refresh();
-    if ((changes & oribund::PeerChange::kGeometry) != 0 && !glob.parent()) {
+    if ((changes & oribund::PeerChange::kGeometry) != 0 && !glob.parent())
         updateGeometry();
-        if (panelResized)
-            panelResized();
-    }
     if ((changes & oribund::PeerChange::kCursor) != 0)
         showCursor();
     accessibles_.tellChange(glob, changes);
@@ -196,8 +189,6 @@ void PanelSurface::focusChanged(Glob* owner)
     if (QWidget* const holder = editor_ ? static_cast<QWidget*>(editor_) : this; !holder->hasFocus())
         holder->setFocus(Qt::OtherFocusReason);
     accessibles_.tellFocus();
-    if (controlFocused && !pressing_)
-        controlFocused(placeOf(*owner));
 }
 
 void PanelSurface::endEditor()

@@ -10,7 +10,6 @@
 #include <QPointer>
 #include <QWidget>
 
-#include <functional>
 #include <memory>
 
 namespace oribund
@@ -56,12 +55,6 @@ public:
 
     /** The panel, taken off the surface. */
     std::unique_ptr<oribund::Glob> takePanel();
-
-    /** Told when the panel has another size, or has gone. */
-    std::function<void()> panelResized;
-
-    /** Told where the control stands that has got the keyboard, unless by a click. */
-    std::function<void(const QRect&)> controlFocused;
 
     /** The native editor over the text entry that has the keyboard; null for none. */
     TextEditor* editor() const;
@@ -130,7 +123,6 @@ private:
     QPoint pointer_;
     Fits fits_ = Fits::Width;
     bool editorPressed_ = false; ///< the press that opened the editor goes on in it
-    bool pressing_ = false;
     bool leaving_ = false;
     bool followPending_ = false;
 };

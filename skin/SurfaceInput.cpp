@@ -13,7 +13,6 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QScopedValueRollback>
 #include <QToolTip>
 #include <QWheelEvent>
 
@@ -116,11 +115,7 @@ void PanelSurface::passPress(QMouseEvent& event)
         return;
     }
     const QPointer<TextEditor> before = editor_;
-    bool taken = false;
-    {
-        const QScopedValueRollback<bool> guard(pressing_, true);
-        taken = canvas_.inject(translated);
-    }
+    const bool taken = canvas_.inject(translated);
     // What was pressed may take no keyboard, yet Escape in its drag comes here.
     if (!hasKeyboard())
         setFocus(Qt::MouseFocusReason);

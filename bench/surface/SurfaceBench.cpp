@@ -2,7 +2,7 @@
 // by a notch of the wheel; edited.
 
 #include "bench/surface/NativeForm.h"
-#include "skin/PanelView.h"
+#include "skin/PanelSurface.h"
 #include "skin/SkinApplication.h"
 #include "tests/support/FakeView.h"
 #include "tests/support/TestHost.h"
@@ -10,6 +10,7 @@
 #include "oribund/controls/rows/KeyframeFloatCtrlsBase.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/layout/WidgetGroup.h"
+#include "oribund/host/toolkit/scroll/ScrollPanel.h"
 
 #include <benchmark/benchmark.h>
 
@@ -32,6 +33,7 @@ using Number = EffectValParam<double>;
 constexpr unsigned short kWidth = 420;
 constexpr unsigned short kLabelWidth = 100;
 constexpr int kHeight = 600;
+constexpr int kNotch = 60;
 
 /** An effect with so many numbers. */
 class Effect
@@ -61,16 +63,23 @@ class Panel
 public:
     explicit Panel(const Effect& effect)
     {
-        auto group = std::make_unique<WidgetGroup>(WidgetGroup::InitArgs(kWidth, 0, &view_.canvas()));
-        int y = 0;
-        for (const auto& param : effect.params) {
-            group->addWidget(
-                std::make_unique<KeyframeFloatCtrlsBase>(effect.handle, param, kWidth, kLabelWidth, 0, &view_.canvas()),
-                Glob::UserTopLeft(0, y));
-            y += UifStd::getRowHeight();
+        Canvas* const canvas = &surface_.canvas();
+        auto group = std::make_unique<WidgetGroup>(WidgetGroup::InitArgs(kWidth, 0, canvas));
+        {
+            const LayoutHold hold(*group);
+            int y = 0;
+            for (const auto& param : effect.params) {
+                group->addWidget(
+                    std::make_unique<KeyframeFloatCtrlsBase>(effect.handle, param, kWidth, kLabelWidth, 0, canvas),
+                    Glob::UserTopLeft(0, y));
+                y += UifStd::getRowHeight();
+            }
         }
-        view_.setPanel(std::move(group));
-        show(view_);
+        auto scroll = std::make_unique<ScrollPanel>(GlobCreationInfo(kWidth, kHeight, canvas));
+        scroll_ = scroll.get();
+        scroll_->setContent(std::move(group));
+        surface_.setPanel(std::move(scroll), qt::PanelSurface::Fits::Both);
+        show(surface_);
     }
 
     static void show(QWidget& window)
@@ -80,19 +89,16 @@ public:
         QCoreApplication::processEvents();
     }
 
-    void scroll() { scrollOn(view_, at_); }
-
-    static void scrollOn(QScrollArea& area, int& at)
+    void scroll()
     {
-        QScrollBar& bar = *area.verticalScrollBar();
-        at = at + 60 > bar.maximum() ? 0 : at + 60;
-        bar.setValue(at);
+        if (!scroll_->setScroll(scroll_->getScroll() + kNotch))
+            scroll_->setScroll(0);
         QCoreApplication::processEvents();
     }
 
 private:
-    qt::PanelView view_;
-    int at_ = 0;
+    qt::PanelSurface surface_;
+    ScrollPanel* scroll_;
 };
 
 void showPanel(benchmark::State& state)
@@ -129,9 +135,11 @@ void scrollForm(benchmark::State& state)
 {
     NativeForm form(static_cast<int>(state.range(0)));
     Panel::show(form);
-    int at = 0;
-    for (auto _ : state)
-        Panel::scrollOn(form, at);
+    QScrollBar& bar = *form.verticalScrollBar();
+    for (auto _ : state) {
+        bar.setValue(bar.value() == bar.maximum() ? 0 : bar.value() + kNotch);
+        QCoreApplication::processEvents();
+    }
 }
 
 template <class Change>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "skin/PanelView.h"
+#include "skin/PanelSurface.h"
 #include "tests/engine/SampleMedia.h"
 #include "tests/skin/Hand.h"
 #include "tests/support/TestHost.h"
@@ -94,7 +94,7 @@ protected:
     template <class Widget>
     Widget* findInPanel(const oribund::WString& name = {})
     {
-        return find<Widget>(window_->effectsPanel().view().panel(), name);
+        return find<Widget>(window_->effectsPanel().surface().panel(), name);
     }
 
     /** Drags the slider from its middle to a part of its width, in several moves. */

@@ -133,11 +133,11 @@ TEST_F(EffectStackScenario, RemovingAndSwitchingAreStepsAndUndoBringsThePanelsBa
     pressSpaceOn(buttons(L"Remove")[0]);
     EXPECT_TRUE(order().empty());
     expectOneStep();
-    EXPECT_FALSE(window_->effectsPanel().view().isVisible()) << "a hint takes the place";
+    EXPECT_FALSE(window_->effectsPanel().surface().isVisible()) << "a hint takes the place";
     undo();
     undo();
     EXPECT_EQ(order(), (std::vector<ObjectId>{brightness, boxblur}));
-    EXPECT_TRUE(window_->effectsPanel().view().isVisible());
+    EXPECT_TRUE(window_->effectsPanel().surface().isVisible());
     ASSERT_NE(buttons(L"Remove")[0], nullptr);
     ASSERT_NE(buttons(L"Remove")[1], nullptr);
     EXPECT_FALSE(led()->isChecked()) << "as it was when it was removed";

@@ -3,14 +3,14 @@
 #include "oribund/controls/bars/CompoundEffectTherm.h"
 #include "oribund/controls/rows/KeyframeCtrlsBase.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
+#include "oribund/host/toolkit/scroll/ScrollPanel.h"
 #include "oribund/panels/EffectComponentPanel.h"
-#include "skin/PanelView.h"
+#include "skin/PanelSurface.h"
 #include "workbench/app/effects/EffectTimePanel.h"
 #include "workbench/app/session/Say.h"
 #include "workbench/model/Ids.h"
 
 #include <QLabel>
-#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -21,13 +21,12 @@ namespace workbench
 
 using oribund::EditModification;
 using oribund::qt::PanelSurface;
-using oribund::qt::PanelView;
 
 EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
     : QStackedWidget(parent)
     , workspace_(workspace)
     , timeSurface_(new PanelSurface)
-    , view_(new PanelView)
+    , surface_(new PanelSurface)
     , panels_(new QWidget)
     , outside_(new QLabel)
     , hint_(new QLabel)
@@ -56,7 +55,7 @@ EffectsPanelPane::~EffectsPanelPane()
 {
     // Before the effects that they show.
     timePanel_->timeDragEnded = nullptr;
-    view_->setPanel(nullptr);
+    surface_->setPanel(nullptr);
     timeSurface_->setPanel(nullptr);
 }
 
@@ -69,6 +68,9 @@ void EffectsPanelPane::buildPanels()
     timeSurface_->setPanel(std::move(time));
     // It stays where it is while the panels below are scrolled.
     timeSurface_->setFixedHeight(timePanel_->getHeight());
+    auto scroll = std::make_unique<oribund::ScrollPanel>(oribund::GlobCreationInfo(1, 1, &surface_->canvas()));
+    scroll_ = scroll.get();
+    surface_->setPanel(std::move(scroll), PanelSurface::Fits::Both);
     auto* const column = new QVBoxLayout(panels_);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
@@ -80,7 +82,7 @@ void EffectsPanelPane::buildPanels()
     outside_->setBackgroundRole(QPalette::AlternateBase);
     outside_->hide();
     column->addWidget(outside_);
-    column->addWidget(view_, 1);
+    column->addWidget(surface_, 1);
 }
 
 void EffectsPanelPane::bind()
@@ -100,7 +102,7 @@ void EffectsPanelPane::refreshSoon()
 
 int EffectsPanelPane::handleReplaced(const EditReplaced&)
 {
-    view_->setPanel(nullptr); // it shows the effects of an edit that is about to go
+    scroll_->setContent(nullptr); // it shows the effects of an edit that is about to go
     shown_.clear();
     timePanel_->setTrack({});
     timeOf_ = kNoObject; // one of the new edit may have the same id
@@ -178,16 +180,14 @@ void EffectsPanelPane::refresh()
 
 void EffectsPanelPane::reveal(const EffectStack::Effects& before)
 {
-    const auto* const stack = dynamic_cast<const EffectStack*>(view_->panel());
+    auto* const stack = dynamic_cast<EffectStack*>(scroll_->getContent());
     const auto isNew = [&](const auto& effect) {
         return std::find(before.begin(), before.end(), effect) == before.end();
     };
     const auto added = std::find_if(shown_.begin(), shown_.end(), isNew);
     if (!stack || before.empty() || shown_.size() != before.size() + 1 || added == shown_.end())
         return;
-    const oribund::Kt::Box<int> box = stack->boxOf(objectOf((*added)->id()));
-    view_->ensureVisible(0, box.bottom, 0, 0);
-    view_->ensureVisible(0, box.top, 0, 0); // of a long panel the beginning
+    stack->reveal(stack->boxOf(objectOf((*added)->id())));
 }
 
 void EffectsPanelPane::showTime(const Segment* segment)
@@ -202,7 +202,7 @@ void EffectsPanelPane::showTime(const Segment* segment)
 
 std::optional<oribund::CompoundEffectKeyframes::PasteTarget> EffectsPanelPane::focusedParam() const
 {
-    for (oribund::Glob* glob = view_->canvas().focusOwner(); glob; glob = glob->parent()) {
+    for (oribund::Glob* glob = surface_->canvas().focusOwner(); glob; glob = glob->parent()) {
         const auto* const row = dynamic_cast<const oribund::KeyframeCtrlsBase*>(glob);
         const auto param = row ? row->getEffectParam() : nullptr;
         if (param)
@@ -213,7 +213,7 @@ std::optional<oribund::CompoundEffectKeyframes::PasteTarget> EffectsPanelPane::f
 
 ObjectId EffectsPanelPane::focusedTitle() const
 {
-    const oribund::Glob* const owner = view_->canvas().focusOwner();
+    const oribund::Glob* const owner = surface_->canvas().focusOwner();
     for (const oribund::Glob* glob = owner; glob; glob = glob->parent())
         if (const auto* const panel = dynamic_cast<const oribund::EffectComponentPanel*>(glob)) {
             const bool inTitle =
@@ -225,9 +225,9 @@ ObjectId EffectsPanelPane::focusedTitle() const
 
 void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)
 {
-    const int scrolled = view_->verticalScrollBar()->value();
-    const bool hadKeyboard = view_->canvas().focusOwner() != nullptr;
-    const auto* const before = dynamic_cast<EffectStack*>(view_->panel());
+    const int scrolled = scroll_->getScroll();
+    const bool hadKeyboard = surface_->canvas().focusOwner() != nullptr;
+    const auto* const before = dynamic_cast<EffectStack*>(scroll_->getContent());
     const EffectStack::Place keyboard = before ? before->focusedButton() : EffectStack::Place();
     EffectStack::Requests requests;
     requests.move = [this](ObjectId effect, int by) {
@@ -240,19 +240,18 @@ void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)
         if (const EditOutcome outcome = workspace_.editor().removeEffect(effect); !outcome)
             say(outcome.refused);
     };
-    EffectStack::InitArgs args(static_cast<unsigned short>(std::max(view_->viewport()->width(), 1)), 0,
-                               &view_->canvas());
+    EffectStack::InitArgs args(static_cast<unsigned short>(std::max(scroll_->getWidth(), 1)), 0, &surface_->canvas());
     if (effects.empty()) {
-        view_->setPanel(nullptr);
+        scroll_->setContent(nullptr);
         return;
     }
     auto made = std::make_unique<EffectStack>(args, workspace_.vob(), effects, requests);
     EffectStack& stack = *made;
-    view_->setPanel(std::move(made));
-    view_->verticalScrollBar()->setValue(scrolled);
+    scroll_->setContent(std::move(made));
+    scroll_->setScroll(scrolled);
     // The keyboard stays where it was: an effect can be moved on by the same key.
     if (hadKeyboard && !stack.focusButton(keyboard))
-        view_->setFocus();
+        surface_->setFocus();
 }
 
 } // namespace workbench

@@ -12,10 +12,14 @@
 
 class QLabel;
 
+namespace oribund
+{
+class ScrollPanel;
+}
+
 namespace oribund::qt
 {
 class PanelSurface;
-class PanelView;
 } // namespace oribund::qt
 
 namespace workbench
@@ -31,7 +35,10 @@ public:
     explicit EffectsPanelPane(Workspace& workspace, QWidget* parent = nullptr);
     ~EffectsPanelPane() override;
 
-    oribund::qt::PanelView& view() { return *view_; }
+    /** The panels of the effects. */
+    oribund::qt::PanelSurface& surface() { return *surface_; }
+
+    oribund::ScrollPanel& scrollPanel() { return *scroll_; }
 
     /** Buttons and time bar. */
     EffectTimePanel& timePanel() { return *timePanel_; }
@@ -66,7 +73,8 @@ private:
 
     Workspace& workspace_;
     oribund::qt::PanelSurface* timeSurface_;
-    oribund::qt::PanelView* view_;
+    oribund::qt::PanelSurface* surface_;
+    oribund::ScrollPanel* scroll_;
     EffectTimePanel* timePanel_;
     QWidget* panels_; ///< both views
     QLabel* outside_;

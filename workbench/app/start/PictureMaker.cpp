@@ -4,7 +4,7 @@
 #include "oribund/cues/CueColours.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/services/EditorPreferences.h"
-#include "skin/PanelView.h"
+#include "skin/PanelSurface.h"
 #include "workbench/app/cues/CuePane.h"
 #include "workbench/app/effects/EffectListPane.h"
 #include "workbench/app/effects/EffectStack.h"
@@ -35,7 +35,6 @@ namespace workbench
 {
 
 using oribund::qt::PanelSurface;
-using oribund::qt::PanelView;
 
 namespace
 {
@@ -283,7 +282,7 @@ void PictureMaker::picturePanel(const std::string& service, std::string name)
     const EditOutcome added = workspace_.editor().addEffect(workspace_.targetSegment()->id(), service);
     if (!added)
         return;
-    PanelView view;
+    PanelSurface view;
     view.resize(kPanelWidth, kHighestPanel);
     view.ensurePolished();
     EffectStack::InitArgs args(kPanelWidth, 0, &view.canvas());
