@@ -54,14 +54,19 @@ def main():
     with subprocess.Popen([sys.argv[1]], stdin=subprocess.PIPE) as program:
         try:
             app = wait("the program on the bus", lambda: application("atspi_panel"))
-            named = wait("the panel's controls",
-                         lambda: {n.get_name(): n for n in walk(app) if n.get_name()} if len(list(walk(app))) > 12 else None)
+            wanted = ("Saturation", "Preserve luma", "Radius", "Notes", "shut")
+
+            def panel():
+                nodes = {node.get_name(): node for node in walk(app)}
+                return nodes if all(name in nodes for name in wanted) else None
+
+            named = wait("the panel's controls", panel)
 
             def check(what, good):
                 if not good:
                     raise SystemExit(f"{what}; there is {sorted((n.get_role_name(), n.get_name()) for n in walk(app))}")
 
-            roles = {name: named[name].get_role_name() for name in ("Saturation", "Preserve luma", "Radius", "Notes", "shut")}
+            roles = {name: named[name].get_role_name() for name in wanted}
             check(f"roles {roles}", list(roles.values()) == ["slider", "check box", "spin button", "table", "table cell"])
             slider, box = named["Saturation"].get_value_iface(), named["Preserve luma"]
             check("the slider's value", slider.get_current_value() == 4.0 and slider.get_maximum_value() == 10.0)
