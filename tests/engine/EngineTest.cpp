@@ -82,6 +82,7 @@ protected:
     {
         session = MltSession::open();
         ASSERT_TRUE(session);
+        allowHanging(*session);
     }
 
     std::shared_ptr<MltSession> session;

@@ -24,6 +24,7 @@ protected:
     void SetUp() override
     {
         session = MltSession::open();
+        allowHanging(*session);
         folder = SampleMedia::folder() / testing::UnitTest::GetInstance()->current_test_info()->name();
         fs::create_directories(folder);
     }

@@ -1,5 +1,9 @@
 #include "tests/engine/SampleMedia.h"
 
+#include "workbench/engine/CatalogueReader.h"
+#include "workbench/engine/MltSession.h"
+#include "workbench/model/projection/AllowList.h"
+
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -67,6 +71,15 @@ std::string SampleMedia::clip()
                 "-f lavfi -i mandelbrot=s=320x180:r=25:maxiter=200 "
                 "-f lavfi -i \"aevalsrc='0.3*sin(2*PI*440*t)|0.2*sin(2*PI*1500*t)':s=48000\" "
                 "-t 3 -c:v libx264 -preset veryfast -crf 12 -g 12 -bf 0 -pix_fmt yuv420p -c:a aac -b:a 160k");
+}
+
+void allowHanging(MltSession& session)
+{
+    EffectCatalogue effects = readCatalogue(session).catalogue;
+    EffectDescription hanging;
+    hanging.service = kHanging;
+    effects.add(std::move(hanging));
+    session.setAllowList(std::make_shared<const AllowList>(std::move(effects)));
 }
 
 Projection sampleEdit()

@@ -8,6 +8,8 @@
 namespace workbench
 {
 
+class MltSession;
+
 /** A folder of the test program's own, removed at its end, with small clips that are made on first use. */
 class SampleMedia
 {
@@ -33,5 +35,8 @@ inline const std::string kSampleEffect = "effect1";
 
 /** An effect that never comes back: it waits for a lock that the rendering of its clip holds. */
 inline const std::string kHanging = "freeze";
+
+/** It is blocked for everybody else. */
+void allowHanging(MltSession& session);
 
 } // namespace workbench

@@ -26,6 +26,7 @@ class PlaybackTest : public testing::Test
 protected:
     PlaybackTest()
     {
+        allowHanging(*workspace.session());
         EXPECT_TRUE(MediaImporter::importNow(workspace, {SampleMedia::clip()}));
         segment = workspace.selection().get();
         Playback::Display display;

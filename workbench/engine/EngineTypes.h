@@ -13,8 +13,8 @@ namespace workbench
 /** Something that went wrong while an edit was prepared or rendered. The engine goes on. */
 struct EngineProblem {
     enum class Kind {
-        MediaMissing,    ///< a clip's file cannot be opened; a dark red picture stands in for it
-        EffectMissing,   ///< the service of an effect or transition is not installed; left out
+        MediaMissing,    ///< a clip cannot be opened, or must not be; a dark red picture stands in for it
+        EffectMissing,   ///< an effect, a transition or a setting of one is not there or not allowed; left out
         EffectHung,      ///< an effect did not come back in time; bypassed from now on
         MediaHung,       ///< no frame in time, and no effect was at work
         SoundUnavailable ///< playing without sound

@@ -4,6 +4,8 @@
 #include "workbench/engine/FilterTrace.h"
 #include "workbench/engine/MetadataText.h"
 #include "workbench/engine/MltSession.h"
+#include "workbench/model/projection/Admission.h"
+#include "workbench/model/projection/AllowList.h"
 
 #include <mlt++/Mlt.h>
 
@@ -31,8 +33,17 @@ struct MltGraph::Clip {
     }
 };
 
+/** An effect or transition that is at work. */
+struct MltGraph::Made {
+    AllowList::Use use;
+    std::string name; // of the service
+    std::unique_ptr<Mlt::Service> service;
+};
+
 namespace
 {
+
+namespace fs = std::filesystem;
 
 constexpr const char* kStandInColour = "color:#ff400810";
 
@@ -68,19 +79,39 @@ bool sameSource(const ProjectedClip& a, const ProjectedClip& b)
     return a.service == b.service && a.resource == b.resource && a.properties == b.properties;
 }
 
+EngineProblem::Kind kindOf(Refusal::What what)
+{
+    return what == Refusal::What::Clip ? EngineProblem::Kind::MediaMissing : EngineProblem::Kind::EffectMissing;
+}
+
+/** Whether a file is there that can be read to its end: a pipe or device may never have one. */
+bool isReadable(const std::string& path)
+{
+    std::error_code ignored;
+    const fs::path file(path);
+    // The name of a row of pictures is none of a file.
+    return file.filename().string().find('%') != std::string::npos && !fs::exists(file, ignored)
+               ? fs::is_directory(file.parent_path(), ignored)
+               : fs::is_regular_file(file, ignored);
+}
+
 } // namespace
 
 std::unique_ptr<MltGraph> MltGraph::build(std::shared_ptr<MltSession> session, const Projection& projection,
                                           Options options)
 {
-    return std::unique_ptr<MltGraph>(new MltGraph(std::move(session), projection, options));
+    const Admission admission = admit(projection, *session->allowList());
+    return std::unique_ptr<MltGraph>(new MltGraph(std::move(session), admission, options));
 }
 
-MltGraph::MltGraph(std::shared_ptr<MltSession> session, const Projection& projection, Options& options)
+MltGraph::MltGraph(std::shared_ptr<MltSession> session, const Admission& admission, Options& options)
     : session_(std::move(session))
-    , projectedProfile_(projection.profile)
-    , length_(projection.length)
+    , allowed_(session_->allowList())
+    , projectedProfile_(admission.projection.profile)
+    , length_(admission.projection.length)
 {
+    const Projection& projection = admission.projection;
+    options.bypassed.insert(admission.left.begin(), admission.left.end());
     MltGraph* former = options.former.get();
     makeProfile(projection.profile, former);
     if (former) {
@@ -100,6 +131,8 @@ MltGraph::MltGraph(std::shared_ptr<MltSession> session, const Projection& projec
         addTransition(*tractor_, transition);
     if (length_ <= 0)
         length_ = tractor_->get_length();
+    for (const Refusal& refusal : admission.refusals)
+        report(kindOf(refusal.what), refusal.subject, refusal.message);
 }
 
 MltGraph::~MltGraph()
@@ -147,10 +180,8 @@ void MltGraph::openClip(const ProjectedClip& wanted, MltGraph* former)
     clip->source.service = wanted.service;
     clip->source.resource = wanted.resource;
     clip->source.properties = wanted.properties;
-    // By way of the loader, as when a saved project is opened: it attaches what converts between formats.
-    const std::string source = wanted.service.empty() ? wanted.resource : wanted.service + ':' + wanted.resource;
-    clip->producer = std::make_unique<Mlt::Producer>(*profile_, source.c_str());
-    if (!clip->producer->is_valid()) {
+    openSource(*clip, wanted);
+    if (!clip->producer || !clip->producer->is_valid()) {
         report(EngineProblem::Kind::MediaMissing, wanted.id, "Cannot open " + inQuotes(wanted.resource) + ".");
         clip->producer = std::make_unique<Mlt::Producer>(*profile_, kStandInColour);
         clip->standIn = true;
@@ -162,6 +193,17 @@ void MltGraph::openClip(const ProjectedClip& wanted, MltGraph* former)
         clip->producer->set("out", wanted.out);
     }
     clips_[wanted.id] = std::move(clip);
+}
+
+void MltGraph::openSource(Clip& clip, const ProjectedClip& wanted)
+{
+    if (wanted.resource.starts_with('/') && !isReadable(wanted.resource))
+        return;
+    // By way of the loader, as when a saved project is opened: it attaches what converts between formats.
+    clip.producer = std::make_unique<Mlt::Producer>(*profile_, (wanted.service + ':' + wanted.resource).c_str());
+    // The module that reads pictures may not be installed; what reads films knows most of them.
+    if (!clip.producer->is_valid() && wanted.service == "pixbuf")
+        clip.producer = std::make_unique<Mlt::Producer>(*profile_, ("avformat:" + wanted.resource).c_str());
 }
 
 void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Options& options)
@@ -187,7 +229,7 @@ void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Opti
             setProperties(*filter, source.properties);
             filter->set_in_and_out(source.in, source.out);
             clip.producer->attach(*filter);
-            byId_[source.id] = std::make_unique<Mlt::Service>(*filter);
+            byId_[source.id] = {AllowList::Use::Filter, source.service, std::make_unique<Mlt::Service>(*filter)};
             clip.attached.push_back(std::move(filter));
         } else {
             report(EngineProblem::Kind::EffectMissing, source.id,
@@ -261,7 +303,7 @@ void MltGraph::addTransition(Mlt::Tractor& tractor, const ProjectedTransition& w
         transition.set_in_and_out(wanted.in, wanted.out);
     tractor.plant_transition(transition, wanted.aTrack, wanted.bTrack);
     if (!wanted.id.empty())
-        byId_[wanted.id] = std::make_unique<Mlt::Service>(transition);
+        byId_[wanted.id] = {AllowList::Use::Transition, wanted.service, std::make_unique<Mlt::Service>(transition)};
 }
 
 void MltGraph::report(EngineProblem::Kind kind, const std::string& subject, std::string message)
@@ -277,18 +319,19 @@ Mlt::Producer& MltGraph::producer()
 bool MltGraph::apply(const PropertyUpdate& update)
 {
     const auto found = byId_.find(update.service);
-    if (found == byId_.end())
+    if (found == byId_.end() ||
+        !allowed_->allowsProperty(found->second.use, found->second.name, update.property, update.value))
         return false;
     // Not under the service's lock: it is not recursive, and some effects take it when a property changes.
-    found->second->set(update.property.c_str(), update.value.c_str());
+    found->second.service->set(update.property.c_str(), update.value.c_str());
     return true;
 }
 
 std::vector<Mlt::Service*> MltGraph::services() const
 {
     std::vector<Mlt::Service*> result{tractor_.get()};
-    for (const auto& [id, service] : byId_)
-        result.push_back(service.get());
+    for (const auto& [id, made] : byId_)
+        result.push_back(made.service.get());
     for (const auto& [id, clip] : clips_) {
         result.push_back(clip->producer.get());
         for (const auto& filter : clip->attached)

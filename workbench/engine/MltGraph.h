@@ -20,6 +20,8 @@ class Tractor;
 namespace workbench
 {
 
+struct Admission;
+class AllowList;
 class FilterTrace;
 class MltSession;
 
@@ -36,7 +38,8 @@ public:
         std::unique_ptr<MltGraph> former; ///< media that it has open and that are still wanted are taken over
     };
 
-    /** Always makes a graph: what cannot be opened or found is replaced or left out, and told in problems(). */
+    /** Always makes a graph: what is not allowed, cannot be opened or found is replaced or left out, and told in
+        problems(). */
     static std::unique_ptr<MltGraph> build(std::shared_ptr<MltSession> session, const Projection& projection,
                                            Options options);
 
@@ -54,7 +57,7 @@ public:
 
     const std::vector<EngineProblem>& problems() const { return problems_; }
 
-    /** False when there is no such effect or transition. */
+    /** False when there is no such effect or transition, or when the value is not allowed. */
     bool apply(const PropertyUpdate& update);
 
     /** Every service of the graph, for counting what is still alive. */
@@ -62,11 +65,13 @@ public:
 
 private:
     struct Clip;
+    struct Made;
 
-    MltGraph(std::shared_ptr<MltSession> session, const Projection& projection, Options& options);
+    MltGraph(std::shared_ptr<MltSession> session, const Admission& admission, Options& options);
 
     void makeProfile(const ProjectedProfile& wanted, MltGraph* former);
     void openClip(const ProjectedClip& wanted, MltGraph* former);
+    void openSource(Clip& clip, const ProjectedClip& wanted);
     void attachFilters(Clip& clip, const ProjectedClip& wanted, const Options& options);
     void addTrack(const ProjectedTrack& track, int index);
     std::unique_ptr<Mlt::Tractor> makeMix(const ProjectedEntry& entry);
@@ -75,10 +80,11 @@ private:
     void report(EngineProblem::Kind kind, const std::string& subject, std::string message);
 
     std::shared_ptr<MltSession> session_;
+    std::shared_ptr<const AllowList> allowed_;
     ProjectedProfile projectedProfile_;
     std::shared_ptr<Mlt::Profile> profile_;
     std::map<std::string, std::unique_ptr<Clip>> clips_;
-    std::map<std::string, std::unique_ptr<Mlt::Service>> byId_; // effects and transitions
+    std::map<std::string, Made> byId_; // effects and transitions
     std::unique_ptr<Mlt::Tractor> tractor_;
     std::vector<EngineProblem> problems_;
     int length_ = 0;

@@ -1,11 +1,15 @@
 #include "workbench/engine/MltSession.h"
 
+#include "workbench/engine/CatalogueReader.h"
+#include "workbench/model/projection/AllowList.h"
+
 #include <mlt++/Mlt.h>
 
 #include <atomic>
 #include <clocale>
 #include <cstdlib>
 #include <mutex>
+#include <utility>
 
 namespace workbench
 {
@@ -45,6 +49,20 @@ std::shared_ptr<MltSession> MltSession::open(std::string* problem)
 MltSession::MltSession(Mlt::Repository* repository)
     : repository_(repository)
 {
+}
+
+std::shared_ptr<const AllowList> MltSession::allowList()
+{
+    const std::lock_guard lock(allowMutex_);
+    if (!allowList_)
+        allowList_ = std::make_shared<const AllowList>(readCatalogue(*this).catalogue);
+    return allowList_;
+}
+
+void MltSession::setAllowList(std::shared_ptr<const AllowList> allowList)
+{
+    const std::lock_guard lock(allowMutex_);
+    allowList_ = std::move(allowList);
 }
 
 void MltSession::useNumericLocale()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <mutex>
 #include <string>
 
 namespace Mlt
@@ -10,6 +11,8 @@ class Repository;
 
 namespace workbench
 {
+
+class AllowList;
 
 /**
  * The media framework, initialised. Whatever holds an Mlt object also holds the session.
@@ -30,6 +33,15 @@ public:
     Mlt::Repository& repository() const { return *repository_; }
 
     /**
+     * What may be made of an edit. By default, what the program's own lists allow of the effects that are installed,
+     * which are read at the first call. Any thread.
+     */
+    std::shared_ptr<const AllowList> allowList();
+
+    /** For one who has read the effects already, or tries effects that are not offered. Counts from the next graph. */
+    void setAllowList(std::shared_ptr<const AllowList> allowList);
+
+    /**
      * Sets the locale for numbers to "C", in which property values are written and read. open() does it; a program does
      * it again after anything that sets the locale from the environment, such as the constructor of the Qt application.
      */
@@ -46,6 +58,8 @@ private:
     explicit MltSession(Mlt::Repository* repository);
 
     Mlt::Repository* repository_; // belongs to the factory
+    std::mutex allowMutex_;
+    std::shared_ptr<const AllowList> allowList_;
 };
 
 } // namespace workbench

@@ -8,6 +8,8 @@
 #include "workbench/store/mlt/MltXmlWriter.h"
 
 #include "workbench/model/EditModel.h"
+#include "workbench/model/projection/Admission.h"
+#include "workbench/model/projection/AllowList.h"
 #include "workbench/model/projection/Projector.h"
 
 #include <pugixml.hpp>
@@ -52,7 +54,10 @@ std::string projectXml(const EditModel& edit, const ViewState& view, const std::
     declaration.append_attribute("encoding") = "utf-8";
     pugi::xml_node mlt = document.append_child("mlt");
     mlt.append_attribute("title") = xmlText(data.name).c_str();
-    writeMlt(project(edit), paths, ownData(data, view, paths), mlt);
+    // What must not be made here must not be made by another program that plays the file either. Nothing is lost of it:
+    // what is read back is our own data beside it.
+    const Admission admission = admit(project(edit), AllowList(edit.catalogue()));
+    writeMlt(admission.projection, paths, ownData(data, view, paths), mlt);
     TextSink sink;
     document.save(sink, " ");
     return std::move(sink.text);

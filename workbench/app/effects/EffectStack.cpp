@@ -127,13 +127,17 @@ void EffectStack::addPanel(Vob& vob, const Kt::Ptr<ModelEffect>& effect, bool fi
     panels_.emplace_back(objectOf(effect->id()), panel.get());
     addBelow(std::move(panel));
     if (!effect->description())
-        addMissing(*effect);
+        addNote(L"\u201c" + effect->getName() +
+                L"\u201d is not active: it is not installed, or is none that a project may use. "
+                L"It is kept as it is.");
+    else if (const std::string& why = effect->description()->blockedBecause; !why.empty())
+        addNote(L"\u201c" + effect->getName() + L"\u201d is not active. " + toWide(why) + L" It is kept as it is.");
 }
 
-void EffectStack::addMissing(const ModelEffect& effect)
+void EffectStack::addNote(const WString& text)
 {
     Label::InitArgs args(0, static_cast<unsigned short>(UifStd::getRowHeight()));
-    args.text = UIString(L"\u201c" + effect.getName() + L"\u201d is not installed. It is kept as it is.");
+    args.text = UIString(text);
     args.role = PaletteRole::DisabledText;
     addBelow(std::make_unique<Label>(args));
 }

@@ -59,7 +59,7 @@ private:
     class TitleButton;
 
     void addPanel(oribund::Vob& vob, const oribund::Kt::Ptr<ModelEffect>& effect, bool first, bool last);
-    void addMissing(const ModelEffect& effect);
+    void addNote(const oribund::WString& text);
     void addButtons(oribund::EffectComponentPanel& panel, const ModelEffect& effect, bool first, bool last);
     void addBelow(std::unique_ptr<oribund::Glob> widget);
 

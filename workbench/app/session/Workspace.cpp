@@ -2,6 +2,7 @@
 
 #include "oribund/host/services/Log.h"
 #include "workbench/app/session/ClipPlacement.h"
+#include "workbench/model/projection/AllowList.h"
 
 namespace workbench
 {
@@ -13,6 +14,7 @@ EffectCatalogue readInstalled(MltSession& session)
     CatalogueResult result = readCatalogue(session);
     for (const std::string& problem : result.problems)
         oribund::logf("effect overlay: %s\n", problem.c_str());
+    session.setAllowList(std::make_shared<const AllowList>(result.catalogue));
     return std::move(result.catalogue);
 }
 } // namespace

@@ -93,7 +93,8 @@ private:
         pugi::xml_node node = addElement(mlt_, "producer", clip.id);
         if (!clip.service.empty())
             addProperty(node, "mlt_service", clip.service);
-        addProperty(node, "resource", clip.service.empty() ? textOfPath(paths_.saved(clip.resource)) : clip.resource);
+        addProperty(node, "resource",
+                    clip.resource.starts_with('/') ? textOfPath(paths_.saved(clip.resource)) : clip.resource);
         addProperties(node, clip.properties);
         addExtra(node, clip.id);
         for (const ProjectedFilter& filter : clip.filters) {
