@@ -10,10 +10,13 @@
 #include "workbench/store/mlt/MltClip.h"
 #include "workbench/store/mlt/MltImport.h"
 
+#include "workbench/model/projection/AllowList.h"
+
 #include <pugixml.hpp>
 
 #include <algorithm>
 #include <cstring>
+#include <set>
 #include <unordered_map>
 
 namespace workbench
@@ -106,7 +109,8 @@ private:
                 continue;
             }
             for (const pugi::xml_node filter : producer.children("filter"))
-                placed.segment.effects.push_back(importFilter(filter, placed.segment.length, catalogue_, warnings_));
+                placed.segment.effects.push_back(
+                    importFilter(filter, placed.segment, edit.format, catalogue_, warnings_));
             track->second->segments.push_back(std::move(placed.segment));
         }
     }
@@ -135,6 +139,26 @@ std::string parseXml(pugi::xml_document& document, std::string_view bytes)
     if (std::strcmp(document.document_element().name(), "mlt") != 0)
         return "it is no project";
     return {};
+}
+
+/** What another program's project holds and is not made is named at once, not when it is first to be seen. */
+void warnOfRefused(const EditData& edit, const EffectCatalogue& catalogue, Warnings& warnings)
+{
+    const AllowList allowed(catalogue);
+    std::set<std::string> names;
+    for (const MediaData& media : edit.media)
+        if (!allowed.sourceOf(media.info.path))
+            names.insert(media.info.path);
+    for (const TrackData& track : edit.tracks)
+        for (const SegmentData& segment : track.segments)
+            for (const EffectData& effect : segment.effects)
+                if (!allowed.refuseEffect(effect.service).empty())
+                    names.insert(effect.service);
+    std::string list;
+    for (const std::string& name : names)
+        list += (list.empty() ? "\"" : ", \"") + name + '"';
+    if (!list.empty())
+        warnings.add("Kept, but not active here: " + list + '.');
 }
 
 std::vector<ObjectId> findMissing(const EditData& edit)
@@ -169,6 +193,7 @@ ProjectReading parseProject(std::string_view bytes, const fs::path& folder, cons
         edit = importMlt(mlt, folder, catalogue, warnings);
         if (edit.tracks.empty())
             reading.error = "there is nothing in it that this program could show";
+        warnOfRefused(edit, catalogue, warnings);
     }
     if (!reading.error.empty())
         return reading;

@@ -138,9 +138,19 @@ std::string serviceNumber(const ParamDescription& description, double shown)
 
 std::optional<double> shownNumber(const ParamDescription& description, std::string_view raw)
 {
-    const auto number = oribund::parseDouble(raw);
+    const auto number = numberFromService(raw);
     const double shown = number ? *number * description.scale + description.offset : NAN;
     return std::isfinite(shown) ? std::optional(shown) : std::nullopt;
+}
+
+std::optional<double> numberFromService(std::string_view raw)
+{
+    const std::size_t comma = raw.find(',');
+    if (comma == std::string_view::npos)
+        return oribund::parseDouble(raw);
+    std::string pointed(raw);
+    pointed[comma] = '.';
+    return oribund::parseDouble(std::string_view(pointed));
 }
 
 std::optional<std::array<double, 4>> parseServiceColour(std::string_view text)
@@ -167,7 +177,7 @@ std::optional<PlainValue> plainFromService(const ParamDescription& description, 
     case ParamKind::Angle:
         return plain(shownNumber(description, raw));
     case ParamKind::Bool:
-        if (const auto number = oribund::parseDouble(raw))
+        if (const auto number = numberFromService(raw))
             return *number != 0.0;
         return std::nullopt;
     case ParamKind::Colour:

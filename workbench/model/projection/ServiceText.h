@@ -26,6 +26,9 @@ std::string serviceNumber(const ParamDescription& description, double shown);
 /** The reverse: a number of the service in shown units. Nothing for what is no finite number. */
 std::optional<double> shownNumber(const ParamDescription& description, std::string_view raw);
 
+/** A number as a service has it; some programs write it with the comma of their country. */
+std::optional<double> numberFromService(std::string_view raw);
+
 /** "#rrggbb", "#aarrggbb" or "0xrrggbbaa" as r, g, b, a. */
 std::optional<std::array<double, 4>> parseServiceColour(std::string_view text);
 

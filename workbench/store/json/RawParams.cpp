@@ -26,7 +26,7 @@ const std::string* textOf(const PropertyList& properties, const std::string& nam
 }
 
 /** "frame=value", with a sign before the "=" for a smooth or held piece. Times as frames only. */
-std::optional<Keyframe> keyOf(const ParamDescription& description, std::string_view text, int length)
+std::optional<Keyframe> keyOf(const ParamDescription& description, std::string_view text, const KeySpan& span)
 {
     const std::size_t equals = text.find('=');
     if (equals == std::string_view::npos || equals == 0)
@@ -41,17 +41,17 @@ std::optional<Keyframe> keyOf(const ParamDescription& description, std::string_v
     const auto value = shownNumber(description, text.substr(equals + 1));
     if (!frame || !value)
         return std::nullopt;
-    key.time = static_cast<double>(*frame) / length;
+    key.time = static_cast<double>(*frame + span.firstKey) / span.length;
     key.value = *value;
     return key;
 }
 
 /** Held pieces, times of day and whatever else is no plain curve yield none. */
-std::optional<ChannelData> curveOf(const ParamDescription& description, std::string_view raw, int length)
+std::optional<ChannelData> curveOf(const ParamDescription& description, std::string_view raw, const KeySpan& span)
 {
     ChannelData channel;
     for (const std::string_view part : splitText(raw, ";")) {
-        const auto key = keyOf(description, part, length);
+        const auto key = keyOf(description, part, span);
         if (!key || channel.size() >= kMostKeys || (!channel.empty() && key->time <= channel.back().time))
             return std::nullopt;
         channel.push_back(*key);
@@ -82,7 +82,8 @@ std::vector<std::string> propertiesOf(const ParamDescription& description)
 }
 } // namespace
 
-std::optional<ParamData> paramFromRaw(const ParamDescription& description, const PropertyList& properties, int length)
+std::optional<ParamData> paramFromRaw(const ParamDescription& description, const PropertyList& properties,
+                                      const KeySpan& span)
 {
     ParamData param;
     param.property = description.property;
@@ -101,7 +102,7 @@ std::optional<ParamData> paramFromRaw(const ParamDescription& description, const
         return param;
     }
     const bool numeric = description.kind == ParamKind::Double || description.kind == ParamKind::Angle;
-    auto curve = numeric && description.animatable ? curveOf(description, *raw, length) : std::nullopt;
+    auto curve = numeric && description.animatable ? curveOf(description, *raw, span) : std::nullopt;
     if (!curve)
         return std::nullopt;
     param.constant = curve->front().value;
@@ -110,11 +111,11 @@ std::optional<ParamData> paramFromRaw(const ParamDescription& description, const
     return param;
 }
 
-std::vector<ParamData> takeParams(const EffectDescription& description, PropertyList& properties, int length)
+std::vector<ParamData> takeParams(const EffectDescription& description, PropertyList& properties, const KeySpan& span)
 {
     std::vector<ParamData> params;
     for (const ParamDescription& param : description.params) {
-        auto read = paramFromRaw(param, properties, length);
+        auto read = paramFromRaw(param, properties, span);
         if (!read)
             continue;
         params.push_back(std::move(*read));

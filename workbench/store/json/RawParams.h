@@ -11,16 +11,23 @@ struct EffectDescription;
 struct ParamDescription;
 class Warnings;
 
+/** The segment that an effect is on, in frames, and where in it the first frame of the effect's keyframes lies. */
+struct KeySpan {
+    int length = 1;
+    int firstKey = 0;
+};
+
 /**
  * A parameter from the texts of its service's properties, animations included: the reverse of what plays it. Empty
- * where the properties do not say, or say what the parameter cannot hold. `length`: of the segment, in frames.
+ * where the properties do not say, or say what the parameter cannot hold.
  */
-std::optional<ParamData> paramFromRaw(const ParamDescription& description, const PropertyList& properties, int length);
+std::optional<ParamData> paramFromRaw(const ParamDescription& description, const PropertyList& properties,
+                                      const KeySpan& span);
 
 /**
  * Takes out of a service's properties those that the description knows, as parameters. What is left in `properties`
  * has no control.
  */
-std::vector<ParamData> takeParams(const EffectDescription& description, PropertyList& properties, int length);
+std::vector<ParamData> takeParams(const EffectDescription& description, PropertyList& properties, const KeySpan& span);
 
 } // namespace workbench

@@ -1,5 +1,7 @@
 #include "workbench/store/mlt/MltClip.h"
 
+#include "workbench/model/projection/ServiceText.h"
+
 #include "workbench/store/json/EditJson.h"
 
 #include "oribund/host/base/LightweightString.h"
@@ -67,7 +69,7 @@ int frameOf(const std::string& text, const FormatData& format, int fallback)
     int count = 0;
     for (std::size_t from = 0; count < 4 && from <= text.size();) {
         const std::size_t colon = std::min(text.find(':', from), text.size());
-        const auto unit = oribund::parseDouble(std::string_view(text).substr(from, colon - from));
+        const auto unit = numberFromService(std::string_view(text).substr(from, colon - from));
         if (!unit)
             return fallback;
         units[count++] = *unit;

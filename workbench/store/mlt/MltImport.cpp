@@ -24,6 +24,10 @@ namespace
 constexpr int kDeepestTracks = 8;
 constexpr std::size_t kMostTracks = 200;
 
+// What holds what can be named again and again: a small file can describe any number of visits.
+constexpr int kMostVisits = 10'000;
+constexpr int kMostSegments = 200'000;
+
 constexpr unsigned kHideVideo = 1;
 constexpr unsigned kHideAudio = 2;
 
@@ -59,8 +63,8 @@ FormatData formatOf(pugi::xml_node profile)
         return value > 0 && value <= most ? value : fallback;
     };
     FormatData format;
-    format.width = positive("width", usual.width, 32'768);
-    format.height = positive("height", usual.height, 32'768);
+    format.width = positive("width", usual.width, 1'000'000);
+    format.height = positive("height", usual.height, 1'000'000);
     format.fpsNumerator = positive("frame_rate_num", usual.fpsNumerator, 1'000'000);
     format.fpsDenominator = positive("frame_rate_den", usual.fpsDenominator, 1'000'000);
     format.sampleAspectNumerator = positive("sample_aspect_num", 1, 1'000'000);
@@ -118,14 +122,19 @@ private:
 
     pugi::xml_node findMain() const
     {
+        pugi::xml_node main;
         if (const auto named = services_.find(mlt_.attribute("producer").value()); named != services_.end())
-            return named->second;
-        pugi::xml_node last;
+            main = named->second;
+        if (main && !isKept(main))
+            return main;
         for (const pugi::xml_node child : mlt_.children())
-            if (isKind(child, {"producer", "chain", "playlist", "tractor"}))
-                last = child;
-        return last;
+            if (isKind(child, {"producer", "chain", "playlist", "tractor"}) && (!isKept(child) || !main))
+                main = child;
+        return main;
     }
+
+    /** Not played, but kept for its program: the list of the media that it knows. */
+    static bool isKept(pugi::xml_node service) { return propertyOf(service, "xml_retain") == "1"; }
 
     /** What a `track` or `entry` shows: named by id, or described inside it. */
     pugi::xml_node serviceOf(pugi::xml_node user) const
@@ -140,7 +149,9 @@ private:
 
     void addAny(pugi::xml_node service, unsigned hidden, int depth)
     {
-        if (isKind(service, {"tractor"}))
+        if (++visits_ > kMostVisits)
+            ++left_.nested;
+        else if (isKind(service, {"tractor"}))
             addTractor(service, hidden, depth);
         else if (service && !isBackground(service))
             addTrack(service, hidden);
@@ -176,8 +187,10 @@ private:
             return false;
         if (isKind(service, {"playlist"})) {
             const pugi::xml_node only = service.child("entry");
-            return only && !only.next_sibling("entry") && isBackground(serviceOf(only));
+            service = only.next_sibling("entry") ? pugi::xml_node() : serviceOf(only);
         }
+        if (!isClip(service))
+            return false;
         const std::string kind = propertyOf(service, "mlt_service");
         const std::string colour = propertyOf(service, "resource");
         return (kind == "color" || kind == "colour") &&
@@ -224,7 +237,7 @@ private:
         if (segment.length <= 0 || at > kMostFrames - segment.length)
             return;
         at = segment.end();
-        if (!isClip(producer)) {
+        if (!isClip(producer) || ++segments_ > kMostSegments) {
             ++left_.nested;
             return;
         }
@@ -259,7 +272,7 @@ private:
             const bool isSound = known && known->medium == EffectDescription::Medium::Audio;
             if (wanted != Effects::All && isSound != (wanted == Effects::OfSound))
                 continue;
-            EffectData effect = importFilter(filter, segment.length, catalogue_, warnings_);
+            EffectData effect = importFilter(filter, segment, edit_.format, catalogue_, warnings_);
             effect.id = newId();
             segment.effects.push_back(std::move(effect));
         }
@@ -307,6 +320,8 @@ private:
     std::unordered_map<std::string, pugi::xml_node> services_;
     std::unordered_map<std::string, std::size_t> mediaByPath_;
     LeftOut left_;
+    int visits_ = 0;
+    int segments_ = 0;
     ObjectId lastId_ = kNoObject;
 };
 } // namespace
@@ -316,7 +331,8 @@ EditData importMlt(pugi::xml_node mlt, const fs::path& folder, const EffectCatal
     return Importer(mlt, folder, catalogue, warnings).import();
 }
 
-EffectData importFilter(pugi::xml_node filter, int length, const EffectCatalogue& catalogue, Warnings& warnings)
+EffectData importFilter(pugi::xml_node filter, const SegmentData& segment, const FormatData& format,
+                        const EffectCatalogue& catalogue, Warnings& warnings)
 {
     if (const std::string own = propertyOf(filter, format::kEffectProperty); !own.empty()) {
         const ParsedJson parsed = parseJson(own);
@@ -337,7 +353,13 @@ EffectData importFilter(pugi::xml_node filter, int length, const EffectCatalogue
     const auto known = catalogue.find(effect.service);
     if (!known)
         return effect;
-    effect.params = takeParams(*known, effect.rest, length);
+    // Both count from the beginning of the media: keyframes from the filter's in point, the segment from its own.
+    const int in = std::max(frameOf(filter.attribute("in").value(), format, 0), 0);
+    const int out = frameOf(filter.attribute("out").value(), format, 0);
+    effect.params = takeParams(*known, effect.rest, {segment.length, in - segment.in});
+    if (out > 0 && (in > segment.in || out < segment.in + segment.length - 1))
+        warnings.add("The effect \"" + known->title + "\" is at work on a part of \"" + segment.name +
+                     "\" only; here it works on all of it.");
     for (const auto& [name, value] : effect.rest)
         if (known->find(name))
             warnings.add("The setting \"" + name + "\" of the effect \"" + known->title +

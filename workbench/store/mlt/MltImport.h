@@ -23,8 +23,8 @@ class Warnings;
 EditData importMlt(pugi::xml_node mlt, const std::filesystem::path& folder, const EffectCatalogue& catalogue,
                    Warnings& warnings);
 
-/** A filter as an effect: what we saved with it, where it has that; else from its properties. `length`: of the segment
-    that it is on, in frames. */
-EffectData importFilter(pugi::xml_node filter, int length, const EffectCatalogue& catalogue, Warnings& warnings);
+/** A filter as an effect of that segment: what we saved with it, where it has that; else from its properties. */
+EffectData importFilter(pugi::xml_node filter, const SegmentData& segment, const FormatData& format,
+                        const EffectCatalogue& catalogue, Warnings& warnings);
 
 } // namespace workbench
