@@ -20,6 +20,8 @@ CatalogueResult readCatalogue(MltSession& session, const std::string& overlayTex
             continue;
         overlay.apply(*effect, result.problems);
         settleColours(*effect);
+        if (!effect->curated)
+            leaveOutUnset(*effect, raw);
         result.catalogue.add(std::move(*effect));
     }
     return result;

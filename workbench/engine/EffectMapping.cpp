@@ -176,6 +176,16 @@ void settleColours(EffectDescription& effect)
         }
 }
 
+void leaveOutUnset(EffectDescription& effect, const RawEffect& raw)
+{
+    for (const RawParam& source : raw.params)
+        if (source.defaultText.empty())
+            std::erase_if(effect.params, [&source](const ParamDescription& param) {
+                return param.property == source.identifier &&
+                       (param.kind == ParamKind::Double || param.kind == ParamKind::Angle);
+            });
+}
+
 std::string checkParam(const ParamDescription& param)
 {
     if (param.property.empty() || param.name.empty())

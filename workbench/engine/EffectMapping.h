@@ -19,6 +19,12 @@ std::optional<EffectDescription> mapEffect(const RawEffect& raw);
 /** Makes the colours opaque that the service takes without an opacity. */
 void settleColours(EffectDescription& effect);
 
+/**
+ * Takes out the numbers of which the metadata does not say what they are by default. They would have to be guessed, and
+ * the effect then does something else than it does by itself.
+ */
+void leaveOutUnset(EffectDescription& effect, const RawEffect& raw);
+
 /** What is wrong with a parameter: range, default, demo value, list. Empty when nothing is. */
 std::string checkParam(const ParamDescription& param);
 

@@ -40,9 +40,10 @@ void mapRange(const RawParam& raw, ParamDescription& param)
 
     const double reach = roundUpNicely(10.0 * std::max({std::abs(standard.value_or(0.0)), std::abs(low.value_or(0.0)),
                                                         std::abs(high.value_or(0.0)) / 10.0, 1.0}));
-    const bool signedByDefault = !low && !high && standard.value_or(0.0) <= 0.0;
+    // Most sizes and distances say no limits either, and crash below 0: that way only where the default leads there.
+    const bool isSigned = standard.value_or(0.0) < 0.0 || (high && *high < 0.0);
     if (!low)
-        low = signedByDefault || (high && *high < 0.0) ? -reach : 0.0;
+        low = isSigned ? -reach : 0.0;
     if (!high)
         high = reach;
 
