@@ -111,6 +111,8 @@ ExportPreset makePreset(std::string extension, std::string label, std::string fo
                         const std::string& audio)
 {
     ExportPreset preset{std::move(extension), std::move(label), true, videoProperties(video)};
+    if (video == "mpeg4")
+        preset.largestSide = 8190;
     preset.properties.insert(preset.properties.begin(), {"f", std::move(format)});
     if (audio.empty())
         preset.properties.emplace_back("an", "1");

@@ -48,6 +48,32 @@ ExportResult failure(std::string message)
     return {ExportResult::Outcome::Failed, std::move(message)};
 }
 
+std::string sizeText(const ProjectedProfile& profile)
+{
+    return std::to_string(profile.width) + " x " + std::to_string(profile.height);
+}
+
+/** Why pictures of that size cannot be written; empty when they can. */
+std::string refuseSize(const ExportPreset& preset, const ProjectedProfile& profile)
+{
+    const auto [low, high] = std::minmax(profile.width, profile.height);
+    if (!preset.video || (low >= kSmallestSide && high <= preset.largestSide))
+        return {};
+    return "A " + preset.label + " cannot have pictures of " + sizeText(profile) + ", only sides of " +
+           std::to_string(kSmallestSide) + " to " + std::to_string(preset.largestSide) + " pixels.";
+}
+
+/** Colour is kept for every second pixel only, so that sides have to be even. Says what was changed. */
+std::string makeEven(ProjectedProfile& profile)
+{
+    const std::string before = sizeText(profile);
+    profile.width &= ~1;
+    profile.height &= ~1;
+    const std::string after = sizeText(profile);
+    return after == before ? std::string()
+                           : "The film is " + after + " instead of " + before + ": its sides must be even.";
+}
+
 /** What encodes. On the heap as a whole, because all of it is left behind when an effect never comes back. */
 struct Encoding {
     FilterTrace trace;
@@ -154,6 +180,9 @@ ExportResult Exporter::Job::perform()
     if (!preset)
         return failure(inQuotes(fs::path(settings.path).filename().string()) +
                        " has no extension of a format that can be written.");
+    if (std::string reason = refuseSize(*preset, projection.profile); !reason.empty())
+        return failure(std::move(reason));
+    std::string note = preset->video ? makeEven(projection.profile) : std::string();
     const auto encoding = std::make_shared<Encoding>();
     MltGraph::Options options;
     options.trace = &encoding->trace;
@@ -161,6 +190,8 @@ ExportResult Exporter::Job::perform()
     for (const EngineProblem& problem : encoding->graph->problems())
         if (problem.kind == EngineProblem::Kind::MediaMissing)
             return failure(problem.message);
+        else
+            note += (note.empty() ? "" : "\n") + problem.message;
 
     const int last = std::max(0, encoding->graph->length() - 1);
     const int from = std::clamp(settings.from, 0, last);
@@ -171,6 +202,8 @@ ExportResult Exporter::Job::perform()
     std::error_code unknown;
     if (result.outcome == ExportResult::Outcome::Done && (fs::file_size(settings.path, unknown) == 0 || unknown))
         return failure("Nothing was written; is the disk full?");
+    if (result.outcome == ExportResult::Outcome::Done)
+        result.message = std::move(note);
     return result;
 }
 

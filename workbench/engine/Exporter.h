@@ -25,7 +25,7 @@ struct ExportResult {
     enum class Outcome { Done, Cancelled, Failed };
 
     Outcome outcome = Outcome::Done;
-    std::string message; ///< for a person; empty when done
+    std::string message; ///< for a person; when done, what differs from the edit, mostly nothing
 };
 
 /** Called on the exporter's thread. */

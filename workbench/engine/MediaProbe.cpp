@@ -49,7 +49,9 @@ std::string checkFile(const fs::path& path)
         return shown + " is a folder.";
     if (access(path.c_str(), R_OK) != 0)
         return shown + " cannot be read: permission is denied.";
-    if (fs::is_regular_file(status) && fs::file_size(path, error) == 0)
+    if (!fs::is_regular_file(status))
+        return shown + " is no file but a pipe or a device, which has no beginning and no end.";
+    if (fs::file_size(path, error) == 0)
         return shown + " is empty.";
     return {};
 }

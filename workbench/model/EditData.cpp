@@ -11,6 +11,10 @@ namespace workbench
 
 namespace
 {
+// A picture of this size takes a quarter of a gigabyte, and several are held at a time.
+constexpr int kLargestSide = 16'384;
+constexpr int kMostPixels = 8192 * 8192;
+
 /** Finds the first fault of an edit; each function returns a text, empty where all is well. */
 class FaultFinder
 {
@@ -26,6 +30,9 @@ public:
         if (f.width <= 0 || f.height <= 0 || f.fpsNumerator <= 0 || f.fpsDenominator <= 0 ||
             f.sampleAspectNumerator <= 0 || f.sampleAspectDenominator <= 0)
             return "the format has no size or rate";
+        if (f.width > kLargestSide || f.height > kLargestSide || f.width * f.height > kMostPixels)
+            return "its pictures of " + std::to_string(f.width) + " x " + std::to_string(f.height) +
+                   " are larger than this program can make";
         for (const MediaData& media : edit_.media) {
             if (!claim(media.id))
                 return idFault("media", media.id);

@@ -91,7 +91,8 @@ void ExportBar::finished(const ExportResult& result, const std::filesystem::path
         say("The export failed. " + result.message, Severity::Error);
     if (result.outcome != ExportResult::Outcome::Done)
         return;
-    say("Exported to " + where.string() + ".", Severity::Information);
+    const std::string note = result.message.empty() ? std::string() : "\n" + result.message;
+    say("Exported to " + where.string() + "." + note, Severity::Information);
     if (afterwards)
         afterwards();
 }

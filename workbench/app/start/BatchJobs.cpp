@@ -99,6 +99,8 @@ int exportFile(Workspace& workspace, const CommandLine& commandLine)
         say(result.message);
         return 1;
     }
+    if (!result.message.empty())
+        say(result.message);
     std::printf("%s\n", made.c_str());
     return 0;
 }

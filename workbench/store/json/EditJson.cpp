@@ -12,7 +12,7 @@ namespace workbench
 
 namespace
 {
-constexpr int kLargestSide = 32'768;
+constexpr int kLargestSide = 1'000'000; // what is too large to be shown is refused later, with the reason
 constexpr int kLargestRate = 1'000'000;
 
 Json toJson(const FormatData& format)
