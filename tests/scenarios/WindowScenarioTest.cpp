@@ -238,7 +238,8 @@ TEST_F(WindowScenario, TheLastProjectIsRememberedAsSoonAsItIsOneAndForgottenWith
     EXPECT_EQ(remembered(), (folder_ / "film.mlt").string());
     ASSERT_TRUE(document_->save((folder_ / "other.mlt").string()));
     window_->files().open({(folder_ / "film.mlt").string()});
-    EXPECT_EQ(remembered(), (folder_ / "film.mlt").string());
+    EXPECT_EQ(remembered(), "") << "it may bring the program down before it is seen, at every start";
+    EXPECT_TRUE(QTest::qWaitFor([&] { return remembered() == (folder_ / "film.mlt").string(); }, 20000));
     window_->files().startNew();
     reopenWindow();
     EXPECT_EQ(remembered(), "");

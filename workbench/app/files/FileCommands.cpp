@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace workbench
 {
@@ -73,8 +74,10 @@ void FileCommands::rememberFolder(const char* what, const QString& file) const
 
 void FileCommands::startNew()
 {
-    if (mayGiveUpChanges())
-        document_.startNew();
+    if (!mayGiveUpChanges())
+        return;
+    awaitsPicture_ = false;
+    document_.startNew();
 }
 
 void FileCommands::askAndOpen()
@@ -105,7 +108,19 @@ void FileCommands::open(const std::vector<std::string>& paths)
 
 void FileCommands::openProject(const std::string& path)
 {
-    if (mayGiveUpChanges() && document_.open(path))
+    if (!mayGiveUpChanges())
+        return;
+    // A project that brings the program down must not be opened again at every start.
+    oribund::prefs().setPreference(PreferenceKeys::kLastProject, "");
+    const bool opened = document_.open(path);
+    awaitsPicture_ = opened && workspace_.edit().timeline().endFrame() > 0;
+    if (!awaitsPicture_)
+        rememberProject();
+}
+
+void FileCommands::pictureShown()
+{
+    if (std::exchange(awaitsPicture_, false))
         rememberProject();
 }
 

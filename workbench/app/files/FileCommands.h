@@ -31,6 +31,9 @@ public:
     /** Opens the project among the paths, or adds them as media. */
     void open(const std::vector<std::string>& paths);
 
+    /** The project that was opened has come to be seen: from now on it is the one to begin with. */
+    void pictureShown();
+
     /** False when it was not saved. */
     bool save();
     bool saveAs();
@@ -73,6 +76,7 @@ private:
     QWidget& window_;
     QString mediaFolder_;
     MediaFinder finder_;
+    bool awaitsPicture_ = false;
 };
 
 } // namespace workbench

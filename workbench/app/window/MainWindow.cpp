@@ -87,6 +87,8 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     display.picture = [this](const FrameImagePtr& picture) {
         viewer_->setPicture(picture);
         showLoading();
+        if (picture)
+            files_->pictureShown();
     };
     display.problem = [this](const EngineProblem& problem) {
         showMessage(QString::fromStdString(problem.message), oribund::MessageSink::Severity::Warning);
