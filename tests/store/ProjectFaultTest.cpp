@@ -202,6 +202,29 @@ TEST(ProjectFaults, HostileDocumentsDoNoHarm)
         <tractor id="b"><track producer="a"/><track producer="a"/><track producer="p"/></tractor>
         <playlist id="p"><entry producer="p"/><entry producer="a"/></playlist></mlt>)");
     EXPECT_TRUE(loop || !loop.error.empty());
+    const ProjectReading itself = parse(R"(<mlt><playlist id="a"><entry producer="a"/></playlist></mlt>)");
+    ASSERT_TRUE(itself);
+    EXPECT_TRUE(itself.edit->tracks.at(0).segments.empty());
+    std::string playlists = "<mlt>";
+    for (int i = 0; i < 100'000; ++i)
+        playlists += "<playlist><entry>";
+    for (int i = 0; i < 100'000; ++i)
+        playlists += "</entry></playlist>";
+    EXPECT_TRUE(parse(playlists + "</mlt>")) << "a track without anything on it";
+
+    // Forty tracks, each of which has forty, and so on: more than anybody can look at, however few are seen.
+    std::string many = "<mlt>";
+    for (int level = 0; level < 8; ++level) {
+        many += "<tractor id=\"" + std::to_string(level) + "\">";
+        for (int i = 0; i < 40; ++i)
+            many += "<track hide=\"both\" producer=\"" + std::to_string(level + 1) + "\"/>";
+        many += "</tractor>";
+    }
+    many += "<playlist id=\"8\"><entry producer=\"none\"/></playlist>";
+    EXPECT_FALSE(parse(many + "<tractor><track producer=\"0\"/></tractor></mlt>"));
+
+    const ProjectReading huge = parse("<mlt><profile width=\"32768\" height=\"32768\"/><producer/></mlt>");
+    EXPECT_THAT(huge.error, HasSubstr("32768 x 32768"));
 }
 
 TEST(ProjectFaults, DamageAnywhereIsSurvived)

@@ -116,6 +116,42 @@ TEST(ProjectImport, TakesEffectsAsParametersWhereItKnowsThemAndAsTheyAreElsewher
     EXPECT_EQ(reading.edit->tracks[1].segments[0].effects[0].service, "echo");
 }
 
+TEST(ProjectImport, TakesTheTimelineRatherThanTheListOfMediaBesideIt)
+{
+    const std::string bin = R"(<producer id="p"><property name="resource">a.mp4</property></producer>
+      <playlist id="bin"><property name="xml_retain">1</property><entry producer="p" in="0" out="9"/></playlist>)";
+    const std::string timeline = R"(<playlist id="t"><blank length="5"/><entry producer="p" in="0" out="4"/></playlist>
+      <tractor id="main"><track producer="t"/></tractor>)";
+    const auto startOf = [](const std::string& body) {
+        const ProjectReading reading = parseProject("<mlt producer=\"bin\">" + body + "</mlt>", "/media", catalogue());
+        return reading ? reading.edit->tracks.at(0).segments.at(0).start : -1;
+    };
+    EXPECT_EQ(startOf(bin + timeline), 5);
+    EXPECT_EQ(startOf(timeline + bin), 5);
+    EXPECT_EQ(startOf(bin), 0) << "where there is nothing else, it is what there is";
+}
+
+TEST(ProjectImport, CountsKeyframesFromWhereTheFilterBeginsAndReadsCommas)
+{
+    const auto reading = import(R"(
+      <producer id="p" in="0" out="199"><property name="resource">a.mp4</property>
+        <filter in="10" out="199"><property name="mlt_service">tint</property>
+          <property name="Level">10=0,1;60=0,35</property></filter></producer>
+      <playlist id="t"><entry producer="p" in="20" out="00:00:04,760"/></playlist>)");
+    const SegmentData& segment = reading.edit->tracks.at(0).segments.at(0);
+    EXPECT_EQ(segment.length, 100);
+    ASSERT_EQ(segment.effects.at(0).params.size(), 1u);
+    const ChannelData& keys = segment.effects[0].params[0].channels.at(0);
+    EXPECT_EQ(keys.at(0).time, 0.0);
+    EXPECT_EQ(keys.at(1).time, 0.5);
+    EXPECT_EQ(keys.at(1).value, 35.0);
+    EXPECT_THAT(reading.warnings, testing::Not(Contains(HasSubstr("a part of"))));
+    EXPECT_THAT(import(R"(<producer id="p" out="199"><property name="resource">a.mp4</property><filter in="50" out="60">
+        <property name="mlt_service">tint</property></filter></producer>)")
+                    .warnings,
+                Contains(HasSubstr("a part of \"a.mp4\"")));
+}
+
 TEST(ProjectImport, ReadsColoursHoweverTheyAreWritten)
 {
     using Colour = std::array<double, 4>;

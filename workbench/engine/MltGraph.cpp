@@ -85,14 +85,13 @@ EngineProblem::Kind kindOf(Refusal::What what)
 }
 
 /** Whether a file is there that can be read to its end: a pipe or device may never have one. */
-bool isReadable(const std::string& path)
+bool isReadable(const ProjectedClip& clip)
 {
     std::error_code ignored;
-    const fs::path file(path);
+    const fs::path file(clip.resource);
     // The name of a row of pictures is none of a file.
-    return file.filename().string().find('%') != std::string::npos && !fs::exists(file, ignored)
-               ? fs::is_directory(file.parent_path(), ignored)
-               : fs::is_regular_file(file, ignored);
+    const bool isRow = clip.service == "pixbuf" && file.filename().string().find('%') != std::string::npos;
+    return isRow ? fs::is_directory(file.parent_path(), ignored) : fs::is_regular_file(file, ignored);
 }
 
 } // namespace
@@ -197,13 +196,17 @@ void MltGraph::openClip(const ProjectedClip& wanted, MltGraph* former)
 
 void MltGraph::openSource(Clip& clip, const ProjectedClip& wanted)
 {
-    if (wanted.resource.starts_with('/') && !isReadable(wanted.resource))
+    if (wanted.resource.starts_with('/') && !isReadable(wanted))
         return;
     // By way of the loader, as when a saved project is opened: it attaches what converts between formats.
     clip.producer = std::make_unique<Mlt::Producer>(*profile_, (wanted.service + ':' + wanted.resource).c_str());
     // The module that reads pictures may not be installed; what reads films knows most of them.
     if (!clip.producer->is_valid() && wanted.service == "pixbuf")
         clip.producer = std::make_unique<Mlt::Producer>(*profile_, ("avformat:" + wanted.resource).c_str());
+    // Where the reader that was named fails, the loader looks for another one.
+    if (wanted.resource.starts_with('/') && !isFilm(*clip.producer) &&
+        !serviceOf(*clip.producer).starts_with(wanted.service))
+        clip.producer.reset();
 }
 
 void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Options& options)

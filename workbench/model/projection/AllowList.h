@@ -33,6 +33,8 @@ public:
     /** A line of the rules that cannot be understood allows nothing. */
     explicit AllowList(EffectCatalogue effects, std::string_view rules = builtInAllowList());
 
+    const EffectCatalogue& effects() const { return effects_; }
+
     /** Why an effect must not be made, a whole sentence; empty when it may. */
     std::string refuseEffect(std::string_view service) const;
 

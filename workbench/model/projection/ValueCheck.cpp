@@ -6,6 +6,7 @@
 #include <array>
 #include <cctype>
 #include <filesystem>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -20,6 +21,12 @@ constexpr std::string_view kColourSigns = "0123456789abcdefABCDEFx#=;|";
 
 constexpr std::array<std::string_view, 12> kStillExtensions = {".bmp", ".gif", ".jfif", ".jpeg", ".jpg", ".pcx",
                                                                ".pgm", ".png", ".svg",  ".tga",  ".tif", ".tiff"};
+
+// What cannot be opened as a film is tried by its extension: as a project, a page, a list of commands.
+constexpr std::array<std::string_view, 23> kProgramExtensions = {
+    ".mlt",  ".westley", ".kdenlive", ".melt",          ".inigo", ".graphics", ".htm", ".html",
+    ".jfx",  ".jef",     ".json",     ".kdenlivetitle", ".kino",  ".lottie",   ".mpl", ".qml",
+    ".rawr", ".story",   ".tgs",      ".txt",           ".xml",   ".svgz",     ".xcf"};
 
 bool consistsOf(std::string_view text, std::string_view signs)
 {
@@ -58,12 +65,12 @@ bool isPlainPath(std::string_view text)
     return std::none_of(path.begin(), path.end(), [](const auto& part) { return part == ".."; });
 }
 
-bool hasStillExtension(std::string_view text)
+bool hasExtension(std::string_view text, std::span<const std::string_view> extensions)
 {
     std::string extension = std::filesystem::path(text).extension().string();
     std::transform(extension.begin(), extension.end(), extension.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return std::find(kStillExtensions.begin(), kStillExtensions.end(), extension) != kStillExtensions.end();
+    return std::find(extensions.begin(), extensions.end(), extension) != extensions.end();
 }
 
 /** Readers of pictures put a number where a "%" stands, and take a name with markup in it for the picture itself. */
@@ -124,11 +131,11 @@ bool isValue(ValueKind kind, std::string_view text)
     case ValueKind::Colour:
         return isColour(text);
     case ValueKind::File:
-        return isPlainPath(text);
+        return isPlainPath(text) && !hasExtension(text, kProgramExtensions);
     case ValueKind::Still:
-        return isPlainPath(text) && hasStillExtension(text) && isPictureName(text, 1);
+        return isPlainPath(text) && hasExtension(text, kStillExtensions) && isPictureName(text, 1);
     case ValueKind::Map:
-        return isPlainPath(text) && hasStillExtension(text) && isPictureName(text, 0);
+        return isPlainPath(text) && hasExtension(text, kStillExtensions) && isPictureName(text, 0);
     }
     return false;
 }

@@ -127,10 +127,12 @@ private:
             main = named->second;
         if (main && !isKept(main))
             return main;
+        pugi::xml_node last;
         for (const pugi::xml_node child : mlt_.children())
-            if (isKind(child, {"producer", "chain", "playlist", "tractor"}) && (!isKept(child) || !main))
-                main = child;
-        return main;
+            if (isKind(child, {"producer", "chain", "playlist", "tractor"}) && !isKept(child) &&
+                (!main || isKind(child, {"tractor"})))
+                last = child;
+        return last ? last : main;
     }
 
     /** Not played, but kept for its program: the list of the media that it knows. */
