@@ -24,9 +24,11 @@ Button::InitArgs argsFor(Canvas* canvas)
 KeyframeButton::KeyframeButton(Canvas* canvas)
     : ValButton(argsFor(canvas))
 {
-    addLook({KeyframeState::kNone, Image::icon("keyframe-off"), eOff, UIString(TextIds::kNotAnimated)});
-    addLook({KeyframeState::kElsewhere, Image::icon("keyframe-away"), eOff, UIString(TextIds::kNoKeyframeHere)});
-    addLook({KeyframeState::kHere, Image::icon("keyframe-here"), eOn, UIString(TextIds::kKeyframeHere)});
+    static const auto kLooks = std::make_shared<const Looks>(
+        Looks{{KeyframeState::kNone, Image::icon("keyframe-off"), eOff, UIString(TextIds::kNotAnimated)},
+              {KeyframeState::kElsewhere, Image::icon("keyframe-away"), eOff, UIString(TextIds::kNoKeyframeHere)},
+              {KeyframeState::kHere, Image::icon("keyframe-here"), eOn, UIString(TextIds::kKeyframeHere)}});
+    shareLooks(kLooks);
 }
 
 } // namespace oribund

@@ -13,7 +13,8 @@ namespace oribund
 namespace
 {
 
-constexpr int kLargestSize = 65535;
+/** Room for a hundred thousand rows. Pixels. */
+constexpr int kLargestSize = (1 << 24) - 1;
 
 int toPixels(double length)
 {

@@ -15,21 +15,28 @@ ValButton::~ValButton() = default;
 
 void ValButton::addLook(const Look& look)
 {
-    const auto found =
-        std::find_if(looks_.begin(), looks_.end(), [&](const Look& other) { return other.value == look.value; });
-    if (found == looks_.end())
-        looks_.push_back(look);
-    else
-        *found = look;
+    const auto looks = looks_ ? std::make_shared<Looks>(*looks_) : std::make_shared<Looks>();
+    std::erase_if(*looks, [&](const Look& other) { return other.value == look.value; });
+    looks->push_back(look);
+    looks_ = looks;
     if (look.value == value_)
         showLook(look, eRedrawFlag::Yes);
 }
 
+void ValButton::shareLooks(const std::shared_ptr<const Looks>& looks)
+{
+    looks_ = looks;
+    if (const Look* look = findLook(value_))
+        showLook(*look, eRedrawFlag::Yes);
+}
+
 const ValButton::Look* ValButton::findLook(const String& value) const
 {
+    if (!looks_)
+        return nullptr;
     const auto found =
-        std::find_if(looks_.begin(), looks_.end(), [&](const Look& look) { return look.value == value; });
-    return found == looks_.end() ? nullptr : &*found;
+        std::find_if(looks_->begin(), looks_->end(), [&](const Look& look) { return look.value == value; });
+    return found == looks_->end() ? nullptr : &*found;
 }
 
 void ValButton::showLook(const Look& look, eRedrawFlag flag)
@@ -45,7 +52,7 @@ void ValButton::showText(const WString& text, eRedrawFlag flag)
 {
     const RedrawHold hold;
     // What an earlier look has left.
-    if (!looks_.empty())
+    if (looks_)
         showLook({}, flag);
     setText(text, flag);
 }

@@ -4,6 +4,7 @@
 #include "oribund/host/toolkit/values/ValWidget.h"
 #include "oribund/host/toolkit/widgets/Button.h"
 
+#include <memory>
 #include <vector>
 
 namespace oribund
@@ -23,11 +24,16 @@ public:
         UIString tooltip;
     };
 
+    using Looks = std::vector<Look>;
+
     explicit ValButton(const InitArgs& args);
     ~ValButton() override;
 
     /** What to show for `look.value` from now on, in place of an earlier look for it. */
     void addLook(const Look& look);
+
+    /** Has these looks in place of all others; many buttons of one kind share them. */
+    void shareLooks(const std::shared_ptr<const Looks>& looks);
 
     void setWidgetValue(const String& value, eRedrawFlag flag) override;
     String getWidgetValue() const override;
@@ -43,7 +49,7 @@ private:
     void showText(const WString& text, eRedrawFlag flag);
 
     String value_;
-    std::vector<Look> looks_;
+    std::shared_ptr<const Looks> looks_; ///< null for none
 };
 
 } // namespace oribund
