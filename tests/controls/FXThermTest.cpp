@@ -219,7 +219,7 @@ TEST_F(FXTherms, EveryPixelWithKeyframesHasOneMark)
         else if (p.box.width() == widest && p.colour == Colour{1.0, 1.0, 0.0})
             selectedOnes.push_back(static_cast<int>(p.box.left + widest / 2));
     }
-    EXPECT_EQ(plain, (std::vector<int>{50, 200, 250}));
+    EXPECT_EQ(plain, (std::vector<int>{50, 200, 249 - UifStd::getWidgetGap()})) << "whole, at the end of the bar too";
     EXPECT_EQ(selectedOnes, (std::vector<int>{100}));
     EXPECT_EQ(renderer.depth(), 0U);
 }

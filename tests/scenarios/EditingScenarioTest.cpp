@@ -149,7 +149,9 @@ TEST_F(Scenario, WhatCannotBeOpenedIsNamedAndNothingIsLost)
     std::ofstream(folder_ / "broken.mlt") << "<mlt><tractor";
     window_->files().open(
         {(folder_ / "missing.mp4").string(), (folder_ / "empty.mp4").string(), (folder_ / "text.mp4").string()});
+    EXPECT_EQ(window_->viewer().status(), QStringLiteral("Loading media: 1 of 3"));
     settle();
+    EXPECT_EQ(window_->viewer().status(), QString());
     EXPECT_FALSE(document_->open((folder_ / "broken.mlt").string()));
     EXPECT_FALSE(document_->save("/proc/nowhere/film.mlt"));
     EXPECT_EQ(workspace_->edit().snapshot().tracks, before.tracks);

@@ -92,7 +92,7 @@ TEST(Keys, AreTakenExactlyWhenAWidgetSaysThatItUsesThem)
         {"text", [](WidgetStage& s) { s.give<TextBox>(); }, kTab + 14},
         {"typed text", [](WidgetStage& s) { s.give<TextBox>()->userEdit(L"x"); }, kTab + 16},
         {"locked text", [&](WidgetStage& s) { s.give<TextBox>(locked); }, kTab + 14},
-        {"number", [](WidgetStage& s) { s.giveNumber()->takeFocus(); }, kTab + 18},
+        {"number", [](WidgetStage& s) { s.giveNumber()->takeFocus(); }, kTab + 20},
         {"dragged number",
          [](WidgetStage& s) {
              s.giveNumber(), s.desk.press({50, 9}), s.desk.drag({70, 9});

@@ -141,7 +141,10 @@ void EffectListPane::fillFound(const QString& search)
         if (const std::optional<int> rank = searchRank(*effect, search))
             found.push_back({*rank, effect.get()});
     std::stable_sort(found.begin(), found.end(), [](const Found& a, const Found& b) {
-        const auto key = [](const Found& one) { return std::tuple(one.rank, !isRecommended(*one.effect)); };
+        // Of all but the very title those come first that are fit for use.
+        const auto key = [](const Found& one) {
+            return std::tuple(one.rank != 0, !isRecommended(*one.effect), one.rank);
+        };
         return key(a) < key(b);
     });
     for (const Found& one : found)

@@ -81,8 +81,9 @@ void EffectsPanelPane::buildPanels()
     outside_->setAutoFillBackground(true);
     outside_->setBackgroundRole(QPalette::AlternateBase);
     outside_->hide();
-    column->addWidget(outside_);
+    // Below: it comes and goes with the time, and must not move a control that is being dragged.
     column->addWidget(surface_, 1);
+    column->addWidget(outside_);
 }
 
 void EffectsPanelPane::bind()
