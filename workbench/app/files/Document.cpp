@@ -39,7 +39,7 @@ void sayWhatWasMended(const std::string& file, const std::vector<std::string>& w
         text += "\n" + warnings[i];
     if (warnings.size() > kMostWarnings)
         text += "\nand " + std::to_string(warnings.size() - kMostWarnings) + " more.";
-    say(text);
+    warn(text);
 }
 
 void sayWhatIsMissing(const EditData& edit, const std::vector<ObjectId>& missing)
@@ -123,8 +123,8 @@ void Document::take(const ProjectReading& reading, const fs::path& project)
     restoreView(reading.view);
     if (!setPath(project)) {
         copyName_ = project.stem().string() + " (copy)";
-        say(quotedFile(project.string()) +
-            " is open in another window. This is a copy of it: save it under another name.");
+        warn(quotedFile(project.string()) +
+             " is open in another window. This is a copy of it: save it under another name.");
     }
     sayWhatIsMissing(*reading.edit, reading.missingMedia);
 }

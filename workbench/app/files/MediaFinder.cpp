@@ -85,7 +85,7 @@ void MediaFinder::take(const std::vector<Found>& found)
         const EditOutcome outcome =
             file.info ? workspace_.editor().relinkMedia({media.id, *file.info}) : EditOutcome::refuse(file.problem);
         if (!outcome)
-            say(quotedFile(media.info.path) + " was not found again. " + outcome.refused);
+            warn(quotedFile(media.info.path) + " was not found again. " + outcome.refused);
         followed += static_cast<bool>(outcome);
     }
     gesture.finish();

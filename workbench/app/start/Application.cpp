@@ -60,7 +60,7 @@ void openAtStart(MainWindow& window, const CommandLine& commandLine, const std::
     if (window.files().offerRecovery(recovery)) {
         // Media would be added to what was recovered, and a project would take its place.
         for (const std::string& file : commandLine.files)
-            say(quotedFile(file) + " was not opened, because a project was recovered. Save that first.");
+            warn(quotedFile(file) + " was not opened, because a project was recovered. Save that first.");
         return;
     }
     const std::string last = pathOfText(oribund::prefs().getPreference(PreferenceKeys::kLastProject, "").c_str());
@@ -71,8 +71,8 @@ void openAtStart(MainWindow& window, const CommandLine& commandLine, const std::
         window.files().open({last});
     else {
         if (!last.empty())
-            say("The project that was open last is not there any more: " + quotedFile(last) +
-                ". Open it from where it is now, or begin with a new one.");
+            warn("The project that was open last is not there any more: " + quotedFile(last) +
+                 ". Open it from where it is now, or begin with a new one.");
         if (!commandLine.mediaFolder.empty())
             window.files().open(filesAtStart(commandLine, {}));
     }

@@ -21,7 +21,7 @@ bool openProject(Workspace& workspace, const std::string& path)
 {
     const ProjectReading reading = readProject(path, workspace.catalogue());
     for (const std::string& warning : reading.warnings)
-        say(quotedFile(path) + ": " + warning);
+        warn(quotedFile(path) + ": " + warning);
     if (!reading) {
         say(quotedFile(path) + " was not opened. " + reading.error);
         return false;
