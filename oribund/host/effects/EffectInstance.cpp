@@ -26,6 +26,11 @@ EffectInstance::ParamPtr EffectInstance::paramAt(int index) const noexcept
 
 int EffectInstance::indexOfParam(const IdStamp& id) const noexcept
 {
+    // Rows are bound in the order of the parameters.
+    for (const int near : {lastAsked_, lastAsked_ + 1}) {
+        if (const ParamPtr param = paramAt(near); param && param->id() == id)
+            return near;
+    }
     const auto found = std::find_if(params_.begin(), params_.end(), [&](const ParamPtr& p) { return p->id() == id; });
     return found == params_.end() ? -1 : static_cast<int>(found - params_.begin());
 }
