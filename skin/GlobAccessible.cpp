@@ -22,7 +22,7 @@ using oribund::Glob;
 namespace
 {
 
-QAccessible::Role toQt(AccessibleRole role)
+QAccessible::Role roleOf(AccessibleRole role)
 {
     switch (role) {
     case AccessibleRole::Group:
@@ -175,7 +175,7 @@ QAccessibleInterface* GlobAccessible::focusChild() const
 
 QAccessible::Role GlobAccessible::role() const
 {
-    return isValid() ? toQt(description().role) : QAccessible::NoRole;
+    return isValid() ? roleOf(description().role) : QAccessible::NoRole;
 }
 
 QAccessible::State GlobAccessible::state() const
@@ -212,7 +212,7 @@ QRect GlobAccessible::rect() const
     if (!isValid())
         return {};
     const oribund::Kt::Box<int> box = description().box;
-    const QPoint corner = qt::toQt(glob_->toCanvas(box.topLeft()));
+    const QPoint corner = toQt(glob_->toCanvas(box.topLeft()));
     return {all_.surface().mapToGlobal(corner), QSize(box.width(), box.height())};
 }
 
@@ -225,7 +225,7 @@ QString GlobAccessible::text(QAccessible::Text kind) const
     case QAccessible::Description:
         return toDisplay(now.help);
     case QAccessible::Value:
-        return qt::toQt(now.value);
+        return toQt(now.value);
     default:
         return {};
     }
