@@ -69,7 +69,7 @@ QImage pictureOf(const oribund::Image& image)
         return known->drawn;
     const QImage plain(reinterpret_cast<const uchar*>(image.pixels()->data()), image.size().x, image.size().y,
                        QImage::Format_ARGB32);
-    const QImage drawn = plain.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    QImage drawn = plain.convertToFormat(QImage::Format_ARGB32_Premultiplied);
     const auto kilobytes = static_cast<int>(drawn.sizeInBytes() / 512) + 1; // of source and picture
     pictures.insert(image.pixels(), new Picture{image, drawn}, kilobytes);
     return drawn;

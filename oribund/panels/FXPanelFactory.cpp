@@ -25,7 +25,7 @@ constexpr int kShutdownPriority = 100;
 template <class Entry, class Matches>
 Entry findFirst(const std::vector<Entry>& list, Matches matches)
 {
-    const std::vector<Entry> present = list;
+    const std::vector<Entry> present(list.begin(), list.end());
     for (const Entry& entry : present)
         if (std::find(list.begin(), list.end(), entry) != list.end() && matches(*entry))
             return entry;

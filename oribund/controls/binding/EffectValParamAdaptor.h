@@ -79,10 +79,12 @@ private:
     Adaptor(PositionTextAdaptor, WString, PosTextAccessor)
 // clang-format on
 
+// NOLINTBEGIN(bugprone-macro-parentheses): what stands there are types.
 #define ORIBUND_DECLARE_ADAPTOR(Name, T, Accessor)                                                                     \
     using Name = EffectValParamAdaptor<T, Accessor>;                                                                   \
     extern template class EffectValParamAdaptor<T, Accessor>;
 ORIBUND_FOR_ADAPTORS(ORIBUND_DECLARE_ADAPTOR)
 #undef ORIBUND_DECLARE_ADAPTOR
+// NOLINTEND(bugprone-macro-parentheses)
 
 } // namespace oribund

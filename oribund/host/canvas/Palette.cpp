@@ -31,7 +31,7 @@ Palette::Palette()
 std::shared_ptr<const Palette::Colours> Palette::standard()
 {
     static const auto kStandard = [] {
-        const auto colours = std::make_shared<Colours>();
+        auto colours = std::make_shared<Colours>();
         const auto set = [&](PaletteRole role, std::uint32_t rgb) {
             (*colours)[static_cast<std::size_t>(role)] = Colour::fromRGB(rgb);
         };

@@ -65,6 +65,7 @@
 namespace oribund::TextIds
 {
 
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a name takes none.
 #define ORIBUND_TEXT_ID(name, id, english) name = id,
 
 enum : int { ORIBUND_TEXTS(ORIBUND_TEXT_ID) };

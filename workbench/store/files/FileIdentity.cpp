@@ -15,7 +15,7 @@ constexpr int kMostLinks = 40; // as many as the system follows
 fs::path behindLinks(const fs::path& path)
 {
     std::error_code failed;
-    const fs::path start = fs::absolute(path, failed).lexically_normal();
+    fs::path start = fs::absolute(path, failed).lexically_normal();
     fs::path place = start;
     for (int i = 0; i < kMostLinks; ++i) {
         if (!fs::is_symlink(fs::symlink_status(place, failed)))

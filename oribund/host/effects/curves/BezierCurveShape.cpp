@@ -110,7 +110,7 @@ void BezierCurve::subdivideRaw(double time, ChangeKind kind)
     const int right = left + 1;
     if (left < 0) {
         // Automatic tangents are level towards a keyframe of the same value.
-        if (size() > 0 && keyframe(0).in.automatic)
+        if (!empty() && keyframe(0).in.automatic)
             added.type = typeAt(0);
         insertRaw(added, kind);
         return;

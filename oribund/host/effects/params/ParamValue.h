@@ -19,8 +19,11 @@
 
 /** To do for a class template that is compiled once for every type: the first in its header, the other in its source.
  */
+// NOLINTBEGIN(bugprone-macro-parentheses): what stands there are types.
 #define ORIBUND_DECLARE_FOR_TYPE(P, Template) extern template class Template<P>;
 #define ORIBUND_DEFINE_FOR_TYPE(P, Template) template class Template<P>;
+
+// NOLINTEND(bugprone-macro-parentheses)
 
 namespace oribund
 {
