@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QTreeWidget>
 
 #include <cmath>
 #include <span>
@@ -329,6 +330,20 @@ TEST_F(KeyframeMenuScenario, WhatIsTypedInAnEntryIsTextAndNoCommand)
     EXPECT_EQ(selected(), 3);
     EXPECT_FALSE(workspace_->vob().isPlaying());
     expectRefused({Command::PasteKeyframes}, "No keyframes have been copied.");
+
+    // The search keeps the arrows, which would otherwise go to the cuts.
+    window_->effectList().search();
+    QTest::keyClicks(&window_->effectList().searchField(), "blur");
+    const QTreeWidget& found = window_->effectList().tree();
+    ASSERT_GT(found.topLevelItemCount(), 2);
+    const auto rowAfter = [&](Qt::Key code) {
+        key(code);
+        return found.indexOfTopLevelItem(found.currentItem());
+    };
+    EXPECT_EQ(rowAfter(Qt::Key_Down), 1);
+    EXPECT_EQ(rowAfter(Qt::Key_Down), 2);
+    EXPECT_EQ(rowAfter(Qt::Key_Up), 1);
+    EXPECT_EQ(frame(), 30);
 }
 
 } // namespace

@@ -52,6 +52,26 @@ std::optional<int> searchRank(const EffectDescription& effect, const QString& se
     return std::all_of(words.begin(), words.end(), inTitle) ? 2 : 3;
 }
 
+namespace
+{
+/** Whether the search has a use for a key beyond typing. */
+bool steersList(const QKeyEvent& press)
+{
+    if (press.modifiers() & ~Qt::KeyboardModifiers(Qt::KeypadModifier))
+        return false;
+    switch (press.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Escape:
+        return true;
+    default:
+        return false;
+    }
+}
+} // namespace
+
 EffectListPane::EffectListPane(const EffectCatalogue& catalogue, QWidget* parent)
     : QWidget(parent)
     , catalogue_(catalogue)
@@ -185,8 +205,15 @@ void EffectListPane::search()
 
 bool EffectListPane::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched != search_ || event->type() != QEvent::KeyPress)
+    // What comes first asks whether the key is for a shortcut of the window.
+    const bool asks = event->type() == QEvent::ShortcutOverride;
+    const bool presses = event->type() == QEvent::KeyPress;
+    if (watched != search_ || !(asks || presses) || !steersList(static_cast<QKeyEvent&>(*event)))
         return QWidget::eventFilter(watched, event);
+    if (asks) {
+        event->accept();
+        return true;
+    }
     switch (static_cast<QKeyEvent*>(event)->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -199,12 +226,10 @@ bool EffectListPane::eventFilter(QObject* watched, QEvent* event)
     case Qt::Key_Down:
         walk(static_cast<QKeyEvent*>(event)->key() == Qt::Key_Up ? -1 : 1);
         return true;
-    case Qt::Key_Escape:
+    default:
         search_->clear();
         handBack();
         return true;
-    default:
-        return QWidget::eventFilter(watched, event);
     }
 }
 
