@@ -154,6 +154,10 @@ TEST(ExportQuestions, OnlyWhatCanBeExportedIsAccepted)
     EXPECT_TRUE(button->isEnabled());
     EXPECT_EQ(dialog.request().path, in("My.film-2.mp4")) << "in no format the name of a file in use";
     EXPECT_EQ(dialog.request().to, 99);
+    EXPECT_EQ(dialog.focusWidget(), path) << "what is typed at once is the name";
+    QTest::keyClicks(path, "other");
+    EXPECT_EQ(dialog.request().path, in("other.mp4"));
+    path->undo();
     dialog.findChild<QComboBox*>()->setCurrentIndex(1);
     EXPECT_EQ(dialog.request().path, in("My.film-2.wav"));
     to->setText(QStringLiteral("2:00"));

@@ -51,6 +51,16 @@ ExportDialog::ExportDialog(const Suggestion& suggestion, const std::vector<Expor
         QObject::connect(entry, &QLineEdit::textChanged, this, [this] { check(); });
     QObject::connect(preset_, &QComboBox::currentIndexChanged, this, [this] { presetChosen(); });
     check();
+    takeName();
+}
+
+void ExportDialog::takeName()
+{
+    // Typing replaces the name, and leaves the folder and the extension.
+    const QFileInfo file(path_->text());
+    path_->setFocus();
+    path_->setSelection(static_cast<int>(path_->text().size() - file.fileName().size()),
+                        static_cast<int>(file.completeBaseName().size()));
 }
 
 /** Without extension. With none of them is it the name of a file in use: who only presses Enter loses nothing. */
@@ -94,7 +104,7 @@ void ExportDialog::build()
     path_->setAccessibleName(QStringLiteral("File"));
     form->addRow(QStringLiteral("F&rom"), from_);
     form->addRow(QStringLiteral("&To"), to_);
-    fault_->setEnabled(false);
+    fault_->setStyleSheet(QStringLiteral("color: #f0c674;"));
     fault_->setTextFormat(Qt::PlainText);
     fault_->setWordWrap(true);
     form->addRow(QString(), fault_);

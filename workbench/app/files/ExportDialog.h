@@ -38,6 +38,7 @@ private:
     std::string proposal() const;
     std::string path() const;
     void build();
+    void takeName();
     void browse();
     void presetChosen();
     void check();
