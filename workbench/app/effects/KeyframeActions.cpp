@@ -149,9 +149,10 @@ void KeyframeActions::paste()
     if (pasted == 0)
         say("None of these effects has a value of that name and kind. With the keyboard in the row of another value of "
             "that kind, the keyframes of a single value go there.");
-    else if (pasted < clip_.size())
-        say(std::to_string(clip_.size() - pasted) + " of " + std::to_string(clip_.size()) +
-            " keyframes have no place here, or lie beyond the end of the segment.");
+    else if (const int left = clip_.size() - pasted; left > 0)
+        say(std::to_string(left) + " of " + std::to_string(clip_.size()) +
+            (left == 1 ? " keyframes has no place here, or lies" : " keyframes have no place here, or lie") +
+            " beyond the end of the segment.");
 }
 
 void KeyframeActions::move(int frames)
