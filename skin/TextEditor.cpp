@@ -99,16 +99,16 @@ void TextEditor::refreshText()
     if (maxLength() != longest)
         setMaxLength(longest);
     const QString shown = toQt(box_->getShownText());
-    const bool entered = !box_->isModified();
-    if (text() == shown && !(entered && isUndoAvailable()))
+    // What was entered is not to be taken back here; what is only like the value meanwhile is still being typed.
+    if (text() == shown && (box_->isEditing() || !isUndoAvailable()))
         return;
     const int caret = cursorPosition();
     setText(shown);
     // What is being typed was only cleaned up; a value that comes meanwhile, or was entered, is typed over.
-    if (entered)
-        selectAll();
-    else
+    if (box_->isModified())
         setCursorPosition(caret);
+    else
+        selectAll();
 }
 
 bool TextEditor::follow()

@@ -169,6 +169,26 @@ TEST_F(EditorOverEntry, UndoIsTheTextsWhileSomethingIsTyped)
     EXPECT_EQ(box->getShownText(), L"y");
 }
 
+TEST_F(EditorOverEntry, WhatIsTakenBackToTheValueFollowsItAgain)
+{
+    entry->takeFocus();
+    Stage::type("2+");
+    Stage::key(Qt::Key_Z, Qt::ControlModifier);
+    ASSERT_EQ(stage.editor()->text(), "12");
+    number->value = L"1"; // as by the window's undo
+    number->forceWidgetUpdate(eRedrawFlag::Yes);
+    EXPECT_EQ(stage.editor()->text(), "1");
+    stage.click(*box);
+    EXPECT_TRUE(number->requests.empty());
+
+    entry->takeFocus();
+    Stage::type("15");
+    EXPECT_EQ(entry->getShownText(), L"15") << "a beginning like the value is not the end";
+    Stage::key(Qt::Key_Backspace);
+    Stage::key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(entry->getShownText(), L"15");
+}
+
 TEST_F(EditorOverEntry, TheBoxDecidesWhatCanBeTyped)
 {
     TextBox::InitArgs args;

@@ -106,7 +106,8 @@ void TextBox::userEdit(const WString& text)
     if (readOnly_ || !canInteract())
         return;
     typing_ = cleaned(text);
-    typed_ = true;
+    // Back at the value it follows that again, whatever changes it.
+    typed_ = typing_ != text_;
     editing_ = true;
     allSelected_ = false;
     setProblem({});
