@@ -9,6 +9,8 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QScopedValueRollback>
+#include <QSignalBlocker>
 
 #include <algorithm>
 #include <utility>
@@ -69,6 +71,7 @@ TextEditor::TextEditor(TextBox& box, PanelSurface& surface)
     follow();
     selectAll();
     connect(this, &QLineEdit::textEdited, [this](const QString& text) {
+        const QScopedValueRollback<bool> guard(telling_, true);
         if (box_)
             box_->userEdit(fromQt(text));
     });
@@ -102,10 +105,18 @@ void TextEditor::refreshText()
     // What was entered is not to be taken back here; what is only like the value meanwhile is still being typed.
     if (text() == shown && (box_->isEditing() || !isUndoAvailable()))
         return;
+    const bool modified = box_->isModified();
+    if (modified && !telling_) {
+        // Typed without the editor, as the key that opens a cell: it can be taken back as well.
+        const QSignalBlocker quiet(this);
+        selectAll();
+        insert(shown);
+        return;
+    }
     const int caret = cursorPosition();
     setText(shown);
     // What is being typed was only cleaned up; a value that comes meanwhile, or was entered, is typed over.
-    if (box_->isModified())
+    if (modified)
         setCursorPosition(caret);
     else
         selectAll();
@@ -134,7 +145,8 @@ bool TextEditor::event(QEvent* event)
         // With nothing typed, undo is that of the window.
         const bool idle = (key.matches(QKeySequence::Undo) && !isUndoAvailable()) ||
                           (key.matches(QKeySequence::Redo) && !isRedoAvailable());
-        if (idle || !TextBox::worksOnText(toEvent(key)))
+        const bool kept = box_ && box_->keepsUndo();
+        if ((idle && !kept) || !TextBox::worksOnText(toEvent(key)))
             return false;
     }
     return QLineEdit::event(event);

@@ -55,6 +55,7 @@ private:
     oribund::GlobRef<oribund::TextBox> box_;
     PanelSurface& surface_;
     bool selectOnRelease_ = false;
+    bool telling_ = false; ///< the box is just told what was typed here
 };
 
 } // namespace oribund::qt

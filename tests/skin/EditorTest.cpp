@@ -322,6 +322,34 @@ TEST_F(EditorInTable, TypingADoubleClickAndEnterEditInPlace)
     EXPECT_EQ(list.stored(), "1,0=Gate ");
 }
 
+TEST_F(EditorInTable, UndoIsTheCellsAloneFromTheFirstLetterOn)
+{
+    int undone = 0;
+    QShortcut undo(QKeySequence(QKeySequence::Undo), &stage.window);
+    QObject::connect(&undo, &QShortcut::activated, [&] { ++undone; });
+    stage.click(*table, at(1, 0));
+    Stage::type("xyz");
+    ASSERT_EQ(stage.editor()->text(), "xyz");
+    Stage::key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(stage.editor()->text(), "Door");
+    Stage::key(Qt::Key_Z, Qt::ControlModifier);
+    ASSERT_TRUE(table->edit().isOpen());
+    EXPECT_EQ(stage.editor()->text(), "Door");
+    EXPECT_EQ(undone, 0);
+    Stage::key(Qt::Key_Escape);
+    Stage::key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(undone, 1) << "with the cell closed it is the window's";
+    EXPECT_EQ(list.stored(), "");
+
+    other->takeFocus();
+    other->userEdit(L"typed");
+    const QString typed = stage.editor()->text();
+    for (int i = 0; i < 2; ++i)
+        Stage::key(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(typed, "typed");
+    EXPECT_EQ(undone, 2) << "after the first there is nothing typed any more";
+}
+
 TEST_F(EditorInTable, TabGoesFromCellToCellAndOut)
 {
     stage.doubleClick(*table, at(1, 1));

@@ -61,6 +61,10 @@ public:
     /** What was wrong with the text that was entered last; empty once the user goes on. */
     const WString& getProblem() const { return problem_; }
 
+    /** Whether undo and redo are for the text alone, even where it has nothing to take back. By default while something
+     * has been typed that is not the value yet. */
+    virtual bool keepsUndo() const { return isModified(); }
+
     /** Whether Escape has something to give up here. */
     bool canCancel() const { return editing_ || !problem_.empty(); }
 

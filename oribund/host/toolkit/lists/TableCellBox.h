@@ -15,6 +15,9 @@ public:
     /** `edit` outlives the box. */
     TableCellBox(const InitArgs& args, TableEdit& edit);
 
+    /** Always: a command of the window would change what lies behind the open cell. */
+    bool keepsUndo() const override { return true; }
+
     bool usesKey(const Event& press) const override;
 
 protected:
