@@ -2,6 +2,7 @@
 #include "workbench/model/Ids.h"
 #include "workbench/store/ProjectFile.h"
 
+#include "oribund/host/toolkit/layout/MinimizableGroup.h"
 #include "oribund/host/toolkit/widgets/Button.h"
 #include "oribund/host/toolkit/widgets/Checkbox.h"
 
@@ -142,6 +143,45 @@ TEST_F(EffectStackScenario, RemovingAndSwitchingAreStepsAndUndoBringsThePanelsBa
     ASSERT_NE(buttons(L"Remove")[1], nullptr);
     EXPECT_FALSE(led()->isChecked()) << "as it was when it was removed";
     EXPECT_TRUE(buttons(L"Remove")[0]->isShown());
+}
+
+TEST_F(EffectStackScenario, AnEffectStaysFoldedWhereverItGoes)
+{
+    using oribund::MinimizableGroup;
+    const auto areFolded = [&] {
+        std::vector<bool> folded;
+        for (oribund::Button* const button : buttons(L"Remove"))
+            folded.push_back(dynamic_cast<MinimizableGroup&>(*button->parent()).getSizeState() ==
+                             MinimizableGroup::eSizeMinimised);
+        return folded;
+    };
+    dynamic_cast<MinimizableGroup&>(*buttons(L"Remove")[0]->parent()).userToggleSizeState();
+    click(buttons(L"Apply later:")[0]);
+    EXPECT_EQ(areFolded(), (std::vector<bool>{false, true}));
+    undo();
+    EXPECT_EQ(areFolded(), (std::vector<bool>{true, false}));
+    click(buttons(L"Remove")[0]);
+    undo();
+    EXPECT_EQ(areFolded(), (std::vector<bool>{true, false})) << "also after it was away";
+}
+
+TEST_F(EffectStackScenario, TabGoesThroughTheTitleRowBeforeTheRowsBelow)
+{
+    ASSERT_TRUE(buttons(L"Remove")[0]->parent()->takeFocus());
+    const auto next = [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); };
+    next();
+    EXPECT_TRUE(buttons(L"Apply later:")[0]->hasFocus()) << "the first cannot be applied earlier";
+    next();
+    EXPECT_TRUE(buttons(L"Remove")[0]->hasFocus());
+    next();
+    EXPECT_TRUE(findInPanel<oribund::Checkbox>()->hasFocus());
+    int rows = 0;
+    for (next(); !buttons(L"Remove")[1]->parent()->hasFocus() && rows < 50; ++rows)
+        next();
+    EXPECT_GT(rows, 0);
+    EXPECT_LT(rows, 50);
+    next();
+    EXPECT_TRUE(buttons(L"Apply earlier:")[1]->hasFocus());
 }
 
 /** What the window asks and remembers. */

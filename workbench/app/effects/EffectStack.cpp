@@ -44,7 +44,8 @@ private:
     MethodCallback<TitleButton, ButtonEvent> click_;
 };
 
-EffectStack::EffectStack(const InitArgs& args, Vob& vob, const Effects& effects, Requests requests)
+EffectStack::EffectStack(const InitArgs& args, Vob& vob, const Effects& effects, const Folded& folded,
+                         Requests requests)
     : WidgetGroup(args)
     , requests_(std::move(requests))
 {
@@ -52,6 +53,9 @@ EffectStack::EffectStack(const InitArgs& args, Vob& vob, const Effects& effects,
     for (std::size_t i = 0; i < effects.size(); ++i)
         addPanel(vob, effects[i], i == 0, i + 1 == effects.size());
     alignLabels();
+    for (const auto& [id, panel] : panels_)
+        if (folded.count(id) > 0)
+            panel->setSizeState(eSizeMinimised);
 }
 
 EffectStack::~EffectStack() = default;
@@ -74,6 +78,15 @@ Kt::Box<int> EffectStack::boxOf(ObjectId effect) const
     const auto found =
         std::find_if(panels_.begin(), panels_.end(), [effect](const auto& one) { return one.first == effect; });
     return found == panels_.end() ? Kt::Box<int>() : found->second->box();
+}
+
+void EffectStack::noteFolded(Folded& folded) const
+{
+    for (const auto& [id, panel] : panels_)
+        if (panel->getSizeState() == eSizeMinimised)
+            folded.insert(id);
+        else
+            folded.erase(id);
 }
 
 EffectStack::Place EffectStack::focusedButton() const
@@ -162,6 +175,18 @@ void EffectStack::addButtons(EffectComponentPanel& panel, const ModelEffect& eff
     add("trash", L"Remove", true, [this, id] { requests_.remove(id); });
     add("down", L"Apply later:", !last, [this, id] { requests_.move(id, 1); });
     add("up", L"Apply earlier:", !first, [this, id] { requests_.move(id, -1); });
+    putTitleFirst(panel);
+}
+
+/** In the Tab order: the buttons are the panel's last widgets, and stand above its rows. */
+void EffectStack::putTitleFirst(EffectComponentPanel& panel)
+{
+    std::vector<Glob*> widgets;
+    panel.getChildren(widgets);
+    // Each was added left of the one before.
+    for (auto widget = widgets.rbegin(); widget != widgets.rend(); ++widget)
+        if (!panel.widgetVisibilityCanChange(*widget))
+            panel.addTabStop(dynamic_cast<TabOrderable*>(*widget));
 }
 
 } // namespace workbench

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -33,8 +34,11 @@ public:
         std::function<void(ObjectId effect)> remove;
     };
 
-    /** The viewer outlives the stack. */
-    EffectStack(const InitArgs& args, oribund::Vob& vob, const Effects& effects, Requests requests);
+    using Folded = std::set<ObjectId>;
+
+    /** Shows those effects folded that are among `folded`. The viewer outlives the stack. */
+    EffectStack(const InitArgs& args, oribund::Vob& vob, const Effects& effects, const Folded& folded,
+                Requests requests);
     ~EffectStack() override;
 
     /** One of the buttons of an effect. */
@@ -45,6 +49,9 @@ public:
 
     /** Where the panel of an effect is; empty when the effect is not among these. */
     oribund::Kt::Box<int> boxOf(ObjectId effect) const;
+
+    /** Brings a set in step with what the user has folded here; it keeps what it knows of other effects. */
+    void noteFolded(Folded& folded) const;
 
     /** The button that has the keyboard; that of no effect when none has. */
     Place focusedButton() const;
@@ -61,11 +68,12 @@ private:
     void addPanel(oribund::Vob& vob, const oribund::Kt::Ptr<ModelEffect>& effect, bool first, bool last);
     void addNote(const oribund::WString& text);
     void addButtons(oribund::EffectComponentPanel& panel, const ModelEffect& effect, bool first, bool last);
+    static void putTitleFirst(oribund::EffectComponentPanel& panel);
     void addBelow(std::unique_ptr<oribund::Glob> widget);
 
-    Requests requests_;
     void alignLabels();
 
+    Requests requests_;
     std::vector<std::pair<ObjectId, oribund::EffectComponentPanel*>> panels_;
     std::vector<std::unique_ptr<TitleButton>> buttons_;
 };

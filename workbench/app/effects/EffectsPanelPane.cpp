@@ -105,6 +105,7 @@ int EffectsPanelPane::handleReplaced(const EditReplaced&)
 {
     scroll_->setContent(nullptr); // it shows the effects of an edit that is about to go
     shown_.clear();
+    folded_.clear();
     timePanel_->setTrack({});
     timeOf_ = kNoObject; // one of the new edit may have the same id
     bind();
@@ -229,6 +230,8 @@ void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)
     const int scrolled = scroll_->getScroll();
     const bool hadKeyboard = surface_->canvas().focusOwner() != nullptr;
     const auto* const before = dynamic_cast<EffectStack*>(scroll_->getContent());
+    if (before)
+        before->noteFolded(folded_);
     const EffectStack::Place keyboard = before ? before->focusedButton() : EffectStack::Place();
     EffectStack::Requests requests;
     requests.move = [this](ObjectId effect, int by) {
@@ -246,7 +249,7 @@ void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)
         scroll_->setContent(nullptr);
         return;
     }
-    auto made = std::make_unique<EffectStack>(args, workspace_.vob(), effects, requests);
+    auto made = std::make_unique<EffectStack>(args, workspace_.vob(), effects, folded_, requests);
     EffectStack& stack = *made;
     scroll_->setContent(std::move(made));
     scroll_->setScroll(scrolled);

@@ -81,6 +81,7 @@ private:
     QLabel* hint_;
     QTimer refreshTimer_;
     EffectStack::Effects shown_;
+    EffectStack::Folded folded_;  ///< of the whole edit
     ObjectId timeOf_ = kNoObject; ///< the segment whose effects the time bar shows
     oribund::MethodCallback<EffectsPanelPane, EditReplaced> replaced_;
     oribund::MethodCallback<EffectsPanelPane, oribund::ValServerEvent<ObjectId>> selection_;

@@ -288,7 +288,7 @@ void PictureMaker::picturePanel(const std::string& service, std::string name)
     EffectStack::InitArgs args(kPanelWidth, 0, &view.canvas());
     view.setPanel(std::make_unique<EffectStack>(
         args, workspace_.vob(), EffectStack::Effects{workspace_.edit().timeline().findEffect(added.object)},
-        EffectStack::Requests()));
+        EffectStack::Folded(), EffectStack::Requests()));
     view.show();
     view.resize(kPanelWidth, std::clamp(view.panel()->getHeight(), 24, kHighestPanel));
     QCoreApplication::processEvents();
