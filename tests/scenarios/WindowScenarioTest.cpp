@@ -13,6 +13,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
 #include <QTimer>
 #include <QUrl>
 
@@ -252,6 +253,9 @@ TEST_F(WindowScenario, ANewWindowTakesThePlaceAndArrangementOfTheLast)
     EXPECT_EQ(window_->dockWidgetArea(&dock("effectList")), Qt::RightDockWidgetArea);
     EXPECT_EQ(window_->dockWidgetArea(&dock("timeline")), Qt::TopDockWidgetArea);
     EXPECT_NEAR(dock("timeline").height(), height, 2);
+    window_->resizeDocks({&dock("effectPanels")}, {60}, Qt::Horizontal);
+    QTest::qWait(50);
+    EXPECT_GE(window_->effectsPanel().width(), 240) << "its rows can be used";
 
     // What was written by something else must not keep the window from coming up.
     for (auto& [key, value] : host_.memoryPreferences.values)
@@ -262,6 +266,9 @@ TEST_F(WindowScenario, ANewWindowTakesThePlaceAndArrangementOfTheLast)
     window_->restorePlace();
     show();
     EXPECT_GT(window_->width(), 300);
+    const QSize screen = window_->screen()->availableSize();
+    EXPECT_LE(window_->width(), std::max(screen.width(), window_->minimumSizeHint().width()));
+    EXPECT_LE(window_->height(), std::max(screen.height(), window_->minimumSizeHint().height()));
     EXPECT_EQ(window_->dockWidgetArea(&dock("timeline")), Qt::BottomDockWidgetArea);
 }
 

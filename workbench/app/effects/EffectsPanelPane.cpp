@@ -22,6 +22,12 @@ namespace workbench
 using oribund::EditModification;
 using oribund::qt::PanelSurface;
 
+namespace
+{
+/** With less a slider is too short to be dragged; and the width is remembered when the window was small once. */
+constexpr int kLeastWidth = 240;
+} // namespace
+
 EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
     : QStackedWidget(parent)
     , workspace_(workspace)
@@ -36,6 +42,7 @@ EffectsPanelPane::EffectsPanelPane(Workspace& workspace, QWidget* parent)
     , edit_(this, &EffectsPanelPane::handleModification)
 {
     setAccessibleName(QStringLiteral("Effects of the selected segment"));
+    setMinimumWidth(kLeastWidth);
     hint_->setAlignment(Qt::AlignCenter);
     hint_->setWordWrap(true);
     hint_->setMargin(16);

@@ -27,6 +27,8 @@
 #include <QDragEnterEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScreen>
+#include <QStyle>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -139,7 +141,9 @@ void MainWindow::build()
     cueDock_->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetClosable);
     cueDock_->hide();
     setAcceptDrops(true);
-    resize(1440, 880);
+    // In a large interface the screen has less room than that.
+    const QSize room = screen()->availableSize() - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
+    resize(QSize(1440, 880).boundedTo(room));
     resizeDocks({left, right}, {250, 430}, Qt::Horizontal);
     resizeDocks({below}, {timeline_->sizeHint().height() + 30}, Qt::Vertical);
 }
