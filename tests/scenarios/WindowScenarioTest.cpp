@@ -2,6 +2,7 @@
 #include "workbench/model/Ids.h"
 #include "workbench/store/ProjectFile.h"
 
+#include "oribund/host/toolkit/entries/NumericEntry.h"
 #include "oribund/host/toolkit/layout/MinimizableGroup.h"
 #include "oribund/host/toolkit/widgets/Button.h"
 #include "oribund/host/toolkit/widgets/Checkbox.h"
@@ -345,6 +346,36 @@ TEST_F(WindowScenario, ClosingAsksOnlyForChangesAndDoesWhatIsAnswered)
     EXPECT_TRUE(window_->close());
     EXPECT_EQ(asked, 1);
     EXPECT_EQ(segmentsIn(file), 2u);
+}
+
+TEST_F(WindowScenario, WhatIsStillBeingTypedIsSavedAndAskedAbout)
+{
+    openClip();
+    ASSERT_NE(addEffect("brightness"), nullptr);
+    auto* const slider = findInPanel<oribund::Slider>();
+    auto* const entry = findInPanel<oribund::NumericEntry>();
+    ASSERT_TRUE(document_->save((folder_ / "film.mlt").string()));
+    const double before = slider->getValue();
+    entry->takeFocus();
+    Hand::type("30");
+    Hand::key(Qt::Key_S, Qt::ControlModifier);
+    const double saved = slider->getValue();
+    EXPECT_NE(saved, before);
+    EXPECT_FALSE(document_->isModified());
+    EXPECT_TRUE(entry->hasFocus()) << "to go on from there";
+
+    answer(QMessageBox::Cancel);
+    Hand::type("40");
+    Hand::key(Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_EQ(asked, 1);
+    EXPECT_TRUE(window_->isVisible());
+    EXPECT_NE(slider->getValue(), saved);
+    ASSERT_TRUE(document_->save((folder_ / "film.mlt").string()));
+    show();
+    entry->takeFocus();
+    Hand::type("1/0");
+    EXPECT_TRUE(window_->close()) << "what cannot be the value is nothing to lose";
+    EXPECT_EQ(asked, 1);
 }
 
 TEST_F(WindowScenario, KeysCutSelectAndRemoveInTheTimeline)

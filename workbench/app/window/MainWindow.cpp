@@ -1,6 +1,7 @@
 #include "workbench/app/window/MainWindow.h"
 
 #include "oribund/host/services/EditorPreferences.h"
+#include "skin/PanelSurface.h"
 #include "skin/QtConversions.h"
 #include "workbench/app/cues/CueColourMenu.h"
 #include "workbench/app/cues/CuePane.h"
@@ -25,8 +26,10 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QDragEnterEvent>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QPointer>
 #include <QScreen>
 #include <QStyle>
 #include <QUrl>
@@ -171,7 +174,7 @@ QDockWidget* MainWindow::addDock(Qt::DockWidgetArea area, const char* title, con
 
 std::map<Command, ActionTable::Handler> MainWindow::fileHandlers()
 {
-    return {
+    std::map<Command, ActionTable::Handler> handlers = {
         {Command::New, [this] { files_->startNew(); }},
         {Command::Open, [this] { files_->askAndOpen(); }},
         {Command::Save, [this] { files_->save(); }},
@@ -180,6 +183,12 @@ std::map<Command, ActionTable::Handler> MainWindow::fileHandlers()
         {Command::Export, [this] { files_->askAndExport(); }},
         {Command::Quit, [this] { close(); }},
     };
+    for (auto& [command, handler] : handlers)
+        handler = [this, act = handler] {
+            enterTyped();
+            act();
+        };
+    return handlers;
 }
 
 std::map<Command, ActionTable::Handler> MainWindow::editHandlers()
@@ -246,11 +255,23 @@ void MainWindow::showTitle()
 {
     setWindowTitle(QString::fromStdString(document_.name()) + QStringLiteral("[*] \u2013 Oribund workbench"));
     setWindowModified(document_.isModified());
-    actions_->action(Command::Save).setEnabled(document_.isModified() || document_.path().empty());
+}
+
+void MainWindow::enterTyped()
+{
+    const QPointer<QWidget> entry = focusWidget();
+    if (!qobject_cast<QLineEdit*>(entry.data()))
+        return;
+    // The keyboard goes away from the entry and comes back, as for a menu. A panel makes its entry anew.
+    const QPointer<QWidget> panel = dynamic_cast<oribund::qt::PanelSurface*>(entry->parentWidget());
+    timeline_->strip().setFocus(Qt::MenuBarFocusReason);
+    if (const QPointer<QWidget>& back = panel ? panel : entry; back && back->isVisible())
+        back->setFocus(Qt::MenuBarFocusReason);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    enterTyped();
     if (!files_->mayEndExport() || !files_->mayGiveUpChanges()) {
         event->ignore();
         return;
@@ -283,7 +304,12 @@ void MainWindow::dropEvent(QDropEvent* event)
     event->acceptProposedAction();
     // What is asked before a project is opened must not hold up whoever the files were dragged from.
     QMetaObject::invokeMethod(
-        this, [this, paths = localFilesOf(*event->mimeData())] { files_->open(paths); }, Qt::QueuedConnection);
+        this,
+        [this, paths = localFilesOf(*event->mimeData())] {
+            enterTyped();
+            files_->open(paths);
+        },
+        Qt::QueuedConnection);
 }
 
 // What the commands do

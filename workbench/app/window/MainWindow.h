@@ -79,6 +79,7 @@ private:
     void build();
     void connectCues();
     QDockWidget* addDock(Qt::DockWidgetArea area, const char* title, const char* name, QWidget* contents);
+    void enterTyped();
     void rememberPlace() const;
     void showTitle();
     void showLoading();
