@@ -161,8 +161,8 @@ bool Document::recover(const Recoverable& found)
     take(reading, found.project);
     sayWhatWasMended(found.file.string(), reading.warnings);
     std::error_code unknown;
-    if (const auto saved = fs::last_write_time(path_, unknown); !unknown && saved > found.time)
-        onDisk_ = {}; // somebody went on with it after the crash
+    if (const auto saved = fs::last_write_time(path_, unknown); !unknown && saved >= found.time)
+        onDisk_ = {}; // somebody went on with it after the crash; the clock of files is coarse
     changes_.notify({});
     return true;
 }
