@@ -137,6 +137,8 @@ std::string PictureMaker::write(const std::string& folder, const std::vector<std
     folder_ = folder;
     if (!QDir().mkpath(QString::fromStdString(folder)))
         return folder + " could not be made.";
+    // The same pictures everywhere, whatever the screen.
+    window_.arrange(MainWindow::kUsualSize);
     window_.show();
     settle();
     save(window_, "window-empty");

@@ -136,9 +136,9 @@ void MainWindow::build()
     actions_->fillMenus(*menuBar());
     setCorner(Qt::BottomLeftCorner, Qt::BottomDockWidgetArea);
     setCorner(Qt::BottomRightCorner, Qt::BottomDockWidgetArea);
-    QDockWidget* const left = addDock(Qt::LeftDockWidgetArea, "Effects", "effectList", list_);
-    QDockWidget* const right = addDock(Qt::RightDockWidgetArea, "Effect controls", "effectPanels", effects_);
-    QDockWidget* const below = addDock(Qt::BottomDockWidgetArea, "Timeline", "timeline", timeline_);
+    listDock_ = addDock(Qt::LeftDockWidgetArea, "Effects", "effectList", list_);
+    effectsDock_ = addDock(Qt::RightDockWidgetArea, "Effect controls", "effectPanels", effects_);
+    timelineDock_ = addDock(Qt::BottomDockWidgetArea, "Timeline", "timeline", timeline_);
     // Below the controls of the effects, and there when it is asked for.
     cueDock_ = addDock(Qt::RightDockWidgetArea, "Cue", "cue", cuePane_);
     cueDock_->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetClosable);
@@ -146,9 +146,14 @@ void MainWindow::build()
     setAcceptDrops(true);
     // In a large interface the screen has less room than that.
     const QSize room = screen()->availableSize() - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
-    resize(QSize(1440, 880).boundedTo(room));
-    resizeDocks({left, right}, {250, 430}, Qt::Horizontal);
-    resizeDocks({below}, {timeline_->sizeHint().height() + 30}, Qt::Vertical);
+    arrange(kUsualSize.boundedTo(room));
+}
+
+void MainWindow::arrange(const QSize& size)
+{
+    resize(size);
+    resizeDocks({listDock_, effectsDock_}, {250, 430}, Qt::Horizontal);
+    resizeDocks({timelineDock_}, {timeline_->sizeHint().height() + 30}, Qt::Vertical);
 }
 
 void MainWindow::connectCues()

@@ -39,6 +39,12 @@ public:
     MainWindow(Workspace& workspace, Document& document);
     ~MainWindow() override;
 
+    /** Where there is room for it. */
+    static constexpr QSize kUsualSize{1440, 880};
+
+    /** Takes the size, with the panes as they are at first. */
+    void arrange(const QSize& size);
+
     void showMessage(const QString& message, oribund::MessageSink::Severity severity);
 
     /** Takes the place and arrangement that it had when it was last closed. */
@@ -112,6 +118,9 @@ private:
     TimeBarPane* timeBar_;
     CuePane* cuePane_;
     QString loading_; ///< what the viewer says while media are read; empty when none are
+    QDockWidget* listDock_;
+    QDockWidget* effectsDock_;
+    QDockWidget* timelineDock_;
     QDockWidget* cueDock_;
     std::unique_ptr<FileCommands> files_;
     std::unique_ptr<Playback> playback_;
