@@ -1,5 +1,7 @@
 #include "workbench/engine/EndHold.h"
 
+#include "workbench/engine/OwnFilter.h"
+
 #include <mlt++/Mlt.h>
 
 #include <algorithm>
@@ -154,27 +156,13 @@ mlt_frame prepare(mlt_filter filter, mlt_frame frame)
     return frame;
 }
 
-void closeHold(mlt_filter filter)
-{
-    delete static_cast<Hold*>(filter->child);
-    filter->child = nullptr;
-    filter->close = nullptr;
-    filter->parent.close = nullptr;
-    mlt_service_close(&filter->parent);
-}
-
 } // namespace
 
 std::unique_ptr<Mlt::Filter> attachEndHold(Mlt::Producer& producer)
 {
-    mlt_filter filter = mlt_filter_new();
-    if (!filter)
+    auto owner = makeOwnFilter(Hold{producer.get_producer()}, prepare);
+    if (!owner)
         return nullptr;
-    filter->child = new Hold{producer.get_producer()};
-    filter->process = prepare;
-    filter->close = closeHold;
-    auto owner = std::make_unique<Mlt::Filter>(filter);
-    mlt_filter_close(filter); // the owner has taken a reference of its own
     producer.attach(*owner);
     return owner;
 }

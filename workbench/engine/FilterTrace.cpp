@@ -1,5 +1,7 @@
 #include "workbench/engine/FilterTrace.h"
 
+#include "workbench/engine/OwnFilter.h"
+
 #include <mlt++/Mlt.h>
 
 #include <algorithm>
@@ -99,15 +101,6 @@ mlt_frame markedPreparation(mlt_filter filter, mlt_frame frame)
     return frame;
 }
 
-void closeMarker(mlt_filter filter)
-{
-    delete static_cast<Marker*>(filter->child);
-    filter->child = nullptr;
-    filter->close = nullptr;
-    filter->parent.close = nullptr;
-    mlt_service_close(&filter->parent);
-}
-
 } // namespace
 
 FilterTrace::FilterTrace()
@@ -120,14 +113,9 @@ FilterTrace::~FilterTrace() = default;
 std::unique_ptr<Mlt::Filter> FilterTrace::attachMarker(Mlt::Service& service, const std::string& effect,
                                                        const std::string& next)
 {
-    mlt_filter filter = mlt_filter_new();
-    if (!filter)
+    auto owner = makeOwnFilter(Marker{state_, effect, next}, markedPreparation);
+    if (!owner)
         return nullptr;
-    filter->child = new Marker{state_, effect, next};
-    filter->process = markedPreparation;
-    filter->close = closeMarker;
-    auto owner = std::make_unique<Mlt::Filter>(filter);
-    mlt_filter_close(filter); // the owner has taken a reference of its own
     service.attach(*owner);
     return owner;
 }

@@ -1,5 +1,7 @@
 #include "workbench/engine/Player.h"
 
+#include "workbench/engine/OwnFilter.h"
+
 #include <mlt++/Mlt.h>
 
 #include <cstdlib>
@@ -39,26 +41,9 @@ mlt_frame scalePreparation(mlt_filter filter, mlt_frame frame)
     return frame;
 }
 
-void closeScaler(mlt_filter filter)
-{
-    delete static_cast<FrameSize*>(filter->child);
-    filter->child = nullptr;
-    filter->close = nullptr;
-    filter->parent.close = nullptr;
-    mlt_service_close(&filter->parent);
-}
-
 std::unique_ptr<Mlt::Filter> makeScaler(FrameSize size)
 {
-    mlt_filter filter = mlt_filter_new();
-    if (!filter)
-        return nullptr;
-    filter->child = new FrameSize(size);
-    filter->process = scalePreparation;
-    filter->close = closeScaler;
-    auto owner = std::make_unique<Mlt::Filter>(filter);
-    mlt_filter_close(filter); // the owner has taken a reference of its own
-    return owner;
+    return makeOwnFilter(size, scalePreparation);
 }
 
 bool hasSoundDevice()
