@@ -1,5 +1,5 @@
 #include "workbench/app/session/ClipPlacement.h"
-#include "tests/model/SampleEdit.h"
+#include "tests/support/SampleEdit.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "workbench/app/timeline/TimelineGeometry.h"
-#include "tests/model/SampleEdit.h"
+#include "tests/support/SampleEdit.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,9 @@
 #pragma once
 
+#include "tests/support/Desk.h"
 #include "tests/support/FakeView.h"
 
-#include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/effects/params/EffectValParam.h"
-#include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/layout/StandardPanel.h"
 
 #include <gtest/gtest.h>
 
@@ -16,28 +14,6 @@
 
 namespace oribund::test
 {
-
-/** A panel that keeps what it is sent. */
-class OwnerPanel : public StandardPanel
-{
-public:
-    using StandardPanel::StandardPanel;
-
-    bool handleMessageEvent(const String& message, Glob*) override
-    {
-        messages.push_back(message);
-        return true;
-    }
-
-    bool usesKey(const Event& press) const override
-    {
-        keys.push_back(press.key);
-        return false;
-    }
-
-    std::vector<String> messages;
-    mutable std::vector<Key> keys; ///< that nothing in it has used
-};
 
 /** An effect over the seconds 10 to 20 of an edit of 25 frames a second, and a panel for what shows it. */
 class Track : public testing::Test

@@ -1,4 +1,4 @@
-#include "tests/model/SampleEdit.h"
+#include "tests/support/SampleEdit.h"
 #include "tests/support/TestHost.h"
 
 #include "oribund/controls/rows/KeyframeCtrlsBase.h"

@@ -1,5 +1,5 @@
 // Project files: whatever the bytes, what is read is an edit without fault, and survives being saved and read again.
-#include "tests/model/SampleEdit.h"
+#include "tests/support/SampleEdit.h"
 #include "workbench/store/ProjectFile.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 // Animation belongs to the pictures, whatever is cut off, added or moved.
 #include "tests/effects/CurveSupport.h"
-#include "tests/model/SampleEdit.h"
+#include "tests/support/SampleEdit.h"
 
 #include <gtest/gtest.h>
 

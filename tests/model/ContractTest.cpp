@@ -1,4 +1,4 @@
-#include "tests/model/SampleEdit.h"
+#include "tests/support/SampleEdit.h"
 #include "tests/support/contracts/ViewContract.h"
 
 #include "workbench/model/host/ModelVob.h"

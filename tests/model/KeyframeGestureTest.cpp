@@ -1,4 +1,4 @@
-#include "tests/model/SampleEdit.h"
+#include "tests/support/SampleEdit.h"
 
 #include "oribund/host/base/FXTimeMapping.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitorClient.h"

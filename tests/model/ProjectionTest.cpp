@@ -1,4 +1,4 @@
-#include "tests/model/SampleEdit.h"
+#include "tests/support/SampleEdit.h"
 
 #include "workbench/model/projection/Projector.h"
 

@@ -1,5 +1,5 @@
 #include "workbench/app/timeline/TimelineStrip.h"
-#include "tests/model/SampleEdit.h"
+#include "tests/support/SampleEdit.h"
 #include "tests/support/TestHost.h"
 
 #include <QImage>

@@ -1,5 +1,5 @@
 #include "tests/engine/SampleMedia.h"
-#include "tests/model/SampleEdit.h"
+#include "tests/support/SampleEdit.h"
 #include "tests/support/TestHost.h"
 #include "workbench/app/effects/EffectAdder.h"
 #include "workbench/app/effects/EffectListPane.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/model/SampleEdit.h"
+#include "tests/support/SampleEdit.h"
 
 #include <bit>
 #include <cmath>

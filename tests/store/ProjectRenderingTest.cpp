@@ -1,6 +1,6 @@
 // What a saved project looks like when the command-line player renders it.
-#include "tests/model/SampleEdit.h"
 #include "tests/store/TemporaryFolder.h"
+#include "tests/support/SampleEdit.h"
 #include "workbench/store/ProjectFile.h"
 
 #include <gmock/gmock.h>

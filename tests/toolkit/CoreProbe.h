@@ -1,11 +1,10 @@
 #pragma once
 
-#include "oribund/host/canvas/Canvas.h"
-#include "oribund/host/toolkit/core/Event.h"
+#include "tests/support/Desk.h"
+
 #include "oribund/host/toolkit/core/Glob.h"
 #include "oribund/host/toolkit/core/GlobPeer.h"
 #include "oribund/host/toolkit/core/Skin.h"
-#include "oribund/host/toolkit/layout/StandardPanel.h"
 #include "oribund/host/toolkit/layout/TabOrderable.h"
 
 #include <functional>
@@ -99,32 +98,25 @@ private:
     std::string name_;
 };
 
-/** A canvas of 200 by 100 with an open panel that fills it. */
-class Scene
+/** A desk of 200 by 100 for probes. */
+class Scene : public Desk
 {
 public:
     explicit Scene(Skin* skin = nullptr)
-        : canvas({200, 100}, skin)
+        : Desk({200, 100}, skin)
     {
-        panel = std::make_unique<StandardPanel>(GlobCreationInfo(200, 100, &canvas));
-        panel->open();
     }
 
     Probe* add(const char* name, const Kt::Box<int>& box, Glob* parent = nullptr)
     {
         auto probe = std::make_unique<Probe>(name, box.size());
-        Probe* raw = probe.get();
-        if (parent) {
-            raw->setPosition(box.topLeft());
-            parent->addChild(std::move(probe));
-        } else {
-            panel->addWidget(std::move(probe), Glob::UserTopLeft(box.left, box.top));
-        }
+        if (!parent)
+            return panel->addWidget(std::move(probe), Glob::UserTopLeft(box.left, box.top));
+        probe->setPosition(box.topLeft());
+        Probe* const raw = probe.get();
+        parent->addChild(std::move(probe));
         return raw;
     }
-
-    Canvas canvas;
-    std::unique_ptr<StandardPanel> panel;
 };
 
 } // namespace oribund::test

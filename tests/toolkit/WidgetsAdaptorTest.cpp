@@ -15,10 +15,10 @@ namespace
 using testing::ElementsAre;
 
 /** A widget without a glob, which writes down what it is told. */
-class Listener : public ValWidget<double>
+class Watcher : public ValWidget<double>
 {
 public:
-    Listener(std::string name, std::vector<std::string>& journal)
+    Watcher(std::string name, std::vector<std::string>& journal)
         : name_(std::move(name))
         , journal_(journal)
     {
@@ -63,9 +63,9 @@ protected:
 
 TEST_F(Adaptors, WidgetsAreToldInTheOrderInWhichTheyWereAttached)
 {
-    Listener b("b", journal);
-    Listener a("a", journal);
-    Listener c("c", journal);
+    Watcher b("b", journal);
+    Watcher a("a", journal);
+    Watcher c("c", journal);
     a.setDataAdaptor(adaptor);
     b.setDataAdaptor(adaptor);
     c.setDataAdaptor(adaptor);
@@ -85,8 +85,8 @@ TEST_F(Adaptors, WidgetsAreToldInTheOrderInWhichTheyWereAttached)
 TEST_F(Adaptors, TheEnabledStateIsThatOfTheFirstWidgetAndOfNoneDisabled)
 {
     EXPECT_FALSE(adaptor->getWidgetEnabledState());
-    Listener a("a", journal);
-    Listener b("b", journal);
+    Watcher a("a", journal);
+    Watcher b("b", journal);
     a.setDataAdaptor(adaptor);
     b.setDataAdaptor(adaptor);
     b.enabled = false;
@@ -99,7 +99,7 @@ TEST_F(Adaptors, TheEnabledStateIsThatOfTheFirstWidgetAndOfNoneDisabled)
 
 TEST_F(Adaptors, AnAdaptorOfAnotherTypeIsKeptButNotUsed)
 {
-    Listener widget("w", journal);
+    Watcher widget("w", journal);
     const auto textAdaptor = Kt::makePtr<StoreAdaptor<WString>>(L"5");
     widget.setAdaptor(textAdaptor);
     EXPECT_EQ(widget.getAdaptor().get(), textAdaptor.get());
@@ -112,11 +112,11 @@ TEST_F(Adaptors, AnAdaptorOfAnotherTypeIsKeptButNotUsed)
 
 TEST_F(Adaptors, AWidgetMayGoOrComeWhileTheValueIsOnItsWay)
 {
-    auto first = std::make_unique<Listener>("1", journal);
-    auto second = std::make_unique<Listener>("2", journal);
-    auto third = std::make_unique<Listener>("3", journal);
-    Listener late("late", journal);
-    for (Listener* widget : {first.get(), second.get(), third.get()})
+    auto first = std::make_unique<Watcher>("1", journal);
+    auto second = std::make_unique<Watcher>("2", journal);
+    auto third = std::make_unique<Watcher>("3", journal);
+    Watcher late("late", journal);
+    for (Watcher* widget : {first.get(), second.get(), third.get()})
         widget->setDataAdaptor(adaptor);
     journal.clear();
     second->onValue = [&] {
@@ -149,7 +149,7 @@ TEST_F(Adaptors, TheLastWidgetMayGoDuringAPushAndTakeTheAdaptorWithIt)
     };
 
     bool gone = false;
-    auto only = std::make_unique<Listener>("only", journal);
+    auto only = std::make_unique<Watcher>("only", journal);
     only->setDataAdaptor(Kt::makePtr<Mortal>(gone));
     Mortal* mortal = static_cast<Mortal*>(only->getAdaptor().get());
     only->onValue = [&] {

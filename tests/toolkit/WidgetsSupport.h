@@ -1,14 +1,10 @@
 #pragma once
 
-#include "oribund/host/canvas/Canvas.h"
-#include "oribund/host/canvas/RecordingRenderer.h"
-#include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/layout/StandardPanel.h"
+#include "tests/support/Desk.h"
+
 #include "oribund/host/toolkit/values/ValAdaptorBase.h"
 
-#include <algorithm>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -80,71 +76,6 @@ public:
     int seriesEnds = 0;
     int cancels = 0;
     int takenBack = 0;
-};
-
-/** A canvas with an open panel, in which widgets stand where a test puts them. */
-class Desk
-{
-public:
-    Desk()
-        : canvas({400, 300})
-        , panel(std::make_unique<StandardPanel>(GlobCreationInfo(400, 300, &canvas)))
-    {
-        panel->open();
-    }
-
-    template <class Widget>
-    Widget* add(const typename Widget::InitArgs& args, int x = 0, int y = 0)
-    {
-        return panel->addWidget(std::make_unique<Widget>(args), Glob::UserTopLeft(x, y));
-    }
-
-    template <class Widget>
-    Widget* add(int x = 0, int y = 0)
-    {
-        return add<Widget>(typename Widget::InitArgs(), x, y);
-    }
-
-    bool key(Key key, unsigned modifiers = 0) { return canvas.inject(Event::keyPress(key, modifiers)); }
-
-    void type(const wchar_t* text)
-    {
-        for (; *text; ++text)
-            canvas.inject(Event::character(*text));
-    }
-
-    void press(const XY<int>& at) { canvas.inject(Event::mousePress(at)); }
-
-    void drag(const XY<int>& to, unsigned modifiers = 0)
-    {
-        canvas.inject(Event::mouseMove(to, MouseButton::Left, modifiers));
-    }
-
-    void release(const XY<int>& at) { canvas.inject(Event::mouseRelease(at)); }
-
-    void click(const XY<int>& at)
-    {
-        press(at);
-        release(at);
-    }
-
-    static RecordingRenderer drawn(Glob& glob)
-    {
-        RecordingRenderer renderer;
-        glob.draw(renderer);
-        return renderer;
-    }
-
-    static bool draws(Glob& glob, const Colour& colour)
-    {
-        const RecordingRenderer renderer = drawn(glob);
-        const auto& all = renderer.primitives();
-        return std::any_of(all.begin(), all.end(),
-                           [&](const Primitive& p) { return p.colour == colour || p.outline == colour; });
-    }
-
-    Canvas canvas;
-    std::unique_ptr<StandardPanel> panel;
 };
 
 } // namespace oribund::test

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tests/model/SampleEdit.h"
 #include "tests/scenarios/keyframes/Stage.h"
+#include "tests/support/SampleEdit.h"
 #include "tests/support/TestHost.h"
 #include "workbench/model/host/ModelVob.h"
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/Listener.h"
+
 #include "oribund/host/base/UIString.h"
 #include "oribund/host/edit/Cue.h"
 #include "oribund/host/edit/Edit.h"
@@ -9,7 +11,6 @@
 #include "oribund/host/edit/monitor/CompoundEffectMonitorClient.h"
 #include "oribund/host/edit/monitor/FXViewHandle.h"
 #include "oribund/host/effects/EffectInstance.h"
-#include "oribund/host/notify/MethodCallback.h"
 
 #include <gtest/gtest.h>
 
@@ -42,23 +43,14 @@ protected:
 struct ViewListener : CompoundEffectMonitorClient {
     explicit ViewListener(Vob& vob)
         : CompoundEffectMonitorClient(vob.getEffectMonitor())
-        , callback(this, &ViewListener::hear)
+        , times(vob.getCurrentTimeServer().notifier())
     {
-        callback.attach(vob.getCurrentTimeServer().notifier());
     }
 
     void handleFXModifications(const ChangeDescription& change) override { changes.push_back(change); }
 
-    int hear(const ValServerEvent<double>& event)
-    {
-        if (event.kind == ValEventKind::Changed)
-            times.push_back(*event.value);
-        return 0;
-    }
-
-    std::vector<double> times;
+    Listener<ValServerEvent<double>> times;
     std::vector<ChangeDescription> changes;
-    MethodCallback<ViewListener, ValServerEvent<double>> callback;
 };
 
 TYPED_TEST_SUITE_P(ViewContract);
@@ -70,7 +62,8 @@ TYPED_TEST_P(ViewContract, TheCurrentTimeIsToldOnceAndOnlyWhenItMoves)
     ViewListener listener(vob);
     vob.setCurrentTime(3.0);
     vob.setCurrentTime(3.0);
-    EXPECT_EQ(listener.times, std::vector<double>{3.0});
+    ASSERT_EQ(listener.times.count(), 1u);
+    EXPECT_EQ(listener.times.heard[0].value, 3.0);
     EXPECT_EQ(vob.getCurrentTime(), 3.0);
     ASSERT_EQ(listener.changes.size(), 1u);
     EXPECT_EQ(listener.changes[0].code, EffectChangeCode::CurrentTimeMoved);
@@ -92,30 +85,12 @@ TYPED_TEST_P(ViewContract, TheEditHasFramesAnEndAndModificationsThatNest)
     EXPECT_EQ(this->vob().getEdit(), edit);
 }
 
-/** Counts what is told of the cues. */
-struct CueListener {
-    explicit CueListener(Edit& edit)
-        : callback(this, &CueListener::hear)
-    {
-        callback.attach(edit.modifications());
-    }
-
-    int hear(const EditModification& modification)
-    {
-        using Type = EditModification::Type;
-        return count += modification.type == Type::Cues || modification.type == Type::Wholesale;
-    }
-
-    int count = 0;
-    MethodCallback<CueListener, EditModification> callback;
-};
-
 TYPED_TEST_P(ViewContract, ACueIsReplacedByOneOfItsIdAndOnlyWhereThatIsAllowed)
 {
     const IdStamp early = this->maker.addCue(1.0);
     const IdStamp late = this->maker.addCue(2.0);
     const EditPtr edit = this->vob().getEdit();
-    CueListener listener(*edit);
+    const Listener listener(edit->modifications());
     Cue cue = *edit->getCues().find(early);
     cue.time = 3.0;
     cue.name = L"Door";
@@ -123,7 +98,9 @@ TYPED_TEST_P(ViewContract, ACueIsReplacedByOneOfItsIdAndOnlyWhereThatIsAllowed)
         const EditModifier modifier(edit, L"Move cue");
         EXPECT_TRUE(edit->setCue(cue));
     }
-    EXPECT_GE(listener.count, 1);
+    EXPECT_TRUE(std::ranges::any_of(listener.heard, [](const EditModification& told) {
+        return told.type == EditModification::Type::Cues || told.type == EditModification::Type::Wholesale;
+    }));
     ASSERT_EQ(edit->getCues().size(), 2u);
     EXPECT_EQ(edit->getCues()[0].id, late);
     EXPECT_EQ(edit->getCues()[1], cue);
