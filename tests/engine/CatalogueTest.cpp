@@ -1,7 +1,7 @@
-#include "workbench/engine/CatalogueReader.h"
-#include "workbench/engine/EffectMapping.h"
-#include "workbench/engine/MltSession.h"
-#include "workbench/engine/RawMetadata.h"
+#include "workbench/engine/worker/catalogue/CatalogueReader.h"
+#include "workbench/engine/worker/catalogue/EffectMapping.h"
+#include "workbench/engine/worker/catalogue/RawMetadata.h"
+#include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/model/ParamConversion.h"
 
 #include "oribund/host/effects/params/EffectValParam.h"

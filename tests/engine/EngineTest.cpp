@@ -1,12 +1,12 @@
-#include "workbench/engine/Engine.h"
+#include "workbench/engine/client/Engine.h"
 
 #include "tests/engine/SampleMedia.h"
-#include "workbench/engine/EffectProbe.h"
-#include "workbench/engine/FilterTrace.h"
-#include "workbench/engine/FrameRendering.h"
-#include "workbench/engine/MltGraph.h"
-#include "workbench/engine/MltSession.h"
-#include "workbench/engine/ProjectionQueries.h"
+#include "workbench/engine/worker/EffectProbe.h"
+#include "workbench/engine/worker/graph/FilterTrace.h"
+#include "workbench/engine/worker/graph/FrameRendering.h"
+#include "workbench/engine/worker/graph/MltGraph.h"
+#include "workbench/engine/worker/graph/MltSession.h"
+#include "workbench/model/projection/ProjectionQueries.h"
 
 #include <gmock/gmock.h>
 #include <mlt++/Mlt.h>

@@ -1,5 +1,5 @@
-#include "workbench/engine/EffectProbe.h"
-#include "workbench/engine/MltSession.h"
+#include "workbench/engine/worker/EffectProbe.h"
+#include "workbench/engine/worker/graph/MltSession.h"
 
 #include <gtest/gtest.h>
 

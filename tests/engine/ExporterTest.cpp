@@ -1,9 +1,9 @@
-#include "workbench/engine/Exporter.h"
+#include "workbench/engine/worker/Exporter.h"
 
 #include "tests/engine/SampleMedia.h"
-#include "workbench/engine/ExportPreset.h"
-#include "workbench/engine/MediaProbe.h"
-#include "workbench/engine/MltSession.h"
+#include "workbench/engine/worker/ExportPreset.h"
+#include "workbench/engine/worker/MediaProbe.h"
+#include "workbench/engine/worker/graph/MltSession.h"
 
 #include <gmock/gmock.h>
 

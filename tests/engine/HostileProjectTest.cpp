@@ -1,8 +1,8 @@
 // Projects that somebody wrote to do harm: they are opened, shown and saved like any other, and nothing of it is made.
 #include "tests/engine/SampleMedia.h"
-#include "workbench/engine/FrameRendering.h"
-#include "workbench/engine/MltGraph.h"
-#include "workbench/engine/MltSession.h"
+#include "workbench/engine/worker/graph/FrameRendering.h"
+#include "workbench/engine/worker/graph/MltGraph.h"
+#include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/model/EditModel.h"
 #include "workbench/model/projection/AllowList.h"
 #include "workbench/model/projection/Projector.h"

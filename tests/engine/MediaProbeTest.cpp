@@ -1,8 +1,8 @@
-#include "workbench/engine/MediaProbe.h"
+#include "workbench/engine/worker/MediaProbe.h"
 
 #include "tests/engine/SampleMedia.h"
-#include "workbench/engine/ContainerCheck.h"
-#include "workbench/engine/MltSession.h"
+#include "workbench/engine/worker/ContainerCheck.h"
+#include "workbench/engine/worker/graph/MltSession.h"
 
 #include <gmock/gmock.h>
 

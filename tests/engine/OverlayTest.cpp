@@ -1,4 +1,4 @@
-#include "workbench/engine/Overlay.h"
+#include "workbench/engine/worker/catalogue/Overlay.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 #include "tests/engine/SampleMedia.h"
 
-#include "workbench/engine/CatalogueReader.h"
-#include "workbench/engine/MltSession.h"
+#include "workbench/engine/worker/catalogue/CatalogueReader.h"
+#include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/model/projection/AllowList.h"
 
 #include <gtest/gtest.h>

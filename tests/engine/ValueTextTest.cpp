@@ -13,8 +13,8 @@
 #include "oribund/host/toolkit/menus/ValMenuButton.h"
 #include "oribund/host/toolkit/widgets/ValCheckbox.h"
 #include "oribund/host/toolkit/widgets/ValColourSwatch.h"
-#include "workbench/engine/CatalogueReader.h"
-#include "workbench/engine/MltSession.h"
+#include "workbench/engine/worker/catalogue/CatalogueReader.h"
+#include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/model/host/ModelVob.h"
 
 #include <gtest/gtest.h>

@@ -32,10 +32,12 @@ LAYERS = {
     "oribund": [HOST + "base"],
     "workbench/model": ["oribund", "oribund/browser", "oribund/shader"],
     "workbench/store": ["workbench/model"],
-    "workbench/engine": ["workbench/model"],
+    "workbench/engine/protocol": ["workbench/model"],
+    "workbench/engine/worker": ["workbench/engine/protocol"],
+    "workbench/engine/client": ["workbench/engine/protocol", "workbench/engine/worker"],
     "workbench/gpu": ["workbench/model"],
     "skin": ["oribund", "oribund/panels"],
-    "workbench/app": ["workbench/store", "workbench/engine", "workbench/gpu", "skin"],
+    "workbench/app": ["workbench/store", "workbench/engine/client", "workbench/gpu", "skin"],
     "examples": ["oribund", "oribund/browser", "oribund/shader"],
     "examples/qt": ["examples", "skin"],
 }
@@ -55,7 +57,7 @@ NOT_IN_HEADERS = {"iostream", "regex", "filesystem", "ranges"}
 
 # Libraries that only the named folders may touch.
 RESERVED = [
-    ("MLT", re.compile(r"(mlt\+\+|Mlt|framework/mlt|mlt-7/)"), ["workbench/engine"]),
+    ("MLT", re.compile(r"(mlt\+\+|Mlt|framework/mlt|mlt-7/)"), ["workbench/engine/worker"]),
     ("Qt", re.compile(r"Q(t[A-Z]|[A-Z])"), ["skin", "workbench/app", "examples/qt"]),
     ("Vulkan and glslang", re.compile(r"(vulkan|glslang|SPIRV)/"), ["workbench/gpu"]),
 ]

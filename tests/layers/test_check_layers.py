@@ -40,7 +40,7 @@ class CheckLayers(unittest.TestCase):
                     TOOLKIT + "B.h": f'  #  include "{BASE}A.h"\n/* #include <QWidget> */\n',
                     "oribund/panels/P.h": f'#include "{TOOLKIT}B.h"\n',
                     "oribund/panels/P.cpp": 'auto s = R"x(\n#include <QWidget>\n)x";\n',
-                    "workbench/engine/E.cpp": '#include <mlt++/Mlt.h>\n#include "oribund/panels/P.h"\n',
+                    "workbench/engine/worker/E.cpp": '#include <mlt++/Mlt.h>\n#include "oribund/panels/P.h"\n',
                     "workbench/app/W.cpp": "#include <QApplication>\n#include <unistd.h>\n",
                     "examples/e/Own.h": "",
                     "examples/e/m.cpp": '#include <oribund/panels/P.h>\n#include "Own.h"\n',
@@ -62,7 +62,7 @@ class CheckLayers(unittest.TestCase):
     def test_a_library_in_the_wrong_hands(self):
         for header in ("QWidget", "QtCore/QObject", "mlt++/Mlt.h", "framework/mlt.h", "vulkan/vulkan.h"):
             self.assertOneFault({"workbench/store/S.cpp": f"#include <{header}>\n"}, header, "only ")
-        self.assertOneFault({"workbench/app/A.cpp": "#include <Mlt.h>\n"}, "only workbench/engine")
+        self.assertOneFault({"workbench/app/A.cpp": "#include <Mlt.h>\n"}, "only workbench/engine/worker")
 
     def test_more_than_the_standard_library(self):
         self.assertOneFault({BASE + "A.cpp": "#include <unistd.h>\n"}, "unistd.h", "standard library")

@@ -9,7 +9,7 @@
 #include "workbench/app/timeline/TimelineStrip.h"
 #include "workbench/app/window/MainWindow.h"
 #include "workbench/app/window/MessageBar.h"
-#include "workbench/engine/MltSession.h"
+#include "workbench/engine/worker/graph/MltSession.h"
 
 #include <QAbstractButton>
 #include <QApplication>

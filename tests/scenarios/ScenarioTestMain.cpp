@@ -2,8 +2,8 @@
 #include "tests/scenarios/ProgramTest.h"
 #include "workbench/app/session/PlainTexts.h"
 #include "workbench/app/window/KeyPolicy.h"
-#include "workbench/engine/EffectProbe.h"
-#include "workbench/engine/MltSession.h"
+#include "workbench/engine/worker/EffectProbe.h"
+#include "workbench/engine/worker/graph/MltSession.h"
 
 #include <gtest/gtest.h>
 

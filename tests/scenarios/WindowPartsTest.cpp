@@ -10,7 +10,7 @@
 #include "workbench/app/start/BatchJobs.h"
 #include "workbench/app/window/DialogPlace.h"
 #include "workbench/app/window/MessageBar.h"
-#include "workbench/engine/MediaProbe.h"
+#include "workbench/engine/worker/MediaProbe.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>

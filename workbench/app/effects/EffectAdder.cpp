@@ -2,7 +2,7 @@
 
 #include "workbench/app/session/Say.h"
 #include "workbench/app/session/Workspace.h"
-#include "workbench/engine/EffectProbe.h"
+#include "workbench/engine/worker/EffectProbe.h"
 
 namespace workbench
 {

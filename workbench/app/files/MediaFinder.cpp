@@ -4,7 +4,7 @@
 #include "oribund/host/edit/EditGesture.h"
 #include "workbench/app/session/Say.h"
 #include "workbench/app/session/Workspace.h"
-#include "workbench/engine/MediaProbe.h"
+#include "workbench/engine/worker/MediaProbe.h"
 #include "workbench/store/files/MediaPaths.h"
 
 #include <algorithm>

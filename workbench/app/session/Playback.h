@@ -1,7 +1,7 @@
 #pragma once
 
 #include "oribund/host/notify/MethodCallback.h"
-#include "workbench/engine/Engine.h"
+#include "workbench/engine/client/Engine.h"
 #include "workbench/model/host/ModelVob.h"
 
 #include <QTimer>

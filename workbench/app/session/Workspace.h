@@ -4,8 +4,8 @@
 #include "oribund/host/notify/MethodCallback.h"
 #include "oribund/host/notify/Notifier.h"
 #include "oribund/host/notify/ValServer.h"
-#include "workbench/engine/CatalogueReader.h"
-#include "workbench/engine/MltSession.h"
+#include "workbench/engine/worker/catalogue/CatalogueReader.h"
+#include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/model/Editor.h"
 #include "workbench/model/host/ModelVob.h"
 

@@ -1,7 +1,7 @@
 #include "workbench/app/start/Application.h"
 #include "workbench/app/start/CommandLine.h"
-#include "workbench/engine/EffectProbe.h"
-#include "workbench/engine/MltSession.h"
+#include "workbench/engine/worker/EffectProbe.h"
+#include "workbench/engine/worker/graph/MltSession.h"
 
 #include <cstdio>
 #include <cstdlib>

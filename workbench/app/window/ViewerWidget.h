@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/engine/FrameImage.h"
+#include "workbench/engine/protocol/FrameImage.h"
 
 #include <QImage>
 #include <QWidget>

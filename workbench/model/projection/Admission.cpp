@@ -1,6 +1,7 @@
 #include "workbench/model/projection/Admission.h"
 
 #include "workbench/model/projection/AllowList.h"
+#include "workbench/model/projection/ProjectionQueries.h"
 
 #include <utility>
 
@@ -17,11 +18,6 @@ constexpr const char* kStandInColour = "#ff400810";
 // Each can be made everywhere, and does nothing when it is switched off.
 constexpr const char* kIdleEffect = "brightness";
 constexpr const char* kIdleTransition = "mix";
-
-std::string inQuotes(const std::string& name)
-{
-    return '"' + name + '"';
-}
 
 class Gate
 {

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace workbench
+{
+
+/** Smaller pictures than this no encoder takes. */
+inline constexpr int kSmallestSide = 16;
+
+/** How a kind of file is written: the properties of the consumer that encodes it. */
+struct ExportPreset {
+    std::string extension; ///< without the dot, lower case
+    std::string label;     ///< for a person
+    bool video = true;
+    std::vector<std::pair<std::string, std::string>> properties;
+    int largestSide = 16384; ///< of a picture, in pixels; sides are even, and at least kSmallestSide
+};
+
+struct ExportSettings {
+    std::string path;                              ///< absolute; its extension chooses the preset
+    int from = 0;                                  ///< first frame of the edit
+    int to = -1;                                   ///< last frame; -1 for the last of the edit
+    std::chrono::milliseconds stallTimeout{30000}; ///< without a frame for so long, the export is given up
+};
+
+struct ExportResult {
+    enum class Outcome { Done, Cancelled, Failed };
+
+    Outcome outcome = Outcome::Done;
+    std::string message; ///< for a person; when done, what differs from the edit, mostly nothing
+};
+
+/** Null when no preset has the extension of the path. */
+const ExportPreset* findExportPreset(const std::vector<ExportPreset>& presets, std::string_view path);
+
+} // namespace workbench

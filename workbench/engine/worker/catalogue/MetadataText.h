@@ -1,0 +1,31 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace workbench
+{
+
+// Texts of the metadata, read leniently.
+
+std::string lowerCase(std::string_view text);
+
+/** Without blanks and one pair of quotes around it. */
+std::string unquoted(std::string_view text);
+
+/** An identifier or a title as a person reads it: "av.luma_amount" becomes "Luma amount". */
+std::string readableName(std::string_view identifier);
+
+/** "#rrggbb", "#aarrggbb", "0xrrggbbaa" or the name of a basic colour, as r, g, b, a. */
+std::optional<std::array<double, 4>> parseColour(std::string_view text);
+
+/** A whole text as a number, with "." whatever the locale; surrounding quotes are allowed. Always finite. */
+std::optional<double> parseNumber(std::string_view text);
+
+/** The values that a sentence such as "One of: heat, sepia, xray" lists; empty when it lists none. */
+std::vector<std::string> choicesInProse(std::string_view description);
+
+} // namespace workbench

@@ -1,0 +1,283 @@
+#include "workbench/engine/worker/catalogue/Overlay.h"
+
+#include "workbench/engine/worker/catalogue/EffectMapping.h"
+#include "workbench/engine/worker/catalogue/MetadataText.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <array>
+#include <map>
+#include <optional>
+#include <utility>
+
+namespace workbench
+{
+
+namespace
+{
+
+using Json = nlohmann::json;
+
+void readText(const Json& object, const char* key, std::string& target)
+{
+    const auto found = object.find(key);
+    if (found != object.end() && found->is_string())
+        target = found->get<std::string>();
+}
+
+void readNumber(const Json& object, const char* key, double& target)
+{
+    const auto found = object.find(key);
+    if (found != object.end() && found->is_number())
+        target = found->get<double>();
+}
+
+void readSwitch(const Json& object, const char* key, bool& target)
+{
+    const auto found = object.find(key);
+    if (found != object.end() && found->is_boolean())
+        target = found->get<bool>();
+}
+
+std::optional<ParamKind> kindNamed(std::string_view name)
+{
+    static constexpr std::array<std::pair<std::string_view, ParamKind>, 7> names = {
+        {{"double", ParamKind::Double},
+         {"bool", ParamKind::Bool},
+         {"angle", ParamKind::Angle},
+         {"colour", ParamKind::Colour},
+         {"point", ParamKind::Point},
+         {"intlist", ParamKind::IntList},
+         {"textlist", ParamKind::TextList}}};
+    for (const auto& [known, kind] : names)
+        if (known == name)
+            return kind;
+    return std::nullopt;
+}
+
+bool isList(const ParamDescription& param)
+{
+    return param.kind == ParamKind::IntList || param.kind == ParamKind::TextList;
+}
+
+/** Place of a list item by its raw text; -1 when there is none. */
+int itemIndex(const ParamDescription& param, const std::string& raw)
+{
+    const auto found =
+        std::find_if(param.items.begin(), param.items.end(), [&](const ListItem& item) { return item.raw == raw; });
+    return found == param.items.end() ? -1 : static_cast<int>(found - param.items.begin());
+}
+
+/** "#rrggbb" and its like, or the three or four components as numbers. */
+std::optional<std::array<double, 4>> readColour(const Json& value)
+{
+    if (value.is_string())
+        return parseColour(value.get<std::string>());
+    std::array<double, 4> colour{0.0, 0.0, 0.0, 1.0};
+    if (!value.is_array() || value.size() < 3 || value.size() > 4)
+        return std::nullopt;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        if (!value[i].is_number())
+            return std::nullopt;
+        colour[i] = value[i].get<double>();
+    }
+    return colour;
+}
+
+/** A value in the form that the parameter's kind asks for; empty when it has another form. */
+std::optional<DemoValue> readValue(const Json& value, const ParamDescription& param)
+{
+    if (param.kind == ParamKind::Bool && value.is_boolean())
+        return DemoValue(value.get<bool>() ? 1 : 0);
+    if ((param.kind == ParamKind::Double || param.kind == ParamKind::Angle) && value.is_number())
+        return DemoValue(value.get<double>());
+    if (isList(param) && value.is_string())
+        return DemoValue(itemIndex(param, value.get<std::string>()));
+    if (param.kind == ParamKind::Colour)
+        if (const auto colour = readColour(value))
+            return DemoValue(*colour);
+    if (param.kind == ParamKind::Point && value.is_array() && value.size() == 2 && value[0].is_number() &&
+        value[1].is_number())
+        return DemoValue(std::array<double, 2>{value[0].get<double>(), value[1].get<double>()});
+    return std::nullopt;
+}
+
+void setDefault(const DemoValue& value, ParamDescription& param)
+{
+    if (const double* number = std::get_if<double>(&value))
+        param.defaultValue = *number;
+    else if (const int* item = std::get_if<int>(&value); item && param.kind == ParamKind::Bool)
+        param.defaultBool = *item != 0;
+    else if (item)
+        param.defaultItem = *item;
+    else if (const auto* colour = std::get_if<std::array<double, 4>>(&value))
+        param.defaultColour = *colour;
+    else if (const auto* point = std::get_if<std::array<double, 2>>(&value))
+        param.defaultPoint = *point;
+}
+
+void readItems(const Json& source, ParamDescription& param)
+{
+    const auto found = source.find("items");
+    if (found == source.end() || !found->is_array())
+        return;
+    param.items.clear();
+    for (const Json& item : *found)
+        if (item.is_array() && item.size() == 2 && item[0].is_string() && item[1].is_string())
+            param.items.push_back({item[0].get<std::string>(), item[1].get<std::string>()});
+}
+
+/** Range and default in shown units: what the metadata says, converted, then what the overlay says. */
+void readRange(const Json& source, ParamDescription& param)
+{
+    readNumber(source, "scale", param.scale);
+    readNumber(source, "offset", param.offset);
+    for (double* value : {&param.minimum, &param.maximum, &param.defaultValue})
+        *value = *value * param.scale + param.offset;
+    if (param.minimum > param.maximum)
+        std::swap(param.minimum, param.maximum);
+    readNumber(source, "min", param.minimum);
+    readNumber(source, "max", param.maximum);
+}
+
+/** The mistake that was found, if any. */
+std::string readParam(const Json& source, ParamDescription& param)
+{
+    readText(source, "name", param.name);
+    readText(source, "unit", param.unit);
+    readText(source, "group", param.group);
+    readText(source, "help", param.help);
+    readText(source, "format", param.format);
+    readSwitch(source, "integer", param.integer);
+    readSwitch(source, "animatable", param.animatable);
+    if (const auto kind = source.find("kind"); kind != source.end()) {
+        const std::optional<ParamKind> named = kind->is_string() ? kindNamed(kind->get<std::string>()) : std::nullopt;
+        if (!named)
+            return "kind is unknown";
+        param.kind = *named;
+    }
+    if (const auto components = source.find("components"); components != source.end() && components->is_array())
+        for (const Json& component : *components)
+            if (component.is_string())
+                param.components.push_back(component.get<std::string>());
+    readItems(source, param);
+    readRange(source, param);
+    for (const char* key : {"default", "demo"}) {
+        const auto found = source.find(key);
+        if (found == source.end())
+            continue;
+        const std::optional<DemoValue> value = readValue(*found, param);
+        if (!value)
+            return std::string(key) + " has the wrong form";
+        if (std::string_view(key) == "demo")
+            param.demo = value;
+        else
+            setDefault(*value, param);
+    }
+    return checkParam(param);
+}
+
+std::vector<ParamDescription> readParams(const Json& source, const EffectDescription& effect,
+                                         std::vector<std::string>& problems)
+{
+    std::vector<ParamDescription> params;
+    for (const Json& entry : source) {
+        ParamDescription param;
+        if (entry.is_object())
+            readText(entry, "property", param.property);
+        if (param.property.empty()) {
+            problems.push_back(effect.service + ": a parameter has no property");
+            continue;
+        }
+        if (const ParamDescription* known = effect.find(param.property))
+            param = *known;
+        if (const std::string problem = readParam(entry, param); !problem.empty())
+            problems.push_back(effect.service + ", " + param.property + ": " + problem);
+        else
+            params.push_back(std::move(param));
+    }
+    return params;
+}
+
+/** Whether a name fits a pattern in which each "*" stands for any text. */
+bool matches(std::string_view pattern, std::string_view name)
+{
+    const std::size_t star = pattern.find('*');
+    if (star == std::string_view::npos)
+        return pattern == name;
+    if (!name.starts_with(pattern.substr(0, star)))
+        return false;
+    for (std::size_t skip = star; skip <= name.size(); ++skip)
+        if (matches(pattern.substr(star + 1), name.substr(skip)))
+            return true;
+    return false;
+}
+
+} // namespace
+
+struct Overlay::Content {
+    std::map<std::string, Json, std::less<>> effects;
+    std::vector<std::pair<std::string, std::string>> blocked; // pattern, reason
+};
+
+Overlay::Overlay(std::string_view json, std::vector<std::string>& problems)
+    : content_(std::make_unique<Content>())
+{
+    const Json root = Json::parse(json, nullptr, false, true);
+    if (root.is_discarded() || !root.is_object()) {
+        problems.emplace_back("The effect overlay is not valid JSON; effects are shown as they describe themselves.");
+        return;
+    }
+    const auto each = [&](const char* section, const auto& take) {
+        const auto found = root.find(section);
+        for (const Json& entry : found != root.end() && found->is_array() ? *found : Json::array()) {
+            std::string service;
+            if (entry.is_object())
+                readText(entry, "service", service);
+            if (service.empty())
+                problems.push_back(std::string("effect overlay: an entry of \"") + section + "\" names no service");
+            else
+                take(service, entry);
+        }
+    };
+    each("effects", [&](const std::string& service, const Json& entry) {
+        if (!content_->effects.emplace(service, entry).second)
+            problems.push_back("effect overlay: " + service + " is described twice");
+    });
+    each("blocked", [&](const std::string& service, const Json& entry) {
+        std::string reason = "It does not work reliably.";
+        readText(entry, "reason", reason);
+        content_->blocked.emplace_back(service, reason);
+    });
+}
+
+Overlay::~Overlay() = default;
+
+void Overlay::apply(EffectDescription& effect, std::vector<std::string>& problems) const
+{
+    for (const auto& [pattern, reason] : content_->blocked)
+        if (matches(pattern, effect.service)) {
+            effect.blockedBecause = reason;
+            return;
+        }
+    const auto found = content_->effects.find(effect.service);
+    if (found == content_->effects.end())
+        return;
+
+    const Json& source = found->second;
+    readText(source, "title", effect.title);
+    readText(source, "category", effect.category);
+    readText(source, "help", effect.help);
+    if (const auto fixed = source.find("fixed"); fixed != source.end() && fixed->is_object())
+        for (const auto& [property, value] : fixed->items())
+            if (value.is_string())
+                effect.fixedProperties.emplace_back(property, value.get<std::string>());
+    if (const auto params = source.find("params"); params != source.end() && params->is_array()) {
+        effect.params = readParams(*params, effect, problems);
+        effect.blockedBecause.clear();
+    }
+    effect.curated = true;
+}
+
+} // namespace workbench

@@ -1,0 +1,346 @@
+#include "workbench/engine/worker/graph/MltGraph.h"
+
+#include "workbench/engine/worker/graph/EndHold.h"
+#include "workbench/engine/worker/graph/FilterTrace.h"
+#include "workbench/engine/worker/graph/MltSession.h"
+#include "workbench/model/projection/Admission.h"
+#include "workbench/model/projection/AllowList.h"
+#include "workbench/model/projection/ProjectionQueries.h"
+
+#include <mlt++/Mlt.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+namespace workbench
+{
+
+/** An open medium with the effects on it. */
+struct MltGraph::Clip {
+    ProjectedClip source; // without effects and range: what it was opened from
+    std::unique_ptr<Mlt::Producer> producer;
+    bool standIn = false;
+    std::vector<std::unique_ptr<Mlt::Filter>> attached; // effects and markers
+
+    ~Clip() { detachAll(); }
+
+    void detachAll()
+    {
+        for (const auto& filter : attached)
+            producer->detach(*filter);
+        attached.clear();
+    }
+};
+
+/** An effect or transition that is at work. */
+struct MltGraph::Made {
+    AllowList::Use use;
+    std::string name; // of the service
+    std::unique_ptr<Mlt::Service> service;
+};
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+constexpr const char* kStandInColour = "color:#ff400810";
+
+void setProperties(Mlt::Properties& target, const ProjectedProperties& properties)
+{
+    for (const ProjectedProperty& property : properties)
+        target.set(property.name.c_str(), property.value.c_str());
+}
+
+std::string serviceOf(Mlt::Producer& producer)
+{
+    const char* service = producer.get("mlt_service");
+    return service ? service : "";
+}
+
+bool isFilm(Mlt::Producer& producer)
+{
+    return serviceOf(producer).starts_with("avformat") && producer.get_int("video_index") >= 0;
+}
+
+/** A producer that makes its picture itself has no length of its own: as long as it is needed. */
+void stretch(Mlt::Producer& producer, int frames)
+{
+    const std::string name = serviceOf(producer);
+    if (name.starts_with("avformat") || name == "xml" || producer.get_length() >= frames)
+        return;
+    producer.set("length", frames);
+    producer.set("out", frames - 1);
+}
+
+bool sameSource(const ProjectedClip& a, const ProjectedClip& b)
+{
+    return a.service == b.service && a.resource == b.resource && a.properties == b.properties;
+}
+
+EngineProblem::Kind kindOf(Refusal::What what)
+{
+    return what == Refusal::What::Clip ? EngineProblem::Kind::MediaMissing : EngineProblem::Kind::EffectMissing;
+}
+
+/** Whether a file is there that can be read to its end: a pipe or device may never have one. */
+bool isReadable(const ProjectedClip& clip)
+{
+    std::error_code ignored;
+    const fs::path file(clip.resource);
+    // The name of a row of pictures is none of a file.
+    const bool isRow = clip.service == "pixbuf" && file.filename().string().find('%') != std::string::npos;
+    return isRow ? fs::is_directory(file.parent_path(), ignored) : fs::is_regular_file(file, ignored);
+}
+
+} // namespace
+
+std::unique_ptr<MltGraph> MltGraph::build(std::shared_ptr<MltSession> session, const Projection& projection,
+                                          Options options)
+{
+    const Admission admission = admit(projection, *session->allowList());
+    return std::unique_ptr<MltGraph>(new MltGraph(std::move(session), admission, options));
+}
+
+MltGraph::MltGraph(std::shared_ptr<MltSession> session, const Admission& admission, Options& options)
+    : session_(std::move(session))
+    , allowed_(session_->allowList())
+    , projectedProfile_(admission.projection.profile)
+    , length_(admission.projection.length)
+{
+    const Projection& projection = admission.projection;
+    options.bypassed.insert(admission.left.begin(), admission.left.end());
+    MltGraph* former = options.former.get();
+    makeProfile(projection.profile, former);
+    if (former) {
+        former->byId_.clear();
+        former->tractor_.reset(); // gives up its hold on the clips
+    }
+    for (const ProjectedClip& clip : projection.clips) {
+        openClip(clip, former);
+        attachFilters(*clips_[clip.id], clip, options);
+    }
+
+    tractor_ = std::make_unique<Mlt::Tractor>(*profile_);
+    int index = 0;
+    for (const ProjectedTrack& track : projection.tracks)
+        addTrack(track, index++);
+    for (const ProjectedTransition& transition : projection.transitions)
+        addTransition(*tractor_, transition);
+    if (length_ <= 0)
+        length_ = tractor_->get_length();
+    for (const Refusal& refusal : admission.refusals)
+        report(kindOf(refusal.what), refusal.subject, refusal.message);
+}
+
+MltGraph::~MltGraph()
+{
+    // Whatever refers to the profile goes before it, and everything before the session.
+    tractor_.reset();
+    byId_.clear();
+    clips_.clear();
+    profile_.reset();
+}
+
+void MltGraph::makeProfile(const ProjectedProfile& wanted, MltGraph* former)
+{
+    if (former && former->projectedProfile_ == wanted) {
+        profile_ = former->profile_;
+        return;
+    }
+    if (former)
+        former->clips_.clear();
+    profile_ = std::make_shared<Mlt::Profile>();
+    profile_->set_width(wanted.width);
+    profile_->set_height(wanted.height);
+    profile_->set_frame_rate(wanted.fpsNumerator, wanted.fpsDenominator);
+    profile_->set_sample_aspect(wanted.sampleAspectNumerator, wanted.sampleAspectDenominator);
+    profile_->set_display_aspect(wanted.width * wanted.sampleAspectNumerator,
+                                 wanted.height * wanted.sampleAspectDenominator);
+    profile_->set_colorspace(wanted.colourspace);
+    profile_->set_progressive(wanted.progressive ? 1 : 0);
+    profile_->set_explicit(1);
+}
+
+void MltGraph::openClip(const ProjectedClip& wanted, MltGraph* former)
+{
+    if (former) {
+        const auto open = former->clips_.find(wanted.id);
+        if (open != former->clips_.end() && sameSource(open->second->source, wanted) && !open->second->standIn) {
+            open->second->detachAll();
+            stretch(*open->second->producer, wanted.out + 1);
+            clips_[wanted.id] = std::move(open->second);
+            former->clips_.erase(open);
+            return;
+        }
+    }
+    auto clip = std::make_unique<Clip>();
+    clip->source.service = wanted.service;
+    clip->source.resource = wanted.resource;
+    clip->source.properties = wanted.properties;
+    openSource(*clip, wanted);
+    if (!clip->producer || !clip->producer->is_valid()) {
+        report(EngineProblem::Kind::MediaMissing, wanted.id, "Cannot open " + inQuotes(wanted.resource) + ".");
+        clip->producer = std::make_unique<Mlt::Producer>(*profile_, kStandInColour);
+        clip->standIn = true;
+    }
+    setProperties(*clip->producer, wanted.properties);
+    stretch(*clip->producer, wanted.out + 1);
+    if (clip->standIn) {
+        clip->producer->set("length", wanted.out + 1);
+        clip->producer->set("out", wanted.out);
+    }
+    clips_[wanted.id] = std::move(clip);
+}
+
+void MltGraph::openSource(Clip& clip, const ProjectedClip& wanted)
+{
+    if (wanted.resource.starts_with('/') && !isReadable(wanted))
+        return;
+    // By way of the loader, as when a saved project is opened: it attaches what converts between formats.
+    clip.producer = std::make_unique<Mlt::Producer>(*profile_, (wanted.service + ':' + wanted.resource).c_str());
+    // The module that reads pictures may not be installed; what reads films knows most of them.
+    if (!clip.producer->is_valid() && wanted.service == "pixbuf")
+        clip.producer = std::make_unique<Mlt::Producer>(*profile_, ("avformat:" + wanted.resource).c_str());
+    // Where the reader that was named fails, the loader looks for another one.
+    if (wanted.resource.starts_with('/') && !isFilm(*clip.producer) &&
+        !serviceOf(*clip.producer).starts_with(wanted.service))
+        clip.producer.reset();
+}
+
+void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Options& options)
+{
+    std::vector<const ProjectedFilter*> filters;
+    for (const ProjectedFilter& filter : wanted.filters)
+        if (!options.bypassed.contains(filter.id))
+            filters.push_back(&filter);
+    const auto mark = [&](std::size_t done) {
+        if (!options.trace || filters.empty())
+            return;
+        const std::string below = done > 0 ? filters[done - 1]->id : std::string();
+        const std::string next = done < filters.size() ? filters[done]->id : std::string();
+        if (auto marker = options.trace->attachMarker(*clip.producer, below, next))
+            clip.attached.push_back(std::move(marker));
+    };
+
+    mark(0);
+    for (std::size_t i = 0; i < filters.size(); ++i) {
+        const ProjectedFilter& source = *filters[i];
+        auto filter = std::make_unique<Mlt::Filter>(*profile_, source.service.c_str());
+        if (filter->is_valid()) {
+            setProperties(*filter, source.properties);
+            filter->set_in_and_out(source.in, source.out);
+            clip.producer->attach(*filter);
+            byId_[source.id] = {AllowList::Use::Filter, source.service, std::make_unique<Mlt::Service>(*filter)};
+            clip.attached.push_back(std::move(filter));
+        } else {
+            report(EngineProblem::Kind::EffectMissing, source.id,
+                   "The effect " + inQuotes(source.service) + " is not installed.");
+        }
+        mark(i + 1);
+    }
+    if (isFilm(*clip.producer))
+        if (auto hold = attachEndHold(*clip.producer))
+            clip.attached.push_back(std::move(hold));
+}
+
+std::unique_ptr<Mlt::Producer> MltGraph::makeCut(const ProjectedCut& cut)
+{
+    const auto clip = clips_.find(cut.clip);
+    if (clip == clips_.end())
+        return nullptr;
+    return std::unique_ptr<Mlt::Producer>(clip->second->producer->cut(cut.in, cut.out));
+}
+
+std::unique_ptr<Mlt::Tractor> MltGraph::makeMix(const ProjectedEntry& entry)
+{
+    auto tractor = std::make_unique<Mlt::Tractor>(*profile_);
+    int index = 0;
+    for (const ProjectedCut* cut : {&entry.first, &entry.second}) {
+        if (const std::unique_ptr<Mlt::Producer> producer = makeCut(*cut))
+            tractor->set_track(*producer, index);
+        ++index;
+    }
+    for (const ProjectedTransition& transition : entry.transitions)
+        addTransition(*tractor, transition);
+    return tractor;
+}
+
+void MltGraph::addTrack(const ProjectedTrack& track, int index)
+{
+    Mlt::Playlist playlist(*profile_);
+    if (!track.id.empty())
+        playlist.set("id", track.id.c_str());
+    playlist.set("hide", static_cast<int>(track.hide));
+
+    for (const ProjectedEntry& entry : track.entries) {
+        if (entry.kind == ProjectedEntry::Kind::Blank) {
+            playlist.blank(entry.length - 1);
+        } else if (entry.kind == ProjectedEntry::Kind::Mix) {
+            const std::unique_ptr<Mlt::Tractor> mix = makeMix(entry);
+            playlist.append(*mix, 0, entry.length - 1);
+        } else {
+            const auto clip = clips_.find(entry.first.clip);
+            if (clip != clips_.end())
+                playlist.append(*clip->second->producer, entry.first.in, entry.first.out);
+            else
+                playlist.blank(entry.first.out - entry.first.in);
+        }
+    }
+    tractor_->set_track(playlist, index);
+}
+
+void MltGraph::addTransition(Mlt::Tractor& tractor, const ProjectedTransition& wanted)
+{
+    Mlt::Transition transition(*profile_, wanted.service.c_str());
+    if (!transition.is_valid()) {
+        report(EngineProblem::Kind::EffectMissing, wanted.id,
+               "The transition " + inQuotes(wanted.service) + " is not installed.");
+        return;
+    }
+    setProperties(transition, wanted.properties);
+    if (wanted.in == 0 && wanted.out == 0)
+        transition.set("always_active", 1);
+    else
+        transition.set_in_and_out(wanted.in, wanted.out);
+    tractor.plant_transition(transition, wanted.aTrack, wanted.bTrack);
+    if (!wanted.id.empty())
+        byId_[wanted.id] = {AllowList::Use::Transition, wanted.service, std::make_unique<Mlt::Service>(transition)};
+}
+
+void MltGraph::report(EngineProblem::Kind kind, const std::string& subject, std::string message)
+{
+    problems_.push_back({kind, std::move(message), subject, {}});
+}
+
+Mlt::Producer& MltGraph::producer()
+{
+    return *tractor_;
+}
+
+bool MltGraph::apply(const PropertyUpdate& update)
+{
+    const auto found = byId_.find(update.service);
+    if (found == byId_.end() ||
+        !allowed_->allowsProperty(found->second.use, found->second.name, update.property, update.value))
+        return false;
+    // Not under the service's lock: it is not recursive, and some effects take it when a property changes.
+    found->second.service->set(update.property.c_str(), update.value.c_str());
+    return true;
+}
+
+std::vector<Mlt::Service*> MltGraph::services() const
+{
+    std::vector<Mlt::Service*> result{tractor_.get()};
+    for (const auto& [id, made] : byId_)
+        result.push_back(made.service.get());
+    for (const auto& [id, clip] : clips_) {
+        result.push_back(clip->producer.get());
+        for (const auto& filter : clip->attached)
+            result.push_back(filter.get());
+    }
+    return result;
+}
+
+} // namespace workbench

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "workbench/model/projection/Projection.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace workbench
+{
+
+/** The effects that are at work on a frame of the edit, bottom track first; disabled ones left out. */
+std::vector<const ProjectedFilter*> effectsAt(const Projection& projection, int frame);
+
+/** Null when there is none. */
+const ProjectedFilter* findEffect(const Projection& projection, std::string_view id);
+
+/** The services of some effects, for a message. */
+std::vector<std::string> serviceNames(const std::vector<const ProjectedFilter*>& effects);
+
+/** A name as it stands in a message. */
+std::string inQuotes(std::string_view name);
+
+} // namespace workbench
