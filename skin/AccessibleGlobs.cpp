@@ -5,7 +5,7 @@
 #include "skin/TextEditor.h"
 
 #include "oribund/host/toolkit/core/Glob.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <QAccessibleWidget>
 
@@ -144,7 +144,7 @@ void AccessibleGlobs::tellFocus()
 
 void AccessibleGlobs::tellChange(Glob& glob, unsigned changes)
 {
-    namespace Change = oribund::PeerChange;
+    namespace Change = oribund::GlobChange;
     if (!QAccessible::isActive())
         return;
     const auto tell = [&](QAccessible::Event what) {

@@ -40,7 +40,7 @@ public:
     /** What has the keyboard; null when nothing has. */
     QAccessibleInterface* focused();
 
-    /** Tells what is another about a glob, as bits of PeerChange. */
+    /** Tells what is another about a glob, as bits of GlobChange. */
     void tellChange(oribund::Glob& glob, unsigned changes);
 
     /** Tells where the keyboard is. */

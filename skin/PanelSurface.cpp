@@ -10,7 +10,7 @@
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/EventRouter.h"
 #include "oribund/host/toolkit/core/Glob.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/entries/TextBox.h"
 
 #include <QApplication>
@@ -136,9 +136,9 @@ void PanelSurface::globChanged(Glob& glob, unsigned changes)
 {
     if (editor_ && editor_->box() == &glob)
         editor_->refresh();
-    if ((changes & oribund::PeerChange::kGeometry) != 0 && !glob.parent())
+    if ((changes & oribund::GlobChange::kGeometry) != 0 && !glob.parent())
         updateGeometry();
-    if ((changes & oribund::PeerChange::kCursor) != 0)
+    if ((changes & oribund::GlobChange::kCursor) != 0)
         showCursor();
     accessibles_.tellChange(glob, changes);
     followSoon();

@@ -79,7 +79,7 @@ public:
 
     oribund::ValServer<double>& getCurrentTimeServer() override { return currentTime_; }
 
-    void setCurrentTime(double time) override { currentTime_.set(time); }
+    void setCurrentTime(double editTime) override { currentTime_.set(editTime); }
 
     oribund::CompoundEffectMonitor* getEffectMonitor() override { return &monitor_; }
 

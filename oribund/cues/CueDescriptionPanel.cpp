@@ -168,9 +168,9 @@ WString CueDescriptionPanel::getCueTimecode(const Cue& cue) const
     return getCueTimecode(cue.time, getEdit());
 }
 
-WString CueDescriptionPanel::getCueTimecode(double time, const EditPtr& edit)
+WString CueDescriptionPanel::getCueTimecode(double editTime, const EditPtr& edit)
 {
-    return oribund::getCueTimecode(time, edit);
+    return oribund::getCueTimecode(editTime, edit);
 }
 
 // The table

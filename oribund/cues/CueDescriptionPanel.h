@@ -67,7 +67,7 @@ public:
     virtual bool saveChanges(const Cue& before, Cue& after);
 
     WString getCueTimecode(const Cue& cue) const;
-    static WString getCueTimecode(double time, const EditPtr& edit);
+    static WString getCueTimecode(double editTime, const EditPtr& edit);
 
     /** That shows the longest name whole, but not more than calcMaxNameColumnWidth(). Pixels. */
     int calcNameColumnWidth() const;

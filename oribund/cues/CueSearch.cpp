@@ -31,17 +31,17 @@ Cue findCueNearestPos(const EditPtr& edit, int pos, int width, int maxDistance, 
     return nearest;
 }
 
-WString getCueTimecode(double time, const EditPtr& edit)
+WString getCueTimecode(double editTime, const EditPtr& edit)
 {
     // Beyond this a frame number has no exact double; nobody edits for a million years.
     constexpr double kLatest = 1e15;
     // Times are sums and products of frame lengths: what is a hair before a frame is that frame.
     constexpr double kHair = 1e-6;
-    if (!edit || !std::isfinite(time))
+    if (!edit || !std::isfinite(editTime))
         return {};
     const double resolution = edit->getCelResolution();
-    const auto frames = static_cast<long long>(std::floor(std::min(std::abs(time) / resolution + kHair, kLatest)));
-    return timeCodeText(time < 0.0 ? -frames : frames, framesPerSecond(resolution));
+    const auto frames = static_cast<long long>(std::floor(std::min(std::abs(editTime) / resolution + kHair, kLatest)));
+    return timeCodeText(editTime < 0.0 ? -frames : frames, framesPerSecond(resolution));
 }
 
 std::optional<double> parseCueTimecode(const WString& text, const EditPtr& edit)

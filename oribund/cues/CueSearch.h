@@ -24,7 +24,7 @@ ORIBUND_API Cue findCueNearestPos(const EditPtr& edit, int pos, int width, int m
                                   const NumRange<double>& visible);
 
 /** Hours, minutes, seconds and frames of an edit time, "01:02:03:04"; empty without an edit. */
-ORIBUND_API WString getCueTimecode(double time, const EditPtr& edit);
+ORIBUND_API WString getCueTimecode(double editTime, const EditPtr& edit);
 
 /** The time that a text stands for which parseTimeCode() reads. Nothing for any other text, and without an edit. */
 ORIBUND_API std::optional<double> parseCueTimecode(const WString& text, const EditPtr& edit);

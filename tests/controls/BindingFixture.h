@@ -102,7 +102,7 @@ protected:
         widget.setDataAdaptor(Kt::Ptr<ValAdaptorBase<typename Adaptor::ValueType>>(adaptor));
     }
 
-    void setEffectTime(double time) { vob.setCurrentTime(10.0 + 10.0 * time); }
+    void setEffectTime(double fxTime) { vob.setCurrentTime(10.0 + 10.0 * fxTime); }
 
     FakeVob vob;
     Kt::Ptr<FakeEffect> effect = Kt::makePtr<FakeEffect>(IdStamp(0, 0, 7), String("blur"), WString(L"Blur"));

@@ -189,7 +189,7 @@ public:
 
     ValServer<double>& getCurrentTimeServer() override { return currentTime; }
 
-    void setCurrentTime(double time) override { currentTime.set(time); }
+    void setCurrentTime(double editTime) override { currentTime.set(editTime); }
 
     CompoundEffectMonitor* getEffectMonitor() override { return monitor.get(); }
 

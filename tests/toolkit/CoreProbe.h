@@ -3,7 +3,7 @@
 #include "tests/support/Desk.h"
 
 #include "oribund/host/toolkit/core/Glob.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/core/Skin.h"
 #include "oribund/host/toolkit/layout/TabOrderable.h"
 

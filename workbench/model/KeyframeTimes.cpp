@@ -34,24 +34,24 @@ ParamData KeyframeTimes::moved(ParamData param) const
     return param;
 }
 
-ParamData KeyframeTimes::divided(const ParamData& param, double time)
+ParamData KeyframeTimes::divided(const ParamData& param, double fxTime)
 {
     ParamData result = param;
     for (ChannelData& channel : result.channels) {
         oribund::BezierCurve curve;
         const bool held = curve.setKeyframes(std::span(&channel, 1));
-        const int left = curve.lowerIndex(time);
-        if (!held || left < 0 || left + 1 == curve.size() || curve.subdivide(time) < 0)
+        const int left = curve.lowerIndex(fxTime);
+        if (!held || left < 0 || left + 1 == curve.size() || curve.subdivide(fxTime) < 0)
             return param;
         channel = curve.keyframes();
     }
     return result;
 }
 
-double KeyframeTimes::toFrame(double time, int length)
+double KeyframeTimes::toFrame(double fxTime, int length)
 {
     constexpr double kNearlyWhole = 1e-6;
-    const double frame = time * length;
+    const double frame = fxTime * length;
     const double whole = std::round(frame);
     return std::abs(frame - whole) <= kNearlyWhole ? whole : frame;
 }

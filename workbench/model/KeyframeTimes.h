@@ -18,10 +18,10 @@ public:
     ParamData moved(ParamData param) const;
 
     /** The parameter with a keyframe at an effect time where its curve lies between two, and runs on as it did. */
-    static ParamData divided(const ParamData& param, double time);
+    static ParamData divided(const ParamData& param, double fxTime);
 
     /** The frame of an effect time, exactly whole where it is meant to be. */
-    static double toFrame(double time, int length);
+    static double toFrame(double fxTime, int length);
 
     static double toTime(double frame, int length) { return frame / length; }
 

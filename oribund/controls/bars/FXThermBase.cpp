@@ -9,7 +9,7 @@
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/edit/monitor/KeyframeChanges.h"
 #include "oribund/host/services/TextIds.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <algorithm>
 
@@ -57,7 +57,7 @@ void FXThermBase::bind(Vob* vob, const IdStamp& track)
     setMonitor(monitor);
     significant_.registerWith(monitor ? &monitor->getSignificantRegionServer() : nullptr);
     refresh();
-    changed(PeerChange::kContents | PeerChange::kState);
+    changed(GlobChange::kContents | GlobChange::kState);
 }
 
 KeyframeCommands FXThermBase::commands() const
@@ -75,7 +75,7 @@ void FXThermBase::handleCompoundEffectChanges(const ChangeDescription& change)
     if ((change.flags & ChangeDescription::kTimeOnly) != 0 && !showsOthers)
         currentTimeMoved();
     else
-        changed(PeerChange::kContents | PeerChange::kState);
+        changed(GlobChange::kContents | GlobChange::kState);
 }
 
 bool FXThermBase::refresh()
@@ -132,9 +132,9 @@ bool FXThermBase::handleMessageEvent(const String& message, Glob* sender)
 
 // Time
 
-double FXThermBase::constrainTime(double time) const
+double FXThermBase::constrainTime(double editTime) const
 {
-    return std::max(geometry().start, std::min(region_.end(), time));
+    return std::max(geometry().start, std::min(region_.end(), editTime));
 }
 
 double FXThermBase::getTime(eAccuracy accuracy) const
@@ -146,13 +146,13 @@ double FXThermBase::getTime(eAccuracy accuracy) const
     return time >= std::max(geometry().end, region_.end()) ? region_.end() : time;
 }
 
-void FXThermBase::setTime(double time)
+void FXThermBase::setTime(double editTime)
 {
     Vob* const vob = getEdit() ? getVob() : nullptr;
     if (!vob)
         return;
     commands().stopPlay();
-    vob->setCurrentTime(time);
+    vob->setCurrentTime(editTime);
 }
 
 double FXThermBase::timeStep() const
@@ -161,9 +161,9 @@ double FXThermBase::timeStep() const
     return edit ? edit->getCelResolution() : 0.0;
 }
 
-double FXThermBase::snapTime(double time) const
+double FXThermBase::snapTime(double editTime) const
 {
-    return frameRound(time, getEdit());
+    return frameRound(editTime, getEdit());
 }
 
 void FXThermBase::startTimeChangeSeries()
@@ -181,7 +181,7 @@ void FXThermBase::stopTimeChangeSeries()
 void FXThermBase::handleDragEnd()
 {
     refresh();
-    changed(PeerChange::kContents | PeerChange::kState);
+    changed(GlobChange::kContents | GlobChange::kState);
 }
 
 WString FXThermBase::valueText() const

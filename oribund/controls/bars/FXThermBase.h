@@ -60,16 +60,16 @@ public:
     bool isZoomed() const { return zoomed_; }
 
     /** Not beyond the end of the effects, however long the bar's span is. */
-    double constrainTime(double time) const override;
+    double constrainTime(double editTime) const override;
 
     /** A time at or after the end of both the bar and the effects counts as the end of the effects. */
     double getTime(eAccuracy accuracy) const override;
 
     /** Stops play first. */
-    void setTime(double time) override;
+    void setTime(double editTime) override;
 
     /** To whole frames. */
-    double snapTime(double time) const override;
+    double snapTime(double editTime) const override;
 
     /** The edit time of the keyframe closest to a pixel; with a tolerance, none that is farther away or off the bar. */
     std::optional<double> getClosestKF(int x) const;
@@ -157,8 +157,8 @@ private:
     NumRange<double> significantRegion() const;
     void setSignificantRegion(const NumRange<double>& region);
     bool pressKeyframes(const Event& event);
-    void grabKeyframes(const Keyframes& keyframes, double time, int x);
-    Keyframes acceptedAt(const std::optional<double>& time) const;
+    void grabKeyframes(const Keyframes& keyframes, double editTime, int x);
+    Keyframes acceptedAt(const std::optional<double>& editTime) const;
     Keyframes acceptedHere() const;
 
     IdStamp track_;

@@ -28,9 +28,9 @@ std::optional<double> FXThermBase::getClosestKF(int x, int tolerance) const
     return pixel >= 0.0 && std::abs(pixel - x) <= tolerance ? time : std::nullopt;
 }
 
-FXThermBase::Keyframes FXThermBase::acceptedAt(const std::optional<double>& time) const
+FXThermBase::Keyframes FXThermBase::acceptedAt(const std::optional<double>& editTime) const
 {
-    Keyframes keyframes = time ? keyframes_.at(*time) : Keyframes();
+    Keyframes keyframes = editTime ? keyframes_.at(*editTime) : Keyframes();
     std::erase_if(keyframes, [this](const FXKeyframe& keyframe) { return !acceptsKeyframe(keyframe); });
     return keyframes;
 }
@@ -76,7 +76,7 @@ bool FXThermBase::pressKeyframes(const Event& event)
     return true;
 }
 
-void FXThermBase::grabKeyframes(const Keyframes& keyframes, double time, int x)
+void FXThermBase::grabKeyframes(const Keyframes& keyframes, double editTime, int x)
 {
     const RedrawHold hold;
     const GlobRef<FXThermBase> self(this);
@@ -91,7 +91,7 @@ void FXThermBase::grabKeyframes(const Keyframes& keyframes, double time, int x)
         lone = lone || commands.countSelectedOnTrack() == 1;
     }
     if (self)
-        startDrag(std::make_shared<KeyframeDrag>(*this, x, time, std::move(chosen), lone));
+        startDrag(std::make_shared<KeyframeDrag>(*this, x, editTime, std::move(chosen), lone));
 }
 
 void FXThermBase::handleOptionPress(const Event& event)

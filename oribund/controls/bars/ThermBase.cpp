@@ -4,7 +4,7 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <algorithm>
 #include <array>
@@ -60,7 +60,7 @@ void ThermBase::set(double start, double end, double windowStart, double windowE
     const ThermGeometry before = geometry_;
     geometry_.set(start, end, windowStart, windowEnd);
     if (geometry_ != before)
-        changed(PeerChange::kContents);
+        changed(GlobChange::kContents);
 }
 
 ThermGeometry ThermBase::geometry() const
@@ -70,14 +70,14 @@ ThermGeometry ThermBase::geometry() const
     return shown;
 }
 
-double ThermBase::constrainTime(double time) const
+double ThermBase::constrainTime(double editTime) const
 {
-    return geometry_.clamp(time);
+    return geometry_.clamp(editTime);
 }
 
-void ThermBase::jumpToPos(double time)
+void ThermBase::jumpToPos(double editTime)
 {
-    setTime(constrainTime(snapTime(time)));
+    setTime(constrainTime(snapTime(editTime)));
 }
 
 void ThermBase::setWindow(const NumRange<double>& range)
@@ -116,19 +116,19 @@ unsigned ThermBase::dragState() const
 void ThermBase::setAllowZoom(bool allow)
 {
     if (std::exchange(allowZoom_, allow) != allow)
-        changed(PeerChange::kContents);
+        changed(GlobChange::kContents);
 }
 
 void ThermBase::setViewRegionVisible(bool visible)
 {
     if (std::exchange(viewRegionVisible_, visible) != visible)
-        changed(PeerChange::kContents);
+        changed(GlobChange::kContents);
 }
 
 void ThermBase::setMarkedRegion(const std::optional<NumRange<double>>& region)
 {
     if (std::exchange(markedRegion_, region) != region)
-        changed(PeerChange::kContents);
+        changed(GlobChange::kContents);
 }
 
 double ThermBase::timeStep() const

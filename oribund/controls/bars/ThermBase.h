@@ -61,13 +61,13 @@ public:
     double x2f(double x) const { return geometry().x2f(x); }
 
     virtual double getTime(eAccuracy accuracy) const = 0;
-    virtual void setTime(double time) = 0;
+    virtual void setTime(double editTime) = 0;
 
     /** The nearest time that the bar can set. */
-    virtual double constrainTime(double time) const;
+    virtual double constrainTime(double editTime) const;
 
     /** Goes to a time that the user has pointed at. */
-    virtual void jumpToPos(double time);
+    virtual void jumpToPos(double editTime);
 
     /** Asks the owner for another window. */
     void setWindow(const NumRange<double>& range);
@@ -100,7 +100,7 @@ public:
     void setMarkedRegion(const std::optional<NumRange<double>>& region);
 
     /** The time that a point of the bar stands for when the user points at it; before constrainTime(). */
-    virtual double snapTime(double time) const { return time; }
+    virtual double snapTime(double editTime) const { return editTime; }
 
     /** The time as a text, for who does not see the bar; empty where only the derived class's user knows one. */
     virtual WString valueText() const { return {}; }

@@ -17,7 +17,7 @@ enum class ThermHit : unsigned {
 };
 
 /**
- * Times and pixels of a time bar: the span that its full width stands for, and the zoom window inside it.
+ * Edit times and pixels of a time bar: the span that its full width stands for, and the zoom window inside it.
  *
  * A plain value. On a bar without width, and for a span without length, every time is at pixel 0 and every pixel
  * stands for the start. Pixels that an int does not hold are a thousand million away; NaN is at 0.

@@ -36,15 +36,15 @@ std::vector<NumRange<double>> ThermKeyframes::regions() const
     return regions;
 }
 
-std::optional<double> ThermKeyframes::closest(double time) const
+std::optional<double> ThermKeyframes::closest(double editTime) const
 {
     std::optional<double> found;
     for (const Entry& entry : entries_) {
-        const auto nearest = entry.keyframes.nearest(entry.inEffect(time));
+        const auto nearest = entry.keyframes.nearest(entry.inEffect(editTime));
         if (!nearest)
             continue;
         const double candidate = entry.inEdit(*nearest);
-        if (!found || std::abs(candidate - time) < std::abs(*found - time))
+        if (!found || std::abs(candidate - editTime) < std::abs(*found - editTime))
             found = candidate;
     }
     return found;
@@ -64,20 +64,21 @@ const std::vector<double>& ThermKeyframes::times() const
     return all;
 }
 
-std::vector<ThermKeyframes::FXKeyframe> ThermKeyframes::at(double time) const
+std::vector<ThermKeyframes::FXKeyframe> ThermKeyframes::at(double editTime) const
 {
     std::vector<FXKeyframe> all;
     for (const Entry& entry : entries_) {
-        const auto here = entry.keyframes.at(entry.inEffect(time));
+        const auto here = entry.keyframes.at(entry.inEffect(editTime));
         all.insert(all.end(), here.begin(), here.end());
     }
     return all;
 }
 
-bool ThermKeyframes::hasAt(double time) const
+bool ThermKeyframes::hasAt(double editTime) const
 {
-    return std::any_of(entries_.begin(), entries_.end(),
-                       [time](const Entry& entry) { return entry.keyframes.countAt(entry.inEffect(time)) > 0; });
+    return std::any_of(entries_.begin(), entries_.end(), [editTime](const Entry& entry) {
+        return entry.keyframes.countAt(entry.inEffect(editTime)) > 0;
+    });
 }
 
 ThermMarks ThermKeyframes::marksOn(const ThermGeometry& shown) const
@@ -88,8 +89,8 @@ ThermMarks ThermKeyframes::marksOn(const ThermGeometry& shown) const
         return {};
     std::vector<char> pixels(static_cast<std::size_t>(shown.width) + 1, kNone);
     for (const Entry& entry : entries_) {
-        const auto note = [&](double time, bool selected) {
-            const int x = std::clamp(shown.f2xi(entry.inEdit(time)), 0, shown.width);
+        const auto note = [&](double fxTime, bool selected) {
+            const int x = std::clamp(shown.f2xi(entry.inEdit(fxTime)), 0, shown.width);
             char& pixel = pixels[static_cast<std::size_t>(x)];
             pixel = std::max<char>(pixel, selected ? kSelected : kPlain);
         };

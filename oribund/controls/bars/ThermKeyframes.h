@@ -28,17 +28,17 @@ public:
     /** Where each effect runs, in the order in which they are applied; without those that run nowhere. */
     std::vector<NumRange<double>> regions() const;
 
-    /** The time of the keyframe closest to an edit time. */
-    std::optional<double> closest(double time) const;
+    /** The edit time of the keyframe closest to an edit time. */
+    std::optional<double> closest(double editTime) const;
 
     /** All distinct times in edit time, ascending; as they were at the last update(). */
     const std::vector<double>& times() const;
 
     /** All keyframes at an edit time. */
-    std::vector<FXKeyframe> at(double time) const;
+    std::vector<FXKeyframe> at(double editTime) const;
 
     /** Whether any keyframe is at an edit time. */
-    bool hasAt(double time) const;
+    bool hasAt(double editTime) const;
 
     /** For drawing. */
     ThermMarks marksOn(const ThermGeometry& shown) const;
@@ -50,7 +50,7 @@ private:
 
         double inEffect(double editTime) const { return toFXTime(region, editTime).normalised; }
 
-        double inEdit(double effectTime) const { return toEditTime(region, FXTime{effectTime}); }
+        double inEdit(double fxTime) const { return toEditTime(region, FXTime{fxTime}); }
     };
 
     KeyframeSets sets_;

@@ -3,7 +3,7 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <algorithm>
 #include <array>
@@ -98,7 +98,7 @@ void ThermBase::currentTimeMoved()
     const RedrawHold hold;
     redraw(timeMark_);
     redraw(timeMarkBox());
-    changed(PeerChange::kState);
+    changed(GlobChange::kState);
 }
 
 void ThermBase::drawCueAt(CanvasRenderer& renderer, int x, const Colour& colour)

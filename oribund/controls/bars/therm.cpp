@@ -7,7 +7,7 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <algorithm>
 #include <cmath>
@@ -59,7 +59,7 @@ void therm::setVob(Vob* vob)
         return;
     popup_.reset();
     VobClient::setVob(vob);
-    changed(PeerChange::kContents | PeerChange::kState);
+    changed(GlobChange::kContents | GlobChange::kState);
 }
 
 double therm::getTime(eAccuracy accuracy) const
@@ -70,15 +70,15 @@ double therm::getTime(eAccuracy accuracy) const
     return accuracy == eExact ? time : frameRound(time, getEdit());
 }
 
-void therm::setTime(double time)
+void therm::setTime(double editTime)
 {
     if (getEdit())
-        getVob()->setCurrentTime(time);
+        getVob()->setCurrentTime(editTime);
 }
 
-double therm::constrainTime(double time) const
+double therm::constrainTime(double editTime) const
 {
-    return ThermBase::constrainTime(frameRound(time, getEdit()));
+    return ThermBase::constrainTime(frameRound(editTime, getEdit()));
 }
 
 double therm::timeStep() const
@@ -93,12 +93,12 @@ Cue therm::cueAt(int x) const
     return findCueNearestPos(getEdit(), x, shown.width, cueTolerance(), {shown.start, shown.end});
 }
 
-void therm::jumpToPos(double time)
+void therm::jumpToPos(double editTime)
 {
     if (!getEdit())
         return;
     const GlobRef<therm> self(this);
-    const Cue cue = cueAt(geometry().f2xi(time));
+    const Cue cue = cueAt(geometry().f2xi(editTime));
     if (cue.time != kNoCueTime) {
         setTime(cue.time);
         if (self && !minimalMode())
@@ -107,12 +107,12 @@ void therm::jumpToPos(double time)
     }
     constexpr double kOutside = 1e-6;
     const NumRange<double> range = getVob()->getViewRange();
-    if (time < range.start() - kOutside || time > range.end() + kOutside) {
+    if (editTime < range.start() - kOutside || editTime > range.end() + kOutside) {
         const double half = range.length() / 2.0;
-        getVob()->setViewRange({time - half, time + half});
+        getVob()->setViewRange({editTime - half, editTime + half});
     }
     if (self)
-        setTime(constrainTime(time));
+        setTime(constrainTime(editTime));
 }
 
 void therm::showCuePanel(const Cue& cue)
@@ -317,7 +317,7 @@ void therm::handleModifications(const EditModification&)
     const EditPtr edit = getEdit();
     if (popup_ && !(edit && edit->getCues().find(shownCue_.id)))
         popup_.reset();
-    changed(PeerChange::kContents);
+    changed(GlobChange::kContents);
 }
 
 void therm::handleHidden()

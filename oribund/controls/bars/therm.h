@@ -64,9 +64,9 @@ public:
     const Cue& shownCue() const { return shownCue_; }
 
     double getTime(eAccuracy accuracy) const override;
-    void setTime(double time) override;
-    double constrainTime(double time) const override;
-    void jumpToPos(double time) override;
+    void setTime(double editTime) override;
+    double constrainTime(double editTime) const override;
+    void jumpToPos(double editTime) override;
     void startTimeChangeSeries() override;
     void stopTimeChangeSeries() override;
 

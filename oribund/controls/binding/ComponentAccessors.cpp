@@ -8,39 +8,40 @@ namespace oribund
 {
 
 template <class NumberAccessor>
-std::optional<WString> NumberTextAccessor<NumberAccessor>::getValue(const Kt::Ptr<EffectInstance>& effect, double time)
+std::optional<WString> NumberTextAccessor<NumberAccessor>::getValue(const Kt::Ptr<EffectInstance>& effect,
+                                                                    double fxTime)
 {
-    const std::optional<double> number = number_.getValue(effect, time);
+    const std::optional<double> number = number_.getValue(effect, fxTime);
     return number ? std::optional<WString>(NumberFormat::plain(*number)) : std::nullopt;
 }
 
 template <class NumberAccessor>
 bool NumberTextAccessor<NumberAccessor>::setValue(const Kt::Ptr<EffectInstance>& effect, const WString& text,
-                                                  double time, ChangeKind kind)
+                                                  double fxTime, ChangeKind kind)
 {
     const auto number = reinterpretValType<double>(text);
-    return number && number_.setValue(effect, *number, time, kind);
+    return number && number_.setValue(effect, *number, fxTime, kind);
 }
 
 template <class P>
-auto ComponentAccessor<P>::numbers(const Kt::Ptr<EffectInstance>& effect, double time) -> std::optional<Numbers>
+auto ComponentAccessor<P>::numbers(const Kt::Ptr<EffectInstance>& effect, double fxTime) -> std::optional<Numbers>
 {
-    const auto whole = whole_.getValue(effect, time);
+    const auto whole = whole_.getValue(effect, fxTime);
     const bool known = component_ < static_cast<unsigned>(ParamTraits<P>::kChannels);
     return whole && known ? std::optional<Numbers>(ParamTraits<P>::split(*whole)) : std::nullopt;
 }
 
 template <class P>
-std::optional<double> ComponentAccessor<P>::getValue(const Kt::Ptr<EffectInstance>& effect, double time)
+std::optional<double> ComponentAccessor<P>::getValue(const Kt::Ptr<EffectInstance>& effect, double fxTime)
 {
-    const auto parts = numbers(effect, time);
+    const auto parts = numbers(effect, fxTime);
     return parts ? std::optional<double>((*parts)[component_]) : std::nullopt;
 }
 
 template <class P>
-std::optional<P> ComponentAccessor<P>::wholeWith(const Kt::Ptr<EffectInstance>& effect, double value, double time)
+std::optional<P> ComponentAccessor<P>::wholeWith(const Kt::Ptr<EffectInstance>& effect, double value, double fxTime)
 {
-    auto parts = numbers(effect, time);
+    auto parts = numbers(effect, fxTime);
     if (!parts)
         return std::nullopt;
     (*parts)[component_] = value;
@@ -48,17 +49,18 @@ std::optional<P> ComponentAccessor<P>::wholeWith(const Kt::Ptr<EffectInstance>& 
 }
 
 template <class P>
-bool ComponentAccessor<P>::setValue(const Kt::Ptr<EffectInstance>& effect, double value, double time, ChangeKind kind)
+bool ComponentAccessor<P>::setValue(const Kt::Ptr<EffectInstance>& effect, double value, double fxTime, ChangeKind kind)
 {
-    const auto whole = wholeWith(effect, value, time);
-    return whole && whole_.setValue(effect, *whole, time, kind);
+    const auto whole = wholeWith(effect, value, fxTime);
+    return whole && whole_.setValue(effect, *whole, fxTime, kind);
 }
 
 template <class P>
-int ComponentAccessor<P>::addKeyframe(const Kt::Ptr<EffectInstance>& effect, double value, double time, ChangeKind kind)
+int ComponentAccessor<P>::addKeyframe(const Kt::Ptr<EffectInstance>& effect, double value, double fxTime,
+                                      ChangeKind kind)
 {
-    const auto whole = wholeWith(effect, value, time);
-    return whole ? whole_.addKeyframe(effect, *whole, time, kind) : -1;
+    const auto whole = wholeWith(effect, value, fxTime);
+    return whole ? whole_.addKeyframe(effect, *whole, fxTime, kind) : -1;
 }
 
 template class ComponentAccessor<ColourData>;

@@ -27,17 +27,17 @@ public:
 
     Kt::Ptr<EffectValParam<P>> getParam(const Kt::Ptr<EffectInstance>& effect) { return whole_.getParam(effect); }
 
-    std::optional<double> getValue(const Kt::Ptr<EffectInstance>& effect, double time);
-    bool setValue(const Kt::Ptr<EffectInstance>& effect, double value, double time, ChangeKind kind);
+    std::optional<double> getValue(const Kt::Ptr<EffectInstance>& effect, double fxTime);
+    bool setValue(const Kt::Ptr<EffectInstance>& effect, double value, double fxTime, ChangeKind kind);
 
     /** Adds a keyframe to the whole value, in which this component has the value given. */
-    int addKeyframe(const Kt::Ptr<EffectInstance>& effect, double value, double time, ChangeKind kind);
+    int addKeyframe(const Kt::Ptr<EffectInstance>& effect, double value, double fxTime, ChangeKind kind);
 
 private:
     using Numbers = decltype(ParamTraits<P>::split(P()));
 
-    std::optional<Numbers> numbers(const Kt::Ptr<EffectInstance>& effect, double time);
-    std::optional<P> wholeWith(const Kt::Ptr<EffectInstance>& effect, double value, double time);
+    std::optional<Numbers> numbers(const Kt::Ptr<EffectInstance>& effect, double fxTime);
+    std::optional<P> wholeWith(const Kt::Ptr<EffectInstance>& effect, double value, double fxTime);
 
     EffectValParamAccessor<P> whole_;
     unsigned component_;
@@ -83,8 +83,8 @@ public:
 
     Kt::Ptr<EffectValParam<Param>> getParam(const Kt::Ptr<EffectInstance>& effect) { return number_.getParam(effect); }
 
-    std::optional<WString> getValue(const Kt::Ptr<EffectInstance>& effect, double time);
-    bool setValue(const Kt::Ptr<EffectInstance>& effect, const WString& text, double time, ChangeKind kind);
+    std::optional<WString> getValue(const Kt::Ptr<EffectInstance>& effect, double fxTime);
+    bool setValue(const Kt::Ptr<EffectInstance>& effect, const WString& text, double fxTime, ChangeKind kind);
 
 private:
     NumberAccessor number_;

@@ -41,12 +41,12 @@ public:
         if (!param || !entered)
             return false;
         const Kt::Ptr<AdaptorBase> self = this->keepAlive();
-        const double time = this->getClampedTime();
-        const double now = param->getValue(time).degrees;
-        const bool goesOn = kind == ChangeKind::Continuation && last_ && last_->time == time && last_->angle == now;
+        const double fxTime = this->getClampedTime();
+        const double now = param->getValue(fxTime).degrees;
+        const bool goesOn = kind == ChangeKind::Continuation && last_ && last_->fxTime == fxTime && last_->angle == now;
         const double turns = goesOn ? last_->turns : now - std::fmod(now, kFullTurn);
         const bool written = this->write(withTurns(*param, std::fmod(*entered, kFullTurn), turns), kind);
-        last_ = Last{time, param->getValue(time).degrees, turns};
+        last_ = Last{fxTime, param->getValue(fxTime).degrees, turns};
         return written;
     }
 
@@ -59,7 +59,7 @@ public:
 private:
     /** What an edit has left; in degrees, the turns those that it was asked for. */
     struct Last {
-        double time;
+        double fxTime;
         double angle;
         double turns;
     };

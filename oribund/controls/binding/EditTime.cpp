@@ -7,12 +7,12 @@
 namespace oribund
 {
 
-double frameRound(double time, const EditPtr& edit)
+double frameRound(double editTime, const EditPtr& edit)
 {
     if (!edit)
-        return time;
+        return editTime;
     const double frame = edit->getCelResolution();
-    return std::round(time / frame) * frame;
+    return std::round(editTime / frame) * frame;
 }
 
 void beginScrub(Vob* vob, PlayState state)

@@ -8,8 +8,8 @@ namespace oribund
 
 class Vob;
 
-/** The time of the whole frame nearest to `time`; `time` itself without an edit. Seconds. */
-double frameRound(double time, const EditPtr& edit);
+/** The time of the whole frame nearest to `editTime`; `editTime` itself without an edit. Seconds. */
+double frameRound(double editTime, const EditPtr& edit);
 
 /** Tells a viewer that a drag of its current time begins, and how to show it. Null is allowed. */
 void beginScrub(Vob* vob, PlayState state);

@@ -36,20 +36,20 @@ public:
     Kt::Ptr<EffectValParam<P>> getParam(const Kt::Ptr<EffectInstance>& effect) { return Kt::Ptr(find(effect)); }
 
     /** Nothing when the effect has no such parameter. */
-    std::optional<P> getValue(const Kt::Ptr<EffectInstance>& effect, double time);
+    std::optional<P> getValue(const Kt::Ptr<EffectInstance>& effect, double fxTime);
 
     /** False, and nothing written, when there is no such parameter or it does not take the value. */
-    bool setValue(const Kt::Ptr<EffectInstance>& effect, const P& value, double time, ChangeKind kind);
+    bool setValue(const Kt::Ptr<EffectInstance>& effect, const P& value, double fxTime, ChangeKind kind);
 
     /**
      * Adds a keyframe to the parameter's graph, from which a constant parameter takes its value only once it is
      * animated. Its index; -1 when one is exactly there, or there is no graph.
      */
-    int addKeyframe(const Kt::Ptr<EffectInstance>& effect, const P& value, double time, ChangeKind kind);
+    int addKeyframe(const Kt::Ptr<EffectInstance>& effect, const P& value, double fxTime, ChangeKind kind);
 
 private:
     EffectValParam<P>* find(const Kt::Ptr<EffectInstance>& effect);
-    static int addKeyframeTo(EffectValParam<P>& param, const P& value, double time, ChangeKind kind);
+    static int addKeyframeTo(EffectValParam<P>& param, const P& value, double fxTime, ChangeKind kind);
 
     ParamFinder finder_;
 };

@@ -175,16 +175,16 @@ CompoundEffectKeyframeButtons::States CompoundEffectKeyframeButtons::findStates(
     return states;
 }
 
-void CompoundEffectKeyframeButtons::considerEffect(const FXKeyframeHelpers::KeyframeSet& keyframes, double time,
+void CompoundEffectKeyframeButtons::considerEffect(const FXKeyframeHelpers::KeyframeSet& keyframes, double fxTime,
                                                    States& states) const
 {
     CompoundEffectMonitor& effects = *commands().monitor();
     if (keyframes.empty()) {
         states.add = states.add || effects.getNumKeyframedParams(track_) != 0;
-    } else if (time < -kValueTolerance || time > 1.0 + kValueTolerance) {
+    } else if (fxTime < -kValueTolerance || fxTime > 1.0 + kValueTolerance) {
         states.add = false;
     } else {
-        const int here = keyframes.countAt(time);
+        const int here = keyframes.countAt(fxTime);
         states.add = states.add || here != keyframes.keyframedParamCount();
         states.remove = states.remove || here > 0 || commands().countSelected() > 0;
     }

@@ -97,7 +97,7 @@ private:
     void handleFXModifications(const ChangeDescription& change) override;
     Button* addButton(const char* icon, const String& message, int text, int gap);
     States findStates(CompoundEffectMonitor& effects);
-    void considerEffect(const FXKeyframeHelpers::KeyframeSet& keyframes, double time, States& states) const;
+    void considerEffect(const FXKeyframeHelpers::KeyframeSet& keyframes, double fxTime, States& states) const;
     void apply(const States& states, eRedrawFlag redrawFlag);
     void passFocusOn();
 

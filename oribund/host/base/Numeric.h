@@ -28,13 +28,13 @@ bool valEqualsVal(const T& a, const T& b) noexcept
 ORIBUND_API int roundHalfAway(double value) noexcept;
 
 /** An effect time brought into 0..1; a time within kValueTolerance outside stays as it is. */
-constexpr double clampNormalisedTime(double time) noexcept
+constexpr double clampNormalisedTime(double fxTime) noexcept
 {
-    if (time - 1.0 > kValueTolerance)
-        time = 1.0;
-    if (0.0 - time > kValueTolerance)
-        time = 0.0;
-    return time;
+    if (fxTime - 1.0 > kValueTolerance)
+        fxTime = 1.0;
+    if (0.0 - fxTime > kValueTolerance)
+        fxTime = 0.0;
+    return fxTime;
 }
 
 /**

@@ -7,8 +7,8 @@ namespace oribund
 
 std::size_t CueList::add(const Cue& cue)
 {
-    const auto after =
-        std::upper_bound(cues_.begin(), cues_.end(), cue.time, [](double time, const Cue& c) { return time < c.time; });
+    const auto after = std::upper_bound(cues_.begin(), cues_.end(), cue.time,
+                                        [](double editTime, const Cue& c) { return editTime < c.time; });
     const auto added = cues_.insert(after, cue);
     return static_cast<std::size_t>(added - cues_.begin());
 }

@@ -34,7 +34,7 @@ public:
     virtual ValServer<double>& getCurrentTimeServer() = 0;
 
     /** Moves the current time, limited to the edit. */
-    virtual void setCurrentTime(double time) = 0;
+    virtual void setCurrentTime(double editTime) = 0;
 
     /**
      * A control is about to write a keyframe at the current time, for an effect that runs over this region of the edit.

@@ -54,10 +54,10 @@ void CueCommands::sayIfRefused(const EditOutcome& outcome)
 
 // To places
 
-void CueCommands::add(double time)
+void CueCommands::add(double editTime)
 {
     const ModelVob& vob = workspace_.vob();
-    const int frame = vob.frameOf(time);
+    const int frame = vob.frameOf(editTime);
     // Two in one frame could not be told apart, whatever lies between their times.
     if (cueInFrame(vob, frame))
         return say(refusal::kCueThere);

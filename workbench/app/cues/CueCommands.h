@@ -30,7 +30,7 @@ public:
     std::map<Command, ActionTable::Handler> handlers();
 
     /** Puts a cue into the frame of that time, with a name of its own and the colour used last. */
-    void add(double time);
+    void add(double editTime);
 
     /** From the current time; where there is none further on, nothing happens. */
     void goToPrevious();

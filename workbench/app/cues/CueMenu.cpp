@@ -37,13 +37,13 @@ void fillFor(Menu& menu, CueCommands& cues, Workspace& workspace, const Cue& cue
 
 } // namespace
 
-void fillCueMenu(Menu& menu, CueCommands& cues, Workspace& workspace, double time)
+void fillCueMenu(Menu& menu, CueCommands& cues, Workspace& workspace, double editTime)
 {
     const ModelVob& vob = workspace.vob();
-    if (const Cue* const cue = cueInFrame(vob, vob.frameOf(time)))
+    if (const Cue* const cue = cueInFrame(vob, vob.frameOf(editTime)))
         fillFor(menu, cues, workspace, *cue);
     else
-        menu.addItem(UIString(L"Add cue here"), [&cues, time] { cues.add(time); });
+        menu.addItem(UIString(L"Add cue here"), [&cues, editTime] { cues.add(editTime); });
     menu.addSeparator();
     menu.addItem(UIString(L"Previous cue"), [&cues] { cues.goToPrevious(); }).enabled =
         previousCue(vob, vob.currentFrame()) != nullptr;

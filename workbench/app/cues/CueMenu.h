@@ -13,6 +13,6 @@ class Workspace;
 
 /** What can be done with the cue in the frame of that time or, where there is none, about one. Both outlive the
  * menu. */
-void fillCueMenu(oribund::Menu& menu, CueCommands& cues, Workspace& workspace, double time);
+void fillCueMenu(oribund::Menu& menu, CueCommands& cues, Workspace& workspace, double editTime);
 
 } // namespace workbench

@@ -137,9 +137,9 @@ bool TimeBar::usesKey(const Event& press) const
     return !longStep && therm::usesKey(press);
 }
 
-bool TimeBar::openCueMenu(double time, const oribund::XY<int>& at)
+bool TimeBar::openCueMenu(double editTime, const oribund::XY<int>& at)
 {
-    menuTime_ = time;
+    menuTime_ = editTime;
     const bool opened = openMenu(at);
     menuTime_.reset();
     return opened;

@@ -26,7 +26,7 @@ public:
     double timeAt(int x) const;
 
     /** Opens the menu of the cues for a time of the edit, at a point that need not be on the bar. */
-    bool openCueMenu(double time, const oribund::XY<int>& at);
+    bool openCueMenu(double editTime, const oribund::XY<int>& at);
 
     bool usesKey(const oribund::Event& press) const override;
     oribund::MouseCursor contextCursor(const oribund::XY<int>& local) const override;

@@ -44,9 +44,9 @@ CueNameField* TimeBarPane::nameField() const
     return field_;
 }
 
-void TimeBarPane::openCueMenu(double time, const QPoint& at)
+void TimeBarPane::openCueMenu(double editTime, const QPoint& at)
 {
-    bar_->openCueMenu(time, bar_->fromCanvas(fromQt(surface_->mapFromGlobal(at))));
+    bar_->openCueMenu(editTime, bar_->fromCanvas(fromQt(surface_->mapFromGlobal(at))));
 }
 
 void TimeBarPane::askForName(const oribund::Cue& cue)

@@ -34,7 +34,7 @@ public:
     TimeBar& bar() { return *bar_; }
 
     /** Opens the menu of the cues for a time of the edit, at a point of the screen. */
-    void openCueMenu(double time, const QPoint& at);
+    void openCueMenu(double editTime, const QPoint& at);
 
     /** Opens a field for the name of a cue of the edit, at the cue. */
     void askForName(const oribund::Cue& cue);

@@ -30,7 +30,7 @@ public:
     std::function<void()> viewChanged;
 
     /** Called when the menu of the cues is asked for: for a time of the edit, at a point of the screen. */
-    std::function<void(double time, const QPoint& at)> cueMenuWanted;
+    std::function<void(double editTime, const QPoint& at)> cueMenuWanted;
 
     QSize sizeHint() const override;
 

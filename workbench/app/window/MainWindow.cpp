@@ -164,7 +164,9 @@ void MainWindow::connectCues()
         cuePane_->takeKeyboard();
     };
     cues_.nameWanted = [this](const oribund::Cue& cue) { timeBar_->askForName(cue); };
-    timeline_->strip().cueMenuWanted = [this](double time, const QPoint& at) { timeBar_->openCueMenu(time, at); };
+    timeline_->strip().cueMenuWanted = [this](double editTime, const QPoint& at) {
+        timeBar_->openCueMenu(editTime, at);
+    };
 }
 
 QDockWidget* MainWindow::addDock(Qt::DockWidgetArea area, const char* title, const char* name, QWidget* contents)

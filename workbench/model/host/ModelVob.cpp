@@ -29,10 +29,10 @@ void ModelVob::setEdit(const EditModelPtr& edit)
         selected_.push_back(stampOf(edit_->timeline().tracks().front()->id()));
 }
 
-void ModelVob::setCurrentTime(double time)
+void ModelVob::setCurrentTime(double editTime)
 {
-    if (edit_ && std::isfinite(time))
-        time_.set(std::clamp(time, 0.0, std::max(edit_->getEndTime(), 0.0)));
+    if (edit_ && std::isfinite(editTime))
+        time_.set(std::clamp(editTime, 0.0, std::max(edit_->getEndTime(), 0.0)));
 }
 
 bool ModelVob::isOutside(const oribund::NumRange<double>& region) const
@@ -101,11 +101,11 @@ void ModelVob::tellPanels()
     monitor_->effectChanged(change);
 }
 
-int ModelVob::frameOf(double time) const
+int ModelVob::frameOf(double editTime) const
 {
     // Times are sums and products of frame lengths: what is a hair before a frame is that frame.
     constexpr double kHair = 1e-6;
-    return edit_ ? static_cast<int>(std::floor(time / edit_->getCelResolution() + kHair)) : 0;
+    return edit_ ? static_cast<int>(std::floor(editTime / edit_->getCelResolution() + kHair)) : 0;
 }
 
 double ModelVob::timeOf(int frame) const

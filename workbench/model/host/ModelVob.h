@@ -41,7 +41,7 @@ public:
 
     oribund::ValServer<double>& getCurrentTimeServer() override { return time_; }
 
-    void setCurrentTime(double time) override;
+    void setCurrentTime(double editTime) override;
 
     /** To the nearest frame that shows the effect. */
     void prepareEdit(const oribund::NumRange<double>& region) override;
@@ -81,7 +81,7 @@ public:
     /** The current frame, the frame in which a time lies, and the time of a frame. */
     int currentFrame() const { return frameOf(time_.get()); }
 
-    int frameOf(double time) const;
+    int frameOf(double editTime) const;
     double timeOf(int frame) const;
 
 private:

@@ -20,7 +20,7 @@ using oribund::ParamValue;
 namespace
 {
 /** The text of the value at an effect time. */
-using TextAt = std::function<std::string(double time)>;
+using TextAt = std::function<std::string(double fxTime)>;
 
 /** A keyframe string for a service: "frame=value" runs straight to the next, "frame|=value" holds until it. */
 class AnimationText
@@ -110,7 +110,7 @@ void bakeParam(const ParamDescription& description, const oribund::EffectValPara
     const bool animated =
         param.functionType() == oribund::EffectValParamFnType::Keyframed && param.graph() && !param.graph()->empty();
     const auto write = [&](const std::string& property, bool isStepwise, const auto& textOf) {
-        const TextAt textAt = [&](double time) { return textOf(param.valueAt(time)); };
+        const TextAt textAt = [&](double fxTime) { return textOf(param.valueAt(fxTime)); };
         if (!animated)
             properties.push_back({property, textOf(param.constantValue())});
         else if (isStepwise || description.integer)

@@ -15,11 +15,11 @@ using oribund::ParamValue;
 
 namespace
 {
-/** The first keyframe that is not before `time`. */
+/** The first keyframe that is not before `fxTime`. */
 template <class List>
-auto placeOf(List& keyframes, double time)
+auto placeOf(List& keyframes, double fxTime)
 {
-    return std::lower_bound(keyframes.begin(), keyframes.end(), time,
+    return std::lower_bound(keyframes.begin(), keyframes.end(), fxTime,
                             [](const Keyframe& keyframe, double wanted) { return keyframe.time < wanted; });
 }
 
@@ -31,9 +31,9 @@ void copyKeyframes(const oribund::Graph1dBase& graph, std::vector<ChannelData>& 
 }
 } // namespace
 
-KeyframesDelta::Sides& KeyframesDelta::keyAt(int channel, double time, const std::optional<Keyframe>& before)
+KeyframesDelta::Sides& KeyframesDelta::keyAt(int channel, double fxTime, const std::optional<Keyframe>& before)
 {
-    return singles_.try_emplace({channel, time}, Sides{before, before}).first->second;
+    return singles_.try_emplace({channel, fxTime}, Sides{before, before}).first->second;
 }
 
 void KeyframesDelta::inserted(int channel, const Keyframe& keyframe)
@@ -95,8 +95,8 @@ ChannelData KeyframesDelta::beforeSingles(int channel, const ChannelData& now) c
 {
     ChannelData was;
     auto kept = now.begin();
-    const auto keepUntil = [&](double time) {
-        for (; kept != now.end() && kept->time < time; ++kept)
+    const auto keepUntil = [&](double fxTime) {
+        for (; kept != now.end() && kept->time < fxTime; ++kept)
             was.push_back(*kept);
     };
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
@@ -231,15 +231,15 @@ KeyframesDelta::Counts KeyframesDelta::countSingles() const
     return counts;
 }
 
-ParamValue KeyframesDelta::valueAt(const oribund::EffectValParamBase& param, double time, bool after) const
+ParamValue KeyframesDelta::valueAt(const oribund::EffectValParamBase& param, double fxTime, bool after) const
 {
-    ParamValue value = param.valueAt(time);
+    ParamValue value = param.valueAt(fxTime);
     for (const auto& [place, sides] : singles_)
-        if (place.second == time && sides.before && sides.after)
+        if (place.second == fxTime && sides.before && sides.after)
             setChannel(value, static_cast<std::size_t>(place.first), after ? sides.after->value : sides.before->value);
     for (std::size_t channel = 0; lists_ && channel < lists_->after.size(); ++channel) {
         const ChannelData& list = after ? lists_->after[channel] : lists_->before[channel];
-        if (const auto place = placeOf(list, time); place != list.end() && place->time == time)
+        if (const auto place = placeOf(list, fxTime); place != list.end() && place->time == fxTime)
             setChannel(value, channel, place->value);
     }
     return value;

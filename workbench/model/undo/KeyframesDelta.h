@@ -52,7 +52,7 @@ public:
     Counts count() const;
 
     /** What the parameter's value, which has the state after, is or was at the time of a changed keyframe. */
-    oribund::ParamValue valueAt(const oribund::EffectValParamBase& param, double time, bool after) const;
+    oribund::ParamValue valueAt(const oribund::EffectValParamBase& param, double fxTime, bool after) const;
 
 private:
     using Channels = std::vector<ChannelData>;
@@ -75,7 +75,7 @@ private:
         std::vector<double> after;
     };
 
-    Sides& keyAt(int channel, double time, const std::optional<oribund::Keyframe>& before);
+    Sides& keyAt(int channel, double fxTime, const std::optional<oribund::Keyframe>& before);
     ChannelData beforeSingles(int channel, const ChannelData& now) const;
     void restoreSingles(oribund::EffectValParamBase& param, bool toAfter) const;
     Counts countSingles() const;

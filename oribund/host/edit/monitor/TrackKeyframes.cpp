@@ -44,15 +44,15 @@ const TrackKeyframes::KeyframeSet& TrackKeyframes::setOf(const Kt::Ptr<EffectIns
     return set;
 }
 
-std::optional<double> TrackKeyframes::adjacent(const IdStamp& id, double time, bool forward)
+std::optional<double> TrackKeyframes::adjacent(const IdStamp& id, double editTime, bool forward)
 {
     Track& track = tracks_[id];
     if (!track.checked)
         check(id, track);
     if (!track.collected)
         collect(track);
-    const double tolerance = toleranceAt(time);
-    return forward ? firstLater(track.times, time, tolerance) : lastEarlier(track.times, time, tolerance);
+    const double tolerance = toleranceAt(editTime);
+    return forward ? firstLater(track.times, editTime, tolerance) : lastEarlier(track.times, editTime, tolerance);
 }
 
 void TrackKeyframes::check(const IdStamp& id, Track& track) const

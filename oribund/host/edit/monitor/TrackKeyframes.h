@@ -35,8 +35,8 @@ public:
     /** Always the same one as long as the effect is the same object. */
     const KeyframeSet& setOf(const Kt::Ptr<EffectInstance>& effect);
 
-    /** The edit time of the keyframe of the track's effects that follows `time`, or of the one before. */
-    std::optional<double> adjacent(const IdStamp& track, double time, bool forward);
+    /** The edit time of the keyframe of the track's effects that follows `editTime`, or of the one before. */
+    std::optional<double> adjacent(const IdStamp& track, double editTime, bool forward);
 
     void note(const EffectChangeDescription& change);
 

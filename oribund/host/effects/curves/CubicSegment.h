@@ -9,9 +9,9 @@ namespace oribund
 {
 
 /**
- * A piece of a curve: a cubic Bezier in the plane of time and value, whose four control points ascend in time. That
- * order makes each time belong to one value, and it survives subdivision, so that a piece cut in two at any time is two
- * such pieces which run exactly where it ran.
+ * A piece of a curve: a cubic Bezier in the plane of value and time, which is that of the graph, whose four control
+ * points ascend in time. That order makes each time belong to one value, and it survives subdivision, so that a piece
+ * cut in two at any time is two such pieces which run exactly where it ran.
  */
 struct ORIBUND_API CubicSegment {
     struct Point {

@@ -20,8 +20,9 @@ template <class T>
 class Graph1d;
 
 /**
- * Keyframes in ascending time, with one or more channels of values that share the times. Two keyframes are never within
- * kValueTolerance of each other. Used on one thread; reading is safe on any thread while nothing is edited.
+ * Keyframes in ascending time, with one or more channels of values that share the times. What a time is, the owner of
+ * the graph says: in that of a parameter it is effect time. Two keyframes are never within kValueTolerance of each
+ * other. Used on one thread; reading is safe on any thread while nothing is edited.
  *
  * Edits return false or -1, and change nothing, for an index that does not exist, a number that is not finite or absurd
  * (times beyond kMaxTime, values beyond kMaxValue), and a time that another keyframe has. An edit tells the observers

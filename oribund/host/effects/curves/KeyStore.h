@@ -13,9 +13,9 @@ namespace oribund
 {
 
 /**
- * The keyframes of one curve, in ascending time. Chunks of at most kChunkSize keyframes keep insertion cheap in long
- * curves, and within a chunk the times lie apart from the rest, so that a search reads nothing but times. Knows no rule
- * about what a keyframe may be: its user does.
+ * The keyframes of one curve, in ascending time, which is that of the graph. Chunks of at most kChunkSize keyframes
+ * keep insertion cheap in long curves, and within a chunk the times lie apart from the rest, so that a search reads
+ * nothing but times. Knows no rule about what a keyframe may be: its user does.
  */
 class ORIBUND_API KeyStore
 {

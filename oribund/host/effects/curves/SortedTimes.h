@@ -7,7 +7,7 @@
 namespace oribund
 {
 
-/** Sorts times and keeps one of those that lie within `tolerance` of each other. */
+/** Sorts times of any kind and keeps one of those that lie within `tolerance` of each other. */
 inline void sortDistinct(std::vector<double>& times, double tolerance)
 {
     // Those of a single parameter are in order already.

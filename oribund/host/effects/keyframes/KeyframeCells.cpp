@@ -50,7 +50,7 @@ void KeyframeCells::addSelected(std::span<const double> times)
         true);
 }
 
-void KeyframeCells::visit(const std::function<void(double time, bool selected)>& draw) const
+void KeyframeCells::visit(const std::function<void(double fxTime, bool selected)>& draw) const
 {
     for (const Cell& cell : cells_) {
         if (cell.used)

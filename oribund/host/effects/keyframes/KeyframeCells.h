@@ -24,7 +24,7 @@ public:
     /** Ascending times of selected keyframes; they win over others. */
     void addSelected(std::span<const double> times);
 
-    void visit(const std::function<void(double time, bool selected)>& draw) const;
+    void visit(const std::function<void(double fxTime, bool selected)>& draw) const;
 
 private:
     struct Cell {

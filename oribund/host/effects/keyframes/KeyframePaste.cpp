@@ -60,10 +60,10 @@ void clampKeys(EffectValParamBase& param, std::vector<std::vector<Keyframe>>& ch
     });
 }
 
-void removeNear(Graph1dBase& graph, double time, double distance)
+void removeNear(Graph1dBase& graph, double fxTime, double distance)
 {
-    for (int index = graph.nearestIndex(time); index >= 0; index = graph.nearestIndex(time)) {
-        if (std::abs(graph.timeAt(index) - time) > distance)
+    for (int index = graph.nearestIndex(fxTime); index >= 0; index = graph.nearestIndex(fxTime)) {
+        if (std::abs(graph.timeAt(index) - fxTime) > distance)
             return;
         graph.removeKeyframe(index);
     }
@@ -130,13 +130,13 @@ bool KeyframePaste::isTaken(const EffectValParamBase& param) const
 }
 
 /** Whether something else comes there already. */
-bool KeyframePaste::isTaken(const EffectValParamBase& param, double time) const
+bool KeyframePaste::isTaken(const EffectValParamBase& param, double fxTime) const
 {
     return std::any_of(landings_.begin(), landings_.end(), [&](const Landing& landing) {
         const std::vector<Keyframe>& keys = landing.channels.front();
-        const auto near = std::lower_bound(keys.begin(), keys.end(), time - landing.reach,
+        const auto near = std::lower_bound(keys.begin(), keys.end(), fxTime - landing.reach,
                                            [](const Keyframe& key, double limit) { return key.time < limit; });
-        return landing.param.get() == &param && near != keys.end() && near->time <= time + landing.reach;
+        return landing.param.get() == &param && near != keys.end() && near->time <= fxTime + landing.reach;
     });
 }
 

@@ -60,7 +60,7 @@ private:
 
     bool placeWhere(const KeyframeClip::Part& part, Fits fits);
     bool isTaken(const EffectValParamBase& param) const;
-    bool isTaken(const EffectValParamBase& param, double time) const;
+    bool isTaken(const EffectValParamBase& param, double fxTime) const;
     void land(const Offer& offer, const Kt::Ptr<EffectValParamBase>& param, const KeyframeClip::Part& part);
     static void write(const Landing& landing);
 

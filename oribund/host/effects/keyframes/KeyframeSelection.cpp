@@ -11,14 +11,14 @@ namespace
 {
 
 /** Where a time stands, or would have to, among ascending ones. */
-std::vector<double>::const_iterator placeOf(const std::vector<double>& times, double time)
+std::vector<double>::const_iterator placeOf(const std::vector<double>& times, double fxTime)
 {
-    return std::lower_bound(times.begin(), times.end(), time - kValueTolerance);
+    return std::lower_bound(times.begin(), times.end(), fxTime - kValueTolerance);
 }
 
-bool standsAt(const std::vector<double>& times, std::vector<double>::const_iterator place, double time)
+bool standsAt(const std::vector<double>& times, std::vector<double>::const_iterator place, double fxTime)
 {
-    return place != times.end() && *place <= time + kValueTolerance;
+    return place != times.end() && *place <= fxTime + kValueTolerance;
 }
 
 } // namespace
@@ -29,20 +29,20 @@ bool KeyframeSelection::matches(const Key& key, const IdStamp& effect, const IdS
            (!param.valid() || param.isWildcard() || key.second == param);
 }
 
-bool KeyframeSelection::contains(const IdStamp& effect, const IdStamp& param, double time) const
+bool KeyframeSelection::contains(const IdStamp& effect, const IdStamp& param, double fxTime) const
 {
     const auto found = times_.find({effect, param});
-    return found != times_.end() && standsAt(found->second, placeOf(found->second, time), time);
+    return found != times_.end() && standsAt(found->second, placeOf(found->second, fxTime), fxTime);
 }
 
-bool KeyframeSelection::set(const IdStamp& effect, const IdStamp& param, double time, bool selected)
+bool KeyframeSelection::set(const IdStamp& effect, const IdStamp& param, double fxTime, bool selected)
 {
-    if (contains(effect, param, time) == selected)
+    if (contains(effect, param, fxTime) == selected)
         return false;
     std::vector<double>& times = times_[{effect, param}];
-    const auto place = placeOf(times, time);
+    const auto place = placeOf(times, fxTime);
     if (selected)
-        times.insert(place, time);
+        times.insert(place, fxTime);
     else
         times.erase(place);
     if (times.empty())

@@ -23,10 +23,10 @@ class ORIBUND_API KeyframeSelection
 public:
     using Key = std::pair<IdStamp, IdStamp>; ///< effect, parameter
 
-    bool contains(const IdStamp& effect, const IdStamp& param, double time) const;
+    bool contains(const IdStamp& effect, const IdStamp& param, double fxTime) const;
 
     /** True when that was a change. */
-    bool set(const IdStamp& effect, const IdStamp& param, double time, bool selected);
+    bool set(const IdStamp& effect, const IdStamp& param, double fxTime, bool selected);
 
     /** Replaces what is selected of one parameter; `times` ascend. */
     void assign(const IdStamp& effect, const IdStamp& param, std::vector<double> times);

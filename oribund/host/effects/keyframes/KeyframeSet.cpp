@@ -86,44 +86,44 @@ int KeyframeSet::keyframedParamCount() const
     return count;
 }
 
-int KeyframeSet::countAt(double time) const
+int KeyframeSet::countAt(double fxTime) const
 {
     int count = 0;
-    if (effect() && isWithinEffect(time))
+    if (effect() && isWithinEffect(fxTime))
         forEachAnimated(*effect(), [&](const EffectValParamBase&, const Graph1dBase& graph) {
-            count += graph.indexAt(time) >= 0 ? 1 : 0;
+            count += graph.indexAt(fxTime) >= 0 ? 1 : 0;
         });
     return count;
 }
 
-std::optional<double> KeyframeSet::nearest(double time) const
+std::optional<double> KeyframeSet::nearest(double fxTime) const
 {
     const std::vector<double>& all = times();
-    const auto after = std::lower_bound(all.begin(), all.end(), time);
+    const auto after = std::lower_bound(all.begin(), all.end(), fxTime);
     if (after == all.begin())
         return all.empty() ? std::nullopt : std::optional(*after);
     const double before = *std::prev(after);
-    return after != all.end() && *after - time < time - before ? *after : before;
+    return after != all.end() && *after - fxTime < fxTime - before ? *after : before;
 }
 
-std::optional<double> KeyframeSet::next(double time) const
+std::optional<double> KeyframeSet::next(double fxTime) const
 {
-    return firstLater(times(), time, kValueTolerance);
+    return firstLater(times(), fxTime, kValueTolerance);
 }
 
-std::optional<double> KeyframeSet::previous(double time) const
+std::optional<double> KeyframeSet::previous(double fxTime) const
 {
-    return lastEarlier(times(), time, kValueTolerance);
+    return lastEarlier(times(), fxTime, kValueTolerance);
 }
 
-std::vector<FXKeyframe> KeyframeSet::at(double time) const
+std::vector<FXKeyframe> KeyframeSet::at(double fxTime) const
 {
     std::vector<FXKeyframe> found;
-    if (!effect() || !isWithinEffect(time))
+    if (!effect() || !isWithinEffect(fxTime))
         return found;
     const IdStamp& id = effect()->id();
     forEachAnimated(*effect(), [&](const EffectValParamBase& param, const Graph1dBase& graph) {
-        if (const int index = graph.indexAt(time); index >= 0) {
+        if (const int index = graph.indexAt(fxTime); index >= 0) {
             const double own = graph.timeAt(index);
             found.push_back({id, param.id(), own, shared_->selection->contains(id, param.id(), own)});
         }
@@ -137,7 +137,7 @@ const std::vector<double>& KeyframeSet::times() const
 }
 
 void KeyframeSet::visitCells(double from, double to, int cells,
-                             const std::function<void(double time, bool selected)>& draw) const
+                             const std::function<void(double fxTime, bool selected)>& draw) const
 {
     if (!effect() || cells <= 0 || !(from < to))
         return;

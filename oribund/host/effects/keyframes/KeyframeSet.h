@@ -55,15 +55,15 @@ public:
     int keyframedParamCount() const;
 
     /** How many parameters have a keyframe at that time. */
-    int countAt(double time) const;
+    int countAt(double fxTime) const;
 
     /** The time of the closest keyframe (the earlier of two), of the first one later, and of the last one earlier. */
-    std::optional<double> nearest(double time) const;
-    std::optional<double> next(double time) const;
-    std::optional<double> previous(double time) const;
+    std::optional<double> nearest(double fxTime) const;
+    std::optional<double> next(double fxTime) const;
+    std::optional<double> previous(double fxTime) const;
 
     /** The keyframes at that time, in the order of the parameters. */
-    std::vector<FXKeyframe> at(double time) const;
+    std::vector<FXKeyframe> at(double fxTime) const;
 
     /** All distinct times, ascending. Valid until something changes. */
     const std::vector<double>& times() const;
@@ -74,7 +74,7 @@ public:
      * the cells rather than of the keyframes.
      */
     void visitCells(double from, double to, int cells,
-                    const std::function<void(double time, bool selected)>& draw) const;
+                    const std::function<void(double fxTime, bool selected)>& draw) const;
 
     /** For who keeps the set: something about the keyframes has changed. */
     void invalidate();

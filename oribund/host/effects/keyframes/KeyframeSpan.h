@@ -8,16 +8,16 @@ namespace oribund
 {
 
 /** Whether a keyframe of that time lies within its effect. The others shape the curve, but nobody gets to see them. */
-inline bool isWithinEffect(double time) noexcept
+inline bool isWithinEffect(double fxTime) noexcept
 {
-    return time >= -kValueTolerance && time <= 1.0 + kValueTolerance;
+    return fxTime >= -kValueTolerance && fxTime <= 1.0 + kValueTolerance;
 }
 
-/** The first keyframe that is not before `time`; the size of the graph when there is none. */
-inline int firstKeyframeFrom(const Graph1dBase& graph, double time) noexcept
+/** The first keyframe that is not before `fxTime`; the size of the graph when there is none. */
+inline int firstKeyframeFrom(const Graph1dBase& graph, double fxTime) noexcept
 {
-    const int lower = graph.lowerIndex(time);
-    return lower >= 0 && graph.timeAt(lower) == time ? lower : lower + 1;
+    const int lower = graph.lowerIndex(fxTime);
+    return lower >= 0 && graph.timeAt(lower) == fxTime ? lower : lower + 1;
 }
 
 /** Indices of the keyframes that lie within the effect, `end` excluded. */

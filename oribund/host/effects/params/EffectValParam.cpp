@@ -98,14 +98,14 @@ P EffectValParam<P>::clamp(const P& value) const noexcept
 }
 
 template <class P>
-P EffectValParam<P>::getValue([[maybe_unused]] double time) const
+P EffectValParam<P>::getValue([[maybe_unused]] double fxTime) const
 {
     if constexpr (isNumericParam<P>) {
         if (functionType() == EffectValParamFnType::Keyframed) {
             if constexpr (ParamTraits<P>::kChannels == 1)
-                return clamp(ParamTraits<P>::join({graph_.evaluate(time)}));
+                return clamp(ParamTraits<P>::join({graph_.evaluate(fxTime)}));
             else
-                return clamp(ParamTraits<P>::join(graph_.evaluate(time)));
+                return clamp(ParamTraits<P>::join(graph_.evaluate(fxTime)));
         }
     }
     return constant();
@@ -145,11 +145,11 @@ void EffectValParam<P>::restGraph([[maybe_unused]] const P& value) noexcept
 }
 
 template <class P>
-int EffectValParam<P>::addKeyframeAt(double time, const P& value, ChangeKind kind) requires isNumericParam<P>
+int EffectValParam<P>::addKeyframeAt(double fxTime, const P& value, ChangeKind kind) requires isNumericParam<P>
 {
     if constexpr (isNumericParam<P>) {
         if (functionType() == EffectValParamFnType::Keyframed && usableParamValue(value))
-            return graph_.addKeyframeWithValues(time, ParamTraits<P>::split(clamp(value)), kind);
+            return graph_.addKeyframeWithValues(fxTime, ParamTraits<P>::split(clamp(value)), kind);
     }
     return -1;
 }
@@ -163,17 +163,17 @@ bool EffectValParam<P>::setKeyframeValueAt(int index, const P& value, ChangeKind
 }
 
 template <class P>
-void EffectValParam<P>::addFirstKeyframe([[maybe_unused]] double time, [[maybe_unused]] ChangeKind kind)
+void EffectValParam<P>::addFirstKeyframe([[maybe_unused]] double fxTime, [[maybe_unused]] ChangeKind kind)
 {
     if constexpr (isNumericParam<P>)
-        graph_.addKeyframeWithValues(time, ParamTraits<P>::split(constant()), kind);
+        graph_.addKeyframeWithValues(fxTime, ParamTraits<P>::split(constant()), kind);
 }
 
 template <class P>
-void EffectValParam<P>::freezeConstant([[maybe_unused]] double time, [[maybe_unused]] ChangeKind kind)
+void EffectValParam<P>::freezeConstant([[maybe_unused]] double fxTime, [[maybe_unused]] ChangeKind kind)
 {
     if constexpr (isNumericParam<P>) {
-        const P value = getValue(time);
+        const P value = getValue(fxTime);
         graph_.removeAllKeyframes(kind);
         if (value != constant())
             store(value, kind);
@@ -199,9 +199,9 @@ ParamValue EffectValParam<P>::defaultValue() const
 }
 
 template <class P>
-ParamValue EffectValParam<P>::valueAt(double time) const
+ParamValue EffectValParam<P>::valueAt(double fxTime) const
 {
-    return getValue(time);
+    return getValue(fxTime);
 }
 
 template <class P>

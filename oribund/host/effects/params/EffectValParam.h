@@ -45,20 +45,20 @@ public:
     P clamp(const P& value) const noexcept;
 
     /** The value at an effect time, within the range. */
-    P getValue(double time) const;
+    P getValue(double fxTime) const;
 
     /** A change that opens something new is announced by the constant's server before it is made. */
     bool setConstant(const P& value, ChangeKind kind = ChangeKind::Single);
 
     /** Adds a keyframe of that value. Its index; -1 without a graph and where there is a keyframe already. */
-    int addKeyframeAt(double time, const P& value, ChangeKind kind = ChangeKind::Single) requires isNumericParam<P>;
+    int addKeyframeAt(double fxTime, const P& value, ChangeKind kind = ChangeKind::Single) requires isNumericParam<P>;
     /** Gives an existing keyframe that value, in all channels as one change. */
     bool setKeyframeValueAt(int index, const P& value, ChangeKind kind = ChangeKind::Single) requires isNumericParam<P>;
 
     void accept(ParamVisitor& visitor) override;
     ParamValue constantValue() const override;
     ParamValue defaultValue() const override;
-    ParamValue valueAt(double time) const override;
+    ParamValue valueAt(double fxTime) const override;
     bool setConstantValue(const ParamValue& value, ChangeKind kind = ChangeKind::Single) override;
     bool restoreConstant(const ParamValue& value, ChangeKind kind = ChangeKind::Single) override;
 
@@ -91,8 +91,8 @@ private:
 
     void store(const P& value, ChangeKind kind);
     void restGraph(const P& value) noexcept;
-    void addFirstKeyframe(double time, ChangeKind kind) override;
-    void freezeConstant(double time, ChangeKind kind) override;
+    void addFirstKeyframe(double fxTime, ChangeKind kind) override;
+    void freezeConstant(double fxTime, ChangeKind kind) override;
 
     P minimum_;
     P maximum_;

@@ -45,12 +45,12 @@ bool EffectValParamBase::FnTypeServer::set(const EffectValParamFnType& type, Cha
     return param_.functionType() != type && param_.setFunctionType(type, 0.0, kind);
 }
 
-bool EffectValParamBase::setFunctionType(EffectValParamFnType type, double atTime, ChangeKind kind)
+bool EffectValParamBase::setFunctionType(EffectValParamFnType type, double atFxTime, ChangeKind kind)
 {
     if (type == functionType())
         return true;
     const bool known = type == EffectValParamFnType::Constant || type == EffectValParamFnType::Keyframed;
-    if (!known || !graph_ || !Graph1dBase::usableTime(atTime))
+    if (!known || !graph_ || !Graph1dBase::usableTime(atFxTime))
         return false;
 
     const auto self = hold(*this);
@@ -60,9 +60,9 @@ bool EffectValParamBase::setFunctionType(EffectValParamFnType type, double atTim
     // The observers of the graph hear last, those of the constant and the type when the graph is already changed.
     const GraphBatch batch(*graph_, reason, endReason, kind);
     if (!animate)
-        freezeConstant(atTime, kind);
+        freezeConstant(atFxTime, kind);
     else if (graph_->empty())
-        addFirstKeyframe(atTime, kind);
+        addFirstKeyframe(atFxTime, kind);
     if (journal())
         journal()->functionTypeChanged(*this, functionType(), type, kind);
     fnType_.store(type, kind);
@@ -89,9 +89,9 @@ bool EffectValParamBase::restoreKeyframeInserted(int channel, const Keyframe& ke
            graph_->curve(channel).restoreInserted(keyframe);
 }
 
-bool EffectValParamBase::restoreKeyframeErased(int channel, double time)
+bool EffectValParamBase::restoreKeyframeErased(int channel, double fxTime)
 {
-    return graph_ && channel >= 0 && channel < graph_->channelCount() && graph_->curve(channel).restoreErased(time);
+    return graph_ && channel >= 0 && channel < graph_->channelCount() && graph_->curve(channel).restoreErased(fxTime);
 }
 
 bool EffectValParamBase::restoreKeyframeChanged(int channel, const Keyframe& keyframe)

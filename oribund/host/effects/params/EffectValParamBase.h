@@ -86,14 +86,14 @@ public:
      * Constant: the value at that time becomes the constant, and the keyframes go. False for Keyframed when there is no
      * graph.
      */
-    bool setFunctionType(EffectValParamFnType type, double atTime, ChangeKind kind = ChangeKind::Single);
+    bool setFunctionType(EffectValParamFnType type, double atFxTime, ChangeKind kind = ChangeKind::Single);
 
     /** Calls the function of the visitor for this parameter's type. */
     virtual void accept(ParamVisitor& visitor) = 0;
 
     virtual ParamValue constantValue() const = 0;
     virtual ParamValue defaultValue() const = 0;
-    virtual ParamValue valueAt(double time) const = 0;
+    virtual ParamValue valueAt(double fxTime) const = 0;
     /** False when the value is of another type, or cannot be held. */
     virtual bool setConstantValue(const ParamValue& value, ChangeKind kind = ChangeKind::Single) = 0;
 
@@ -110,7 +110,7 @@ public:
     virtual bool restoreConstant(const ParamValue& value, ChangeKind kind = ChangeKind::Single) = 0;
     bool restoreFunctionType(EffectValParamFnType type, ChangeKind kind = ChangeKind::Single);
     bool restoreKeyframeInserted(int channel, const Keyframe& keyframe);
-    bool restoreKeyframeErased(int channel, double time);
+    bool restoreKeyframeErased(int channel, double fxTime);
     bool restoreKeyframeChanged(int channel, const Keyframe& keyframe);
 
 protected:
@@ -126,8 +126,8 @@ protected:
     void recordConstant(const ParamValue& before, const ParamValue& after, ChangeKind kind);
 
     /** The constant as keyframe values; the graph as constant. */
-    virtual void addFirstKeyframe(double time, ChangeKind kind) = 0;
-    virtual void freezeConstant(double time, ChangeKind kind) = 0;
+    virtual void addFirstKeyframe(double fxTime, ChangeKind kind) = 0;
+    virtual void freezeConstant(double fxTime, ChangeKind kind) = 0;
 
 private:
     friend class JournalSuspension;

@@ -3,7 +3,7 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <algorithm>
 
@@ -20,7 +20,7 @@ bool Control::handleMouseEvent(const Event& event)
 {
     if (event.code == EventCode::MouseEnter || event.code == EventCode::MouseLeave) {
         hot_ = event.code == EventCode::MouseEnter;
-        changed(PeerChange::kContents);
+        changed(GlobChange::kContents);
     }
     return MenuGlob::handleMouseEvent(event);
 }

@@ -3,7 +3,7 @@
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/Glob.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/core/Skin.h"
 #include "oribund/host/toolkit/layout/TabOrderManager.h"
 #include "oribund/host/toolkit/layout/TabOrderable.h"
@@ -290,13 +290,13 @@ void EventRouter::setFocus(Glob* glob)
     if (old) {
         old->react(Event::plain(EventCode::FocusOut));
         if (old)
-            old->changed(PeerChange::kFocus | PeerChange::kContents);
+            old->changed(GlobChange::kFocus | GlobChange::kContents);
     }
     // What lost the keyboard may have given it to another, or destroyed the one that was to have it.
     if (gains && focus_ == gains.get()) {
         gains->react(Event::plain(EventCode::FocusIn));
         if (gains)
-            gains->changed(PeerChange::kFocus | PeerChange::kContents);
+            gains->changed(GlobChange::kFocus | GlobChange::kContents);
     }
     if (Skin* skin = canvas_.skin())
         skin->focusChanged(focus_.get());

@@ -4,7 +4,7 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/DirtyRegion.h"
 #include "oribund/host/toolkit/core/EventRouter.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/core/Skin.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ namespace
 {
 
 /** Changes after which all of it has to be drawn again. */
-constexpr unsigned kSeen = PeerChange::kGeometry | PeerChange::kVisible | PeerChange::kContents;
+constexpr unsigned kSeen = GlobChange::kGeometry | GlobChange::kVisible | GlobChange::kContents;
 
 } // namespace
 
@@ -74,7 +74,7 @@ Glob& Glob::addChild(std::unique_ptr<Glob> child)
     added.parent_ = this;
     children_.push_back(std::move(child));
     inRows_ = false;
-    added.changed(PeerChange::kAll);
+    added.changed(GlobChange::kAll);
     handleChildrenChanged(&added);
     return added;
 }
@@ -138,7 +138,7 @@ bool Glob::open()
         return true;
     open_ = true;
     EventRouter::of(*canvas_).addRoot(*this);
-    changed(PeerChange::kAll);
+    changed(GlobChange::kAll);
     return true;
 }
 
@@ -202,7 +202,7 @@ void Glob::visibilityChanged(eRedrawFlag redrawFlag)
     }
     if (!self)
         return;
-    changed(PeerChange::kVisible | PeerChange::kContents, redrawFlag);
+    changed(GlobChange::kVisible | GlobChange::kContents, redrawFlag);
     if (parent_)
         parent_->handleChildrenChanged(this);
 }
@@ -249,7 +249,7 @@ void Glob::interactivityChanged(eRedrawFlag redrawFlag)
         return;
     std::vector<Glob*> inside{this};
     for (std::size_t i = 0; i < inside.size(); ++i) {
-        inside[i]->changed(PeerChange::kEnabled | PeerChange::kContents, redrawFlag);
+        inside[i]->changed(GlobChange::kEnabled | GlobChange::kContents, redrawFlag);
         for (const auto& child : inside[i]->children_)
             inside.push_back(child.get());
     }
@@ -306,7 +306,7 @@ void Glob::drawTree(CanvasRenderer& renderer)
 
 void Glob::redraw()
 {
-    changed(PeerChange::kContents);
+    changed(GlobChange::kContents);
 }
 
 void Glob::redraw(const Kt::Box<int>& part)
@@ -317,7 +317,7 @@ void Glob::redraw(const Kt::Box<int>& part)
     if (!dirtyParts_)
         dirtyParts_ = std::make_unique<DirtyRegion>();
     dirtyParts_->add(seen);
-    changed(PeerChange::kPart);
+    changed(GlobChange::kPart);
 }
 
 void Glob::performRedraw(unsigned changes)
@@ -325,7 +325,7 @@ void Glob::performRedraw(unsigned changes)
     const std::unique_ptr<DirtyRegion> parts = std::move(dirtyParts_);
     if (!isOpen())
         return;
-    if ((changes & (kSeen | PeerChange::kPart)) != 0 && isShown()) {
+    if ((changes & (kSeen | GlobChange::kPart)) != 0 && isShown()) {
         ++repaints_;
         const bool whole = (changes & kSeen) != 0 || !parts;
         canvas()->repainted(whole ? seenOnCanvas(localBox()) : Kt::Box<int>());

@@ -2,7 +2,7 @@
 
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/toolkit/core/Glob.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,7 +31,7 @@ void Glob::setPosition(const XY<int>& position)
     position_ = position;
     if (parent_)
         parent_->inRows_ = false;
-    changed(PeerChange::kGeometry);
+    changed(GlobChange::kGeometry);
 }
 
 void Glob::resize(double width, double height)
@@ -50,7 +50,7 @@ bool Glob::applySize(double width, double height)
     size_ = taken;
     if (parent_)
         parent_->inRows_ = false;
-    changed(PeerChange::kGeometry | PeerChange::kContents);
+    changed(GlobChange::kGeometry | GlobChange::kContents);
     return true;
 }
 

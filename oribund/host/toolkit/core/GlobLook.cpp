@@ -1,7 +1,7 @@
 #include "oribund/host/toolkit/core/GlobLook.h"
 
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <utility>
 
@@ -18,7 +18,7 @@ void GlobLook::applyPalette(const Palette& palette, eRedrawFlag redrawFlag)
     if (palette == palette_)
         return;
     palette_ = palette;
-    changed(PeerChange::kPalette | PeerChange::kContents, redrawFlag);
+    changed(GlobChange::kPalette | GlobChange::kContents, redrawFlag);
 }
 
 Glib::FontDesc GlobLook::font() const
@@ -34,7 +34,7 @@ void GlobLook::setFont(const Glib::FontDesc& font)
     if (font == font_)
         return;
     font_ = font;
-    changed(PeerChange::kFont | PeerChange::kContents);
+    changed(GlobChange::kFont | GlobChange::kContents);
 }
 
 void GlobLook::setTooltip(const UIString& tooltip)
@@ -42,7 +42,7 @@ void GlobLook::setTooltip(const UIString& tooltip)
     if (tooltip == tooltip_)
         return;
     tooltip_ = tooltip;
-    changed(PeerChange::kTooltip);
+    changed(GlobChange::kTooltip);
 }
 
 void GlobLook::setAccessibleName(const UIString& name)
@@ -50,7 +50,7 @@ void GlobLook::setAccessibleName(const UIString& name)
     if (name == accessibleName_)
         return;
     accessibleName_ = name;
-    changed(PeerChange::kTooltip);
+    changed(GlobChange::kTooltip);
 }
 
 void GlobLook::setCursor(MouseCursor cursor)
@@ -58,7 +58,7 @@ void GlobLook::setCursor(MouseCursor cursor)
     if (cursor == cursor_)
         return;
     cursor_ = cursor;
-    changed(PeerChange::kCursor);
+    changed(GlobChange::kCursor);
 }
 
 MouseCursor GlobLook::contextCursor(const XY<int>&) const

@@ -44,7 +44,7 @@ protected:
     /** For this glob alone. */
     void applyPalette(const Palette& palette, eRedrawFlag redrawFlag);
 
-    /** Tells screen and peer what has changed (bits of PeerChange); with No it waits for the next change with Yes. */
+    /** Tells screen and skin what has changed (bits of GlobChange); with No it waits for the next change with Yes. */
     void changed(unsigned changes, eRedrawFlag redrawFlag = eRedrawFlag::Yes);
 
 private:

@@ -29,7 +29,7 @@ public:
     /** The region, in coordinates of the canvas, is to be drawn again when there is time. */
     virtual void regionChanged(const Kt::Box<int>& region) = 0;
 
-    /** Bits of PeerChange: what is another about a glob of an open tree. All bits for one that is new there. */
+    /** Bits of GlobChange: what is another about a glob of an open tree. All bits for one that is new there. */
     virtual void globChanged(Glob& glob, unsigned changes) = 0;
 
     /**

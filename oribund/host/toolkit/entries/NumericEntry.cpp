@@ -3,7 +3,7 @@
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/EventRouter.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <cmath>
 #include <limits>
@@ -49,7 +49,7 @@ void NumericEntry::setDecimals(int decimals)
 void NumericEntry::setStep(double step)
 {
     step_ = std::isfinite(step) ? std::abs(step) : 0.0;
-    changed(PeerChange::kState | PeerChange::kCursor);
+    changed(GlobChange::kState | GlobChange::kCursor);
 }
 
 std::optional<double> NumericEntry::getNumber() const

@@ -1,7 +1,7 @@
 #include "oribund/host/toolkit/entries/ScrubLabel.h"
 
 #include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/entries/NumericEntry.h"
 
 namespace oribund
@@ -22,7 +22,7 @@ void ScrubLabel::setEntry(NumericEntry* entry)
 {
     drag_.handle(Event::plain(EventCode::MouseCancel));
     entry_ = GlobRef<NumericEntry>(entry);
-    changed(PeerChange::kCursor);
+    changed(GlobChange::kCursor);
 }
 
 MouseCursor ScrubLabel::contextCursor(const XY<int>& local) const

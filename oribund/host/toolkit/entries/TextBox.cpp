@@ -5,7 +5,7 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/core/Skin.h"
 
 #include <algorithm>
@@ -66,19 +66,19 @@ void TextBox::setText(const WString& text, eRedrawFlag redrawFlag)
     if (clean == text_)
         return;
     text_ = clean;
-    changed(PeerChange::kLook, redrawFlag);
+    changed(GlobChange::kLook, redrawFlag);
 }
 
 void TextBox::setPlaceholder(const UIString& text)
 {
     placeholder_ = displayText(text);
-    changed(PeerChange::kLook);
+    changed(GlobChange::kLook);
 }
 
 void TextBox::setAlignment(TextAlign align)
 {
     align_ = align;
-    changed(PeerChange::kLook);
+    changed(GlobChange::kLook);
 }
 
 void TextBox::setReadOnly(bool readOnly)
@@ -87,7 +87,7 @@ void TextBox::setReadOnly(bool readOnly)
         return;
     readOnly_ = readOnly;
     typed_ = typed_ && !readOnly;
-    changed(PeerChange::kLook);
+    changed(GlobChange::kLook);
 }
 
 void TextBox::userStartEditing()
@@ -98,7 +98,7 @@ void TextBox::userStartEditing()
         return;
     editing_ = !readOnly_;
     allSelected_ = true;
-    changed(PeerChange::kLook);
+    changed(GlobChange::kLook);
 }
 
 void TextBox::userEdit(const WString& text)
@@ -111,7 +111,7 @@ void TextBox::userEdit(const WString& text)
     editing_ = true;
     allSelected_ = false;
     setProblem({});
-    changed(PeerChange::kLook);
+    changed(GlobChange::kLook);
 }
 
 bool TextBox::userCommit(const WString& text)
@@ -153,7 +153,7 @@ void TextBox::setProblem(const WString& problem)
     if (problem == problem_)
         return;
     problem_ = problem;
-    changed(PeerChange::kLook | PeerChange::kTooltip);
+    changed(GlobChange::kLook | GlobChange::kTooltip);
     if (Skin* skin = isShown() ? canvas()->skin() : nullptr)
         skin->showHint(*this, problem);
 }
@@ -181,7 +181,7 @@ void TextBox::stopTyping()
     editing_ = false;
     allSelected_ = hasFocus();
     setProblem({});
-    changed(PeerChange::kLook);
+    changed(GlobChange::kLook);
 }
 
 bool TextBox::userStep(double steps)

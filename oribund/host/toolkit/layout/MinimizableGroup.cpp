@@ -4,7 +4,7 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <array>
 
@@ -52,7 +52,7 @@ void MinimizableGroup::setSizeState(eSizeState state)
     if (!self)
         return;
     endLayoutHold();
-    changed(PeerChange::kState | PeerChange::kContents);
+    changed(GlobChange::kState | GlobChange::kContents);
     contentsChanged();
 }
 
@@ -77,7 +77,7 @@ void MinimizableGroup::setSizeChangeEnabled(bool enabled)
     sizeChangeEnabled_ = enabled;
     if (!wantsFocus())
         dropFocus();
-    changed(PeerChange::kState | PeerChange::kContents);
+    changed(GlobChange::kState | GlobChange::kContents);
 }
 
 void MinimizableGroup::userToggleSizeState()

@@ -1,7 +1,7 @@
 #include "oribund/host/toolkit/layout/StandardPanel.h"
 
 #include "oribund/host/canvas/CanvasRenderer.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/layout/TabOrderable.h"
 
 #include <algorithm>

@@ -4,7 +4,7 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/layout/TitleBox.h"
 
 #include <algorithm>
@@ -69,7 +69,7 @@ void WidgetGroupEx::setTitle(const UIString& title)
     if (title == title_)
         return;
     title_ = title;
-    changed(PeerChange::kState | PeerChange::kContents | PeerChange::kTooltip);
+    changed(GlobChange::kState | GlobChange::kContents | GlobChange::kTooltip);
 }
 
 void WidgetGroupEx::setTitleEditable(bool editable)
@@ -117,7 +117,7 @@ void WidgetGroupEx::setTitleRowShown(bool shown)
     if (shown == titleRowShown_)
         return;
     titleRowShown_ = shown;
-    changed(PeerChange::kContents);
+    changed(GlobChange::kContents);
     contentsChanged();
 }
 
@@ -127,7 +127,7 @@ void WidgetGroupEx::setSeparatorStyle(int style)
     if (known == separatorStyle_)
         return;
     separatorStyle_ = known;
-    changed(PeerChange::kContents);
+    changed(GlobChange::kContents);
     contentsChanged();
 }
 
@@ -160,7 +160,7 @@ void WidgetGroupEx::setTitleActive(bool active, eRedrawFlag redrawFlag)
     if (active == titleActive_)
         return;
     titleActive_ = active;
-    changed(PeerChange::kContents, redrawFlag);
+    changed(GlobChange::kContents, redrawFlag);
 }
 
 void WidgetGroupEx::setTitleCursor(MouseCursor cursor)
@@ -168,7 +168,7 @@ void WidgetGroupEx::setTitleCursor(MouseCursor cursor)
     if (cursor == titleCursor_)
         return;
     titleCursor_ = cursor;
-    changed(PeerChange::kCursor);
+    changed(GlobChange::kCursor);
 }
 
 MouseCursor WidgetGroupEx::contextCursor(const XY<int>& local) const

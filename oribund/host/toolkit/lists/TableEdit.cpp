@@ -2,7 +2,7 @@
 
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/EventRouter.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/lists/TableCellBox.h"
 #include "oribund/host/toolkit/lists/TableWidget.h"
 
@@ -58,7 +58,7 @@ void TableEdit::open(const XY<int>& cell)
     if (box && !box->takeFocus())
         close();
     else if (box)
-        table_.changed(PeerChange::kLook);
+        table_.changed(GlobChange::kLook);
 }
 
 bool TableEdit::commit()
@@ -97,7 +97,7 @@ void TableEdit::close()
     if (self && box)
         table_.removeChild(*box);
     if (self)
-        table_.changed(PeerChange::kLook);
+        table_.changed(GlobChange::kLook);
 }
 
 bool TableEdit::store(const TableCellBox& box, const WString& text)

@@ -2,7 +2,7 @@
 
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextTable.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/lists/TableCellBox.h"
 #include "oribund/host/toolkit/lists/TableColumnDrag.h"
 #include "oribund/host/toolkit/lists/TablePainter.h"
@@ -71,7 +71,7 @@ void TableWidget::refresh()
     if (const XY<int> wanted = adaptor_ ? adaptor_->getSize() : XY<int>(); wanted.x > 0 && wanted.y > 0)
         resize(wanted.x, wanted.y);
     if (self)
-        changed(PeerChange::kLook);
+        changed(GlobChange::kLook);
 }
 
 void TableWidget::readAdaptor()
@@ -144,7 +144,7 @@ void TableWidget::setCurrentCell(const XY<int>& cell)
 {
     if (!layout_.isCell(cell)) {
         current_ = {};
-        changed(PeerChange::kLook);
+        changed(GlobChange::kLook);
         return;
     }
     current_ = TableCellAnchor(cell, columns_, *adaptor_);
@@ -157,7 +157,7 @@ void TableWidget::revealRow(int row)
         placeBar();
         edit_.place();
     }
-    changed(PeerChange::kLook);
+    changed(GlobChange::kLook);
 }
 
 void TableWidget::userSelect(const XY<int>& cell)
@@ -201,7 +201,7 @@ void TableWidget::userScroll(int offset)
     placeBar();
     edit_.place();
     if (self)
-        changed(PeerChange::kLook);
+        changed(GlobChange::kLook);
 }
 
 void TableWidget::userResizeColumn(int column, int width)
@@ -209,7 +209,7 @@ void TableWidget::userResizeColumn(int column, int width)
     if (!layout_.setColumnWidth(column, width))
         return;
     edit_.place();
-    changed(PeerChange::kLook);
+    changed(GlobChange::kLook);
 }
 
 void TableWidget::resize(double width, double height)
@@ -224,7 +224,7 @@ void TableWidget::resize(double width, double height)
     edit_.place();
     if (!self)
         return;
-    changed(PeerChange::kLook);
+    changed(GlobChange::kLook);
     tellParentOfResize(old);
 }
 

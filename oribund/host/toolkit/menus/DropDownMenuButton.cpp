@@ -4,7 +4,7 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/core/Menu.h"
 #include "oribund/host/toolkit/widgets/Button.h"
 
@@ -51,7 +51,7 @@ void DropDownMenuButton::setItems(const std::vector<UIString>& items, eRedrawFla
     items_ = std::move(texts);
     if (selected_ >= items_.size())
         selected_ = kNoSelection;
-    changed(PeerChange::kLook, redrawFlag);
+    changed(GlobChange::kLook, redrawFlag);
 }
 
 void DropDownMenuButton::setSelected(unsigned index, eRedrawFlag redrawFlag)
@@ -61,7 +61,7 @@ void DropDownMenuButton::setSelected(unsigned index, eRedrawFlag redrawFlag)
     if (index == selected_)
         return;
     selected_ = index;
-    changed(PeerChange::kLook, redrawFlag);
+    changed(GlobChange::kLook, redrawFlag);
 }
 
 const WString& DropDownMenuButton::getSelectedText() const

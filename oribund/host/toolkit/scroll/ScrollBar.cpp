@@ -3,7 +3,7 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <algorithm>
 #include <cmath>
@@ -38,7 +38,7 @@ void ScrollBar::setThumb(double position, double size)
         return;
     position_ = position;
     size_ = size;
-    changed(PeerChange::kLook);
+    changed(GlobChange::kLook);
 }
 
 void ScrollBar::setStep(double step)
@@ -99,7 +99,7 @@ void ScrollBar::press(const Event& event)
     dragged_ = true;
     pressedY_ = event.position.y;
     positionAtPress_ = position_;
-    changed(PeerChange::kContents);
+    changed(GlobChange::kContents);
 }
 
 void ScrollBar::drag(int y)
@@ -113,7 +113,7 @@ void ScrollBar::endDrag(bool cancelled)
 {
     const GlobRef<ScrollBar> self(this);
     dragged_ = false;
-    changed(PeerChange::kContents);
+    changed(GlobChange::kContents);
     if (cancelled)
         userMove(positionAtPress_);
     if (self)

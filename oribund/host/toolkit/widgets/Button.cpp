@@ -4,7 +4,7 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <algorithm>
 
@@ -31,7 +31,7 @@ void Button::setText(const UIString& text, eRedrawFlag redrawFlag)
     if (shown == text_)
         return;
     text_ = shown;
-    changed(PeerChange::kLook, redrawFlag);
+    changed(GlobChange::kLook, redrawFlag);
 }
 
 void Button::setIcon(const Image& icon, eRedrawFlag redrawFlag)
@@ -39,7 +39,7 @@ void Button::setIcon(const Image& icon, eRedrawFlag redrawFlag)
     if (icon == icon_)
         return;
     icon_ = icon;
-    changed(PeerChange::kLook, redrawFlag);
+    changed(GlobChange::kLook, redrawFlag);
 }
 
 void Button::setState(int state, eRedrawFlag redrawFlag)
@@ -49,7 +49,7 @@ void Button::setState(int state, eRedrawFlag redrawFlag)
     if (state == state_)
         return;
     state_ = state;
-    changed(PeerChange::kLook, redrawFlag);
+    changed(GlobChange::kLook, redrawFlag);
 }
 
 XY<int> Button::calcSizeFor(const WString& text, const Glib::FontDesc& font)
@@ -86,7 +86,7 @@ void Button::setPressed(bool pressed, bool over)
     pressed_ = pressed;
     over_ = over;
     if (looked != isPressed())
-        changed(PeerChange::kContents);
+        changed(GlobChange::kContents);
 }
 
 bool Button::handleMouseEvent(const Event& event)

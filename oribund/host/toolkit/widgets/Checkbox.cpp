@@ -4,7 +4,7 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <algorithm>
 #include <array>
@@ -27,7 +27,7 @@ void Checkbox::setChecked(bool checked, eRedrawFlag redrawFlag)
     if (checked == checked_)
         return;
     checked_ = checked;
-    changed(PeerChange::kState | PeerChange::kContents, redrawFlag);
+    changed(GlobChange::kState | GlobChange::kContents, redrawFlag);
 }
 
 void Checkbox::setText(const UIString& text, eRedrawFlag redrawFlag)
@@ -36,7 +36,7 @@ void Checkbox::setText(const UIString& text, eRedrawFlag redrawFlag)
     if (shown == text_)
         return;
     text_ = shown;
-    changed(PeerChange::kState | PeerChange::kContents, redrawFlag);
+    changed(GlobChange::kState | GlobChange::kContents, redrawFlag);
 }
 
 void Checkbox::userToggle()

@@ -2,7 +2,7 @@
 
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextTable.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <algorithm>
 
@@ -25,7 +25,7 @@ void Label::setText(const UIString& text, eRedrawFlag redrawFlag)
     if (shown == text_)
         return;
     text_ = shown;
-    changed(PeerChange::kState | PeerChange::kContents | PeerChange::kTooltip, redrawFlag);
+    changed(GlobChange::kState | GlobChange::kContents | GlobChange::kTooltip, redrawFlag);
 }
 
 void Label::setAlignment(TextAlign align)
@@ -33,7 +33,7 @@ void Label::setAlignment(TextAlign align)
     if (align == align_)
         return;
     align_ = align;
-    changed(PeerChange::kState | PeerChange::kContents);
+    changed(GlobChange::kState | GlobChange::kContents);
 }
 
 void Label::setTextRole(PaletteRole role)
@@ -41,7 +41,7 @@ void Label::setTextRole(PaletteRole role)
     if (role == role_)
         return;
     role_ = role;
-    changed(PeerChange::kPalette | PeerChange::kContents);
+    changed(GlobChange::kPalette | GlobChange::kContents);
 }
 
 Colour Label::getTextColour() const

@@ -1,6 +1,6 @@
 #include "oribund/host/toolkit/widgets/SeriesControl.h"
 
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/layout/StandardPanel.h"
 
 namespace oribund
@@ -26,7 +26,7 @@ void SeriesControl<T, Base>::show(const T& value, eRedrawFlag redrawFlag)
     if (value == shown_)
         return;
     shown_ = value;
-    this->changed(PeerChange::kState | PeerChange::kContents, redrawFlag);
+    this->changed(GlobChange::kState | GlobChange::kContents, redrawFlag);
 }
 
 template <class T, class Base>

@@ -4,7 +4,7 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/GlobPeer.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,7 +41,7 @@ void Slider::setRange(double min, double max)
         return;
     min_ = min;
     max_ = max;
-    changed(PeerChange::kLook);
+    changed(GlobChange::kLook);
 }
 
 void Slider::setValue(double value, eRedrawFlag redrawFlag)
@@ -54,7 +54,7 @@ void Slider::setSteps(double step, double page)
 {
     step_ = step;
     page_ = page;
-    changed(PeerChange::kState);
+    changed(GlobChange::kState);
 }
 
 double Slider::getStep() const
@@ -70,7 +70,7 @@ double Slider::getPage() const
 void Slider::setOrigin(std::optional<double> origin)
 {
     origin_ = origin;
-    changed(PeerChange::kLook);
+    changed(GlobChange::kLook);
 }
 
 double Slider::origin() const

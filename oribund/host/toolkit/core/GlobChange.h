@@ -4,7 +4,7 @@ namespace oribund
 {
 
 /** What is another about a glob; several may come at once. */
-namespace PeerChange
+namespace GlobChange
 {
 inline constexpr unsigned kGeometry = 1;  ///< position or size
 inline constexpr unsigned kVisible = 2;   ///< Glob::isVisible()
@@ -21,6 +21,6 @@ inline constexpr unsigned kPart = 1024; ///< a part of what the glob draws itsel
 
 /** What an adaptor or the user has changed about a control, which draws it as well. */
 inline constexpr unsigned kLook = kState | kContents;
-} // namespace PeerChange
+} // namespace GlobChange
 
 } // namespace oribund
