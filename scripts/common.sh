@@ -15,7 +15,7 @@ export CXX="${CXX:-g++}"
 
 packages_to_build=(
     g++ cmake ninja-build ccache pkg-config git python3
-    qt6-base-dev libmlt-dev libmlt++-dev libmlt-data nlohmann-json3-dev libpugixml-dev
+    qt6-base-dev libmlt-dev libmlt++-dev libmlt-data nlohmann-json3-dev libpugixml-dev libseccomp-dev
     libgtest-dev libgmock-dev libbenchmark-dev
 )
 packages_to_run=(melt frei0r-plugins ffmpeg fonts-dejavu-core)
