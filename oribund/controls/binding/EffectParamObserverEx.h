@@ -5,6 +5,7 @@
 #include "oribund/host/edit/monitor/FXVobClient.h"
 #include "oribund/host/effects/EffectInstance.h"
 
+#include <optional>
 #include <utility>
 
 namespace oribund
@@ -60,6 +61,16 @@ protected:
 
     Accessor& accessor() { return accessor_; }
 
+    /** Whether the parameter can be edited now, as the effect says; nothing while either is gone. */
+    std::optional<bool> isEditable() const
+    {
+        const Kt::Ptr<EffectInstance> effect = getEffectPtr();
+        return effect && boundParam() ? std::optional(effect->canEditParam(*boundParam())) : std::nullopt;
+    }
+
+    /** The parameter that is listened to: getParam() without a search. Empty while there is none. */
+    const Kt::Ptr<EffectValParam<Param>>& boundParam() const { return observer_.param(); }
+
     /** The value at the current time. */
     std::optional<Value> readValue() { return accessor_.getValue(getEffectPtr(), getClampedTime()); }
 
@@ -70,8 +81,7 @@ protected:
             refresh();
             return;
         }
-        const Kt::Ptr<EffectInstance> effect = getEffectPtr();
-        if (!effect || !ParamChangeFilter::concerns(change, effect->id()))
+        if (!ParamChangeFilter::concerns(change, getViewHandle().getViewEffectID()))
             return;
         // While the edit is played every control hears of every frame, and most parameters are not animated.
         if (ParamChangeFilter::isTimeMove(change) && isConstant())
@@ -83,11 +93,7 @@ protected:
 private:
     void bind() { observer_.registerWith(getParam()); }
 
-    bool isConstant()
-    {
-        const auto param = getParam();
-        return param && param->functionType() == EffectValParamFnType::Constant;
-    }
+    bool isConstant() const { return boundParam() && boundParam()->functionType() == EffectValParamFnType::Constant; }
 
     void handleParamChange() override { refresh(); }
 

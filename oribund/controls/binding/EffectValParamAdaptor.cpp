@@ -27,13 +27,9 @@ template <class T, class Accessor, class Observer>
 void EffectValParamAdaptor<T, Accessor, Observer>::refreshEnabled()
 {
     // Asked for anew: what the widgets did with a value may have taken the effect away.
-    const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
-    const auto param = this->getParam();
-    if (!param)
-        return;
-    const bool editable = effect->canEditParam(*param);
-    if (editable != this->getWidgetEnabledState())
-        this->setWidgetEnabledState(editable);
+    const std::optional<bool> editable = this->isEditable();
+    if (editable && *editable != this->getWidgetEnabledState())
+        this->setWidgetEnabledState(*editable);
 }
 
 template <class T, class Accessor, class Observer>

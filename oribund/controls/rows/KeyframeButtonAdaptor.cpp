@@ -37,11 +37,10 @@ void KeyframeButtonAdaptor<Accessor>::forceWidgetUpdate(eRedrawFlag flag)
 template <class Accessor>
 void KeyframeButtonAdaptor<Accessor>::refreshEnabled()
 {
-    const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
-    const auto param = this->getParam();
-    if (!param)
+    const std::optional<bool> editable = this->isEditable();
+    if (!editable)
         return;
-    const bool usable = param->isKeyframable() && effect->canEditParam(*param);
+    const bool usable = *editable && this->boundParam()->isKeyframable();
     if (usable != getWidgetEnabledState())
         setWidgetEnabledState(usable);
 }

@@ -97,11 +97,12 @@ void EffectInstance::setPresentation(std::vector<ParamPresentationDetails> prese
 
 bool EffectInstance::canEditParam(const EffectValParamBase& param) const
 {
-    // Rows ask in the order of the parameters, all of them for every frame that is played.
-    const auto next = static_cast<std::size_t>(lastAsked_ + 1);
-    if (next < params_.size() && params_[next].get() == &param) {
-        ++lastAsked_;
-        return true;
+    // Rows ask in the order of the parameters, each several times, for every frame that is played.
+    for (const int near : {lastAsked_, lastAsked_ + 1}) {
+        if (near >= 0 && near < paramCount() && params_[static_cast<std::size_t>(near)].get() == &param) {
+            lastAsked_ = near;
+            return true;
+        }
     }
     const auto found =
         std::find_if(params_.begin(), params_.end(), [&](const ParamPtr& own) { return own.get() == &param; });

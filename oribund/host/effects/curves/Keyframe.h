@@ -22,7 +22,7 @@ struct TangentHandle {
 };
 
 /** A point that a curve passes through, as the user set it. Time is that of the graph: in one of a parameter effect
-   time, time, 0 at the effect's start and 1 at its end. */
+    time, 0 at the effect's start and 1 at its end. */
 struct Keyframe {
     double time = 0.0;
     double value = 0.0;
