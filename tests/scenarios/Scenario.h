@@ -125,7 +125,7 @@ protected:
         return picture ? sum / static_cast<double>(picture->rgba.size()) : -1.0;
     }
 
-    std::vector<std::uint8_t> pixels() const { return window_->viewer().picture()->rgba; }
+    PixelBytes pixels() const { return window_->viewer().picture()->rgba; }
 
     fs::path folder_;
     oribund::test::TestHost host_;

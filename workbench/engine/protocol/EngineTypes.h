@@ -24,12 +24,16 @@ struct EngineProblem {
     std::string message;              ///< for a person
     std::string subject;              ///< id of the clip or the effect in the projection; empty when there is none
     std::vector<std::string> effects; ///< EffectHung, MediaHung: services of all effects at work on that frame
+
+    bool operator==(const EngineProblem&) const = default;
 };
 
 struct EngineOptions {
     std::chrono::milliseconds frameTimeout{2000}; ///< after which a frame is taken not to come
     std::chrono::milliseconds loadTimeout{15000}; ///< the same for opening the media of an edit
     bool sound = true;                            ///< false: plays silently, at the right speed
+
+    bool operator==(const EngineOptions&) const = default;
 };
 
 /** Called on the engine's thread, one at a time. They hand on and return; they do not call the engine and wait. */

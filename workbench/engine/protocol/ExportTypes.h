@@ -19,6 +19,8 @@ struct ExportPreset {
     bool video = true;
     std::vector<std::pair<std::string, std::string>> properties;
     int largestSide = 16384; ///< of a picture, in pixels; sides are even, and at least kSmallestSide
+
+    bool operator==(const ExportPreset&) const = default;
 };
 
 struct ExportSettings {
@@ -26,6 +28,8 @@ struct ExportSettings {
     int from = 0;                                  ///< first frame of the edit
     int to = -1;                                   ///< last frame; -1 for the last of the edit
     std::chrono::milliseconds stallTimeout{30000}; ///< without a frame for so long, the export is given up
+
+    bool operator==(const ExportSettings&) const = default;
 };
 
 struct ExportResult {
@@ -33,6 +37,8 @@ struct ExportResult {
 
     Outcome outcome = Outcome::Done;
     std::string message; ///< for a person; when done, what differs from the edit, mostly nothing
+
+    bool operator==(const ExportResult&) const = default;
 };
 
 /** Null when no preset has the extension of the path. */

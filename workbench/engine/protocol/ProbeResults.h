@@ -13,6 +13,8 @@ struct MediaProbeResult {
     std::optional<MediaInfo> info; ///< empty when the file cannot be used
     std::string problem;           ///< for a person: why not
     std::string warning;           ///< for a person: usable, but something is amiss, such as a file cut short
+
+    bool operator==(const MediaProbeResult&) const = default;
 };
 
 /** Whether an effect can be used here. */
@@ -30,6 +32,8 @@ struct EffectProbeResult {
     std::string message; ///< for a person; empty when it works
 
     bool works() const { return outcome == Outcome::Works; }
+
+    bool operator==(const EffectProbeResult&) const = default;
 };
 
 } // namespace workbench

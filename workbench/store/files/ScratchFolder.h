@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/store/files/Descriptor.h"
+#include "workbench/system/Descriptor.h"
 
 #include <filesystem>
 

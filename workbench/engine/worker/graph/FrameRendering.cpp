@@ -56,7 +56,10 @@ std::shared_ptr<FrameImage> copyImage(Mlt::Frame& frame, int width, int height)
     auto image = std::make_shared<FrameImage>();
     image->width = width;
     image->height = height;
-    image->rgba.assign(source, source + static_cast<std::size_t>(width) * static_cast<std::size_t>(height) * 4);
+    const std::size_t size = byteCount(width, height);
+    const std::shared_ptr<std::uint8_t[]> bytes(new std::uint8_t[size]); // make_shared would fill it first
+    std::copy_n(source, size, bytes.get());
+    image->rgba = PixelBytes(bytes, size);
     image->frame = frame.get_position();
     return image;
 }
