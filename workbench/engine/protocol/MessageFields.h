@@ -161,6 +161,18 @@ void fields(auto& visit, Is<EngineProblem> auto& value)
     visit(kind, message, subject, effects);
 }
 
+void fields(auto& visit, Is<ContainmentRules> auto& value)
+{
+    auto& [readable, writable, sound, memoryLimit] = value;
+    visit(readable, writable, sound, memoryLimit);
+}
+
+void fields(auto& visit, Is<ContainmentReport> auto& value)
+{
+    auto& [files, calls, gaps] = value;
+    visit(files, calls, gaps);
+}
+
 void fields(auto& visit, Is<ExportPreset> auto& value)
 {
     auto& [extension, label, video, properties, largestSide] = value;
@@ -193,8 +205,8 @@ void fields(auto& visit, Is<EffectProbeResult> auto& value)
 
 void fields(auto& visit, Is<request::Hello> auto& value)
 {
-    auto& [version, options] = value;
-    visit(version, options);
+    auto& [version, options, rules] = value;
+    visit(version, options, rules);
 }
 
 void fields(auto& visit, Is<request::Load> auto& value)
@@ -235,8 +247,8 @@ void fields(auto& visit, Is<request::ProbeEffect> auto& value)
 
 void fields(auto& visit, Is<event::Ready> auto& value)
 {
-    auto& [version] = value;
-    visit(version);
+    auto& [version, containment] = value;
+    visit(version, containment);
 }
 
 void fields(auto& visit, Is<event::Loaded> auto& value)

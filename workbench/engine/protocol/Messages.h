@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/engine/protocol/ContainmentRules.h"
 #include "workbench/engine/protocol/EngineTypes.h"
 #include "workbench/engine/protocol/ExportTypes.h"
 #include "workbench/engine/protocol/ProbeResults.h"
@@ -31,6 +32,7 @@ namespace request
 struct Hello {
     std::uint32_t version = kProtocolVersion;
     EngineOptions options;
+    ContainmentRules rules;
 
     bool operator==(const Hello&) const = default;
 };
@@ -115,6 +117,7 @@ namespace event
 
 struct Ready {
     std::uint32_t version = kProtocolVersion;
+    ContainmentReport containment;
 
     bool operator==(const Ready&) const = default;
 };
