@@ -1,3 +1,4 @@
+#include "workbench/engine/protocol/MessageCodec.h"
 #include "workbench/engine/worker/catalogue/CatalogueReader.h"
 #include "workbench/engine/worker/catalogue/EffectMapping.h"
 #include "workbench/engine/worker/catalogue/RawMetadata.h"
@@ -50,6 +51,16 @@ TEST_F(CatalogueTest, offersWhatIsInstalled)
     EXPECT_GE(usable, 330);
     EXPECT_GE(curated, 65);
     EXPECT_EQ(result->catalogue.find("no such effect"), nullptr);
+}
+
+TEST_F(CatalogueTest, reachesTheProgramAsItIs)
+{
+    event::CatalogueRead sent;
+    for (const auto& effect : result->catalogue.all())
+        sent.effects.push_back(*effect);
+    const std::vector<std::uint8_t> bytes = encode(Event(sent));
+    EXPECT_LT(bytes.size(), 4'000'000U);
+    EXPECT_EQ(decodeEvent(bytes), Event(sent));
 }
 
 TEST_F(CatalogueTest, everyEntryIsSound)
