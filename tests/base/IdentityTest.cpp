@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <random>
 #include <unordered_set>
 #include <vector>
 
@@ -13,30 +11,17 @@ using namespace oribund;
 TEST(IdStamp, OrdersByItsIntegersInTurn)
 {
     const std::vector<IdStamp> sorted{{-1, 5, 5}, {0, -3, 0}, {0, 0, 1}, {1, 0, 0}, {1, 0, 2}, {1, 2, 0}, {2, 0, 0}};
-    std::vector<IdStamp> shuffled = sorted;
-    std::ranges::shuffle(shuffled, std::mt19937(3));
-    std::ranges::sort(shuffled);
-    EXPECT_EQ(shuffled, sorted);
     for (std::size_t i = 1; i < sorted.size(); ++i) {
         EXPECT_LT(sorted[i - 1].compare(sorted[i]), 0);
         EXPECT_GT(sorted[i].compare(sorted[i - 1]), 0);
+        EXPECT_EQ(sorted[i].compare(IdStamp(sorted[i])), 0);
     }
-    EXPECT_EQ(IdStamp(1, 2, 3).compare({1, 2, 3}), 0);
-}
-
-TEST(IdStamp, KnowsInvalidAndWildcard)
-{
-    EXPECT_FALSE(IdStamp().valid());
-    EXPECT_TRUE(IdStamp(0, 0, 1).valid());
-    EXPECT_EQ(IdStamp::wildcard(), IdStamp(999, 999, 999));
-    EXPECT_FALSE(IdStamp(999, 999, 998).isWildcard());
 }
 
 TEST(IdStamp, ReadsBackWhatItWrites)
 {
     EXPECT_EQ(IdStamp(3, 2, 1).asString(), "3-2-1");
-    for (const IdStamp& id :
-         {IdStamp(), IdStamp(1, -2, 3), IdStamp(-2147483647 - 1, 2147483647, -1), IdStamp::wildcard()})
+    for (const IdStamp& id : {IdStamp(), IdStamp(1, -2, 3), IdStamp(-2147483647 - 1, 2147483647, -1)})
         EXPECT_EQ(IdStamp::fromString(id.asString().view()), id);
     for (const char* text : {"", "1", "1-2", "1-2-", "1-2-3-4", "1-2-3 ", " 1-2-3", "a-b-c", "1-2-99999999999", "1--2",
                              "01-2-3", "-0-2-3"})
@@ -46,22 +31,17 @@ TEST(IdStamp, ReadsBackWhatItWrites)
 TEST(IdStamp, HashesOfNeighboursDiffer)
 {
     std::unordered_set<std::size_t> hashes;
-    for (int a = 0; a < 20; ++a) {
-        for (int b = 0; b < 20; ++b) {
-            for (int c = 0; c < 20; ++c)
-                hashes.insert(IdStamp(a, b, c).hash());
-        }
-    }
+    for (int i = 0; i < 8000; ++i)
+        hashes.insert(IdStamp(i / 400, i / 20 % 20, i % 20).hash());
     EXPECT_GT(hashes.size(), 7990u);
 }
 
 TEST(Cookie, IdentifiesByTextThenNumber)
 {
     EXPECT_FALSE(Cookie().valid());
-    EXPECT_LT(Cookie("a", 9).compare(Cookie("b", 1)), 0);
+    EXPECT_LT(Cookie("a", 9), Cookie("b", 1));
     EXPECT_LT(Cookie("a", 1), Cookie("a", 2));
-    EXPECT_EQ(Cookie("a").compare(Cookie("a", 0)), 0);
     EXPECT_EQ(Cookie("clip").asString(), "clip");
     EXPECT_EQ(Cookie("clip", -2).asString(), "clip:-2");
-    EXPECT_EQ((std::unordered_set<Cookie>{Cookie("a"), Cookie("a", 1), Cookie("a")}.size()), 2u);
+    EXPECT_EQ((std::unordered_set<Cookie>{Cookie("a"), Cookie("a", 1), Cookie("a", 0)}.size()), 2u);
 }

@@ -1,4 +1,5 @@
 #include "oribund/host/base/NumberExpression.h"
+#include "oribund/host/base/Numeric.h"
 
 #include <gtest/gtest.h>
 
@@ -12,16 +13,6 @@ using namespace oribund;
 namespace
 {
 
-struct Sum {
-    const wchar_t* text;
-    double value;
-};
-
-struct Mistake {
-    std::wstring text;
-    const wchar_t* problem;
-};
-
 /** Of an entry that shows pixels, in which the value is 8. */
 const NumberExpression::Rules kPixels{8.0, L" px"};
 
@@ -29,45 +20,41 @@ const NumberExpression::Rules kPixels{8.0, L" px"};
 
 TEST(NumberExpression, CalculatesAsOnPaper)
 {
-    const Sum sums[] = {
-        {L"12", 12.0},
-        {L" +1.5 ", 1.5},
-        {L"1,5", 1.5},
-        {L".5", 0.5},
-        {L"5.", 5.0},
-        {L"-3e2", -300.0},
-        {L"2.5E-1", 0.25},
-        {L"0e999", 0.0},
-        {L"1e-999", 0.0},
-        {L"1+2*3", 7.0},
-        {L"(1+2)*3", 9.0},
-        {L"10-4-3", 3.0},
-        {L"24/4/2", 3.0},
-        {L"2--3", 5.0},
-        {L"-(2+3)", -5.0},
-        {L"2*-3", -6.0},
-        {L"- -4", 4.0},
-        {L"1920 / 2 - ((10))", 950.0},
-        {L"0.1+0.2", 0.3},
-        {L"1000.1-1000", 0.1},
-        {L"0.3-0.1-0.1-0.1", 0.0},
-        {L"6 \u00d7 7 \u2212 1", 41.0},
-        {L"9\u00f72", 4.5},
-        {L"1\u00a0+\u202f1", 2.0},
-        {L"120px", 120.0},
-        {L"120 PX", 120.0},
-        {L"(100 + 20px) px", 120.0},
-        {L"50%", 4.0},
-        {L"50 % + 1", 5.0},
-        {L"80 * 50%", 40.0},
-        {L"40 / 50%", 80.0},
-        {L"-25%", -2.0},
-    };
     for (const char* locale : {"C", "de_DE.UTF-8"}) {
         std::setlocale(LC_NUMERIC, locale);
-        for (const Sum& sum : sums) {
-            const auto result = NumberExpression::evaluate(sum.text, kPixels);
-            EXPECT_EQ(result.value, sum.value) << std::string(sum.text, sum.text + std::wcslen(sum.text));
+        for (const std::wstring sum : {L" +1.5 = 1.5",
+                                       L"1,5 = 1.5",
+                                       L".5 = 0.5",
+                                       L"5. = 5",
+                                       L"-3e2 = -300",
+                                       L"2.5E-1 = 0.25",
+                                       L"0e999 = 0",
+                                       L"1e-999 = 0",
+                                       L"1+2*3 = 7",
+                                       L"(1+2)*3 = 9",
+                                       L"10-4-3 = 3",
+                                       L"24/4/2 = 3",
+                                       L"2--3 = 5",
+                                       L"-(2+3) = -5",
+                                       L"2*-3 = -6",
+                                       L"- -4 = 4",
+                                       L"1920 / 2 - ((10)) = 950",
+                                       L"0.1+0.2 = 0.3",
+                                       L"1000.1-1000 = 0.1",
+                                       L"0.3-0.1-0.1-0.1 = 0",
+                                       L"6 \u00d7 7 \u2212 1 = 41",
+                                       L"9\u00f72 = 4.5",
+                                       L"1\u00a0+\u202f1 = 2",
+                                       L"120px = 120",
+                                       L"(100 + 20px) PX = 120",
+                                       L"50% = 4",
+                                       L"50 % + 1 = 5",
+                                       L"80 * 50% = 40",
+                                       L"40 / 50% = 80",
+                                       L"-25% = -2"}) {
+            const std::size_t equals = sum.find(L" = ");
+            const auto result = NumberExpression::evaluate(sum.substr(0, equals), kPixels);
+            EXPECT_EQ(result.value, reinterpretValType<double>(WString(sum.substr(equals + 3)))) << toUTF8(sum).c_str();
             EXPECT_STREQ(result.problem, L"");
         }
     }
@@ -79,46 +66,21 @@ TEST(NumberExpression, CalculatesAsOnPaper)
 
 TEST(NumberExpression, SaysWhatIsWrong)
 {
-    constexpr const wchar_t* kNone = L"Failed to parse string";
-    constexpr const wchar_t* kParenthesis = L"A parenthesis is missing";
-    constexpr const wchar_t* kLarge = L"The number is too large";
-    const Mistake mistakes[] = {
-        {L"", kNone},
-        {L"  ", kNone},
-        {L"abc", kNone},
-        {L"px", kNone},
-        {L"12 apples", kNone},
-        {L"1 2", kNone},
-        {L"1,000.5", kNone},
-        {L"1e", kNone},
-        {L".", kNone},
-        {L"2+", kNone},
-        {L"*2", kNone},
-        {L"()", kNone},
-        {L"(2 3)", kNone},
-        {L"0x10", kNone},
-        {L"nan", kNone},
-        {L"inf", kNone},
-        {L"5%%", kNone},
-        {std::wstring(L"5\0", 2), kNone},
-        {L"\u0665", kNone},
-        {L"1/0", L"Division by zero"},
-        {L"1/(2-2)", L"Division by zero"},
-        {L"(1+2", kParenthesis},
-        {L"1+2)", kParenthesis},
-        {L"1e999", kLarge},
-        {L"1e300*1e300", kLarge},
-        {L"1e308+1e308", kLarge},
-        {L"1/1e-320", kLarge},
-        {std::wstring(10000, L'('), L"The text is too long"},
-        {std::wstring(257, L'1'), L"The text is too long"},
+    const auto fails = [](std::initializer_list<std::wstring> texts, const wchar_t* problem) {
+        for (const std::wstring& text : texts) {
+            const auto result = NumberExpression::evaluate(text);
+            EXPECT_FALSE(result.value) << toUTF8(text).c_str();
+            EXPECT_STREQ(result.problem, problem) << toUTF8(text).c_str();
+        }
     };
-    for (const Mistake& mistake : mistakes) {
-        const auto result = NumberExpression::evaluate(mistake.text);
-        const std::string text(mistake.text.begin(), mistake.text.end());
-        EXPECT_FALSE(result.value) << text;
-        EXPECT_STREQ(result.problem, mistake.problem) << text;
-    }
+    constexpr const wchar_t* kLarge = L"The number is too large";
+    fails({L"", L"  ", L"px", L"12 apples", L"1 2", L"1,000.5", L"1e", L".", L"2+", L"*2", L"()", L"(2 3)", L"0x10",
+           L"nan", L"inf", L"5%%", std::wstring(L"5\0", 2), L"\u0665"},
+          L"Failed to parse string");
+    fails({L"1/0", L"1/(2-2)"}, L"Division by zero");
+    fails({L"(1+2", L"1+2)"}, L"A parenthesis is missing");
+    fails({L"1e999", L"1e300*1e300", L"1e308+1e308", L"1/1e-320"}, kLarge);
+    fails({std::wstring(10000, L'('), std::wstring(257, L'1')}, L"The text is too long");
     const std::wstring deep = std::wstring(127, L'(') + L"7" + std::wstring(127, L')');
     EXPECT_EQ(NumberExpression::evaluate(deep).value, 7.0);
     constexpr double kMost = std::numeric_limits<double>::max();

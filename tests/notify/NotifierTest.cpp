@@ -94,123 +94,30 @@ TEST_F(NotifierTest, TellsInTheOrderOfRegistration)
     b->callback.attach(*notifier);
     a->callback.attach(*notifier); // again: to the end, and still heard once
     EXPECT_THAT(send(), ElementsAre("c", "b", "a"));
-    c.reset();
+    Notifier<Message> other;
+    c->callback.attach(other);
+    EXPECT_THAT(send(), ElementsAre("b", "a")) << "it has left the first";
+    other.notify({2});
+    EXPECT_THAT(heard, ElementsAre("b", "a", "c"));
     a.reset();
-    EXPECT_THAT(send(), ElementsAre("b"));
     b.reset();
     EXPECT_FALSE(notifier->hasObservers());
 }
 
-TEST_F(NotifierTest, AttachingElsewhereLeavesTheFirst)
-{
-    Notifier<Message> other;
-    auto a = make("a");
-    a->callback.attach(other);
-    EXPECT_THAT(send(), IsEmpty());
-    other.notify({2});
-    EXPECT_THAT(heard, ElementsAre("a"));
-}
-
-TEST_F(NotifierTest, ObserverMayDestroyItself)
+TEST_F(NotifierTest, WhoGoesIsNotToldAndWhoComesHearsTheNextMessage)
 {
     auto a = make("a");
     auto b = make("b");
     auto c = make("c");
-    b->then = [&](const Message&) { b.reset(); };
-    EXPECT_THAT(send(), ElementsAre("a", "b", "c"));
-    EXPECT_THAT(send(), ElementsAre("a", "c"));
-    c->then = [&](const Message&) { c.reset(); }; // the last
-    EXPECT_THAT(send(), ElementsAre("a", "c"));
-    a->then = [&](const Message&) { a.reset(); }; // the only one
-    EXPECT_THAT(send(), ElementsAre("a"));
-    EXPECT_FALSE(notifier->hasObservers());
-}
-
-TEST_F(NotifierTest, ObserverMayDestroyOthers)
-{
-    std::vector<std::unique_ptr<Observer>> all;
-    for (const char* name : {"a", "b", "c", "d", "e"})
-        all.push_back(make(name));
-    // Before it, right behind it, and further on.
-    all[1]->then = [&](const Message&) {
-        all[0].reset();
-        all[2].reset();
-        all[3].reset();
-    };
-    EXPECT_THAT(send(), ElementsAre("a", "b", "e"));
-    all[1]->then = [&](const Message&) { all[4].reset(); };
-    EXPECT_THAT(send(), ElementsAre("b"));
-}
-
-TEST_F(NotifierTest, AddedObserversHearTheNextMessageOnly)
-{
-    auto a = make("a");
-    auto b = make("b");
     std::unique_ptr<Observer> late;
     b->then = [&](const Message&) {
-        if (!late)
-            late = make("late");
+        late = make("late");
+        a.reset();
+        c.reset();
+        b.reset();
     };
     EXPECT_THAT(send(), ElementsAre("a", "b"));
-    EXPECT_THAT(send(), ElementsAre("a", "b", "late"));
-
-    // One that leaves and comes back in the same notification is new, even when it had not had its turn.
-    a->then = [&](const Message&) {
-        b->callback.detach();
-        b->callback.attach(*notifier);
-    };
-    EXPECT_THAT(send(), ElementsAre("a", "late"));
-    // Nor does an observer go on for ever that registers again each time it is told.
-    a->then = [](const Message&) {};
-    b->then = [&](const Message&) { b->callback.attach(*notifier); };
-    EXPECT_THAT(send(), ElementsAre("a", "late", "b"));
-}
-
-TEST_F(NotifierTest, AddedWhileAllOthersLeaveIsStillNotHeard)
-{
-    auto a = make("a");
-    auto b = make("b");
-    std::unique_ptr<Observer> late;
-    a->then = [&](const Message&) {
-        late = make("late");
-        b.reset();
-        a.reset();
-    };
-    EXPECT_THAT(send(), ElementsAre("a"));
     EXPECT_THAT(send(), ElementsAre("late"));
-}
-
-TEST_F(NotifierTest, NestedNotificationsKeepTheirPlaces)
-{
-    auto a = make("a");
-    auto b = make("b");
-    auto c = make("c");
-    int depth = 0;
-    b->then = [&](const Message&) {
-        if (depth++ == 0)
-            notifier->notify({2});
-    };
-    EXPECT_THAT(send(), ElementsAre("a", "b", "a", "b", "c", "c"));
-
-    // A removal inside the inner one is seen by both, an addition by neither, but by one that begins later.
-    depth = 0;
-    std::unique_ptr<Observer> late;
-    b->then = [&](const Message&) {
-        switch (depth++) {
-        case 0:
-            notifier->notify({2});
-            notifier->notify({3});
-            break;
-        case 1:
-            c.reset();
-            late = make("late");
-            break;
-        default:
-            break;
-        }
-    };
-    EXPECT_THAT(send(), ElementsAre("a", "b", "a", "b", "a", "b", "late"));
-    EXPECT_FALSE(notifier->notifying());
 }
 
 TEST_F(NotifierTest, ObserverMayDestroyTheNotifier)
@@ -274,7 +181,6 @@ TEST_F(NotifierTest, FiltersByMessageType)
     auto& dictionary = NotifyMsgTypeDictionary::instance();
     const NotifyMsgType edited = dictionary.typeFor("edited");
     const NotifyMsgType closed = dictionary.typeFor("closed");
-    EXPECT_NE(edited, closed);
     EXPECT_EQ(dictionary.typeFor("edited"), edited);
     EXPECT_EQ(dictionary.typeFor("ValueChange"), dictionary.valueChange());
     EXPECT_EQ(dictionary.nameOf(closed), "closed");
@@ -355,7 +261,7 @@ private:
         expected_.back().erase(expected_.back().begin());
         if (budget_-- <= 0)
             return;
-        switch (random_() % 5) {
+        switch (random_() % 6) {
         case 0:
             join();
             break;
@@ -366,9 +272,13 @@ private:
         case 3:
             tell();
             break;
+        case 4:
+            // Who leaves and comes back is new, even when it has not had its turn.
+            forget(id);
+            registerAtEnd(id);
+            break;
         default:
-            if (const auto it = std::ranges::find(registered_, id); it != registered_.end())
-                leave(id);
+            leave(id);
             break;
         }
         if (registered_.empty())
@@ -377,15 +287,24 @@ private:
 
     void join()
     {
-        const int id = static_cast<int>(members_.size());
-        members_.push_back(std::make_unique<Member>(*this, id));
-        members_.back()->callback.attach(notifier_);
-        registered_.push_back(id);
+        members_.push_back(std::make_unique<Member>(*this, static_cast<int>(members_.size())));
+        registerAtEnd(members_.back()->id);
     }
 
     void leave(int id)
     {
         members_[id].reset();
+        forget(id);
+    }
+
+    void registerAtEnd(int id)
+    {
+        members_[id]->callback.attach(notifier_);
+        registered_.push_back(id);
+    }
+
+    void forget(int id)
+    {
         std::erase(registered_, id);
         for (Expected& expected : expected_)
             std::erase(expected, id);
