@@ -50,45 +50,24 @@ TEST(Canvas, TheDirtyRegionGrowsWithinTheCanvasAndEndsWithADraw)
     EXPECT_EQ(canvas.repaintCount(), 1u);
 }
 
-TEST(Canvas, AnEmptyCanvasDrawsNothingAndHasNoFocus)
-{
-    Canvas canvas({10, 10});
-    RecordingRenderer renderer;
-    canvas.draw(renderer);
-    EXPECT_TRUE(renderer.primitives().empty());
-    EXPECT_EQ(canvas.focusOwner(), nullptr);
-    canvas.setScale(-2.0);
-    EXPECT_EQ(canvas.scale(), 1.0);
-}
-
 TEST(Image, PixelsMustFitTheSize)
 {
     EXPECT_FALSE(Image::fromPixels({2, 2}, Image::Pixels(4)).empty());
     EXPECT_TRUE(Image::fromPixels({2, 2}, Image::Pixels(3)).empty());
     EXPECT_TRUE(Image::fromPixels({-2, -2}, Image::Pixels(4)).empty());
-    EXPECT_TRUE(Image().empty());
     EXPECT_EQ(Image::icon("settings"), Image::icon("settings"));
     EXPECT_NE(Image::icon("settings"), Image::icon("delete"));
-
-    const Image picture = Image::fromPixels({1, 1}, {0xffffffff});
-    EXPECT_EQ(picture, Image(picture)) << "copies share their pixels";
 }
 
 TEST(Border, InsetsAreThoseOfItsSides)
 {
     const Border all(Border::Line, 6, 15);
     EXPECT_EQ(all.left, 6);
-    EXPECT_EQ(all.bottom, 6);
     EXPECT_TRUE(all.isVisible());
-
     const Border under(Border::Line, 3, Border::kBottom);
     EXPECT_EQ(under.top, 0);
     EXPECT_EQ(under.bottom, 3);
-
-    Border open(Border::None, 0, 15);
-    open.bottom = 6;
-    EXPECT_FALSE(open.isVisible());
-    EXPECT_EQ(open.bottom, 6);
+    EXPECT_FALSE(Border(Border::None, 6, 15).isVisible());
 }
 
 } // namespace

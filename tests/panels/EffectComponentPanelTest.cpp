@@ -1,9 +1,9 @@
 #include "tests/support/FakeView.h"
+#include "tests/support/Listener.h"
 #include "tests/support/TestHost.h"
 
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/canvas/RecordingRenderer.h"
-#include "oribund/host/notify/MethodCallback.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/widgets/Checkbox.h"
@@ -65,18 +65,7 @@ TEST_F(ComponentPanel, TheLedSwitchesTheEffectInOneStep)
     EXPECT_EQ(displayText(led->accessibleName()), WString(L"Switch Blur on or off"));
     EXPECT_GE(led->getPosition().x + led->getWidth(), panel->getWidth() - 12) << "at the right of the title";
 
-    struct Listener {
-        std::vector<EditModification> heard;
-
-        int hear(const EditModification& modification)
-        {
-            heard.push_back(modification);
-            return 0;
-        }
-    } listener;
-
-    MethodCallback<Listener, EditModification> callback(&listener, &Listener::hear);
-    callback.attach(vob.edit->modifications());
+    const test::Listener listener(vob.edit->modifications());
     click(*led);
     EXPECT_FALSE(effect->isEnabled());
     EXPECT_EQ(vob.edit->steps, 1);

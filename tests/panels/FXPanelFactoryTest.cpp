@@ -25,8 +25,9 @@ namespace
 class PanelBuilder : public iEffectPanelBuilder
 {
 public:
-    explicit PanelBuilder(const String& tag)
+    explicit PanelBuilder(const String& tag, bool overlays = false)
         : tag_(tag)
+        , overlays_(overlays)
     {
     }
 
@@ -41,7 +42,7 @@ public:
         ++asked;
         if (const auto act = std::exchange(whenAsked, {}))
             act();
-        return tag == tag_ && (kind == kComponentPanel || overlays);
+        return tag == tag_ && (kind == kComponentPanel || overlays_);
     }
 
     EffectComponentPanel* buildComponentPanel(const FXPanelCreationOptions& options) override
@@ -55,7 +56,6 @@ public:
         return Kt::makePtr<iVideoOverlayRenderer>();
     }
 
-    bool overlays = false;
     int asked = 0;
     int built = 0;
     std::function<void()> whenAsked; ///< the first time
@@ -63,6 +63,7 @@ public:
 
 private:
     String tag_;
+    bool overlays_;
 };
 
 class ViewBuilder : public iCompoundEffectViewBuilder
@@ -74,17 +75,15 @@ public:
     {
     }
 
-    Glob* buildView(Glob* parent, Vob*, unsigned, const IdStamp&, const XY<int>& size, const WidgetPosition&,
+    Glob* buildView(Glob* parent, Vob*, unsigned, const IdStamp&, const XY<int>&, const WidgetPosition&,
                     const WidgetSurround&) override
     {
-        auto view = std::make_unique<Glob>(
-            GlobCreationInfo(static_cast<unsigned short>(size.x), static_cast<unsigned short>(size.y)));
-        return &parent->addChild(std::move(view));
+        return &parent->addChild(std::make_unique<Glob>(GlobCreationInfo(40, 30)));
     }
 
     String viewType() override { return type_; }
 
-    TabLabel tabLabel() override { return {UIString(toWide(type_)), {}}; }
+    TabLabel tabLabel() override { return {}; }
 
     UIString tabTooltip() override { return {}; }
 
@@ -104,8 +103,8 @@ public:
 };
 
 /**
- * The factory is one for the process and ends with its host: all tests share one host, and each takes back the panel
- * builders that it adds. Compound view builders cannot be removed, so each test names types of its own.
+ * The factory is one for the process and ends with its host: all tests share one host, and take back what they add but
+ * for view builders, which nobody can.
  */
 class Factory : public testing::Test
 {
@@ -116,14 +115,20 @@ protected:
 
     ~Factory() override
     {
-        while (factory.canMakeComponentPanel(effect))
-            factory.removePanelBuilder(effect->tagTypeId());
+        for (const char* tag : {"blur", "sharpen", "other", "late"})
+            for (int i = 0; i < 60; ++i)
+                factory.removePanelBuilder(tag);
+        for (iVideoAnalysisViewBuilder* builder : factory.getVideoAnalysisViewBuilders())
+            factory.remove(builder);
     }
 
-    FXPanelCreationOptions optionsFor(const FXViewHandle& handle)
+    std::unique_ptr<EffectComponentPanel> makePanel()
     {
-        return FXPanelCreationOptions(handle, 300, nullptr, FXPanelCreationOptions::kTitleBar);
+        const FXPanelCreationOptions options(view, 300, nullptr, FXPanelCreationOptions::kTitleBar);
+        return std::unique_ptr<EffectComponentPanel>(factory.makeComponentPanel(options));
     }
+
+    bool canMake() { return factory.canMakeComponentPanel(effect); }
 
     static inline std::unique_ptr<test::TestHost> host;
     test::FakeVob vob;
@@ -136,43 +141,27 @@ TEST_F(Factory, AsksTheBuildersInOrderOfRegistration)
 {
     const auto other = Kt::makePtr<PanelBuilder>("sharpen");
     const auto first = Kt::makePtr<PanelBuilder>("blur");
-    const auto second = Kt::makePtr<PanelBuilder>("blur");
+    const auto second = Kt::makePtr<PanelBuilder>("blur", true);
     factory.add(other);
-    EXPECT_FALSE(factory.canMakeComponentPanel(effect));
-    EXPECT_EQ(factory.makeComponentPanel(optionsFor(view)), nullptr);
+    EXPECT_FALSE(canMake());
+    EXPECT_EQ(makePanel(), nullptr);
     factory.add(first);
+    factory.add(first);
+    EXPECT_FALSE(factory.createOverlayRenderer(&vob, effect));
     factory.add(second);
-
-    std::unique_ptr<EffectComponentPanel> panel(factory.makeComponentPanel(optionsFor(view)));
-    ASSERT_TRUE(panel);
+    factory.add(Kt::Ptr<iEffectPanelBuilder>());
+    EXPECT_TRUE(makePanel());
     EXPECT_EQ(first->built, 1);
-    EXPECT_EQ(second->asked, 0);
-
-    factory.removePanelBuilder("blur");
-    panel.reset(factory.makeComponentPanel(optionsFor(view)));
-    EXPECT_TRUE(panel);
+    EXPECT_EQ(second->built, 0);
+    EXPECT_TRUE(factory.createOverlayRenderer(&vob, effect)) << "by those who claim overlays";
+    for (int i = 0; i < 2; ++i)
+        factory.removePanelBuilder("blur");
+    EXPECT_EQ(first->refCount(), 1) << "it was in the list twice";
+    EXPECT_TRUE(makePanel());
     EXPECT_EQ(second->built, 1);
     factory.removePanelBuilder("blur");
     factory.removePanelBuilder("blur");
-    EXPECT_FALSE(factory.canMakeComponentPanel(effect));
-    factory.removePanelBuilder("sharpen");
-}
-
-TEST_F(Factory, ABuilderIsInTheListAsOftenAsItIsRegisteredAndReleasedInTheEnd)
-{
-    const auto builder = Kt::makePtr<PanelBuilder>("blur");
-    factory.add(builder);
-    factory.add(builder);
-    factory.add(Kt::Ptr<iEffectPanelBuilder>());
-    factory.add(static_cast<iCompoundEffectViewBuilder*>(nullptr));
-    factory.add(static_cast<iVideoAnalysisViewBuilder*>(nullptr));
-    factory.removePanelBuilder("blur");
-    EXPECT_TRUE(factory.canMakeComponentPanel(effect));
-    factory.removePanelBuilder("blur");
-    EXPECT_FALSE(factory.canMakeComponentPanel(effect));
-    EXPECT_EQ(builder->refCount(), 1);
-    EXPECT_FALSE(factory.isRegistered("anything"));
-    EXPECT_EQ(factory.makeVideoAnalysisView("waveform", nullptr, {}, Glob::UserTopLeft(0, 0)), nullptr);
+    EXPECT_FALSE(canMake());
 }
 
 TEST_F(Factory, BuildersMayAddAndRemoveBuildersWheneverTheyAreAtWork)
@@ -187,53 +176,36 @@ TEST_F(Factory, BuildersMayAddAndRemoveBuildersWheneverTheyAreAtWork)
     };
     factory.add(first);
     factory.add(second);
-    EXPECT_FALSE(factory.canMakeComponentPanel(effect)) << "the second has been removed, what was added comes later";
+    EXPECT_FALSE(canMake()) << "the second has been removed, what was added comes later";
     EXPECT_EQ(second->refCount(), 1);
-    EXPECT_TRUE(factory.canMakeComponentPanel(effect));
-
-    int ended = 0;
-    const auto meddle = [&] {
-        ++ended;
+    EXPECT_TRUE(canMake());
+    first->whenGone = [&] {
         factory.removePanelBuilder("blur");
         factory.add(Kt::makePtr<PanelBuilder>("late"));
     };
-    first->whenAsked = {};
-    first->whenGone = meddle;
     first.reset();
     factory.removePanelBuilder("other");
-    EXPECT_EQ(ended, 1);
     EXPECT_EQ(added->refCount(), 50) << "49 times in the list";
-    factory.removePanelBuilder("late");
 }
 
 TEST_F(Factory, AsksNobodyWithoutAnEffect)
 {
-    const auto builder = Kt::makePtr<PanelBuilder>("blur");
-    builder->overlays = true;
+    const auto builder = Kt::makePtr<PanelBuilder>("blur", true);
     factory.add(builder);
-    vob.monitor->effects.clear();
-    vob.monitor->tell(EffectChangeCode::ParamSetChanged, effect->id());
-    EXPECT_EQ(factory.makeComponentPanel(optionsFor(view)), nullptr);
     EXPECT_FALSE(factory.createOverlayRenderer(nullptr, effect));
     EXPECT_FALSE(factory.createOverlayRenderer(&vob, {}));
+    vob.monitor->effects.clear();
+    vob.monitor->tell(EffectChangeCode::ParamSetChanged, effect->id());
+    EXPECT_EQ(makePanel(), nullptr);
     EXPECT_EQ(builder->asked, 0);
-}
-
-TEST_F(Factory, MakesOverlaysByThoseWhoClaimOverlays)
-{
-    const auto panelsOnly = Kt::makePtr<PanelBuilder>("blur");
-    const auto both = Kt::makePtr<PanelBuilder>("blur");
-    both->overlays = true;
-    factory.add(panelsOnly);
-    EXPECT_FALSE(factory.createOverlayRenderer(&vob, effect));
-    factory.add(both);
-    EXPECT_TRUE(factory.createOverlayRenderer(&vob, effect));
 }
 
 TEST_F(Factory, FindsCompoundViewsByTheirExactType)
 {
     static ViewBuilder params("params", 1);
     static ViewBuilder later("params", 8);
+    static ViewBuilder nameless("", 2);
+    factory.add(static_cast<iCompoundEffectViewBuilder*>(nullptr));
     factory.add(&params);
     factory.add(&later);
     EXPECT_TRUE(factory.isRegistered("params"));
@@ -243,16 +215,13 @@ TEST_F(Factory, FindsCompoundViewsByTheirExactType)
     EXPECT_EQ(factory.getCompoundViewBuilders(), (std::vector<iCompoundEffectViewBuilder*>{&params, &later}));
 
     Glob parent(GlobCreationInfo(100, 100));
-    Glob* const made =
-        factory.makeCompoundEffectView("params", &parent, &vob, 1, IdStamp(), {40, 30}, Glob::UserTopLeft(0, 0), {});
-    ASSERT_TRUE(made);
-    EXPECT_EQ(made->parent(), &parent);
-    EXPECT_EQ(
-        factory.makeCompoundEffectView("keyframes", &parent, &vob, 1, IdStamp(), {40, 30}, Glob::UserTopLeft(0, 0), {}),
-        nullptr);
-
+    const auto make = [&](const String& type) {
+        return factory.makeCompoundEffectView(type, &parent, &vob, 1, IdStamp(), {40, 30}, Glob::UserTopLeft(0, 0), {});
+    };
+    ASSERT_TRUE(make("params"));
+    EXPECT_EQ(make("params")->parent(), &parent);
+    EXPECT_EQ(make("keyframes"), nullptr);
     EXPECT_FALSE(factory.isRegistered({}));
-    static ViewBuilder nameless("", 2);
     factory.add(&nameless);
     EXPECT_TRUE(factory.isRegistered({})) << "an absent type is an empty one";
 }
@@ -261,30 +230,24 @@ TEST_F(Factory, RemovesOneAnalysisBuilderAtATime)
 {
     AnalysisBuilder a;
     AnalysisBuilder b;
-    for (iVideoAnalysisViewBuilder* builder : {&a, &b, &a})
+    for (iVideoAnalysisViewBuilder* builder : {&a, &b, &a, static_cast<AnalysisBuilder*>(nullptr)})
         factory.add(builder);
     factory.remove(&a);
     EXPECT_EQ(factory.getVideoAnalysisViewBuilders(), (std::vector<iVideoAnalysisViewBuilder*>{&b, &a}));
     EXPECT_EQ(factory.makeVideoAnalysisView("waveform", nullptr, {}, Glob::UserTopLeft(0, 0)), nullptr);
-    factory.remove(&a);
-    factory.remove(&b);
 }
 
 TEST_F(Factory, OptionsCarryTheEffectItsNameAndTheStandardBorder)
 {
     const FXPanelCreationOptions byEffect(&vob, effect, 320, nullptr);
-    EXPECT_EQ(byEffect.flags, 0x1F7u);
     EXPECT_EQ(byEffect.viewHandle.getEffectPtr(), effect);
     EXPECT_TRUE(byEffect.minimisable);
     EXPECT_EQ(byEffect.title, UIString(L"Blur"));
-    EXPECT_EQ(byEffect.width, 320);
-
     const FXPanelCreationOptions byHandle(view, 320, nullptr, 0x13A);
     EXPECT_FALSE(byHandle.minimisable);
     EXPECT_EQ(byHandle.title, UIString(L"Blur"));
     EXPECT_EQ(byHandle.GlobCreationInfo::border.bottom, UifStd::getWidgetGap());
     EXPECT_FALSE(byHandle.GlobCreationInfo::border.isVisible());
-
     const FXPanelCreationOptions noView(nullptr, effect, 320, nullptr);
     EXPECT_FALSE(noView.viewHandle.getEffectPtr());
     EXPECT_EQ(noView.title, UIString(L"Blur")) << "named after the effect given all the same";
@@ -293,33 +256,29 @@ TEST_F(Factory, OptionsCarryTheEffectItsNameAndTheStandardBorder)
 TEST_F(Factory, OptionsPointAtAnotherEffectOfTheSameView)
 {
     effect->setMask(Kt::makePtr<EffectInstance>(IdStamp(0, 0, 8), String("mask"), WString(L"Mask of Blur")));
-    FXPanelCreationOptions options(view, 320, nullptr, 0x13A);
-    options.setViewEffectID(IdStamp(0, 0, 8));
-    EXPECT_EQ(options.title, UIString(L"Mask of Blur"));
-    EXPECT_EQ(options.viewHandle.getEffectPtr(), effect->getMask());
-
-    FXPanelCreationOptions ofMask(&vob, effect->getMask(), 320, nullptr);
-    ofMask.setViewEffectID(IdStamp(0, 0, 8));
-    EXPECT_EQ(ofMask.viewHandle.getEffectPtr(), effect->getMask()) << "made from the mask itself";
-
-    options.setViewEffectID(IdStamp(0, 0, 99));
-    EXPECT_FALSE(options.viewHandle.getEffectPtr());
-    EXPECT_EQ(options.title, UIString(L"Mask of Blur")) << "the title stays where no effect gives another";
+    for (FXPanelCreationOptions options : {FXPanelCreationOptions(view, 320, nullptr, 0x13A),
+                                           FXPanelCreationOptions(&vob, effect->getMask(), 320, nullptr)}) {
+        options.setViewEffectID(IdStamp(0, 0, 8));
+        EXPECT_EQ(options.title, UIString(L"Mask of Blur"));
+        EXPECT_EQ(options.viewHandle.getEffectPtr(), effect->getMask());
+        options.setViewEffectID(IdStamp(0, 0, 99));
+        EXPECT_FALSE(options.viewHandle.getEffectPtr());
+        EXPECT_EQ(options.title, UIString(L"Mask of Blur")) << "the title stays where no effect gives another";
+    }
 }
 
-TEST_F(Factory, ZZ_TheHostsShutdownEmptiesItAtPriority100)
+TEST_F(Factory, TheHostsShutdownEmptiesItAtPriority100)
 {
     const auto builder = Kt::makePtr<PanelBuilder>("blur");
     factory.add(builder);
     AnalysisBuilder analysis;
     factory.add(&analysis);
-    bool stillFull = false;
-    bool alreadyEmpty = false;
-    Shutdown::addCallback([&](Shutdown::eExitType) { stillFull = factory.canMakeComponentPanel(effect); }, 101);
-    Shutdown::addCallback([&](Shutdown::eExitType) { alreadyEmpty = !factory.canMakeComponentPanel(effect); }, 99);
+    std::string order;
+    const auto note = [&](Shutdown::eExitType) { order += canMake() ? "full " : "empty "; };
+    Shutdown::addCallback(note, 99);
+    Shutdown::addCallback(note, 101);
     host->shutdownSequence.run(Shutdown::eExitType::Normal);
-    EXPECT_TRUE(stillFull);
-    EXPECT_TRUE(alreadyEmpty);
+    EXPECT_EQ(order, "full empty ");
     EXPECT_EQ(builder->refCount(), 1);
     EXPECT_TRUE(factory.getCompoundViewBuilders().empty());
     EXPECT_TRUE(factory.getVideoAnalysisViewBuilders().empty());

@@ -12,22 +12,6 @@ namespace oribund
 namespace
 {
 
-TEST(Preferences, GiveTheDefaultUntilSomethingIsStoredAndThenWhatWasStored)
-{
-    test::TestHost host;
-    EXPECT_EQ(prefs().getPreference("Area : item", 7), 7);
-    EXPECT_EQ(prefs().getPreference("Area : item", "none"), String("none"));
-
-    prefs().setPreference("Area : item", 12);
-    EXPECT_EQ(prefs().getPreference("Area : item", 7), 12);
-    EXPECT_EQ(prefs().getPreference("area : item", 7), 7) << "keys are exact";
-
-    prefs().setPreference("Area : text", "a literal is no flag");
-    EXPECT_EQ(prefs().getPreference("Area : text", String()), String("a literal is no flag"));
-    prefs().setPreference("Area : wide", WString(L"Größe \u2713"));
-    EXPECT_EQ(prefs().getPreference("Area : wide", WString()), WString(L"Größe \u2713"));
-}
-
 TEST(Preferences, ConvertOnlyWhatLosesNothing)
 {
     test::TestHost host;

@@ -70,6 +70,28 @@ public:
     PanelSurface* surface;
 };
 
+/** Counts what comes to an object. */
+class EventCount : public QObject
+{
+public:
+    EventCount(QObject& object, QEvent::Type type)
+        : type_(type)
+    {
+        object.installEventFilter(this);
+    }
+
+    bool eventFilter(QObject*, QEvent* event) override
+    {
+        seen += event->type() == type_;
+        return false;
+    }
+
+    int seen = 0;
+
+private:
+    QEvent::Type type_;
+};
+
 /** Lets what was put off happen, deletions included. */
 inline void settle()
 {

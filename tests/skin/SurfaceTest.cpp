@@ -1,8 +1,8 @@
 #include "tests/skin/SkinSupport.h"
 
+#include "tests/support/Listener.h"
 #include "tests/toolkit/WidgetsSupport.h"
 
-#include "oribund/host/notify/MethodCallback.h"
 #include "oribund/host/toolkit/entries/TextBox.h"
 #include "oribund/host/toolkit/menus/DropDownMenuButton.h"
 #include "oribund/host/toolkit/widgets/Button.h"
@@ -22,6 +22,7 @@ namespace
 {
 
 using namespace oribund;
+using oribund::test::Listener;
 using oribund::test::StoreAdaptor;
 
 /** Counts how often a glob is drawn. */
@@ -53,28 +54,6 @@ protected:
     ValSlider* slider;
 };
 
-TEST_F(SliderOnSurface, ADragIsOneSeriesAndEscapeTakesItBack)
-{
-    stage.press(*slider, {105, 10});
-    stage.moveTo({130, 10});
-    stage.moveTo({160, 10});
-    stage.moveTo({1000, -400}); // far outside the window
-    stage.release({160, 10});
-    EXPECT_EQ(number->kinds(), "SCC");
-    EXPECT_EQ(number->seriesEnds, 1);
-    EXPECT_EQ(number->value, 100.0);
-
-    number->restoresTo = 100.0;
-    stage.press(*slider, {200, 10});
-    stage.moveTo({60, 10});
-    EXPECT_LT(number->value, 100.0);
-    Stage::key(Qt::Key_Escape);
-    EXPECT_EQ(number->value, 100.0);
-    stage.release({60, 10});
-    EXPECT_EQ(number->value, 100.0);
-    EXPECT_EQ(number->cancels, 1);
-}
-
 TEST_F(SliderOnSurface, ADragWhoseReleaseNeverComesEndsWithTheButton)
 {
     stage.press(*slider, {105, 10});
@@ -88,17 +67,7 @@ TEST_F(SliderOnSurface, ADragWhoseReleaseNeverComesEndsWithTheButton)
 
 TEST_F(SliderOnSurface, TheWheelGoesOnToTheParentUnlessItIsUsed)
 {
-    struct Wheels : QObject {
-        bool eventFilter(QObject*, QEvent* event) override
-        {
-            seen += event->type() == QEvent::Wheel;
-            return false;
-        }
-
-        int seen = 0;
-    } wheels;
-
-    stage.window.installEventFilter(&wheels);
+    const EventCount wheels(stage.window, QEvent::Wheel);
     stage.wheel(*slider, {5, 5}, 120);
     EXPECT_TRUE(number->requests.empty());
     EXPECT_EQ(wheels.seen, 1);
@@ -274,17 +243,7 @@ TEST_F(KeyboardOnSurface, ControlsKeepTheirKeysFromTheWindowsCommands)
 
 TEST_F(KeyboardOnSurface, AKeyThatNobodyUsesReachesTheWindowOnce)
 {
-    struct Keys : QObject {
-        bool eventFilter(QObject*, QEvent* event) override
-        {
-            seen += event->type() == QEvent::KeyPress;
-            return false;
-        }
-
-        int seen = 0;
-    } keys;
-
-    stage.window.installEventFilter(&keys);
+    const EventCount keys(stage.window, QEvent::KeyPress);
     third->takeFocus();
     Stage::key(Qt::Key_L);
     EXPECT_EQ(keys.seen, 1);
@@ -315,26 +274,15 @@ TEST(SurfaceLife, AControlAndItsPanelMayGoInItsOwnClick)
 {
     Stage stage;
 
-    struct Clicked {
-        int handle(const ButtonEvent& event)
-        {
+    for (const bool wholePanel : {false, true}) {
+        Button* const button = stage.add<Button>(10, 10);
+        const GlobRef<Button> alive(button);
+        const Listener<ButtonEvent> clicks(button->clicks(), [&](const ButtonEvent& event) {
             if (wholePanel)
                 stage.show(std::make_unique<StandardPanel>(GlobCreationInfo(200, 50, &stage.surface->canvas())));
             else
                 stage.panel().destroyWidget(*event.button);
-            return 0;
-        }
-
-        Stage& stage;
-        bool wholePanel;
-    };
-
-    for (const bool wholePanel : {false, true}) {
-        Button* const button = stage.add<Button>(10, 10);
-        const GlobRef<Button> alive(button);
-        Clicked clicked{stage, wholePanel};
-        MethodCallback<Clicked, ButtonEvent> callback(&clicked, &Clicked::handle);
-        callback.attach(button->clicks());
+        });
         stage.click(*button);
         EXPECT_FALSE(alive);
         settle();

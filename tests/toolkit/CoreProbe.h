@@ -7,8 +7,8 @@
 #include "oribund/host/toolkit/core/Skin.h"
 #include "oribund/host/toolkit/layout/TabOrderable.h"
 
+#include <algorithm>
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -31,7 +31,7 @@ public:
     {
         seen.push_back(event);
         if (journal)
-            *journal += name_ + signOf(event) + " ";
+            *journal += name_ + signOf(event.code) + " ";
         // Nothing of this glob may be used after the hook: it may have destroyed it.
         const bool answer = takes;
         if (const auto hook = onEvent)
@@ -39,27 +39,17 @@ public:
         return answer;
     }
 
-    void draw(CanvasRenderer&) override
-    {
-        if (onDraw)
-            onDraw();
-    }
+    void draw(CanvasRenderer&) override { ++draws; }
 
-    std::size_t count(EventCode code) const
-    {
-        std::size_t n = 0;
-        for (const Event& event : seen)
-            n += event.code == code;
-        return n;
-    }
+    std::ptrdiff_t count(EventCode code) const { return std::ranges::count(seen, code, &Event::code); }
 
     const Event& last() const { return seen.back(); }
 
     bool takes = false;
     std::function<void(const Event&)> onEvent;
-    std::function<void()> onDraw;
     std::string* journal = nullptr;
     std::vector<Event> seen;
+    int draws = 0;
 
 private:
     static GlobCreationInfo infoFor(const char* name, const XY<int>& size)
@@ -69,30 +59,13 @@ private:
         return info;
     }
 
-    static std::string signOf(const Event& event)
+    static char signOf(EventCode code)
     {
-        switch (event.code) {
-        case EventCode::MousePress:
-            return "+";
-        case EventCode::MouseRelease:
-            return "-";
-        case EventCode::MouseMove:
-            return "~";
-        case EventCode::MouseEnter:
-            return ">";
-        case EventCode::MouseLeave:
-            return "<";
-        case EventCode::MouseCancel:
-            return "x";
-        case EventCode::FocusIn:
-            return "(";
-        case EventCode::FocusOut:
-            return ")";
-        case EventCode::KeyPress:
-            return "k";
-        default:
-            return "?";
-        }
+        constexpr EventCode kKnown[] = {EventCode::MousePress, EventCode::MouseRelease, EventCode::MouseMove,
+                                        EventCode::MouseEnter, EventCode::MouseLeave,   EventCode::MouseCancel,
+                                        EventCode::FocusIn,    EventCode::FocusOut,     EventCode::KeyPress,
+                                        EventCode::MouseWheel, EventCode::Message};
+        return "+-~><x()kom?"[std::ranges::find(kKnown, code) - std::begin(kKnown)];
     }
 
     std::string name_;

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <utility>
+
 namespace oribund::test
 {
 namespace
@@ -46,30 +48,28 @@ TEST(Skins, HearOfEachKindOfChangeOnce)
     ScribeSkin skin;
     Scene scene(&skin);
     Probe* a = scene.add("a", {0, 0, 50, 50});
-    skin.journal.clear();
+    const auto told = [&] { return std::exchange(skin.journal, {}); };
+    told();
     a->setTooltip(L"tip");
     a->setTooltip(L"tip");
     a->setCursor(MouseCursor::Hand);
     skin.regions.clear();
     a->setPosition({5, 5});
-    EXPECT_EQ(skin.journal, "a:128 a:512 a:1 ");
+    EXPECT_EQ(told(), "a:128 a:512 a:1 ");
     EXPECT_EQ(skin.regions, (std::vector<Kt::Box<int>>{{0, 0, 50, 50}, {5, 5, 55, 55}})) << "where it was, and is";
-
-    skin.journal.clear();
     {
         const RedrawHold hold;
         a->setPosition({6, 6});
         a->setTooltip(L"other");
         a->redraw();
     }
-    EXPECT_EQ(skin.journal, "a:145 ") << "one call with all of it";
-    skin.journal.clear();
+    EXPECT_EQ(told(), "a:145 ") << "one call with all of it";
     a->setVisible(false);
-    EXPECT_NE(skin.journal.find("a:"), std::string::npos) << "also when it is not to be seen any more";
+    EXPECT_NE(told().find("a:"), std::string::npos) << "also when it is not to be seen any more";
     const std::unique_ptr<Glob> taken = scene.panel->removeChild(*a);
-    skin.journal.clear();
+    told();
     taken->setTooltip(L"off the screen");
-    EXPECT_EQ(skin.journal, "");
+    EXPECT_EQ(told(), "");
 }
 
 TEST(Skins, HearWhereTheKeyboardIsAndMayTakeItOn)
@@ -80,20 +80,19 @@ TEST(Skins, HearWhereTheKeyboardIsAndMayTakeItOn)
     Probe* b = scene.add("b", {60, 0, 90, 50});
     a->setFocusable(true);
     b->setFocusable(true);
-    const auto tab = [&](unsigned modifiers = 0) { return scene.canvas.inject(Event::keyPress(Key::Tab, modifiers)); };
-    tab();
+    scene.key(Key::Tab);
     EXPECT_EQ(skin.focused, a);
-    tab();
+    scene.key(Key::Tab);
     EXPECT_EQ(skin.focused, b);
     skin.journal.clear();
-    EXPECT_TRUE(tab());
-    EXPECT_EQ(skin.journal, "on ");
+    EXPECT_TRUE(scene.key(Key::Tab));
     skin.takesFocus = false;
-    EXPECT_TRUE(tab());
+    EXPECT_TRUE(scene.key(Key::Tab));
     EXPECT_EQ(skin.focused, a) << "round, where there is nothing else";
     skin.takesFocus = true;
+    EXPECT_EQ(skin.journal.substr(0, 6), "on on ");
     skin.journal.clear();
-    EXPECT_TRUE(tab(Event::kShift));
+    EXPECT_TRUE(scene.key(Key::Tab, Event::kShift));
     EXPECT_EQ(skin.journal, "back ");
     a->dropFocus();
     EXPECT_EQ(skin.focused, nullptr);
@@ -108,13 +107,11 @@ public:
     }
 
     bool withItems = true;
-    int reviews = 0;
     std::string chosen;
 
 protected:
     void reviewMenu(const Event*) override
     {
-        ++reviews;
         editMenu().addHeading(L"Selection");
         if (!withItems)
             return;
@@ -135,54 +132,40 @@ protected:
 
 TEST(Menus, OpenFilledAnewAndDoWhatIsChosen)
 {
-    Canvas canvas({100, 50});
+    ScribeSkin skin;
+    Canvas canvas({100, 50}, &skin);
     GlobRef<MenuProbe> panel(new MenuProbe(&canvas));
     panel->open();
+    const auto choose = [&](std::size_t item) {
+        ASSERT_TRUE(panel->openMenu({3, 4}));
+        panel->userChooseMenuItem(panel->menu().items()[item]);
+    };
     for (int i = 0; i < 2; ++i) {
-        EXPECT_TRUE(canvas.inject(Event::mousePress({10, 10}, MouseButton::Right)));
-        canvas.inject(Event::mouseRelease({10, 10}, MouseButton::Right));
+        EXPECT_TRUE(canvas.inject(Event::mousePress({10, 11}, MouseButton::Right)));
+        canvas.inject(Event::mouseRelease({10, 11}, MouseButton::Right));
     }
     EXPECT_TRUE(panel->isMenuOpen());
-    EXPECT_EQ(panel->reviews, 2);
+    EXPECT_EQ(skin.menuAt, (XY<int>{10, 11}));
     ASSERT_EQ(panel->menu().items().size(), 6u) << "not filled on top of what was there";
-
     panel->userChooseMenuItem(panel->menu().items()[1]);
-    EXPECT_EQ(panel->chosen, "SelectAll ");
     EXPECT_FALSE(panel->isMenuOpen());
     panel->userChooseMenuItem(panel->menu().items()[1]);
     EXPECT_EQ(panel->chosen, "SelectAll ") << "the menu is closed";
-
-    for (const std::size_t refused : {0u, 2u, 3u, 4u}) {
-        ASSERT_TRUE(panel->openMenu({0, 0}));
-        panel->userChooseMenuItem(panel->menu().items()[refused]);
-        EXPECT_EQ(panel->chosen, "SelectAll ") << refused;
-    }
+    for (const std::size_t refused : {0u, 2u, 3u, 4u})
+        choose(refused);
+    EXPECT_EQ(panel->chosen, "SelectAll ");
     panel->openMenu({0, 0});
     panel->userChooseMenuItem(panel->menu().items()[4].submenu->items()[0]);
     EXPECT_EQ(panel->chosen, "SelectAll reset ");
 
-    panel->openMenu({0, 0});
-    panel->userChooseMenuItem(panel->menu().items()[5]);
+    panel->withItems = false;
+    EXPECT_FALSE(panel->openMenu({0, 0})) << "nothing to choose";
+    panel->withItems = true;
+    panel->setActive(false);
+    EXPECT_FALSE(panel->openMenu({0, 0})) << "inactive";
+    panel->setActive(true);
+    choose(5);
     EXPECT_FALSE(panel) << "the item destroys the panel and its menu";
-}
-
-TEST(Menus, WithNothingToChooseDoNotOpen)
-{
-    ScribeSkin skin;
-    Canvas canvas({100, 50}, &skin);
-    MenuProbe panel(&canvas);
-    panel.open();
-    panel.withItems = false;
-    EXPECT_FALSE(panel.openMenu({3, 4}));
-    EXPECT_EQ(skin.menuAt, (XY<int>{-1, -1}));
-    panel.withItems = true;
-    panel.setActive(false);
-    EXPECT_FALSE(panel.openMenu({3, 4})) << "inactive";
-    panel.setActive(true);
-    EXPECT_TRUE(panel.openMenu({3, 4}));
-    EXPECT_EQ(skin.menuAt, (XY<int>{3, 4}));
-    panel.userCloseMenu();
-    EXPECT_FALSE(panel.isMenuOpen());
 }
 
 } // namespace

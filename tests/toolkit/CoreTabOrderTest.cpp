@@ -77,16 +77,11 @@ TEST_F(TabOrder, LeavesOutWhatCannotBeUsed)
     probes[1]->setVisible(false);
     probes[2]->setEnabled(false);
     EXPECT_EQ(tab(3), "ada");
+    probes[3]->takes = true;
+    EXPECT_EQ(tab(3), "ddd") << "an editor of code types it";
     scene.panel->setActive(false);
     EXPECT_EQ(tab(1), "!");
     EXPECT_EQ(scene.canvas.focusOwner(), nullptr);
-}
-
-TEST_F(TabOrder, IsOfferedToTheFocusOwnerFirst)
-{
-    probes[0]->takeFocus();
-    probes[0]->takes = true;
-    EXPECT_EQ(tab(1), "a") << "an editor of code types it";
 }
 
 TEST_F(TabOrder, StopsAndOrdersMayGoInAnyOrder)
@@ -107,8 +102,6 @@ TEST_F(TabOrder, StopsAndOrdersMayGoInAnyOrder)
     one.addTabStop(probes[1]);
     two.addTabStop(probes[1]);
     EXPECT_TRUE(one.tabStops().empty()) << "a stop is in one order at most";
-    one.removeTabStop(probes[1]);
-    EXPECT_EQ(probes[1]->tabOrderManager(), &two);
 }
 
 TEST_F(TabOrder, TakesTheStopsOfAHostTogether)
@@ -116,27 +109,20 @@ TEST_F(TabOrder, TakesTheStopsOfAHostTogether)
     TabOrderManager order;
     order.addTabStop(probes[3]);
     Scene other;
-    other.add("x", {0, 0, 10, 10});
-    other.add("y", {0, 0, 10, 10});
+    Probe* x = other.add("x", {0, 0, 10, 10});
+    Probe* y = other.add("y", {0, 0, 10, 10});
     order.addTabStopsFrom(other.panel.get(), 0);
-    ASSERT_EQ(order.tabStops().size(), 3u);
-    EXPECT_EQ(order.tabStops()[0]->tabGlob().idString(), "x");
-    EXPECT_EQ(order.tabStops()[1]->tabGlob().idString(), "y");
-    EXPECT_EQ(order.tabStops()[2], probes[3]);
+    EXPECT_EQ(order.tabStops(), (std::vector<TabOrderable*>{x, y, probes[3]}));
     order.addTabStopsFrom(other.panel.get(), -2);
-    EXPECT_EQ(order.tabStops()[0], probes[3]);
-    ASSERT_EQ(order.tabStops().size(), 3u);
-    EXPECT_EQ(order.tabStops()[2]->tabGlob().idString(), "y");
+    EXPECT_EQ(order.tabStops(), (std::vector<TabOrderable*>{probes[3], x, y}));
 }
 
-/** Counts how often it is asked whether it takes the keyboard, and whether its panel is laid out. */
+/** Counts, for all of its kind, how often it is asked whether it takes the keyboard, and its panel is laid out. */
 class Counted : public StandardPanel, public TabOrderable
 {
 public:
-    Counted(int& asked, int& layouts)
+    Counted()
         : StandardPanel(GlobCreationInfo(10, 2))
-        , asked_(asked)
-        , layouts_(layouts)
     {
         setFocusable(true);
     }
@@ -145,55 +131,43 @@ public:
 
     bool wantsFocus() const override
     {
-        ++asked_;
+        ++asked;
         return StandardPanel::wantsFocus();
     }
+
+    static inline int asked = 0;
+    static inline int layouts = 0;
 
 protected:
     void layoutChildren() override
     {
-        ++layouts_;
+        ++layouts;
         StandardPanel::layoutChildren();
     }
-
-private:
-    int& asked_;
-    int& layouts_;
 };
 
 TEST(LongPanels, AreFilledAndWalkedInTheTimeOfTheirLength)
 {
     constexpr int kCount = 500;
-    int asked = 0;
-    int layouts = 0;
-    Canvas canvas({100, 100});
-    StandardPanel root(GlobCreationInfo(100, 100, &canvas));
-    auto* list = root.addWidget(std::make_unique<Counted>(asked, layouts), Glob::UserTopLeft(0, 0));
-    layouts = 0;
+    Desk desk({100, 100});
+    auto* list = desk.panel->addWidget(std::make_unique<Counted>(), Glob::UserTopLeft(0, 0));
+    Counted::layouts = 0;
     {
         const LayoutHold outer(*list);
-        {
-            const LayoutHold inner(*list);
-            for (int i = 0; i < kCount; ++i)
-                list->addTabStop(
-                    list->addWidget(std::make_unique<Counted>(asked, layouts), Glob::UserTopLeft(0, 2 * i)));
-        }
-        EXPECT_EQ(layouts, 0);
+        const LayoutHold inner(*list);
+        for (int i = 0; i < kCount; ++i)
+            list->addTabStop(list->addWidget(std::make_unique<Counted>(), Glob::UserTopLeft(0, 2 * i)));
+        EXPECT_EQ(Counted::layouts, 0);
     }
-    EXPECT_EQ(layouts, 1);
+    EXPECT_EQ(Counted::layouts, 1);
     Glob* const last = list->previousWidget();
     EXPECT_EQ(last->getPosition().y, 2 * (kCount - 1));
-    {
-        const LayoutHold hold(*list);
-    }
-    EXPECT_EQ(layouts, 1) << "nothing has happened";
-    root.open();
-    asked = 0;
-    EXPECT_TRUE(canvas.inject(Event::keyPress(Key::Tab, Event::kShift)));
+    Counted::asked = 0;
+    EXPECT_TRUE(desk.key(Key::Tab, Event::kShift));
     EXPECT_TRUE(last->hasFocus());
-    EXPECT_LE(asked, 4 * kCount);
+    EXPECT_LE(Counted::asked, 4 * kCount);
     auto hold = std::make_unique<LayoutHold>(*list);
-    root.destroyWidget(*list);
+    desk.panel->destroyWidget(*list);
     hold.reset();
 }
 
