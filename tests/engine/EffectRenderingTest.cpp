@@ -6,6 +6,7 @@
 #include "workbench/engine/worker/graph/MltGraph.h"
 #include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/model/ParamConversion.h"
+#include "workbench/model/projection/AllowList.h"
 #include "workbench/model/projection/ParamBaker.h"
 #include "workbench/model/projection/ServiceText.h"
 
@@ -325,6 +326,36 @@ TEST_F(EffectRenderingTest, updatesReachTheRunningGraph)
     EXPECT_TRUE(graph->apply({kSampleEffect, "disable", "1"}));
     EXPECT_LT(difference(shown(*plain), shown(*graph)), 0.02);
     EXPECT_FALSE(graph->apply({"nobody", "0", "1"}));
+}
+
+/** A setting that the effect's library refuses makes it break down inside; the next one mends it. */
+TEST_F(EffectRenderingTest, aRefusedSettingIsForgottenAtTheNextOne)
+{
+    EffectCatalogue effects;
+    EffectDescription sharp;
+    sharp.service = "avfilter.unsharp";
+    for (const char* property : {"av.luma_msize_x", "av.luma_amount"}) {
+        ParamDescription param;
+        param.property = property;
+        sharp.params.push_back(param);
+    }
+    effects.add(sharp);
+    session->setAllowList(std::make_shared<const AllowList>(std::move(effects)));
+    const auto with = [&](const char* size, const char* amount) {
+        return MltGraph::build(session,
+                               sampleEdit(sharp.service, {{"av.luma_msize_x", size}, {"av.luma_amount", amount}}), {});
+    };
+    const auto shown = [](MltGraph& of) { return renderFrame(of.producer(), 12, {320, 180}); };
+    const auto graph = with("5", "1");
+    for (const char* size : {"5", "6", "8", "7"}) {
+        shown(*graph);
+        EXPECT_TRUE(graph->apply({kSampleEffect, "av.luma_msize_x", size}));
+    }
+    EXPECT_TRUE(graph->apply({kSampleEffect, "av.luma_amount", "5"}));
+    const FrameImagePtr mended = shown(*graph);
+    EXPECT_LT(difference(mended, shown(*with("7", "5"))), 0.02);
+    EXPECT_GT(difference(mended, shown(*with("7", "0"))), 0.5);
+    session->setAllowList({});
 }
 
 } // namespace

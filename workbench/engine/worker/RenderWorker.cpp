@@ -206,11 +206,18 @@ void RenderWorker::rebuild(const Mail& mail)
 
 void RenderWorker::applyUpdates(const std::vector<PropertyUpdate>& updates)
 {
-    const Busy busy(*this, options_.frameTimeout);
-    for (const PropertyUpdate& update : updates)
-        graph_->apply(update);
-    if (player_)
-        player_->discardAhead();
+    const bool interrupt = player_ && graph_->makesAnew(updates);
+    if (interrupt)
+        stopPlaying();
+    {
+        const Busy busy(*this, options_.frameTimeout);
+        for (const PropertyUpdate& update : updates)
+            graph_->apply(update);
+        if (player_)
+            player_->discardAhead();
+    }
+    if (interrupt)
+        startPlaying();
 }
 
 void RenderWorker::render(const FrameRequest& request)

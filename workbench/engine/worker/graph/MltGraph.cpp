@@ -3,6 +3,7 @@
 #include "workbench/engine/worker/graph/EndHold.h"
 #include "workbench/engine/worker/graph/FilterTrace.h"
 #include "workbench/engine/worker/graph/MltSession.h"
+#include "workbench/engine/worker/graph/ServiceFaults.h"
 #include "workbench/model/projection/Admission.h"
 #include "workbench/model/projection/AllowList.h"
 #include "workbench/model/projection/ProjectionQueries.h"
@@ -11,6 +12,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <string_view>
 #include <utility>
 
 namespace workbench
@@ -45,6 +47,7 @@ namespace
 
 namespace fs = std::filesystem;
 
+constexpr std::string_view kFfmpegEffect = "avfilter.";
 constexpr const char* kStandInColour = "color:#ff400810";
 
 void setProperties(Mlt::Properties& target, const ProjectedProperties& properties)
@@ -229,6 +232,7 @@ void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Opti
         const ProjectedFilter& source = *filters[i];
         auto filter = std::make_unique<Mlt::Filter>(*profile_, source.service.c_str());
         if (filter->is_valid()) {
+            forgetFault(*filter);
             setProperties(*filter, source.properties);
             filter->set_in_and_out(source.in, source.out);
             clip.producer->attach(*filter);
@@ -325,9 +329,48 @@ bool MltGraph::apply(const PropertyUpdate& update)
     if (found == byId_.end() ||
         !allowed_->allowsProperty(found->second.use, found->second.name, update.property, update.value))
         return false;
+    if (isBroken(found->second))
+        makeAnew(found->second);
     // Not under the service's lock: it is not recursive, and some effects take it when a property changes.
     found->second.service->set(update.property.c_str(), update.value.c_str());
     return true;
+}
+
+bool MltGraph::makesAnew(const std::vector<PropertyUpdate>& updates) const
+{
+    return std::any_of(updates.begin(), updates.end(), [this](const PropertyUpdate& update) {
+        const auto found = byId_.find(update.service);
+        return found != byId_.end() && isBroken(found->second);
+    });
+}
+
+bool MltGraph::isBroken(const Made& made) const
+{
+    return made.name.starts_with(kFfmpegEffect) && hasFault(*made.service);
+}
+
+/** In its old place, with its old settings. */
+void MltGraph::makeAnew(Made& broken)
+{
+    const auto isIt = [&](const auto& filter) { return filter->get_service() == broken.service->get_service(); };
+    for (const auto& [id, clip] : clips_) {
+        const auto place = std::find_if(clip->attached.begin(), clip->attached.end(), isIt);
+        if (place == clip->attached.end())
+            continue;
+        auto fresh = std::make_unique<Mlt::Filter>(*profile_, broken.name.c_str());
+        for (int i = 0; i < broken.service->count(); ++i)
+            if (const std::string name = broken.service->get_name(i); name.starts_with("av.") || name == "disable")
+                fresh->set(name.c_str(), broken.service->get(i));
+        fresh->set_in_and_out((*place)->get_in(), (*place)->get_out());
+        forgetFault(*fresh);
+        for (const auto& filter : clip->attached)
+            clip->producer->detach(*filter);
+        broken.service = std::make_unique<Mlt::Service>(*fresh);
+        *place = std::move(fresh);
+        for (const auto& filter : clip->attached)
+            clip->producer->attach(*filter);
+        return;
+    }
 }
 
 std::vector<Mlt::Service*> MltGraph::services() const

@@ -60,6 +60,9 @@ public:
     /** False when there is no such effect or transition, or when the value is not allowed. */
     bool apply(const PropertyUpdate& update);
 
+    /** Whether one of the changes makes an effect anew, for which nobody may be reading from producer(). */
+    bool makesAnew(const std::vector<PropertyUpdate>& updates) const;
+
     /** Every service of the graph, for counting what is still alive. */
     std::vector<Mlt::Service*> services() const;
 
@@ -77,6 +80,8 @@ private:
     std::unique_ptr<Mlt::Tractor> makeMix(const ProjectedEntry& entry);
     std::unique_ptr<Mlt::Producer> makeCut(const ProjectedCut& cut);
     void addTransition(Mlt::Tractor& tractor, const ProjectedTransition& wanted);
+    bool isBroken(const Made& made) const;
+    void makeAnew(Made& broken);
     void report(EngineProblem::Kind kind, const std::string& subject, std::string message);
 
     std::shared_ptr<MltSession> session_;

@@ -1,6 +1,7 @@
 #include "workbench/engine/worker/graph/MltSession.h"
 
 #include "workbench/engine/worker/catalogue/CatalogueReader.h"
+#include "workbench/engine/worker/graph/ServiceFaults.h"
 #include "workbench/model/projection/AllowList.h"
 
 #include <mlt++/Mlt.h>
@@ -42,6 +43,7 @@ std::shared_ptr<MltSession> MltSession::open(std::string* problem)
         return {};
     }
     mlt_log_set_level(MLT_LOG_FATAL);
+    listenForFaults();
     session->reset(new MltSession(repository));
     return *session;
 }
