@@ -93,8 +93,7 @@ TEST(UifStd, MetricsFollowTheFontSize)
 {
     using Metrics = UifStd::Metrics;
     const Metrics standard;
-    const Metrics twice = Metrics::forFontSize(2 * standard.fontSize);
-    EXPECT_EQ(twice.rowHeight, 2 * standard.rowHeight);
+    EXPECT_EQ(Metrics::forFontSize(2 * standard.fontSize).rowHeight, 2 * standard.rowHeight);
     EXPECT_EQ(Metrics::forFontSize(-3).fontSize, 8);
     for (int size = 8; size < 60; ++size) {
         const Metrics m = Metrics::forFontSize(size);
@@ -102,11 +101,6 @@ TEST(UifStd, MetricsFollowTheFontSize)
         EXPECT_GE(m.rowHeight, m.controlHeight);
         EXPECT_GE(m.rowGap, 1);
     }
-
-    UifStd::instance().setMetrics(twice);
-    EXPECT_EQ(UifStd::getRowHeight(), twice.rowHeight);
-    EXPECT_EQ(UifStd::getDefaultFont().size, twice.fontSize);
-    UifStd::instance().setMetrics(standard);
 }
 
 } // namespace

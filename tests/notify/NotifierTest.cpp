@@ -1,16 +1,14 @@
-#include "oribund/host/notify/MethodCallback.h"
+#include "tests/support/Listener.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <random>
 #include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 using namespace oribund;
@@ -25,46 +23,20 @@ struct Message {
 };
 
 using Names = std::vector<std::string>;
+using Observer = test::Listener<Message>;
+using ObserverPtr = std::unique_ptr<Observer>;
 
-/** Writes its name down for each message, then does what the test wants it to do. */
-class Observer
-{
-public:
-    Observer(std::string name, Names& heard)
-        : name_(std::move(name))
-        , heard_(heard)
-    {
-    }
-
-    Observer(std::string name, Names& heard, Notifier<Message>& notifier)
-        : Observer(std::move(name), heard)
-    {
-        callback.attach(notifier);
-    }
-
-    std::function<void(const Message&)> then = [](const Message&) {};
-    MethodCallback<Observer, Message, int> callback{this, &Observer::hear};
-
-private:
-    int hear(const Message& message)
-    {
-        heard_.push_back(name_);
-        // The observer may be destroyed inside, and `then` with it.
-        const auto action = then;
-        action(message);
-        return 0;
-    }
-
-    std::string name_;
-    Names& heard_;
-};
-
+/** Observers that write their names down for each message, and then do what a test wants. */
 class NotifierTest : public testing::Test
 {
 protected:
-    std::unique_ptr<Observer> make(const std::string& name)
+    ObserverPtr make(const std::string& name, const Observer::Then& does = {})
     {
-        return std::make_unique<Observer>(name, heard, *notifier);
+        return std::make_unique<Observer>(*notifier, [this, name, does](const Message& message) {
+            heard.push_back(name);
+            if (does)
+                does(message);
+        });
     }
 
     /** What is heard when one message is sent. */
@@ -106,37 +78,33 @@ TEST_F(NotifierTest, TellsInTheOrderOfRegistration)
 
 TEST_F(NotifierTest, WhoGoesIsNotToldAndWhoComesHearsTheNextMessage)
 {
-    auto a = make("a");
-    auto b = make("b");
-    auto c = make("c");
-    std::unique_ptr<Observer> late;
-    b->then = [&](const Message&) {
+    ObserverPtr late;
+    ObserverPtr c;
+    ObserverPtr a = make("a");
+    ObserverPtr b = make("b", [&](const Message&) {
         late = make("late");
         a.reset();
         c.reset();
         b.reset();
-    };
+    });
+    c = make("c");
     EXPECT_THAT(send(), ElementsAre("a", "b"));
     EXPECT_THAT(send(), ElementsAre("late"));
 }
 
 TEST_F(NotifierTest, ObserverMayDestroyTheNotifier)
 {
-    auto a = make("a");
-    auto b = make("b");
-    auto c = make("c");
-    int depth = 0;
-    b->then = [&](const Message&) {
-        if (depth++ == 0)
+    const ObserverPtr a = make("a");
+    const ObserverPtr b = make("b", [&](const Message& message) {
+        if (message.number == 1)
             notifier->notify({2}); // the inner one is destroyed as well
         else
             notifier.reset();
-    };
+    });
+    const ObserverPtr c = make("c");
     notifier->notify({1});
     EXPECT_THAT(heard, ElementsAre("a", "b", "a", "b"));
     EXPECT_FALSE(a->callback.attached());
-    EXPECT_FALSE(c->callback.attached());
-
     notifier = std::make_unique<Notifier<Message>>();
     c->callback.attach(*notifier);
     EXPECT_THAT(send(), ElementsAre("c"));
@@ -145,9 +113,8 @@ TEST_F(NotifierTest, ObserverMayDestroyTheNotifier)
 TEST_F(NotifierTest, ANotifierInTheDestroyedOnesPlaceIsLeftAlone)
 {
     std::optional<Notifier<Message>> here(std::in_place);
-    Observer a("a", heard, *here);
     bool innerDone = false;
-    a.then = [&](const Message& message) {
+    const Observer a(*here, [&](const Message& message) {
         if (message.number == 2) {
             here.emplace();
             return;
@@ -155,7 +122,7 @@ TEST_F(NotifierTest, ANotifierInTheDestroyedOnesPlaceIsLeftAlone)
         here->notify({2});
         innerDone = true;
         EXPECT_FALSE(here->notifying());
-    };
+    });
     here->notify({1});
     EXPECT_TRUE(innerDone);
     EXPECT_FALSE(here->hasObservers());
@@ -165,11 +132,9 @@ TEST_F(NotifierTest, ExceptionOfAnObserverIsReportedAndTheOthersAreTold)
 {
     static Names reported;
     NotifierBase::setExceptionReport([](const char* line) { reported.emplace_back(line); });
-    auto a = make("a");
-    auto b = make("b");
-    auto c = make("c");
-    a->then = [](const Message&) { throw std::runtime_error("no disk"); };
-    b->then = [](const Message&) { throw 1; };
+    const ObserverPtr a = make("a", [](const Message&) { throw std::runtime_error("no disk"); });
+    const ObserverPtr b = make("b", [](const Message&) { throw 1; });
+    const ObserverPtr c = make("c");
     EXPECT_THAT(send(), ElementsAre("a", "b", "c"));
     EXPECT_FALSE(notifier->notifying());
     NotifierBase::setExceptionReport(nullptr);
@@ -186,11 +151,11 @@ TEST_F(NotifierTest, FiltersByMessageType)
     EXPECT_EQ(dictionary.nameOf(closed), "closed");
     EXPECT_EQ(dictionary.nameOf(static_cast<NotifyMsgType>(99999)), "");
 
-    Observer a("a", heard);
-    Observer b("b", heard);
-    Observer any("any", heard, *notifier);
-    a.callback.attach(*notifier, edited);
-    b.callback.attach(*notifier, closed);
+    const ObserverPtr any = make("any");
+    const ObserverPtr a = make("a");
+    const ObserverPtr b = make("b");
+    a->callback.attach(*notifier, edited);
+    b->callback.attach(*notifier, closed);
     notifier->notify({1}, edited);
     notifier->notify({2}, closed);
     EXPECT_THAT(heard, ElementsAre("any", "a", "any", "b"));
@@ -222,24 +187,6 @@ public:
     }
 
 private:
-    struct Member {
-        Member(Crowd& owner, int number)
-            : crowd(owner)
-            , id(number)
-        {
-        }
-
-        int hear(const Message&)
-        {
-            crowd.heard(id);
-            return 0;
-        }
-
-        Crowd& crowd;
-        int id;
-        MethodCallback<Member, Message, int> callback{this, &Member::hear};
-    };
-
     /** A running notification: who is still to be told. */
     using Expected = std::vector<int>;
 
@@ -275,7 +222,8 @@ private:
         case 4:
             // Who leaves and comes back is new, even when it has not had its turn.
             forget(id);
-            registerAtEnd(id);
+            members_[id]->callback.attach(notifier_);
+            registered_.push_back(id);
             break;
         default:
             leave(id);
@@ -287,20 +235,15 @@ private:
 
     void join()
     {
-        members_.push_back(std::make_unique<Member>(*this, static_cast<int>(members_.size())));
-        registerAtEnd(members_.back()->id);
+        const int id = static_cast<int>(members_.size());
+        members_.push_back(std::make_unique<Observer>(notifier_, [this, id](const Message&) { heard(id); }));
+        registered_.push_back(id);
     }
 
     void leave(int id)
     {
         members_[id].reset();
         forget(id);
-    }
-
-    void registerAtEnd(int id)
-    {
-        members_[id]->callback.attach(notifier_);
-        registered_.push_back(id);
     }
 
     void forget(int id)
@@ -312,7 +255,7 @@ private:
 
     std::mt19937 random_;
     Notifier<Message> notifier_;
-    std::vector<std::unique_ptr<Member>> members_;
+    std::vector<ObserverPtr> members_;
     std::vector<int> registered_;
     std::vector<Expected> expected_;
     int budget_ = 0;

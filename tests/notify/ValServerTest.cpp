@@ -98,11 +98,3 @@ TEST(ValServer, DerivedServersLimitWhatTheyTake)
     EXPECT_FALSE(base.set(8.0));
     EXPECT_EQ(observer.count(), 1u);
 }
-
-TEST(ChangeKind, HasTheAgreedNumbers)
-{
-    // Hosts exchange these as numbers.
-    EXPECT_EQ(static_cast<unsigned>(ChangeKind::Start), 0u);
-    EXPECT_EQ(static_cast<unsigned>(ChangeKind::Single), 3u);
-    EXPECT_EQ(static_cast<unsigned>(ChangeKind::Continuation), 4u);
-}

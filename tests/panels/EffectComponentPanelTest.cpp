@@ -3,7 +3,6 @@
 #include "tests/support/TestHost.h"
 
 #include "oribund/host/canvas/Canvas.h"
-#include "oribund/host/canvas/RecordingRenderer.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/widgets/Checkbox.h"
@@ -11,7 +10,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <vector>
 
 namespace oribund
@@ -115,22 +113,6 @@ TEST_F(ComponentPanel, HasTheTitleAreaThatItsFlagsAskFor)
     const auto locked = makePanel(Options::kTitleBar | Options::kMinimisable);
     locked->userToggleSizeState();
     EXPECT_EQ(locked->getSizeState(), Glob::eSizeNormal) << "size change is not allowed yet";
-}
-
-TEST_F(ComponentPanel, DrawsAFrameOnlyWithItsFlagAndUnfolded)
-{
-    const auto hasFrame = [this](EffectComponentPanel& panel) {
-        RecordingRenderer renderer;
-        panel.draw(renderer);
-        const Kt::Box<double> left{0.0, 1.0, 1.0, panel.getHeight() - 1.0};
-        const auto& drawn = renderer.primitives();
-        return std::any_of(drawn.begin(), drawn.end(), [&](const Primitive& rect) { return rect.box == left; });
-    };
-    EXPECT_FALSE(hasFrame(*makePanel(Options::kDefaultFlags & ~Options::kDrawBorder)));
-    const auto framed = makePanel(Options::kDefaultFlags);
-    EXPECT_TRUE(hasFrame(*framed));
-    framed->userToggleSizeState();
-    EXPECT_FALSE(hasFrame(*framed));
 }
 
 TEST_F(ComponentPanel, OutlivesItsEffect)

@@ -92,22 +92,14 @@ TEST(Accessibility, ValuesAreReadAndSet)
     EXPECT_EQ(menu->valueInterface(), nullptr);
 }
 
-TEST(Accessibility, ActionsAreThoseOfTheUserAndEndWithTheGlob)
+TEST(Accessibility, EndsWithTheGlob)
 {
     Stage stage;
     Checkbox* box = stage.add<Checkbox>(0, 0);
     QAccessibleInterface* accessible = interfaceOf(*box);
-    QAccessibleActionInterface* actions = accessible->actionInterface();
-    ASSERT_TRUE(actions);
-    actions->doAction(QAccessibleActionInterface::toggleAction());
-    EXPECT_TRUE(box->isChecked());
-    EXPECT_TRUE(accessible->state().checked);
-    actions->doAction(QAccessibleActionInterface::setFocusAction());
-    EXPECT_EQ(stage.focused(), box);
-    EXPECT_TRUE(accessible->state().focused);
     box->setEnabled(false);
-    actions->doAction(QAccessibleActionInterface::toggleAction());
-    EXPECT_TRUE(box->isChecked());
+    accessible->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_FALSE(box->isChecked());
     stage.panel().destroyWidget(*box);
     EXPECT_FALSE(accessible->isValid());
     EXPECT_EQ(accessible->parent(), nullptr);

@@ -261,9 +261,7 @@ TEST(SurfaceLife, GivesThePanelItsWidthAndIsAsHighAsThat)
     EXPECT_EQ(stage.panel().getWidth(), 500);
     stage.panel().resize(500, 640);
     EXPECT_EQ(stage.surface->sizeHint().height(), 640);
-    std::unique_ptr<Glob> panel = stage.surface->takePanel();
-    EXPECT_FALSE(panel->isOpen());
-    stage.surface->setPanel(std::move(panel), PanelSurface::Fits::Both);
+    stage.surface->setPanel(stage.surface->takePanel(), PanelSurface::Fits::Both);
     EXPECT_EQ(stage.panel().getHeight(), 200);
     Canvas elsewhere({100, 100});
     EXPECT_FALSE(stage.surface->setPanel(std::make_unique<StandardPanel>(GlobCreationInfo(20, 20, &elsewhere))));

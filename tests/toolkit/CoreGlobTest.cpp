@@ -1,8 +1,6 @@
 #include "CoreProbe.h"
 
-#include <cmath>
 #include <gtest/gtest.h>
-#include <limits>
 
 namespace oribund::test
 {
@@ -140,22 +138,9 @@ TEST_F(Globs, OpenOnlyAsRootsOfACanvasWhichMayGoFirst)
     auto canvas = std::make_unique<Canvas>(XY<int>{100, 100});
     StandardPanel panel{GlobCreationInfo(50, 50, canvas.get())};
     panel.open();
-    panel.addChild(std::make_unique<Probe>("a", XY<int>{5, 5}));
     canvas.reset();
     EXPECT_FALSE(panel.isOpen());
     EXPECT_EQ(panel.canvas(), nullptr);
-    panel.resize(20, 20);
-}
-
-TEST_F(Globs, HaveRoundedSizesNeverBelowTheMinimum)
-{
-    outer->setMinSize({5, 6});
-    outer->resize(7.5, 7.4);
-    EXPECT_EQ(outer->getSize(), (XY<int>{8, 7}));
-    outer->resize(-20.0, 2.0);
-    EXPECT_EQ(outer->getSize(), (XY<int>{5, 6}));
-    outer->resize(std::numeric_limits<double>::quiet_NaN(), 1e300);
-    EXPECT_EQ(outer->getSize(), (XY<int>{5, (1 << 24) - 1}));
 }
 
 TEST_F(Globs, TakeStatePaletteFontAndCursorFromWhatTheyStandIn)

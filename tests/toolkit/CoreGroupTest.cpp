@@ -221,22 +221,6 @@ TEST_F(Groups, MayBeDestroyedWhileTheyFold)
     EXPECT_TRUE(Drawable::redrawsEnabled());
 }
 
-TEST_F(Groups, KeepTitleWidgetsInTheTitleRow)
-{
-    Probe* led = inner->addTitleWidget(std::make_unique<Probe>("led", XY<int>{10, 12}), 3);
-    const Kt::Box<int> title = inner->getTitleArea();
-    EXPECT_EQ(led->getPosition(), (XY<int>{title.right - 13, title.top + (title.height() - 12) / 2}));
-    fold();
-    EXPECT_TRUE(led->isShown());
-    outer->resize(150, 0);
-    EXPECT_EQ(led->box().right, inner->getTitleArea().right - 3);
-    led->takes = true;
-    desk.click(led->toCanvas({2, 2}));
-    EXPECT_TRUE(isFolded()) << "a click on it is not one on the title";
-    delete led;
-    inner->resize(90, 0);
-}
-
 TEST_F(Groups, ShowTheirTitle)
 {
     MinimizableGroup::InitArgs args = titled(L"Colour", 200);
@@ -251,11 +235,8 @@ TEST_F(Groups, ShowTheirTitle)
     EXPECT_EQ(titleColour(), Colour::fromRGB(0x123456));
     group.setTitleActive(false);
     EXPECT_EQ(titleColour(), group.getPalette().disabledText());
-    group.userToggleSizeState();
-    EXPECT_EQ(group.getSizeState(), Glob::eSizeNormal) << "not minimisable";
     group.setTitle(L"Light");
     EXPECT_EQ(group.titleChanges, 0) << "it was not the user";
-    EXPECT_EQ(group.accessibleName(), UIString(L"Light"));
     group.setTitleRowShown(false);
     EXPECT_TRUE(group.getTitleArea().empty());
     EXPECT_EQ(titleColour(), CanvasRenderer::kNone);

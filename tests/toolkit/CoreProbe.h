@@ -41,6 +41,12 @@ public:
 
     void draw(CanvasRenderer&) override { ++draws; }
 
+    bool wantsFocus() const override
+    {
+        ++asked;
+        return Glob::wantsFocus();
+    }
+
     std::ptrdiff_t count(EventCode code) const { return std::ranges::count(seen, code, &Event::code); }
 
     const Event& last() const { return seen.back(); }
@@ -50,6 +56,7 @@ public:
     std::string* journal = nullptr;
     std::vector<Event> seen;
     int draws = 0;
+    static inline int asked = 0; ///< whether any of them takes the keyboard
 
 private:
     static GlobCreationInfo infoFor(const char* name, const XY<int>& size)

@@ -1,8 +1,5 @@
 #include "WidgetsSupport.h"
 
-#include "oribund/host/toolkit/entries/ValTextBox.h"
-#include "oribund/host/toolkit/values/ButtonAdaptor.h"
-#include "oribund/host/toolkit/widgets/ValButton.h"
 #include "oribund/host/toolkit/widgets/ValSlider.h"
 
 #include <gmock/gmock.h>
@@ -86,18 +83,6 @@ TEST_F(Adaptors, WidgetsAreToldInTheOrderInWhichTheyWereAttached)
     EXPECT_FALSE(a.enabled) << "who joins is as the first one is";
 }
 
-TEST_F(Adaptors, AnAdaptorOfAnotherTypeIsKeptButNotUsed)
-{
-    Watcher widget("w", journal);
-    const auto textAdaptor = Kt::makePtr<StoreAdaptor<WString>>(L"5");
-    widget.setAdaptor(textAdaptor);
-    EXPECT_EQ(widget.getAdaptor().get(), textAdaptor.get());
-    EXPECT_FALSE(widget.getDataAdaptor());
-    EXPECT_FALSE(widget.requestDataChange(1.0, ChangeKind::Single));
-    textAdaptor->forceWidgetUpdate(eRedrawFlag::Yes);
-    EXPECT_TRUE(journal.empty());
-}
-
 TEST_F(Adaptors, WidgetsMayGoOrComeWhileTheValueIsOnItsWay)
 {
     auto first = std::make_unique<Watcher>("1", journal);
@@ -167,57 +152,6 @@ TEST_F(Adaptors, AnEditRepaintsEachWidgetThatShowsTheValueOnce)
     sliders[0]->userSet(6.0);
     EXPECT_EQ(sliders[1]->getValue(), 6.0);
     EXPECT_EQ(sliders[0]->repaintCount() + sliders[1]->repaintCount(), before + 2);
-}
-
-class Opener : public ButtonAdaptor<String>
-{
-public:
-    void widgetLeftClicked() override
-    {
-        ++clicks;
-        if (onClick)
-            onClick();
-    }
-
-    int clicks = 0;
-    std::function<void()> onClick;
-};
-
-TEST(ButtonAdaptors, AClickReachesThemAndMayDestroyTheButton)
-{
-    Desk desk;
-    ValButton::InitArgs args;
-    args.text = L"Reset";
-    auto* button = desk.add<ValButton>(args);
-    const auto opener = Kt::makePtr<Opener>();
-    EXPECT_TRUE(opener->getDataValue().empty());
-    button->setDataAdaptor(opener);
-    EXPECT_EQ(button->getText(), L"Reset");
-    EXPECT_EQ(opener->getDataValue(), "Reset");
-    desk.click({5, 10});
-    opener->onClick = [&] { desk.panel->destroyWidget(*button); };
-    desk.click({5, 10});
-    EXPECT_EQ(opener->clicks, 2);
-    EXPECT_EQ(opener->getNumWidgets(), 0u);
-}
-
-TEST(ButtonAdaptors, AValueWithALookIsShownByIt)
-{
-    Desk desk;
-    auto* button = desk.add<ValButton>();
-    const auto state = Kt::makePtr<StoreAdaptor<String>>("none");
-    button->addLook({"here", Image::icon("key-here"), Button::eOn, L"Remove the keyframe"});
-    button->addLook({"animated", Image::icon("key"), Button::eMixed, L"Add a keyframe"});
-    button->setDataAdaptor(state);
-    state->setNewWidgetValue("here", eRedrawFlag::Yes);
-    EXPECT_EQ(button->getIcon(), Image::icon("key-here"));
-    EXPECT_EQ(button->getState(), Button::eOn);
-    EXPECT_TRUE(button->getText().empty());
-    EXPECT_EQ(button->accessibleName(), UIString(L"Remove the keyframe"));
-    state->setNewWidgetValue("gone", eRedrawFlag::Yes);
-    EXPECT_EQ(button->getText(), L"gone");
-    EXPECT_TRUE(button->getIcon().empty());
-    EXPECT_EQ(button->getState(), Button::eOff);
 }
 
 } // namespace

@@ -34,6 +34,16 @@ public:
         return widget;
     }
 
+    WidgetGroupEx* giveTitle()
+    {
+        WidgetGroupEx::InitArgs titled;
+        titled.title = L"Title";
+        auto* group = desk.add<WidgetGroupEx>(titled);
+        group->setTitleEditable(true);
+        group->takeFocus();
+        return group;
+    }
+
     NumericEntry* giveNumber()
     {
         auto* entry = desk.add<NumericEntry>(40, 0);
@@ -69,8 +79,6 @@ TEST(Keys, AreTakenExactlyWhenAWidgetSaysThatItUsesThem)
     items.items = {L"Normal", L"Screen"};
     TextBox::InitArgs locked;
     locked.readOnly = true;
-    WidgetGroupEx::InitArgs titled;
-    titled.title = L"Title";
     MinimizableGroup::InitArgs folding;
     folding.title = L"Title";
     constexpr int kTab = 2;
@@ -106,20 +114,8 @@ TEST(Keys, AreTakenExactlyWhenAWidgetSaysThatItUsesThem)
          },
          4},
         {"group", [&](WidgetStage& s) { s.give<MinimizableGroup>(folding); }, kTab + 8},
-        {"named group",
-         [&](WidgetStage& s) {
-             auto* group = s.desk.add<WidgetGroupEx>(titled);
-             group->setTitleEditable(true);
-             group->takeFocus();
-         },
-         kTab + 2},
-        {"title entry",
-         [&](WidgetStage& s) {
-             auto* group = s.desk.add<WidgetGroupEx>(titled);
-             group->setTitleEditable(true);
-             group->beginTitleEdit();
-         },
-         kTab + 16},
+        {"named group", [](WidgetStage& s) { s.giveTitle(); }, kTab + 2},
+        {"title entry", [](WidgetStage& s) { s.giveTitle()->beginTitleEdit(); }, kTab + 16},
         {"cells", [](WidgetStage& s) { s.giveTable(TableWidget::Selects::Cells); }, kTab + 26},
         {"rows", [](WidgetStage& s) { s.giveTable(TableWidget::Selects::Rows); }, kTab + 22},
         {"locked cells", [](WidgetStage& s) { s.list.locked = true, s.giveTable(TableWidget::Selects::Cells); },

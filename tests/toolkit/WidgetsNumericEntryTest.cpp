@@ -179,21 +179,6 @@ TEST_F(NumericEntries, AClickGoesToTypingAndThenTheMouseIsForTheText)
     }
 }
 
-TEST_F(NumericEntries, EscapePutsTheOldNumberBackWithoutAJournal)
-{
-    desk.press(kEntry);
-    dragTo(160);
-    EXPECT_NE(adaptor->value, L"12");
-    desk.key(Key::Escape);
-    EXPECT_EQ(adaptor->value, L"12");
-    EXPECT_EQ(entry->getShownText(), L"12");
-    EXPECT_EQ(adaptor->seriesEnds, 1);
-    dragTo(170);
-    desk.release({170, 10});
-    EXPECT_EQ(adaptor->value, L"12") << "the drag is over";
-    EXPECT_FALSE(entry->isEditing()) << "nor was it a click";
-}
-
 TEST_F(NumericEntries, ADragOutlivesWhatHappensMeanwhile)
 {
     desk.press(kEntry);

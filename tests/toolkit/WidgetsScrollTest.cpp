@@ -179,13 +179,8 @@ TEST_F(ScrollPanels, ItFollowsItsContentAndItsOwnSize)
     panel.setScroll(15000);
     panel.resize({200, 300});
     EXPECT_EQ(panel.getScroll(), 15000);
-    {
-        const LayoutHold hold(*group);
-        while (buttons.size() > 10) {
-            group->destroyWidget(*buttons.back());
-            buttons.pop_back();
-        }
-    }
+    for (; buttons.size() > 10; buttons.pop_back())
+        group->destroyWidget(*buttons.back());
     EXPECT_EQ(panel.getScroll(), 0);
     EXPECT_FALSE(panel.scrollBar().isVisible());
     EXPECT_EQ(group->getWidth(), 200);

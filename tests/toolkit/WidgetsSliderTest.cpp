@@ -68,13 +68,13 @@ TEST_F(Sliders, TheHandleKeepsItsDistanceFromThePointer)
     desk.press(hold);
     desk.drag({hold.x + 20, 10});
     EXPECT_DOUBLE_EQ(adaptor->value, 30.0);
-    desk.drag({hold.x + 20, 10}, Event::kShift);
-    desk.drag({hold.x + 40, 10}, Event::kShift);
-    EXPECT_NEAR(adaptor->value, 31.0, 1e-9) << "with Shift a tenth as far";
-    desk.drag(hold, Event::kShift);
     desk.drag(hold);
-    desk.release(hold);
-    EXPECT_EQ(adaptor->kinds().substr(0, 2), "SC");
+    EXPECT_DOUBLE_EQ(adaptor->value, 20.0) << "back where it began is an edit too";
+    desk.drag(hold, Event::kShift);
+    desk.drag({hold.x + 20, 10}, Event::kShift);
+    EXPECT_NEAR(adaptor->value, 21.0, 1e-9) << "with Shift a tenth as far";
+    desk.release({hold.x + 20, 10});
+    EXPECT_EQ(adaptor->kinds(), "SCC");
     EXPECT_EQ(adaptor->seriesEnds, 1);
 }
 
@@ -83,22 +83,17 @@ TEST_F(Sliders, EscapeAsksTheAdaptorToRestoreOrElseForTheFirstValue)
     desk.press(at(50));
     desk.drag(at(60));
     EXPECT_TRUE(desk.key(Key::Escape));
-    EXPECT_EQ(adaptor->kinds(), "SCC");
     EXPECT_EQ(adaptor->value, 20.0);
-    EXPECT_EQ(slider->getValue(), 20.0);
     desk.drag(at(90)); // the button is still down
     desk.release(at(90));
     EXPECT_EQ(adaptor->kinds(), "SCC");
     EXPECT_EQ(adaptor->seriesEnds, 1);
-
     adaptor->restoresTo = 33.0;
     desk.press(at(50));
     desk.key(Key::Escape);
     EXPECT_EQ(adaptor->kinds(), "SCCS") << "what the adaptor has restored is not asked for again";
     EXPECT_EQ(slider->getValue(), 33.0);
-
     EXPECT_FALSE(desk.key(Key::Escape)) << "without a drag it is not for the slider";
-    EXPECT_EQ(adaptor->cancels, 2);
 }
 
 TEST_F(Sliders, ItStaysUnderThePointerAndIsBroughtInStepAtRelease)
@@ -156,7 +151,10 @@ TEST_F(Sliders, ValuesOutsideTheRangeAreShownAtItsEndAndLeftAlone)
     slider->userStep(-1);
     EXPECT_EQ(adaptor->value, 99.0);
 
+    slider->setRange(9.0, 1.0);
+    slider->setRange(0.0, std::numeric_limits<double>::infinity());
     slider->setValue(std::numeric_limits<double>::quiet_NaN());
+    EXPECT_EQ(slider->getMax(), 100.0);
     EXPECT_EQ(slider->getValue(), 99.0);
 }
 
@@ -185,39 +183,22 @@ TEST_F(Sliders, ADoubleClickResetsInsteadOfWhatItsFirstClickHasSet)
     EXPECT_EQ(adaptor->value, 40.0);
 }
 
-TEST(PlainSlider, WholeStepsAreKept)
-{
-    Slider::InitArgs args;
-    args.max = 10.0;
-    args.step = 2.0;
-    args.snapToStep = true;
-    Slider slider(args);
-    slider.userPress(7.1);
-    EXPECT_EQ(slider.getValue(), 8.0);
-}
-
 TEST(PlainSlider, TheFillRunsFromTheOriginToTheValue)
 {
-    Desk desk;
     Slider::InitArgs args;
     args.width = 204;
     args.min = -1.0;
-    args.value = 0.5;
-    auto* slider = desk.add<Slider>(args);
-    const auto isDrawn = [&](double left, double right) {
-        const auto rects = Desk::drawn(*slider).ofKind(Primitive::Kind::Rect);
-        return std::any_of(rects.begin(), rects.end(),
-                           [&](const Primitive& p) { return p.box.left == left && p.box.right == right; });
+    Slider slider(args);
+    const auto isDrawn = [&](double value, double left, double right) {
+        slider.setValue(value);
+        const auto rects = Desk::drawn(slider).ofKind(Primitive::Kind::Rect);
+        return std::ranges::any_of(rects,
+                                   [&](const Primitive& p) { return p.box.left == left && p.box.right == right; });
     };
-    EXPECT_TRUE(isDrawn(102, 152));
-    slider->setValue(-0.5);
-    EXPECT_TRUE(isDrawn(52, 102));
-    slider->setOrigin(-1.0);
-    EXPECT_TRUE(isDrawn(2, 52));
-    slider->setRange(2.0, 4.0);
-    slider->setOrigin({});
-    slider->setValue(3.0);
-    EXPECT_TRUE(isDrawn(2, 102)) << "0 is outside: from the end nearest to it";
+    EXPECT_TRUE(isDrawn(0.5, 102, 152));
+    EXPECT_TRUE(isDrawn(-0.5, 52, 102));
+    slider.setRange(2.0, 4.0);
+    EXPECT_TRUE(isDrawn(3.0, 2, 102)) << "0 is outside: from the end nearest to it";
 }
 
 } // namespace

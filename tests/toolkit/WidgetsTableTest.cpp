@@ -195,11 +195,6 @@ TEST_F(Tables, AnEditOutOfViewEnds)
     EXPECT_GT(table->layout().getScroll(), 0);
     EXPECT_EQ(list.stored(), "1,0=a ");
     table->userScroll(0);
-    const int right = table->getWidth() - 5;
-    desk.press({right, 5});
-    desk.drag({right, 400});
-    desk.release({right, 400});
-    EXPECT_EQ(table->layout().getScroll(), table->layout().getMaxScroll()) << "by the bar";
     desk.canvas.inject(Event::mouseWheel({10, 50}, 100.0));
     EXPECT_EQ(table->layout().getScroll(), 0);
     EXPECT_FALSE(desk.canvas.inject(Event::mouseWheel({10, 50}, 1.0))) << "for what is around it";
@@ -282,24 +277,9 @@ TEST_F(Tables, TitlesAndCellsArePartsOfItForThoseWhoDoNotSeeIt)
     EXPECT_EQ(first.value, L"row 0");
     EXPECT_FALSE(first.visible || first.selected || first.editable);
     EXPECT_EQ(table->accessiblePartAt(at(1, 99)), 2 + 199);
-    EXPECT_EQ(table->accessiblePartAt(table->layout().headerCellBox(0).centre()), 0);
     EXPECT_TRUE(table->accessibleSetText(L"said", 2 + 199));
     EXPECT_FALSE(table->accessibleSetText(L"said", 2 + 198)) << "not to be edited";
     EXPECT_EQ(list.stored(), "1,99=said ");
-    EXPECT_TRUE(table->accessibleActivate(3));
-    EXPECT_EQ(table->edit().cell(), (XY<int>{1, 0}));
-}
-
-TEST_F(Tables, TheMarkTellsWhetherTheTableHasTheKeyboard)
-{
-    const Palette& palette = table->getPalette();
-    table->takeFocus();
-    EXPECT_TRUE(Desk::draws(*table, palette.accent()));
-    table->edit().begin({1, 0});
-    EXPECT_TRUE(Desk::draws(*table, palette.focus())) << "its entry has it";
-    EXPECT_FALSE(Desk::draws(*table, palette.accent())) << "nothing shines through behind it";
-    other->takeFocus();
-    EXPECT_TRUE(Desk::draws(*table, palette.field().mix(palette.accent(), 0.35)));
 }
 
 } // namespace

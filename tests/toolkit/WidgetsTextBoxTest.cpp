@@ -67,18 +67,6 @@ TEST_F(TextBoxes, ARefusedOrRewrittenTextIsShownAsTheAdaptorHasIt)
     EXPECT_EQ(box->getShownText(), L"12") << "also when the value is what it was";
 }
 
-TEST_F(TextBoxes, AValueThatComesMeanwhileDoesNotDisturbTheTyping)
-{
-    box->takeFocus();
-    desk.type(L"5");
-    adaptor->value = L"40";
-    adaptor->forceWidgetUpdate(eRedrawFlag::Yes);
-    desk.type(L"6");
-    EXPECT_EQ(box->getShownText(), L"56");
-    desk.key(Key::Escape);
-    EXPECT_EQ(box->getShownText(), L"40");
-}
-
 TEST_F(TextBoxes, ADisabledOrReadOnlyBoxTakesNoText)
 {
     box->takeFocus();
@@ -86,7 +74,6 @@ TEST_F(TextBoxes, ADisabledOrReadOnlyBoxTakesNoText)
     box->setEnabled(false);
     EXPECT_EQ(box->getShownText(), L"12");
     EXPECT_FALSE(box->userCommit(L"8"));
-    box->userEdit(L"8");
     box->setEnabled(true);
     box->setReadOnly(true);
     box->takeFocus();
@@ -95,17 +82,6 @@ TEST_F(TextBoxes, ADisabledOrReadOnlyBoxTakesNoText)
     EXPECT_FALSE(box->userStep(1));
     EXPECT_EQ(box->getShownText(), L"12");
     EXPECT_TRUE(adaptor->requests.empty());
-}
-
-TEST_F(TextBoxes, ItMayBeDestroyedByItsOwnCommit)
-{
-    box->takeFocus();
-    desk.type(L"8");
-    adaptor->onRequest = [&] { desk.panel->destroyWidget(*box); };
-    other->takeFocus();
-    EXPECT_EQ(adaptor->getNumWidgets(), 0u);
-    EXPECT_TRUE(other->hasFocus());
-    EXPECT_TRUE(Drawable::redrawsEnabled());
 }
 
 TEST(PlainTextBox, TextsAreOneLineOfBoundedLength)
@@ -124,24 +100,6 @@ TEST(PlainTextBox, TextsAreOneLineOfBoundedLength)
     EXPECT_EQ(box->getShownText().size(), 8u);
     box->userEdit(L"one ");
     EXPECT_EQ(box->getShownText(), L"one ") << "more is to come";
-}
-
-TEST(PlainTextBox, ItShowsItsPlaceholderAndTheSelectedText)
-{
-    Desk desk;
-    TextBox::InitArgs args;
-    args.placeholder = L"Search";
-    auto* box = desk.add<TextBox>(args);
-    const Palette& palette = box->getPalette();
-    ASSERT_TRUE(Desk::drawn(*box).findText(L"Search"));
-    EXPECT_EQ(Desk::drawn(*box).findText(L"Search")->colour, palette.disabledText());
-    EXPECT_EQ(box->accessibleName(), UIString(L"Search"));
-
-    box->setText(L"glow");
-    EXPECT_FALSE(Desk::drawn(*box).findText(L"Search"));
-    EXPECT_FALSE(Desk::draws(*box, palette.accent()));
-    box->takeFocus();
-    EXPECT_TRUE(Desk::draws(*box, palette.accent()));
 }
 
 } // namespace
