@@ -176,20 +176,11 @@ private:
 
     void runCommand()
     {
-        constexpr std::array<Command, 14> kCommands = {Command::AddKeyframes,
-                                                       Command::AddKeyframes,
-                                                       Command::Redo,
-                                                       Command::Split,
-                                                       Command::AddKeyframes,
-                                                       Command::AddKeyframes,
-                                                       Command::RemoveKeyframes,
-                                                       Command::SelectKeyframes,
-                                                       Command::CopyKeyframes,
-                                                       Command::PasteKeyframes,
-                                                       Command::KeyframesLater,
-                                                       Command::NextKeyframe,
-                                                       Command::KeyframesEarlier,
-                                                       Command::SelectNext};
+        using enum Command;
+        constexpr std::array kCommands = {
+            AddKeyframes,     AddKeyframes,    Redo,          Split,          AddKeyframes,   AddKeyframes,
+            RemoveKeyframes,  SelectKeyframes, CopyKeyframes, PasteKeyframes, KeyframesLater, NextKeyframe,
+            KeyframesEarlier, SelectNext};
         if (below(3) == 0)
             workspace_->vob().setCurrentTime(workspace_->vob().timeOf(below(kSampleFrames)));
         window_->action(kCommands[static_cast<std::size_t>(below(14))]).trigger();
