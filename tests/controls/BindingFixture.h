@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/FakeView.h"
+#include "tests/support/Listener.h"
 
 #include "oribund/controls/binding/EffectValParamAdaptor.h"
 #include "oribund/host/toolkit/values/ValWidget.h"
@@ -82,6 +83,24 @@ Kt::Ptr<EffectValParam<P>> makeParam(int number, const P& value = P())
     info.name = "p";
     return Kt::makePtr<EffectValParam<P>>(info, value);
 }
+
+/** The values that a constant becomes, and how. */
+template <class P>
+struct ConstantLog {
+    explicit ConstantLog(EffectValParam<P>& param)
+        : listener(param.constantServer().notifier(), [this](const ValServerEvent<P>& event) {
+            if (event.kind != ValEventKind::Changed)
+                return;
+            values.push_back(*event.value);
+            kinds.push_back(event.change);
+        })
+    {
+    }
+
+    std::vector<P> values;
+    std::vector<ChangeKind> kinds;
+    Listener<ValServerEvent<P>> listener;
+};
 
 /** An effect over 10 to 20 seconds of an edit: a current time of 15 s is an effect time of 0.5. */
 class Binding : public testing::Test

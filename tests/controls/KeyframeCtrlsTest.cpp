@@ -28,18 +28,6 @@ protected:
         std::make_unique<KeyframeFloatCtrlsBase>(handle, param, kWidth, kLabelWidth, 0, &canvas);
 };
 
-TEST_F(FloatRow, SliderAndEntryEditTheNumberEachInItsUnit)
-{
-    EXPECT_EQ(entry().getShownText(), L"25 %");
-    EXPECT_EQ(in<ValSlider>(*row).getValue(), 0.25);
-    EXPECT_TRUE(entry().userCommit(L"80/2"));
-    EXPECT_EQ(param->constant(), 0.4);
-    in<ValSlider>(*row).userSet(0.5);
-    EXPECT_EQ(entry().getShownText(), L"50 %");
-    EXPECT_FALSE(entry().userCommit(L"much"));
-    EXPECT_EQ(param->constant(), 0.5);
-}
-
 TEST_F(FloatRow, KeyframeButtonSaysInWhichOfThreeStatesTheParameterIs)
 {
     auto& button = in<KeyframeButton>(*row);
@@ -57,26 +45,6 @@ TEST_F(FloatRow, KeyframeButtonSaysInWhichOfThreeStatesTheParameterIs)
     EXPECT_FALSE(button.isVisible());
 }
 
-TEST_F(FloatRow, DoubleClickOnTheNameSetsTheDefaultInOneChange)
-{
-    param->setConstant(0.75);
-    const test::ConstantLog<double> told(*param);
-    doubleClick(in<ScrubLabel>(*row));
-    EXPECT_EQ(told.values, std::vector<double>{0.25});
-
-    param->setFunctionType(EffectValParamFnType::Keyframed, 0.0);
-    param->addKeyframeAt(1.0, 1.0);
-    setEffectTime(0.5);
-    doubleClick(in<ScrubLabel>(*row));
-    EXPECT_EQ(param->graph()->size(), 3);
-    EXPECT_EQ(param->getValue(0.5), 0.25);
-
-    effect->editable = false;
-    setEffectTime(1.0);
-    doubleClick(in<ScrubLabel>(*row));
-    EXPECT_EQ(param->getValue(1.0), 1.0);
-}
-
 TEST_F(FloatRow, NothingThatWasBegunIsWrittenIntoAReplacedParameter)
 {
     const auto other = makeReplacement(*param);
@@ -92,29 +60,6 @@ TEST_F(FloatRow, NothingThatWasBegunIsWrittenIntoAReplacedParameter)
     EXPECT_EQ(other->constant(), 3.0);
     EXPECT_TRUE(entry().userCommit(L"4"));
     EXPECT_EQ(other->constant(), 4.0);
-}
-
-TEST_F(FloatRow, ScrubEndsWhenTheParameterIsReplacedOrTheRowDestroyed)
-{
-    const XY<int> name = in<ScrubLabel>(*row).toCanvas({20, 5});
-    const auto drag = [&](int by) { canvas.inject(Event::mouseMove({name.x + by, name.y}, MouseButton::Left)); };
-    canvas.inject(Event::mousePress(name));
-    drag(23);
-    EXPECT_GT(param->constant(), 0.25);
-    const auto other = makeReplacement(*param);
-    replace(param->id(), other);
-    drag(60);
-    EXPECT_EQ(other->constant(), 3.0);
-    canvas.inject(Event::mouseRelease(name));
-
-    canvas.inject(Event::mousePress(name));
-    drag(23);
-    const double scrubbed = other->constant();
-    EXPECT_GT(scrubbed, 3.0);
-    row.reset();
-    drag(60);
-    canvas.inject(Event::mouseRelease(name));
-    EXPECT_EQ(other->constant(), scrubbed);
 }
 
 TEST_F(FloatRow, WithoutItsParameterItIsDisabledAndKeepsWhatItShows)

@@ -1,12 +1,10 @@
 #include "tests/controls/BindingFixture.h"
 
 #include "oribund/controls/rows/AngleParamWidget.h"
-#include "oribund/controls/rows/GraphColManager.h"
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
 
 #include <memory>
 #include <numeric>
-#include <set>
 
 namespace oribund
 {
@@ -219,17 +217,6 @@ TEST_F(Refresh, EnabledStateIsWrittenOnlyWhenItChanges)
         << "an adaptor without widgets";
 }
 
-TEST_F(Refresh, WhatIsDestroyedHearsNothing)
-{
-    auto shortLived = std::make_unique<FakeWidget<double>>();
-    attach(*shortLived, Kt::makePtr<FloatAdaptor>(handle, EffectValParamAccessor<double>(*param)));
-    shortLived.reset();
-    param->setConstant(2.0);
-    setEffectTime(0.3);
-    vob.monitor->tell(EffectChangeCode::ParamSetChanged, effect->id());
-    EXPECT_EQ(widget.shown.back(), 2.0);
-}
-
 TEST_F(Refresh, AnEditRepaintsOnceAfterwards)
 {
     struct Watcher : ValWidget<double> {
@@ -250,15 +237,6 @@ TEST_F(Refresh, AnEditRepaintsOnceAfterwards)
     EXPECT_TRUE(Drawable::redrawsEnabled());
 }
 
-TEST_F(Refresh, ACancelledSeriesPutsTheOldValueBackWithoutAJournal)
-{
-    widget.ask(2.0, ChangeKind::Start);
-    widget.ask(3.0, ChangeKind::Continuation);
-    widget.cancel(1.0);
-    EXPECT_EQ(param->constant(), 1.0);
-    EXPECT_EQ(widget.shown.back(), 1.0);
-}
-
 TEST_F(Refresh, AMaskIsBoundThroughTheSameView)
 {
     const auto mask = Kt::makePtr<test::FakeEffect>(IdStamp(0, 0, 70), String("mask"), WString(L"Mask"));
@@ -274,7 +252,7 @@ TEST_F(Refresh, AMaskIsBoundThroughTheSameView)
     EXPECT_EQ(param->constant(), 1.0);
 }
 
-TEST_F(Refresh, TheDialTurnsTheAngleAndHasTheColourOfItsGraph)
+TEST_F(Refresh, TheDialTurnsTheAngle)
 {
     const auto angle = addParam(Angle{370.0});
     AngleParamWidget::InitArgs args;
@@ -283,12 +261,6 @@ TEST_F(Refresh, TheDialTurnsTheAngleAndHasTheColourOfItsGraph)
     EXPECT_EQ(dial.getWidgetValue(), 10.0);
     dial.userStep(5.0);
     EXPECT_EQ(angle->constant().degrees, 375.0);
-
-    std::set<std::uint32_t> colours;
-    for (int number = 1; number <= 12; ++number)
-        colours.insert(GraphColManager::getColourFor(IdStamp(1, 0, number)).toRGB());
-    EXPECT_EQ(colours.size(), 12u);
-    EXPECT_EQ(GraphColManager::getColourFor(angle->id()), GraphColManager::getColourFor(angle->id()));
 }
 
 } // namespace

@@ -14,25 +14,6 @@
 namespace oribund::test
 {
 
-/** Writes down what becomes of a constant. */
-template <class P>
-struct ConstantLog {
-    explicit ConstantLog(EffectValParam<P>& param) { callback.attach(param.constantServer().notifier()); }
-
-    int hear(const ValServerEvent<P>& event)
-    {
-        if (event.kind == ValEventKind::Changed) {
-            values.push_back(*event.value);
-            kinds.push_back(event.change);
-        }
-        return 0;
-    }
-
-    std::vector<P> values;
-    std::vector<ChangeKind> kinds;
-    MethodCallback<ConstantLog, ValServerEvent<P>> callback{this, &ConstantLog::hear};
-};
-
 /** Rows on a canvas without a screen. */
 class RowTest : public Binding
 {

@@ -204,17 +204,6 @@ TEST_F(ThermBars, AGrabbedWindowMovesWithTheTime)
     release(25);
 }
 
-TEST_F(ThermBars, ATimeOutsideTheWindowIsSetAgainAfterAnEdgeDrag)
-{
-    bar->time = 90.0;
-    press(80);
-    drag(75);
-    bar->log.clear();
-    release(75);
-    EXPECT_EQ(bar->log, ".");
-    EXPECT_EQ(bar->time, 90.0);
-}
-
 TEST_F(ThermBars, KeysMoveTheTimeWithinTheSpan)
 {
     ASSERT_TRUE(bar->takeFocus());

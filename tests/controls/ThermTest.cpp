@@ -1,16 +1,12 @@
 #include "oribund/controls/bars/therm.h"
 #include "oribund/cues/CueDescriptionPanel.h"
-#include "oribund/host/canvas/Canvas.h"
-#include "oribund/host/canvas/RecordingRenderer.h"
 #include "oribund/host/edit/iScrubControl.h"
-#include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/layout/StandardPanel.h"
+#include "tests/support/Desk.h"
 #include "tests/support/FakeView.h"
 
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace oribund::test
@@ -39,41 +35,26 @@ public:
     bool hasEdit = true;
 };
 
-class MessagePanel : public StandardPanel
-{
-public:
-    using StandardPanel::StandardPanel;
-
-    bool handleMessageEvent(const String& message, Glob*) override
-    {
-        last = message;
-        return true;
-    }
-
-    String last;
-};
-
 /** A bar of 200 pixels for the 100 seconds of an edit. */
-class Therms : public testing::Test
+class Therms : public testing::Test, protected Desk
 {
 protected:
-    Therms()
-        : canvas({400, 100})
-        , panel(std::make_unique<MessagePanel>(GlobCreationInfo(400, 100, &canvas)))
-        , vob(std::make_unique<ScrubbedVob>())
+    Therms() { panel->setBorder({}); }
+
+    therm::InitArgs args(unsigned short height = 18) const
     {
-        panel->setBorder({});
-        panel->open();
+        therm::InitArgs made(200, height);
+        made.cookie = Cookie("edit");
+        made.end = 100.0;
+        made.vob = vob.get();
+        return made;
     }
 
     therm* make(unsigned flags = 0, unsigned short height = 18)
     {
-        therm::InitArgs args(200, height);
-        args.cookie = Cookie("edit");
-        args.end = 100.0;
-        args.vob = vob.get();
-        args.flags = flags;
-        return panel->addWidget(std::make_unique<therm>(args), Glob::UserTopLeft(0, 0));
+        therm::InitArgs made = args(height);
+        made.flags = flags;
+        return add<therm>(made);
     }
 
     void addCue(double time, int id = 1)
@@ -85,45 +66,27 @@ protected:
         vob->edit->cues.add(cue);
     }
 
-    void press(int x) { canvas.inject(Event::mousePress({x, 2})); }
+    void press(int x) { Desk::press({x, 2}); }
 
-    void drag(int x) { canvas.inject(Event::mouseMove({x, 2}, MouseButton::Left)); }
+    void drag(int x) { Desk::drag({x, 2}); }
 
-    void release(int x) { canvas.inject(Event::mouseRelease({x, 2})); }
+    void release(int x) { Desk::release({x, 2}); }
 
-    Canvas canvas;
-    std::unique_ptr<MessagePanel> panel;
-    std::unique_ptr<ScrubbedVob> vob;
+    void click(int x) { Desk::click({x, 2}); }
+
+    std::unique_ptr<ScrubbedVob> vob = std::make_unique<ScrubbedVob>();
 };
-
-TEST_F(Therms, TimesAreThoseOfWholeFrames)
-{
-    therm* bar = make();
-    bar->set(0.0, 1.0, 0.0, 1.0);
-    press(50);
-    EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 0.24);
-    release(50);
-    vob->setCurrentTime(0.51);
-    EXPECT_EQ(bar->getTime(eExact), 0.51);
-    EXPECT_DOUBLE_EQ(bar->getTime(eFrameAccurate), 0.52);
-    ASSERT_TRUE(bar->takeFocus());
-    canvas.inject(Event::keyPress(Key::Right));
-    EXPECT_DOUBLE_EQ(vob->getCurrentTime(), 0.56);
-}
 
 TEST_F(Therms, AClickNearACueGoesToItAndADoubleClickStaysThere)
 {
     addCue(40.0);
     therm* bar = make();
-    press(86);
-    release(86);
+    click(86);
     EXPECT_EQ(vob->getCurrentTime(), 40.0);
     EXPECT_EQ(bar->shownCue().name, L"Door");
-    canvas.inject(Event::mouseDoubleClick({84, 2}));
-    release(84);
+    pressAgain({84, 2});
     EXPECT_EQ(vob->getCurrentTime(), 40.0);
-    press(100);
-    release(100);
+    click(100);
     EXPECT_EQ(vob->getCurrentTime(), 50.0);
     canvas.inject(Event::mouseMove({84, 2}));
     EXPECT_EQ(bar->tooltip().text(), L"00:00:40:00  Door");
@@ -133,18 +96,12 @@ TEST_F(Therms, ALowBarJumpsToACueAndOpensAndDrawsNothingOfIt)
 {
     addCue(40.0);
     therm* bar = make(0, 10);
-    press(86);
-    release(86);
+    click(86);
     EXPECT_EQ(vob->getCurrentTime(), 40.0);
-    EXPECT_TRUE(panel->last.empty());
-    const auto count = [](therm& drawn) {
-        RecordingRenderer renderer;
-        drawn.draw(renderer);
-        return renderer.primitives().size();
-    };
-    const std::size_t low = count(*bar);
+    EXPECT_TRUE(panel->messages.empty());
+    const std::size_t low = drawn(*bar).primitives().size();
     bar->resize(200.0, 18.0);
-    EXPECT_GT(count(*bar), low);
+    EXPECT_GT(drawn(*bar).primitives().size(), low);
 }
 
 /** A bar of a host that knows more of its edit, and may show cues itself. */
@@ -173,22 +130,18 @@ protected:
 
 TEST_F(Therms, APopUpStandsBelowItsCueAsLongAsBothAreThere)
 {
-    therm::InitArgs args(200, 18);
-    args.end = 100.0;
-    args.vob = vob.get();
-    auto* bar = panel->addWidget(std::make_unique<RichTherm>(args), Glob::UserTopLeft(0, 0));
+    auto* bar = panel->addWidget(std::make_unique<RichTherm>(args()), Glob::UserTopLeft(0, 0));
     const auto popUp = [&] {
         vob->edit->cues.remove({1, 0, 0});
         addCue(40.0);
-        press(86);
-        release(86);
+        click(86);
         return GlobRef<Glob>(bar->popup);
     };
     const auto popup = popUp();
     ASSERT_TRUE(popup && popup->isShown());
     EXPECT_EQ(popup->getPosition(), (XY<int>{80, 18}));
     EXPECT_EQ(dynamic_cast<CueDescriptionPanel&>(*popup).getCue().name, L"Door");
-    EXPECT_TRUE(panel->last.empty());
+    EXPECT_TRUE(panel->messages.empty());
     press(150);
     EXPECT_FALSE(popup);
     release(150);
@@ -209,28 +162,23 @@ TEST_F(Therms, APopUpStandsBelowItsCueAsLongAsBothAreThere)
     panel->open();
     bar->ownPopup = false;
     popUp();
-    EXPECT_EQ(panel->last, therm::showCueMsg) << "the owner's business";
+    EXPECT_EQ(panel->messages.back(), therm::showCueMsg) << "the owner's business";
 
     for (int i = 0; i < 1000; ++i)
         addCue(70.0 + i * 1e-5, 10 + i);
-    RecordingRenderer renderer;
-    bar->draw(renderer);
+    drawn(*bar);
     EXPECT_EQ(bar->cuesDrawn, (std::vector<int>{80, 140})) << "one for all at a pixel";
 }
 
 TEST_F(Therms, SectionsAreStripsThatALowBarLeavesOut)
 {
-    therm::InitArgs args(200, 18);
-    args.end = 100.0;
-    auto* bar = panel->addWidget(std::make_unique<RichTherm>(args), Glob::UserTopLeft(0, 0));
+    auto* bar = panel->addWidget(std::make_unique<RichTherm>(args()), Glob::UserTopLeft(0, 0));
     const auto boxes = [bar] {
-        RecordingRenderer renderer;
-        bar->draw(renderer);
         std::vector<Kt::Box<double>> all;
-        for (const Primitive& p : renderer.primitives()) {
+        const RecordingRenderer renderer = drawn(*bar);
+        for (const Primitive& p : renderer.primitives())
             if (p.box.left == 20.0 && p.box.right == 60.0)
                 all.push_back(p.box);
-        }
         return all;
     };
     using Kind = therm::Section::Kind;
@@ -246,11 +194,9 @@ TEST_F(Therms, AJumpOutOfViewCentresTheView)
 {
     make();
     vob->viewRange = {0.0, 20.0};
-    press(20);
-    release(20);
+    click(20);
     EXPECT_EQ(vob->viewRange, NumRange<double>(0.0, 20.0));
-    press(100);
-    release(100);
+    click(100);
     EXPECT_EQ(vob->viewRange, NumRange<double>(40.0, 60.0));
     EXPECT_EQ(vob->getCurrentTime(), 50.0);
 }
@@ -262,16 +208,16 @@ TEST_F(Therms, TheWheelZoomsAboutTheTimeWhereZoomingIsAllowed)
     vob->viewRange = {20.0, 60.0};
     bar->set(0.0, 100.0, 20.0, 60.0);
     canvas.inject(Event::mouseWheel({5, 2}, 1.0));
-    EXPECT_TRUE(panel->last.empty());
+    EXPECT_TRUE(panel->messages.empty());
     bar->setAllowZoom(true);
     EXPECT_TRUE(canvas.inject(Event::mouseWheel({5, 2}, 1.0)));
     EXPECT_EQ(bar->requestedWindow(), NumRange<double>(22.0, 54.0));
-    EXPECT_EQ(panel->last, ThermBase::resizeZoomWinMsg + String(" 0.8"));
+    EXPECT_EQ(panel->messages.back(), ThermBase::resizeZoomWinMsg + String(" 0.8"));
     canvas.inject(Event::mouseWheel({5, 2}, -1.0));
     EXPECT_EQ(bar->requestedWindow(), NumRange<double>(17.5, 67.5));
-    panel->last = String();
+    panel->messages.clear();
     canvas.inject(Event::mouseWheel({5, 2}, 0.5));
-    EXPECT_TRUE(panel->last.empty()) << "half a notch";
+    EXPECT_TRUE(panel->messages.empty()) << "half a notch";
     canvas.inject(Event::mouseWheel({5, 2}, 0.5));
     EXPECT_EQ(bar->requestedWindow(), NumRange<double>(22.0, 54.0));
     canvas.inject(Event::mouseWheel({5, 2}, 0.5));
@@ -346,9 +292,6 @@ TEST_F(Therms, WithoutAnEditTheTimeIsNoughtAndStays)
     release(40);
     EXPECT_EQ(vob->getCurrentTime(), 5.0);
     EXPECT_EQ(bar->getTime(eExact), 0.0);
-    RecordingRenderer renderer;
-    bar->draw(renderer);
-    EXPECT_EQ(renderer.depth(), 0U);
 }
 
 } // namespace

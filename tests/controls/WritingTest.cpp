@@ -30,26 +30,13 @@ TEST_F(Writing, AConstantIsReplacedAndNeverAnimated)
 {
     const auto param = addParam(1.0);
     const auto adaptor = adaptorFor<FloatAdaptor>(param);
-    std::vector<ValEventKind> heard;
-
-    struct Listener {
-        std::vector<ValEventKind>& heard;
-
-        int hear(const ValServerEvent<double>& event)
-        {
-            heard.push_back(event.kind);
-            return 0;
-        }
-    } listener{heard};
-
-    MethodCallback<Listener, ValServerEvent<double>> callback(&listener, &Listener::hear);
-    callback.attach(param->constantServer().notifier());
-
+    const test::Listener listener(param->constantServer().notifier());
     setEffectTime(0.5);
     EXPECT_TRUE(adaptor->requestSetValue(2.0, ChangeKind::Start));
     EXPECT_TRUE(adaptor->requestSetValue(3.0, ChangeKind::Continuation));
-    EXPECT_EQ(heard, (std::vector{ValEventKind::AboutToChange, ValEventKind::Changed, ValEventKind::Changed}))
-        << "only what opens something new is announced";
+    ASSERT_EQ(listener.count(), 3u) << "only what opens something new is announced";
+    EXPECT_EQ(listener.heard[0].kind, ValEventKind::AboutToChange);
+    EXPECT_EQ(listener.heard[1].kind, ValEventKind::Changed);
     EXPECT_EQ(param->constant(), 3.0);
     EXPECT_EQ(param->graph()->size(), 0);
 }
@@ -59,20 +46,7 @@ TEST_F(Writing, AnAnimatedParameterIsWrittenOnAKeyframeAtTheCurrentTime)
     const auto param = addParam(1.0);
     param->setFunctionType(EffectValParamFnType::Keyframed, 0.5);
     const auto adaptor = adaptorFor<FloatAdaptor>(param);
-
-    struct Listener {
-        std::vector<ChangeDescription<Graph1dBase>> heard;
-
-        int hear(const ValServerEvent<ChangeDescription<Graph1dBase>>& event)
-        {
-            heard.push_back(*event.value);
-            return 0;
-        }
-    } listener;
-
-    MethodCallback<Listener, ValServerEvent<ChangeDescription<Graph1dBase>>> callback(&listener, &Listener::hear);
-    callback.attach(param->graph()->changes());
-
+    const test::Listener listener(param->graph()->changes());
     setEffectTime(0.5 + 5e-10);
     EXPECT_TRUE(adaptor->requestSetValue(4.0, ChangeKind::Single));
     EXPECT_EQ(param->graph()->size(), 1) << "the keyframe that is exactly there";
@@ -82,8 +56,8 @@ TEST_F(Writing, AnAnimatedParameterIsWrittenOnAKeyframeAtTheCurrentTime)
     EXPECT_EQ(param->getValue(0.5), 4.0);
     EXPECT_EQ(param->getValue(0.504), 5.0);
     ASSERT_EQ(listener.heard.size(), 2u) << "a new keyframe and its value are one batch";
-    EXPECT_EQ(listener.heard[1].kind, ChangeKind::Start);
-    EXPECT_EQ(listener.heard[1].reason, BatchReason::EndAddKeyframe);
+    EXPECT_EQ(listener.heard[1].change, ChangeKind::Start);
+    EXPECT_EQ(listener.heard[1].value.reason, BatchReason::EndAddKeyframe);
     EXPECT_EQ(param->constant(), 1.0);
 }
 
@@ -119,20 +93,8 @@ TEST_F(Writing, TimesOutsideTheEffectAreClampedButForATolerance)
 
 TEST_F(Writing, ASeriesStartsOnceAndGoesOnUntilItIsEnded)
 {
-    struct Listener {
-        std::vector<ChangeKind> kinds;
-
-        int hear(const ValServerEvent<ColourData>& event)
-        {
-            if (event.kind == ValEventKind::Changed)
-                kinds.push_back(event.change);
-            return 0;
-        }
-    } listener;
-
     const auto param = addParam(ColourData{});
-    MethodCallback<Listener, ValServerEvent<ColourData>> callback(&listener, &Listener::hear);
-    callback.attach(param->constantServer().notifier());
+    const test::ConstantLog log(*param);
     const auto adaptor = adaptorFor<ColourAdaptor>(param);
     FakeWidget<ColourData> widget;
     attach(widget, adaptor);
@@ -144,7 +106,7 @@ TEST_F(Writing, ASeriesStartsOnceAndGoesOnUntilItIsEnded)
     widget.ask(ColourData{{0.3}}, ChangeKind::Single);
     widget.finish();
     widget.ask(ColourData{{0.4}}, ChangeKind::Continuation);
-    EXPECT_EQ(listener.kinds,
+    EXPECT_EQ(log.kinds,
               (std::vector{ChangeKind::Start, ChangeKind::Continuation, ChangeKind::Continuation, ChangeKind::Start}));
 }
 
