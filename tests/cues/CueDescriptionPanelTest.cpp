@@ -105,16 +105,6 @@ TEST_F(CuePanel, ShowsTheFieldsThatAreAskedFor)
     EXPECT_EQ(panel->layout().getColumnWidth(0), std::min(50, panel->calcNameColumnWidth()));
 }
 
-TEST_F(CuePanel, AnotherTimecodeMovesTheCueAmongTheOthers)
-{
-    enter(kTime, L"5:10");
-    EXPECT_NEAR(cue(kDoor).time, 5.4, 1e-9);
-    EXPECT_EQ(vob->edit->cues[0].id, kWindow);
-    EXPECT_EQ(panel->getCueID(), kDoor);
-    EXPECT_EQ(field(kTime), L"00:00:05:10");
-    EXPECT_EQ(field(kName), L"Door");
-}
-
 TEST_F(CuePanel, WhatIsNotUnderstoodIsSaidAndStaysToBeMended)
 {
     enter(kTime, L"soon");
@@ -180,16 +170,6 @@ TEST_F(CuePanel, WhatIsTypedForOneCueIsNeverStoredInAnother)
     EXPECT_FALSE(panel->edit().isOpen());
     EXPECT_TRUE(cue(kWindow).description.empty());
     EXPECT_EQ(cue(kWindow).name, L"Window");
-}
-
-TEST_F(CuePanel, ADestroyedViewerEndsTheEdit)
-{
-    type(kName, L"Gate");
-    vob.reset();
-    canvas.inject(Event::keyPress(Key::Enter));
-    EXPECT_FALSE(panel->isEditingEnabled());
-    panel->setVob(nullptr);
-    EXPECT_FALSE(panel->edit().isOpen());
 }
 
 } // namespace

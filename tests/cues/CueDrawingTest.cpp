@@ -116,15 +116,6 @@ TEST_F(CueDrawing, AKeyframeIsADiamondWithABorderOfOnePixel)
                                                {26, ".......B......."}}));
 }
 
-TEST_F(CueDrawing, AShadedDiamondTapersBothWaysFromItsMiddle)
-{
-    drawDiamond(renderer, {10, 0}, {8, 7}, kRed, kBlue);
-    // Upper and lower rows come in pairs, the middle row last.
-    EXPECT_EQ(rows(renderer), (Rows{"0:9+2", "6:9+2", "1:8+4", "5:8+4", "2:7+6", "4:7+6", "3:6+9"}));
-    for (const Primitive& p : renderer.primitives())
-        EXPECT_EQ(p.colour, kRed.mix(kBlue, p.box.top / 6.0));
-}
-
 TEST_F(CueDrawing, ADiamondOfEvenHeightStaysWithinItsHeightAndDrawsNoRowTwice)
 {
     drawDiamond(renderer, {10, 0}, {8, 6}, kRed, kBlue);
@@ -142,16 +133,6 @@ TEST_F(CueDrawing, ADiamondWithoutRoomIsALineOrNothing)
     drawDiamond(renderer, {10, 0}, {-1, 5}, kRed, kBlue);
     drawDiamond(renderer, {10, 0}, {5, 0}, kRed, kBlue);
     EXPECT_TRUE(renderer.primitives().empty());
-}
-
-TEST_F(CueDrawing, TheHighlightStandsRoundADiamondThatIsInsetByTheIndent)
-{
-    drawDiamondWithTopHighlight(renderer, {19.5, -0.5}, kRed, kBlue);
-    RecordingRenderer expected;
-    const Colour rim = UifStd::getColourScheme().window().mix(Colour{1, 1, 1}, 0.4);
-    drawDiamond(expected, {20, -1}, {8, 18}, rim, Colour{0, 0, 0, 0});
-    drawDiamond(expected, {20, 1}, {4, 14}, kRed, kBlue);
-    EXPECT_EQ(renderer.toString(), expected.toString());
 }
 
 TEST_F(CueDrawing, ASmallMarkIsAPennantOfFourRowsWithDarkEdges)

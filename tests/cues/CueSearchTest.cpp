@@ -37,52 +37,31 @@ protected:
     Kt::Ptr<FakeEdit> edit = Kt::makePtr<FakeEdit>();
 };
 
-TEST_F(CueSearch, ReachIsInclusive)
-{
-    edit->cues.add(cueAt(50.0, 1));
-    EXPECT_EQ(nearest(44, 6), 1);
-    EXPECT_EQ(nearest(43, 6), 0);
-    EXPECT_EQ(nearest(56, 6), 1);
-    EXPECT_EQ(nearest(57, 6), 0);
-    EXPECT_EQ(nearest(50, 0), 1);
-}
-
-TEST_F(CueSearch, TheNearestWinsAndOfEquallyNearOnesTheFirst)
+TEST_F(CueSearch, TheNearestWithinReachWinsAndOfEquallyNearOnesTheFirst)
 {
     edit->cues.add(cueAt(40.0, 1));
     edit->cues.add(cueAt(50.0, 2));
     edit->cues.add(cueAt(50.0, 3));
-    EXPECT_EQ(nearest(46, 10), 2);
+    edit->cues.add(cueAt(53.0, 4, 3)); // hidden
+    edit->cues.add(cueAt(std::nan(""), 5));
+    EXPECT_EQ(nearest(56, 6), 2) << "the reach is inclusive";
+    EXPECT_EQ(nearest(57, 6), 0);
     EXPECT_EQ(nearest(45, 10), 1);
-    EXPECT_EQ(nearest(50, 10), 2);
+    EXPECT_EQ(nearest(46, 10), 2);
+    EXPECT_EQ(nearest(0, 5), 0);
+    EXPECT_EQ(nearest(40, -1), 0);
+    EXPECT_EQ(nearest(0, 5, {40.0, 40.0}), 0);
+    EXPECT_EQ(nearest(0, 5, {40.0, 50.0}, 0), 0);
+    EXPECT_FALSE(findCueNearestPos({}, 0, 100, 5, {0.0, 1.0}).valid());
 }
 
 TEST_F(CueSearch, DistancesAreThoseOfWholePixels)
 {
     edit->cues.add(cueAt(9.5, 1));   // pixel 10
     edit->cues.add(cueAt(12.49, 2)); // pixel 12
+    edit->cues.add(cueAt(1e300, 3));
     EXPECT_EQ(nearest(11, 5), 1) << "one pixel from each";
     EXPECT_EQ(nearest(-3, 3, {12.0, 112.0}), 1) << "-2.5 is pixel -3";
-}
-
-TEST_F(CueSearch, HiddenCuesAndThoseAtNoTimeTakeNoPart)
-{
-    edit->cues.add(cueAt(50.0, 1, 3));
-    edit->cues.add(cueAt(53.0, 2, 7));
-    EXPECT_EQ(nearest(50, 5), 2);
-    edit->cues.add(cueAt(std::nan(""), 3));
-    EXPECT_EQ(nearest(0, 5), 0);
-}
-
-TEST_F(CueSearch, WhereNothingIsShownNothingIsFound)
-{
-    EXPECT_EQ(nearest(0, 1000), 0) << "no cues";
-    edit->cues.add(cueAt(0.0, 1));
-    edit->cues.add(cueAt(1e300, 2));
-    EXPECT_EQ(nearest(0, 5, {0.0, 0.0}), 0);
-    EXPECT_EQ(nearest(0, 5, {0.0, 1.0}, 0), 0);
-    EXPECT_EQ(nearest(0, -1), 0);
-    EXPECT_FALSE(findCueNearestPos({}, 0, 100, 5, {0.0, 1.0}).valid());
 }
 
 TEST_F(CueSearch, ATooltipTellsWhenWhatAndWhy)

@@ -1,5 +1,4 @@
 #include "tests/support/FakeView.h"
-#include "tests/support/TestHost.h"
 
 #include "oribund/host/edit/VobClient.h"
 #include "oribund/host/edit/monitor/FXVobClient.h"
@@ -100,37 +99,6 @@ TEST(FXVob, MapsEditTimeOnEffectTimeUnclamped)
     EXPECT_EQ(FXVobClient(FXViewHandle()).getNormalisedCurrentTime(), 0.0);
 }
 
-TEST(FXVob, IsEmptiedAndFilledAgainAsTheEffectGoesAndComesBack)
-{
-    test::FakeVob vob;
-    const auto effect = makeEffect(1);
-    const FXViewHandle handle = vob.add(effect);
-    EXPECT_EQ(handle.getEffectPtr(), effect);
-    EXPECT_EQ(vob.monitor->getFXVob(effect), handle.getFXVob()) << "one FXVob an effect";
-
-    const auto removed = std::exchange(vob.monitor->effects, {});
-    vob.monitor->tell(EffectChangeCode::ParamSetChanged, effect->id());
-    EXPECT_FALSE(handle.getEffectPtr());
-    EXPECT_EQ(handle.getVob(), &vob);
-
-    vob.monitor->effects = removed;
-    vob.monitor->effects[0].second = NumRange<double>(20.0, 30.0);
-    vob.monitor->tell(EffectChangeCode::ParamSetRestored, effect->id());
-    EXPECT_EQ(handle.getEffectPtr(), effect);
-    EXPECT_EQ(handle.getFXVob()->getEditRegion(), NumRange<double>(20.0, 30.0));
-}
-
-TEST(FXVob, OutlivesItsViewer)
-{
-    auto vob = std::make_unique<test::FakeVob>();
-    const FXViewHandle handle = vob->add(makeEffect(1));
-    const FXVobClient client(handle);
-    vob.reset();
-    EXPECT_EQ(handle.getVob(), nullptr);
-    EXPECT_FALSE(client.getEffectPtr());
-    EXPECT_EQ(client.getNormalisedCurrentTime(), 0.0);
-}
-
 TEST(CompoundEffectMonitor, SpansTheRegionsOfItsEffects)
 {
     test::FakeVob vob;
@@ -185,15 +153,6 @@ TEST(Clients, HearOfTimeEffectsAndEditUntilTheyGo)
     EXPECT_FALSE(client.getEdit());
     edit->addModification(EditModification{});
     EXPECT_EQ(client.modifications, 1) << "unbound once the viewer is gone";
-}
-
-TEST(Vob, ThePlayMachineIsTheHosts)
-{
-    test::TestHost host;
-    EXPECT_EQ(Vob::getPlayMachine(), nullptr);
-    test::FakeVob vob;
-    host.focusedVob = &vob;
-    EXPECT_EQ(Vob::getPlayMachine(), &vob);
 }
 
 } // namespace

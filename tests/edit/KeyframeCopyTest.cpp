@@ -84,22 +84,6 @@ TEST_F(CopiedKeyframes, FindTheParameterThatIsMostLikeTheirOwn)
     EXPECT_EQ(pasteAt(15.0, clip), 0) << "before all effects";
 }
 
-TEST_F(CopiedKeyframes, OfTwoAlikeDoNotGoToOne)
-{
-    const auto first = addParam(addEffect(1), "a", {0.1});
-    const auto second = addParam(addEffect(2), "a", {0.2});
-    first->setKeyframeValueAt(0, 1.0);
-    second->setKeyframeValueAt(0, 2.0);
-    const KeyframeClip clip = copy();
-    vob.monitor->effects.clear();
-    vob.monitor->tell(EffectChangeCode::None, IdStamp::wildcard(), EffectChangeDescription::kWholesaleRefresh);
-    const auto left = addParam(addEffect(3), "a");
-    const auto right = addParam(addEffect(4), "a");
-    EXPECT_EQ(pasteAt(0.0, clip), 2);
-    EXPECT_EQ(left->getValue(0.0), 1.0);
-    EXPECT_EQ(right->getValue(0.5), 2.0);
-}
-
 TEST_F(CopiedKeyframes, GoToATargetWithinItsRangeAndWhereTheyFitOnly)
 {
     const auto effect = addEffect(1);
@@ -117,17 +101,6 @@ TEST_F(CopiedKeyframes, GoToATargetWithinItsRangeAndWhereTheyFitOnly)
     EXPECT_EQ(narrow->getValue(0.5), 10.0);
     EXPECT_EQ(selected(), 3);
     EXPECT_EQ(timesOf(*twin), (std::vector{0.1, 0.3}));
-}
-
-TEST_F(CopiedKeyframes, KeepAllChannels)
-{
-    const auto effect = addEffect(1);
-    const auto point = addParam<Vector2d>(effect, "point", {0.1, 0.2}, Vector2d{-9, -9}, Vector2d{9, 9});
-    point->setKeyframeValueAt(0, Vector2d{1, 2});
-    point->setKeyframeValueAt(1, Vector2d{3, 4});
-    EXPECT_EQ(pasteAt(5.0, copy()), 2);
-    EXPECT_EQ(point->getValue(0.5), (Vector2d{1, 2}));
-    EXPECT_EQ(point->getValue(0.6), (Vector2d{3, 4}));
 }
 
 } // namespace

@@ -129,18 +129,5 @@ TEST_F(Keyframes, TrimGoesOnWithoutWhatIsLostMeanwhile)
     vob.monitor->cancelTrim();
 }
 
-TEST_F(Keyframes, PutBackByOthersAreNotMovedAgainWithTheSameGesture)
-{
-    const auto effect = addEffect(1);
-    const auto a = addParam(effect, "a", {0.5, 0.6});
-    setOf(effect);
-    selectAll();
-    vob.monitor->trimSelectedKeyframes(track, 1.0);
-    a->graph()->setKeyframeTimes(std::vector{0, 1}, std::vector{0.5, 0.6});
-    tellOf(effect);
-    vob.monitor->cancelTrim();
-    EXPECT_EQ(timesOf(*a), (std::vector{0.5, 0.6})) << "the first one is where the second was not";
-}
-
 } // namespace
 } // namespace oribund::test

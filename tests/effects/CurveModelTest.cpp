@@ -198,19 +198,6 @@ TEST(CurveModel, FindsKeyframesByTime)
     EXPECT_EQ(curve.evaluate(kInfinity), 4.0);
 }
 
-TEST(CurveModel, KeyframesMovePastOthersButNeverOnThem)
-{
-    BezierCurve curve;
-    ASSERT_TRUE(fill(curve, {key(0.1, 1.0), key(0.2, 2.0), key(0.3, 3.0)}));
-    EXPECT_EQ(curve.moveKeyframe(0, 0.3), -1);
-    EXPECT_EQ(curve.moveKeyframe(0, 0.3 - 5e-10), -1) << "as good as the same time";
-    EXPECT_EQ(curve.moveKeyframe(0, 0.1 + 5e-10), 0) << "a hair away from where it was";
-    EXPECT_EQ(curve.moveKeyframe(0, 0.35), 2);
-    EXPECT_EQ(curve.moveKeyframe(2, 0.25), 1);
-    EXPECT_EQ(curve.moveKeyframe(1, 0.05), 0);
-    EXPECT_EQ(curve.keyframes(), (std::vector<Keyframe>{key(0.05, 1.0), key(0.2, 2.0), key(0.3, 3.0)}));
-}
-
 TEST(CurveModel, RefusesWhatNoCurveCanHold)
 {
     BezierCurve curve;

@@ -86,16 +86,6 @@ TEST(CurveShape, AutomaticTangentsNeverOvershootAndMeetSmoothly)
     }
 }
 
-TEST(CurveShape, TwoSmoothKeyframesEaseInAndOut)
-{
-    BezierCurve curve;
-    ASSERT_TRUE(fill(curve, {smooth(0.0, 0.0), smooth(1.0, 1.0)}));
-    EXPECT_NEAR(curve.evaluate(0.5), 0.5, 1e-15);
-    EXPECT_NEAR(curve.evaluate(0.25), 0.15625, 1e-15);
-    EXPECT_LT(curve.evaluate(0.01), 0.001) << "starts from rest";
-    EXPECT_GT(curve.evaluate(0.99), 0.999) << "comes to rest";
-}
-
 TEST(CurveShape, HandlesShapeTheCurveTheyAreDrawnAt)
 {
     BezierCurve curve;
@@ -139,34 +129,6 @@ TEST(CubicSegment, FindsTheOneParameterOfEachTime)
             ASSERT_NEAR(x, s, 1e-14) << a << ' ' << b;
             ASSERT_GE(u, before);
             before = u;
-        }
-    }
-}
-
-TEST(CubicSegment, PartsRunWhereTheWholeRan)
-{
-    Random random(4);
-    for (int round = 0; round < 500; ++round) {
-        double a = random.real(2.0, 5.0);
-        double b = random.real(2.0, 5.0);
-        if (a > b)
-            std::swap(a, b);
-        const CubicSegment whole{{{{2.0, 1.0}, {a, random.real(-9.0, 9.0)}, {b, random.real(-9.0, 9.0)}, {5.0, 0.0}}}};
-        const double cut = random.real(2.0, 5.0);
-        const auto [left, right] = whole.split(cut);
-        const auto [inner, rest] = right.split(random.real(cut, 5.0));
-        EXPECT_EQ(left.points[0], whole.points[0]);
-        EXPECT_EQ(left.points[3], right.points[0]);
-        EXPECT_EQ(right.points[3], whole.points[3]);
-        for (const CubicSegment& part : {left, right, inner, rest}) {
-            const double start = part.points[0].time;
-            const double end = part.points[3].time;
-            for (int i = 1; i < 3; ++i)
-                EXPECT_GE(part.points[i + 1].time, part.points[i].time - 1e-14) << "control points ascend";
-            for (const double s : {0.1, 0.5, 0.9}) {
-                const double time = start + (end - start) * s;
-                EXPECT_NEAR(part.evaluate(time), whole.evaluate(time), 1e-8);
-            }
         }
     }
 }

@@ -1,6 +1,5 @@
 #include "oribund/host/effects/EffectInstance.h"
 #include "oribund/host/effects/params/EffectValParam.h"
-#include "oribund/host/effects/params/iParamJournal.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -56,8 +55,6 @@ TEST(EffectInstance, KeepsParametersAndTheirPresentationTogether)
     EXPECT_FALSE(effect->insertParam(4, makeParam(13)));
     EXPECT_THAT(kinds(*effect), ElementsAre(Kind::Parameter, Kind::GroupStart, Kind::GroupStart, Kind::Parameter,
                                             Kind::GroupEnd, Kind::Parameter, Kind::GroupEnd));
-    EXPECT_EQ(effect->presentation()[4].id, stamp(91));
-    EXPECT_EQ(effect->presentation()[6].id, stamp(90));
     EXPECT_TRUE(effect->presentation()[6].isHidden()) << "an end is hidden like its start";
     EXPECT_FALSE(effect->presentation()[4].isHidden());
 
@@ -106,57 +103,4 @@ TEST(EffectInstance, FindsWhatIsEmbeddedAtAnyDepth)
     EXPECT_FALSE(deep->addEmbeddedChild(root)) << "nothing embeds what it is embedded in";
     EXPECT_FALSE(deep->setMask(root));
     EXPECT_FALSE(mask->setMask(root));
-}
-
-TEST(EffectInstance, TheJournalFollowsItsParts)
-{
-    struct Journal final : iParamJournal {
-        void constantChanged(EffectValParamBase&, const ParamValue&, const ParamValue&, ChangeKind) override
-        {
-            ++changes;
-        }
-
-        void keyframeInserted(EffectValParamBase&, int, const Keyframe&, ChangeKind) override {}
-
-        void keyframeErased(EffectValParamBase&, int, const Keyframe&, ChangeKind) override {}
-
-        void manyKeyframesChanging(EffectValParamBase&, ChangeKind) override {}
-
-        void manyKeyframesChanged(EffectValParamBase&, ChangeKind) override {}
-
-        void keyframeChanged(EffectValParamBase&, int, const Keyframe&, const Keyframe&, ChangeKind) override {}
-
-        void functionTypeChanged(EffectValParamBase&, EffectValParamFnType, EffectValParamFnType, ChangeKind) override
-        {
-        }
-
-        void batchStarted(EffectValParamBase&, BatchReason, ChangeKind) override {}
-
-        void batchEnded(EffectValParamBase&, BatchReason, ChangeKind) override {}
-
-        int changes = 0;
-    } journal;
-
-    const auto own = makeParam(10);
-    const auto late = makeParam(11);
-    const auto inner = makeParam(12);
-    {
-        const auto effect = makeEffect(1);
-        const auto child = makeEffect(2);
-        effect->addParam(own);
-        child->addParam(inner);
-        effect->addEmbeddedChild(child);
-        effect->setJournal(&journal);
-        effect->addParam(late);
-        double value = 0.0;
-        for (const auto& param : {own, late, inner})
-            param->setConstantValue(ParamValue(value += 0.1));
-        EXPECT_EQ(journal.changes, 3);
-        effect->removeParam(late->id());
-        late->setConstantValue(ParamValue(0.9));
-        EXPECT_EQ(journal.changes, 3) << "what was taken away is not recorded any more";
-    }
-    own->setConstantValue(ParamValue(0.9));
-    inner->setConstantValue(ParamValue(0.9));
-    EXPECT_EQ(journal.changes, 3) << "what outlives its effect holds no journal that may be gone";
 }

@@ -1,7 +1,7 @@
 #include "oribund/host/effects/params/EffectValParam.h"
 #include "oribund/host/effects/params/ParamVisitor.h"
-#include "oribund/host/notify/MethodCallback.h"
 #include "tests/effects/CurveSupport.h"
+#include "tests/support/Listener.h"
 
 #include <gtest/gtest.h>
 
@@ -27,39 +27,23 @@ public:
     explicit Log(EffectValParam<double>& param)
         : param_(param)
     {
-        value_.attach(param.constantServer().notifier());
-        type_.attach(param.fnTypeServer().notifier());
-        graph_.attach(param.graph()->changes());
     }
 
     std::string take() { return std::exchange(text_, {}); }
 
 private:
-    int onValue(const ValServerEvent<double>& event)
-    {
-        text_ += event.kind == ValEventKind::AboutToChange ? 'a' : 'c';
-        text_ += std::to_string(static_cast<int>(event.change)) + ' ';
-        return 0;
-    }
-
-    int onType(const ValServerEvent<EffectValParamFnType>&)
-    {
-        text_ += "type ";
-        EXPECT_EQ(param_.graph()->empty(), param_.functionType() == kConstant) << "type and graph agree";
-        return 0;
-    }
-
-    int onGraph(const Graph1dBase::Event&)
-    {
-        text_ += "graph ";
-        return 0;
-    }
-
     EffectValParam<double>& param_;
     std::string text_;
-    MethodCallback<Log, ValServerEvent<double>, int> value_{this, &Log::onValue};
-    MethodCallback<Log, ValServerEvent<EffectValParamFnType>, int> type_{this, &Log::onType};
-    MethodCallback<Log, Graph1dBase::Event, int> graph_{this, &Log::onGraph};
+    Listener<ValServerEvent<double>> value_{param_.constantServer().notifier(), [this](const auto& event) {
+                                                text_ += event.kind == ValEventKind::AboutToChange ? 'a' : 'c';
+                                                text_ += std::to_string(static_cast<int>(event.change)) + ' ';
+                                            }};
+    Listener<ValServerEvent<EffectValParamFnType>> type_{
+        param_.fnTypeServer().notifier(), [this](const auto&) {
+            text_ += "type ";
+            EXPECT_EQ(param_.graph()->empty(), param_.functionType() == kConstant) << "type and graph agree";
+        }};
+    Listener<Graph1dBase::Event> graph_{param_.graph()->changes(), [this](const auto&) { text_ += "graph "; }};
 };
 
 ListParam<int> threeItems(int selected)

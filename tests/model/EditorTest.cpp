@@ -1,6 +1,5 @@
 #include "tests/support/SampleEdit.h"
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -26,22 +25,8 @@ struct Filled : Bench {
         level->addKeyframeAt(0.6, 80.0);
         undo().endGesture();
     }
-
-    /** The frames of the edit at which the level of the effect has keyframes. */
-    std::vector<double> keyFrames(ObjectId effect)
-    {
-        const Segment& where = *timeline().segmentOfEffect(effect);
-        std::vector<double> frames;
-        for (const auto& key : param<double>(effect, kLevel)->graph()->keyframes())
-            frames.push_back(where.data.start + key.time * where.data.length);
-        return frames;
-    }
 };
 
-MATCHER_P(IsNear, expected, "")
-{
-    return std::abs(arg - expected) < 1e-6;
-}
 } // namespace
 
 TEST(Editor, EveryCommandIsOneStepThatCanBeUndoneAndRedone)
@@ -182,24 +167,6 @@ TEST(Editor, LinkedSegmentsAreEditedTogether)
     EXPECT_NE(sound(75), nullptr);
 }
 
-TEST(Editor, KeyframesStayAtTheirFramesWhenSegmentsAreCut)
-{
-    using testing::ElementsAre;
-    Filled f;
-    ASSERT_THAT(f.keyFrames(f.tint), ElementsAre(IsNear(60), IsNear(80)));
-    f.editor.trimStart(f.second, 70);
-    EXPECT_THAT(f.keyFrames(f.tint), ElementsAre(IsNear(60), IsNear(80)));
-    f.editor.trimEnd(f.second, 97);
-    EXPECT_THAT(f.keyFrames(f.tint), ElementsAre(IsNear(60), IsNear(80)));
-    const ObjectId right = f.editor.splitSegment(f.second, 75).object;
-    const ObjectId copy = objectOf(f.timeline().findSegment(right)->effects.front()->id());
-    EXPECT_THAT(f.keyFrames(f.tint), ElementsAre(IsNear(60), IsNear(75), IsNear(80)));
-    EXPECT_THAT(f.keyFrames(copy), ElementsAre(IsNear(60), IsNear(75), IsNear(80)));
-    EXPECT_DOUBLE_EQ(f.param<double>(copy, kLevel)->getValue(0.0), 50.0 + 30.0 * 15 / 20);
-    f.editor.moveSegment(right, kVideo, 175);
-    EXPECT_THAT(f.keyFrames(copy), ElementsAre(IsNear(160), IsNear(175), IsNear(180)));
-}
-
 TEST(Editor, OverwritingTakesAwayExactlyWhatLiesBelow)
 {
     Bench b;
@@ -259,27 +226,4 @@ TEST(Editor, StillsAreAsLongAsAnybodyWants)
     EXPECT_EQ(b.segment(id).in, 0);
     EXPECT_TRUE(b.editor.splitSegment(id, 5000));
     EXPECT_GT(b.editor.longestTransition(id), 1000);
-}
-
-TEST(Editor, EffectsAreReordered)
-{
-    Bench b;
-    const ObjectId clip = b.addPicture(0, 50);
-    const ObjectId a = b.editor.addEffect(clip, "tint").object;
-    const ObjectId c = b.editor.addEffect(clip, "tint").object;
-    const ObjectId first = b.editor.addEffect(clip, "tint", 0).object;
-    const auto order = [&] {
-        std::vector<ObjectId> ids;
-        for (const auto& effect : b.timeline().findSegment(clip)->effects)
-            ids.push_back(objectOf(effect->id()));
-        return ids;
-    };
-    EXPECT_EQ(order(), (std::vector{first, a, c}));
-    b.editor.moveEffect(first, 2);
-    EXPECT_EQ(order(), (std::vector{a, c, first}));
-    b.editor.moveEffect(c, -5);
-    EXPECT_EQ(order(), (std::vector{c, a, first}));
-    b.undo().undo();
-    b.undo().undo();
-    EXPECT_EQ(order(), (std::vector{first, a, c}));
 }

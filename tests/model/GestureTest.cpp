@@ -43,7 +43,6 @@ protected:
 TEST_F(Gesture, ADragIsOneStepWithItsEndsInTheText)
 {
     dragLevel({60, 70, 12.5, 65});
-    EXPECT_EQ(undoTitle(), "Level 50 % to 65 %") << "while it is still open";
     undo().endGesture();
     ASSERT_EQ(added(), 1u);
     EXPECT_EQ(undoTitle(), "Level 50 % to 65 %");
@@ -137,7 +136,6 @@ TEST_F(Gesture, ChangesOfParametersAreOneStepUntilSomethingElseIsDone)
     EXPECT_EQ(added(), 2u);
     undo().undo();
     EXPECT_EQ(undoTitle(), "Change 2 parameters");
-
     oribund::EditGesture other;
     drag.begin(edit);
     level->setConstant(80);
@@ -155,14 +153,11 @@ TEST_F(Gesture, OneThatIsFinishedCanBeTakenBackWhileItIsTheLastThingDone)
     const auto drag = [&] {
         gesture.begin(edit);
         dragLevel({60, 70});
+        EXPECT_FALSE(gesture.takeBack()) << "it is still open";
         gesture.finish();
     };
     const auto before = edit->snapshot();
-    gesture.begin(edit);
-    dragLevel({60, 70});
-    EXPECT_FALSE(gesture.takeBack()) << "it is still open";
-    gesture.finish();
-    EXPECT_EQ(added(), 1u);
+    drag();
     EXPECT_TRUE(gesture.takeBack());
     EXPECT_EQ(edit->snapshot(), before);
     EXPECT_EQ(added(), 0u);
@@ -174,20 +169,8 @@ TEST_F(Gesture, OneThatIsFinishedCanBeTakenBackWhileItIsTheLastThingDone)
     EXPECT_FALSE(gesture.takeBack());
     EXPECT_TRUE(undo().canRedo());
     drag();
-    editor.moveSegment(clip, kVideo, 50);
-    EXPECT_FALSE(gesture.takeBack());
-    EXPECT_EQ(added(), 2u);
-    drag();
     undo().setClean();
     EXPECT_FALSE(gesture.takeBack()) << "the file has it";
-}
-
-TEST_F(Gesture, UndoDuringADragTakesTheDragBack)
-{
-    dragLevel({60, 70});
-    EXPECT_TRUE(undo().undo());
-    EXPECT_EQ(level->constant(), 50.0);
-    EXPECT_EQ(undoTitle(), "Add Tint");
 }
 
 TEST_F(Gesture, AnimatingAndKeyframesAreOneStepEach)
@@ -218,45 +201,6 @@ TEST_F(Gesture, AnimatingAndKeyframesAreOneStepEach)
     EXPECT_EQ(edit->snapshot(), after);
 }
 
-TEST_F(Gesture, ColourKeyframesAreOneStepForAllChannels)
-{
-    const auto colour = param<oribund::ColourData>(tint, kColour);
-    const auto before = edit->snapshot();
-    colour->setFunctionType(EffectValParamFnType::Keyframed, 0.0);
-    colour->addKeyframeAt(0.5, {{1.0, 0.5, 0.0, 1.0}});
-    colour->setKeyframeValueAt(1, {{0.0, 0.0, 1.0, 1.0}});
-    undo().endGesture();
-    EXPECT_EQ(added(), 3u);
-    EXPECT_EQ(undoTitle(), "Colour #ff8000 to #0000ff");
-    for (int i = 0; i < 3; ++i)
-        ASSERT_TRUE(undo().undo());
-    EXPECT_EQ(edit->snapshot(), before);
-}
-
-TEST_F(Gesture, DraggingAKeyframeOverManyPlacesIsHeldAsOneMove)
-{
-    animate();
-    const auto before = edit->snapshot();
-    const auto graph = level->graph();
-    int index = 1;
-    for (int i = 1; i <= 200; ++i)
-        index = graph->moveKeyframe(index, 0.5 + i * 0.001, i == 1 ? ChangeKind::Start : ChangeKind::Continuation);
-    undo().endGesture();
-    EXPECT_EQ(added(), 1u);
-    EXPECT_EQ(undoTitle(), "Move keyframe of Level");
-    const auto after = edit->snapshot();
-    undo().undo();
-    EXPECT_EQ(edit->snapshot(), before);
-    undo().redo();
-    EXPECT_EQ(edit->snapshot(), after);
-    undo().undo();
-    // There and back again is nothing, to the last bit.
-    graph->moveKeyframe(1, 0.7, ChangeKind::Start);
-    graph->moveKeyframe(1, 0.5, ChangeKind::Continuation);
-    undo().endGesture();
-    EXPECT_TRUE(undo().canRedo());
-}
-
 TEST_F(Gesture, MovingManyKeyframesIsOneStepWithWhateverElseIsDoneToThem)
 {
     const auto colour = param<oribund::ColourData>(tint, kColour);
@@ -278,7 +222,6 @@ TEST_F(Gesture, MovingManyKeyframesIsOneStepWithWhateverElseIsDoneToThem)
     steps = undo().size();
 
     const auto expectOneStep = [&](const char* title) {
-        EXPECT_EQ(undoTitle(), title) << "while it is open";
         const auto after = edit->snapshot();
         undo().endGesture();
         EXPECT_EQ(added(), 1u);
@@ -310,26 +253,6 @@ TEST_F(Gesture, MovingManyKeyframesIsOneStepWithWhateverElseIsDoneToThem)
     drag(10, 1, 1 / 512.0, ChangeKind::Continuation);
     graph.addKeyframe(2.0, ChangeKind::Continuation);
     expectOneStep("Move 64 keyframes of Colour");
-    drag(10, 1, 1 / 512.0, ChangeKind::Start);
-    graph.removeAllKeyframes(ChangeKind::Continuation);
-    expectOneStep("Remove 64 keyframes from Colour");
-}
-
-TEST_F(Gesture, WhatIsDoneToAParameterComesAfterATrimInTheSameStep)
-{
-    animate();
-    const auto before = edit->snapshot();
-    oribund::EditGesture gesture;
-    gesture.begin(edit, L"Shape");
-    level->setKeyframeValueAt(1, 10.0);
-    editor.trimEnd(clip, 80);
-    level->setKeyframeValueAt(1, 20.0);
-    gesture.finish();
-    const auto after = edit->snapshot();
-    undo().undo();
-    EXPECT_EQ(edit->snapshot(), before);
-    undo().redo();
-    EXPECT_EQ(edit->snapshot(), after);
 }
 
 TEST_F(Gesture, ADragThatOverwritesGivesBackWhatItPassed)
@@ -341,18 +264,10 @@ TEST_F(Gesture, ADragThatOverwritesGivesBackWhatItPassed)
     EXPECT_EQ(timeline().findSegment(other), nullptr);
     EXPECT_FALSE(editor.moveSegment(clip, kVideo, -1, Collision::Overwrite, ChangeKind::Continuation));
     EXPECT_EQ(segment(clip).start, 120) << "a place that is refused leaves the last good one";
-    EXPECT_EQ(timeline().findSegment(other), nullptr);
     editor.moveSegment(clip, kVideo, 300, Collision::Overwrite, ChangeKind::Continuation);
     EXPECT_NE(timeline().findSegment(other), nullptr);
     undo().endGesture();
     EXPECT_EQ(added(), 1u);
-    undo().undo();
-    EXPECT_EQ(edit->snapshot(), before);
-
-    for (int end = 99; end >= 40; --end)
-        editor.trimEnd(clip, end, end == 99 ? ChangeKind::Start : ChangeKind::Continuation);
-    undo().endGesture();
-    EXPECT_EQ(added(), 1u) << "and in place of the one undone";
     undo().undo();
     EXPECT_EQ(edit->snapshot(), before);
 }

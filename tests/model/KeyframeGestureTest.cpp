@@ -91,21 +91,6 @@ TEST_F(KeyframeGesture, IsOneStepHoweverOftenItMovesAndWasAnnounced)
     }
 }
 
-TEST_F(KeyframeGesture, LeavesNoStepWhenItIsTakenBack)
-{
-    for (const bool announced : {true, false}) {
-        drag(announced);
-        monitor->cancelTrim();
-        expectMovedBy(0);
-        undo().endGesture();
-        EXPECT_EQ(undo().size(), steps) << announced;
-        EXPECT_EQ(monitor->getNumKeyframesSelected(IdStamp::wildcard(), {}), 3);
-    }
-    level->setKeyframeValueAt(0, 77.0);
-    monitor->cancelTrim();
-    EXPECT_EQ(level->getValue(0.1), 77.0) << "not the gesture's";
-}
-
 TEST_F(KeyframeGesture, IsOverWithAnUndoInItsMidst)
 {
     drag(true);
@@ -193,30 +178,6 @@ TEST_F(KeyframeGesture, SelectedKeyframesStaySelectedWhereverTheyGo)
 
     EXPECT_TRUE(editor.trimStart(clip, 62));
     EXPECT_EQ(selected().size(), 0u) << "one of them is out of sight";
-}
-
-TEST_F(KeyframeGesture, EditsOfManyParametersAreOneStepAndAreToldOnce)
-{
-    const auto expectOneStep = [&](const std::string& title) {
-        EXPECT_EQ(told, 1) << title;
-        EXPECT_EQ(undoTitle(), title);
-        EXPECT_EQ(undo().size(), ++steps);
-        told = 0;
-    };
-    EXPECT_TRUE(monitor->addKeyframesAt(stampOf(kVideo), stampOf(tint), FXTime{0.7}));
-    expectOneStep("Add keyframes");
-    EXPECT_TRUE(monitor->removeKeyframesAt(stampOf(kVideo), stampOf(tint), FXTime{0.7}));
-    expectOneStep("Remove 2 keyframes");
-    const auto copied = monitor->copySelectedKeyframes(IdStamp::wildcard(), {});
-    EXPECT_TRUE(monitor->removeSelectedKeyframes(IdStamp::wildcard(), {}));
-    expectOneStep("Remove 3 keyframes");
-    EXPECT_EQ(level->functionType(), oribund::EffectValParamFnType::Constant);
-    EXPECT_EQ(monitor->pasteKeyframes(stampOf(kVideo), copied), 3);
-    expectOneStep("Paste 3 keyframes");
-    EXPECT_NEAR(level->graph()->timeAt(1), 0.65, 1e-9);
-    EXPECT_TRUE(undo().undo());
-    EXPECT_TRUE(undo().undo());
-    expectMovedBy(0);
 }
 
 } // namespace

@@ -42,20 +42,6 @@ TEST(ModelEffect, GivesBackEverySettingExactly)
     EXPECT_TRUE(effect.getName() == L"Tint");
 }
 
-TEST(ModelEffect, PresentsGroupsAsDescribed)
-{
-    using Kind = oribund::ParamPresentationDetails::Kind;
-    const ModelEffect effect(everythingSet(), catalogue().find("tint"));
-    std::string order;
-    for (const auto& entry : effect.presentation())
-        order += entry.kind == Kind::GroupStart ? '(' : entry.kind == Kind::GroupEnd ? ')' : 'p';
-    EXPECT_EQ(order, "ppppp(pp)p");
-    EXPECT_TRUE(effect.presentation()[5].title.text() == L"Options");
-    EXPECT_TRUE(effect.paramAt(kLevel)->isKeyframable());
-    EXPECT_FALSE(effect.paramAt(kMode)->isKeyframable());
-    EXPECT_TRUE(effect.paramAt(kLevel)->unitText() == L"%");
-}
-
 TEST(ModelEffect, WhatDoesNotFitIsLeftAtItsDefault)
 {
     EffectData data = everythingSet();

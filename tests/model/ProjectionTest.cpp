@@ -186,17 +186,6 @@ TEST_F(Projected, WhatCannotBeInterpolatedIsHeldFrameByFrame)
     EXPECT_EQ(property("Centre"), "0=0 0 0 0 1;49=49 24.5 0 0 1");
 }
 
-TEST_F(Projected, AParameterIsUpdatedAsTheWholeWouldBe)
-{
-    setKeys({key(0.0, 20.0), key(0.5, 60.0)});
-    const auto level = param<double>(tint, kLevel);
-    EXPECT_EQ(projectParam(*edit, stampOf(tint), level->id()),
-              (std::vector<PropertyUpdate>{{filterId(tint), "Level", property("Level")}}));
-    EXPECT_EQ(projectParam(*edit, stampOf(tint), paramStamp(kGrey)).size(), 3u);
-    EXPECT_TRUE(projectParam(*edit, stampOf(tint), paramStamp(99)).empty());
-    EXPECT_TRUE(projectParam(*edit, stampOf(clip), level->id()).empty());
-}
-
 TEST_F(Projected, TracksAreFullAndInOrder)
 {
     editor.addTrack(TrackKind::Video, 0, "V2");
@@ -258,29 +247,4 @@ TEST_F(Projected, EffectsRunOnThroughTransitions)
     const Animation animation(found->value);
     for (int frame = 497; frame < 540; ++frame)
         EXPECT_NEAR(animation.at(frame - 497) * 100, level->getValue((frame - 500) / 40.0), 1e-9) << frame;
-}
-
-TEST_F(Projected, StillsHaveFramesForTheirTransitions)
-{
-    MediaInfo still = media("/m/still.png", 0);
-    still.hasAudio = false;
-    const ObjectId picture = editor.addClip({still, 0, 30, kVideo, kNoObject}, 60).object;
-    editor.addTransition(clip, {0, 0, 0, 8, "", false, 0.0});
-    for (const ProjectedClip& c : project(*edit).clips)
-        if (c.id == clipId(picture)) {
-            EXPECT_EQ(c.in, 0);
-            EXPECT_EQ(c.out, 33);
-            EXPECT_EQ(c.properties, (ProjectedProperties{{"length", "34"}}));
-        }
-}
-
-TEST_F(Projected, UnknownEffectsArePlayedAsTheyWereSaved)
-{
-    editor.removeEffect(tint);
-    EffectData unknown;
-    unknown.service = "frei0r.gone";
-    unknown.rest = {{"0", "0.5"}};
-    editor.addEffect(clip, unknown);
-    EXPECT_EQ(filter().service, "frei0r.gone");
-    EXPECT_EQ(filter().properties, (ProjectedProperties{{"disable", "0"}, {"0", "0.5"}}));
 }

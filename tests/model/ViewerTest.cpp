@@ -1,3 +1,4 @@
+#include "tests/support/Listener.h"
 #include "tests/support/SampleEdit.h"
 
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
@@ -12,14 +13,6 @@ using oribund::EffectChangeCode;
 
 namespace
 {
-struct Listener : oribund::CompoundEffectMonitorClient {
-    using CompoundEffectMonitorClient::CompoundEffectMonitorClient;
-
-    void handleFXModifications(const ChangeDescription& change) override { heard.push_back(change); }
-
-    std::vector<ChangeDescription> heard;
-};
-
 class Viewer : public testing::Test, public Bench
 {
 protected:
@@ -30,18 +23,6 @@ protected:
     ModelVob vob;
 };
 
-struct Transport final : iTransport {
-    explicit Transport(ModelVob& v)
-        : vob(v)
-    {
-    }
-
-    void startPlay() override { vob.playStateChanged(true); }
-
-    void stopPlay() override { vob.playStateChanged(false); }
-
-    ModelVob& vob;
-};
 } // namespace
 
 TEST_F(Viewer, ShowsTheEffectsUnderTheCurrentTime)
@@ -84,7 +65,7 @@ TEST_F(Viewer, FramesAreFoundAgainFromTheirTimesAtEveryRate)
 
 TEST_F(Viewer, ClientsHearOfParametersEffectsAndStructure)
 {
-    Listener listener(vob.getEffectMonitor());
+    oribund::test::Listener<oribund::EffectChangeDescription> listener(vob.getEffectMonitor()->changes());
     const auto heardLast = [&](EffectChangeCode code, const oribund::IdStamp& effect) {
         const bool right =
             !listener.heard.empty() && listener.heard.back().code == code && listener.heard.back().effect == effect;
@@ -136,33 +117,4 @@ TEST_F(Viewer, ObserversSeeTheWholeOfAnOperation)
     observer.callback.attach(edit->modifications());
     editor.addClip({media(), 0, 10, kVideo, kNoObject}, 80, Collision::Overwrite);
     EXPECT_GT(observer.seen, 0);
-}
-
-TEST_F(Viewer, AnEffectThatComesBackByUndoIsTheOneThatPanelsHold)
-{
-    auto& monitor = *vob.getEffectMonitor();
-    const auto fxVob = monitor.getFXVob(monitor.findEffect(stampOf(tint)));
-    editor.removeSegment(clip);
-    EXPECT_FALSE(fxVob->getEffectPtr());
-    undo().undo();
-    ASSERT_TRUE(fxVob->getEffectPtr());
-    EXPECT_EQ(fxVob->getEffectPtr(), monitor.findEffect(stampOf(tint)));
-    editor.moveSegment(clip, kVideo, 100);
-    EXPECT_DOUBLE_EQ(fxVob->getEditRegion().start(), 4.0);
-}
-
-TEST_F(Viewer, PlaysThroughItsTransport)
-{
-    vob.startPlay();
-    EXPECT_FALSE(vob.isPlaying()) << "nobody plays";
-    Transport transport(vob);
-    vob.setTransport(&transport);
-    vob.startPlay();
-    EXPECT_TRUE(vob.isPlaying());
-    vob.setEdit({});
-    EXPECT_FALSE(vob.isPlaying());
-    EXPECT_EQ(vob.getEffectMonitor(), nullptr);
-    EXPECT_FALSE(vob.getEdit());
-    vob.setCurrentTime(1.0);
-    EXPECT_EQ(vob.getCurrentTime(), 0.0);
 }
