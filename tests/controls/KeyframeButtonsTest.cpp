@@ -136,15 +136,5 @@ TEST_F(KeyframeButtons, APressMayDestroyThePanel)
     EXPECT_EQ(vob->edit->steps, 1);
 }
 
-TEST_F(KeyframeButtons, WithoutAViewerOrATrackNothingHappens)
-{
-    addParam(*effect, L"Amount", {12.0});
-    buttons->setTrackID({});
-    button(kAdd).userClick();
-    vob.reset();
-    for (std::size_t i = kPrevious; i <= kZoom; ++i)
-        button(i).userClick();
-}
-
 } // namespace
 } // namespace oribund::test

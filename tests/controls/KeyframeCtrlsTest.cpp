@@ -62,22 +62,6 @@ TEST_F(FloatRow, NothingThatWasBegunIsWrittenIntoAReplacedParameter)
     EXPECT_EQ(other->constant(), 4.0);
 }
 
-TEST_F(FloatRow, WithoutItsParameterItIsDisabledAndKeepsWhatItShows)
-{
-    const auto gone = param;
-    replace(param->id(), {});
-    EXPECT_FALSE(row->isEnabled());
-    EXPECT_EQ(entry().getShownText(), L"25 %");
-    EXPECT_FALSE(row->userReset());
-    replace(param->id(), gone);
-    EXPECT_TRUE(entry().canInteract());
-
-    vob.monitor->effects.clear();
-    vob.monitor->tell(EffectChangeCode::EnabledChanged, IdStamp::wildcard());
-    EXPECT_FALSE(entry().canInteract());
-    EXPECT_EQ(entry().getShownText(), L"25 %");
-}
-
 TEST_F(FloatRow, OnlyAnimatedRowsAreToldThatTheTimeMoves)
 {
     const unsigned before = canvas.repaintCount();

@@ -1,6 +1,5 @@
 #include "tests/controls/BindingFixture.h"
 
-#include "oribund/controls/rows/AngleParamWidget.h"
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
 
 #include <memory>
@@ -31,23 +30,6 @@ protected:
         return widget.shown.size() - before;
     }
 };
-
-TEST_F(Refresh, EveryWidgetOfAnAdaptorShowsTheValueWhoeverChangesIt)
-{
-    FakeWidget<double> second;
-    attach(second, adaptor);
-    EXPECT_TRUE(second.ask(2.0));
-    EXPECT_EQ(widget.shown.back(), 2.0);
-    param->setConstant(3.0);
-    EXPECT_EQ(widget.shown.back(), 3.0);
-    EXPECT_EQ(second.shown.back(), 3.0);
-
-    param->setFunctionType(EffectValParamFnType::Keyframed, 0.0);
-    param->addKeyframeAt(1.0, 5.0);
-    setEffectTime(0.5);
-    EXPECT_EQ(widget.shown.back(), 4.0) << "follows the current time";
-    EXPECT_EQ(tellings([&] { param->setKeyframeValueAt(1, 5.0); }), 0u) << "nothing has changed";
-}
 
 TEST_F(Refresh, OnlyChangesOfThisEffectAndOfTheRightKindCount)
 {
@@ -190,16 +172,6 @@ TEST_F(Refresh, ADragOfKeyframesOfThreeEffectsRefreshesWhatIsDragged)
     vob.monitor->endTrim();
 }
 
-TEST_F(Refresh, WithoutAnEffectWidgetsKeepWhatTheyShow)
-{
-    vob.monitor->effects.clear();
-    vob.monitor->tell(EffectChangeCode::ParamSetChanged, effect->id());
-    EXPECT_FALSE(widget.ask(3.0));
-    EXPECT_EQ(tellings([&] { adaptor->forceWidgetUpdate(eRedrawFlag::Yes); }), 0u);
-    EXPECT_EQ(adaptor->getDataValue(), 0.0);
-    EXPECT_EQ(param->constant(), 1.0);
-}
-
 TEST_F(Refresh, EnabledStateIsWrittenOnlyWhenItChanges)
 {
     EXPECT_TRUE(widget.enabled) << "an editable parameter enables the first widget";
@@ -215,52 +187,6 @@ TEST_F(Refresh, EnabledStateIsWrittenOnlyWhenItChanges)
     EXPECT_TRUE(widget.enabled) << "a host may allow edits at some times only";
     EXPECT_FALSE(Kt::makePtr<FloatAdaptor>(handle, EffectValParamAccessor<double>(*param))->getWidgetEnabledState())
         << "an adaptor without widgets";
-}
-
-TEST_F(Refresh, AnEditRepaintsOnceAfterwards)
-{
-    struct Watcher : ValWidget<double> {
-        void setWidgetValue(const double&, eRedrawFlag) override { heldOff = heldOff && !Drawable::redrawsEnabled(); }
-
-        double getWidgetValue() const override { return 0.0; }
-
-        void setWidgetEnabled(bool) override {}
-
-        bool isWidgetEnabled() const override { return true; }
-
-        bool heldOff = true;
-    } watcher;
-
-    watcher.setDataAdaptor(Kt::Ptr<ValAdaptorBase<double>>(adaptor));
-    EXPECT_TRUE(widget.ask(8.0));
-    EXPECT_TRUE(watcher.heldOff);
-    EXPECT_TRUE(Drawable::redrawsEnabled());
-}
-
-TEST_F(Refresh, AMaskIsBoundThroughTheSameView)
-{
-    const auto mask = Kt::makePtr<test::FakeEffect>(IdStamp(0, 0, 70), String("mask"), WString(L"Mask"));
-    const auto softness = test::makeParam<double>(71, 0.5);
-    mask->addParam(softness);
-    effect->setMask(mask);
-    FXViewHandle maskHandle = handle;
-    maskHandle.setViewEffectID(mask->id());
-    FakeWidget<double> maskWidget;
-    attach(maskWidget, Kt::makePtr<FloatAdaptor>(maskHandle, EffectValParamAccessor<double>(*softness)));
-    EXPECT_TRUE(maskWidget.ask(0.75));
-    EXPECT_EQ(softness->constant(), 0.75);
-    EXPECT_EQ(param->constant(), 1.0);
-}
-
-TEST_F(Refresh, TheDialTurnsTheAngle)
-{
-    const auto angle = addParam(Angle{370.0});
-    AngleParamWidget::InitArgs args;
-    args.width = args.height = 40;
-    AngleParamWidget dial(args, handle, *angle);
-    EXPECT_EQ(dial.getWidgetValue(), 10.0);
-    dial.userStep(5.0);
-    EXPECT_EQ(angle->constant().degrees, 375.0);
 }
 
 } // namespace

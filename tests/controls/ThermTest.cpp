@@ -17,8 +17,6 @@ namespace
 class ScrubbedVob : public FakeVob, public iScrubControl
 {
 public:
-    EditPtr getEdit() const override { return hasEdit ? FakeVob::getEdit() : EditPtr(); }
-
     iScrubControl* getScrubControl() override { return this; }
 
     void setPlayState(PlayState state) override { states.push_back(state); }
@@ -32,7 +30,6 @@ public:
     std::vector<PlayState> states;
     unsigned changeFlags = 1;
     bool sound = false;
-    bool hasEdit = true;
 };
 
 /** A bar of 200 pixels for the 100 seconds of an edit. */
@@ -190,17 +187,6 @@ TEST_F(Therms, SectionsAreStripsThatALowBarLeavesOut)
     EXPECT_TRUE(boxes().empty());
 }
 
-TEST_F(Therms, AJumpOutOfViewCentresTheView)
-{
-    make();
-    vob->viewRange = {0.0, 20.0};
-    click(20);
-    EXPECT_EQ(vob->viewRange, NumRange<double>(0.0, 20.0));
-    click(100);
-    EXPECT_EQ(vob->viewRange, NumRange<double>(40.0, 60.0));
-    EXPECT_EQ(vob->getCurrentTime(), 50.0);
-}
-
 TEST_F(Therms, TheWheelZoomsAboutTheTimeWhereZoomingIsAllowed)
 {
     therm* bar = make();
@@ -265,33 +251,6 @@ TEST_F(Therms, ABarThatGoesOrShowsAnotherViewerInMidDragLeavesNoScrubBehind)
         if (!goes)
             bar->setVob(vob.get());
     }
-}
-
-TEST_F(Therms, AnEditThatTurnsReadOnlyLosesNothingAndAViewerThatGoesEndsTheDrag)
-{
-    therm* bar = make();
-    press(20);
-    vob->edit->readOnly = true;
-    vob->edit->addModification({});
-    drag(40);
-    EXPECT_EQ(vob->getCurrentTime(), 20.0) << "looking is no editing";
-    vob.reset();
-    drag(60);
-    release(60);
-    EXPECT_EQ(bar->dragState(), 0U);
-    EXPECT_EQ(bar->getTime(eExact), 0.0);
-}
-
-TEST_F(Therms, WithoutAnEditTheTimeIsNoughtAndStays)
-{
-    vob->setCurrentTime(5.0);
-    vob->hasEdit = false;
-    therm* bar = make();
-    press(20);
-    drag(40);
-    release(40);
-    EXPECT_EQ(vob->getCurrentTime(), 5.0);
-    EXPECT_EQ(bar->getTime(eExact), 0.0);
 }
 
 } // namespace

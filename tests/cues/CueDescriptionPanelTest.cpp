@@ -120,26 +120,6 @@ TEST_F(CuePanel, WhatIsNotUnderstoodIsSaidAndStaysToBeMended)
     EXPECT_EQ(vob->edit->steps, 0);
 }
 
-TEST_F(CuePanel, FollowsItsCueAndIsEmptyWithoutIt)
-{
-    Cue changed = cue(kDoor);
-    changed.name = L"Gate";
-    vob->edit->setCue(changed);
-    EXPECT_EQ(field(kName), L"Gate");
-    panel->setCue(kWindow);
-    EXPECT_EQ(panel->getCue().name, L"Window");
-    panel->setCue({9, 0, 0});
-    EXPECT_FALSE(panel->getCue().valid());
-    EXPECT_TRUE(panel->getFields().empty());
-    EXPECT_TRUE(draws(L"No cue"));
-    panel->setCue(kDoor);
-    EXPECT_EQ(field(kName), L"Gate");
-    vob.reset();
-    panel->refresh();
-    EXPECT_TRUE(draws(L"No cue"));
-    EXPECT_FALSE(panel->isEditingEnabled());
-}
-
 TEST_F(CuePanel, AnEditThatIsLockedTakesNothing)
 {
     type(kName, L"Gate");

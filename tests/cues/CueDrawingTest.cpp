@@ -73,11 +73,6 @@ TEST_F(CueDrawing, SizesDeriveFromTheStandardMetrics)
 {
     const UifStd::Metrics standard;
     EXPECT_LT(standard.indentWidth, standard.widgetGap) << "else marks could not be set in by it";
-    EXPECT_EQ(getDefaultDiamondSize(), (XY<int>{8, 18}));
-    EXPECT_EQ(getCueDimensions(eCueSizeSmall), (XY<int>{6, 3}));
-    EXPECT_EQ(getCueDimensions(eCueSizeNormal), (XY<int>{6, 4}));
-    EXPECT_EQ(getCueDimensions(eCueSizeLarge), (XY<int>{12, 14}));
-
     UifStd::Metrics metrics = UifStd::instance().metrics();
     metrics.widgetGap = 9;
     metrics.rowHeight = 35;

@@ -77,17 +77,5 @@ TEST_F(CueSearch, ATooltipTellsWhenWhatAndWhy)
     EXPECT_EQ(getCueTimecode(1.0 / 0.0, edit), L"");
 }
 
-TEST_F(CueSearch, ATimecodeIsReadAsItIsWritten)
-{
-    for (const double time : {0.0, 0.04, 59.96, 61.0, 3600.0 + 62.0 + 3 * 0.04, 360000.0})
-        EXPECT_NEAR(parseCueTimecode(getCueTimecode(time, edit), edit).value_or(-1.0), time, 1e-9);
-    EXPECT_NEAR(parseCueTimecode(L"7", edit).value_or(-1.0), 0.28, 1e-9) << "frames";
-    EXPECT_NEAR(parseCueTimecode(L"90:5", edit).value_or(-1.0), 90.2, 1e-9);
-    for (const wchar_t* text :
-         {L"", L":", L"1:", L":1", L"-1", L"1:-1", L"+1", L"x", L"1 2", L"1:2:3:4:5", L"99999999999"})
-        EXPECT_FALSE(parseCueTimecode(text, edit)) << toUTF8(text).c_str();
-    EXPECT_FALSE(parseCueTimecode(L"1", {}));
-}
-
 } // namespace
 } // namespace oribund::test

@@ -36,11 +36,6 @@ TEST(CueList, KeepsTimeOrderAndTheAgeOfEqualTimes)
         order.push_back(cues.find(cue.id) == &cue ? static_cast<int>(cue.time) : -1);
     EXPECT_EQ(order, (std::vector<int>{1, 3, 5, 5}));
     EXPECT_EQ(cues[3].id, IdStamp(0, 0, 3));
-
-    EXPECT_TRUE(cues.remove(IdStamp(0, 0, 1)));
-    EXPECT_FALSE(cues.remove(IdStamp(0, 0, 1)));
-    EXPECT_EQ(cues.find(IdStamp(0, 0, 1)), nullptr);
-    EXPECT_EQ(cues.size(), 3u);
 }
 
 TEST(EditGesture, EndsOnceAndOnlyWhatItHasBegun)
@@ -79,24 +74,6 @@ TEST(EditGesture, EndsOnceAndOnlyWhatItHasBegun)
         first.begin(none);
         EXPECT_FALSE(first.isOpen() || first.abort() || first.takeBack());
     }
-}
-
-TEST(FXVob, MapsEditTimeOnEffectTimeUnclamped)
-{
-    test::FakeVob vob;
-    const FXViewHandle handle = vob.add(makeEffect(1), 10.0, 14.0);
-    const FXVobClient client(handle);
-
-    vob.setCurrentTime(11.0);
-    EXPECT_DOUBLE_EQ(client.getNormalisedCurrentTime(), 0.25);
-    vob.setCurrentTime(9.0);
-    EXPECT_DOUBLE_EQ(client.getNormalisedCurrentTime(), -0.25);
-    EXPECT_DOUBLE_EQ(handle.getFXVob()->fxTimeToEditTime(FXTime{0.5}), 12.0);
-
-    test::FakeVob other;
-    other.setCurrentTime(3.0);
-    EXPECT_EQ(FXVobClient(other.add(makeEffect(2), 3.0, 3.0)).getNormalisedCurrentTime(), 0.0) << "empty region";
-    EXPECT_EQ(FXVobClient(FXViewHandle()).getNormalisedCurrentTime(), 0.0);
 }
 
 TEST(CompoundEffectMonitor, SpansTheRegionsOfItsEffects)

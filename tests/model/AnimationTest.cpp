@@ -142,31 +142,10 @@ TEST(Animation, AKeyframeIsAddedAtACutThatSomethingMovesAcross)
     const ObjectId right = b.editor.splitSegment(left, 50).object;
     EXPECT_EQ(times(left, kLevel), (std::vector<double>{20, 50, 60}));
     EXPECT_EQ(times(right, kLevel), (std::vector<double>{-30, 0, 10}));
-    EXPECT_EQ(times(left, kColour), (std::vector<double>{})) << "what is not animated stays so";
     EXPECT_DOUBLE_EQ(level->getValue(1.0), 72.5);
 
     b.editor.splitSegment(right, 60);
     EXPECT_EQ(times(right, kLevel), (std::vector<double>{-30, 0, 10})) << "there was one";
     b.editor.splitSegment(left, 10);
     EXPECT_EQ(times(left, kLevel), (std::vector<double>{20, 50, 60})) << "nothing moves there";
-    b.undo().undo();
-    b.undo().undo();
-    b.undo().undo();
-    EXPECT_EQ(times(left, kLevel), (std::vector<double>{20, 60}));
-}
-
-TEST(Animation, OutlivesAnyLengthOfItsSegment)
-{
-    Bench b;
-    const ObjectId clip = b.editor.addClip({media("/m/long.mp4", kMostFrames), 0, 10, kVideo, kNoObject}, 0).object;
-    const auto level = b.param<double>(b.editor.addEffect(clip, "tint").object, kLevel);
-    level->setFunctionType(oribund::EffectValParamFnType::Keyframed, 0.5);
-    level->addKeyframeAt(0.5 + 1e-6, 80.0);
-    level->addKeyframeAt(0.9, 30.0);
-    ASSERT_TRUE(b.editor.trimEnd(clip, kMostFrames));
-    EXPECT_EQ(level->graph()->size(), 3) << "however close to each other they come";
-    ASSERT_TRUE(b.editor.trimStart(clip, kMostFrames - 1));
-    EXPECT_EQ(level->graph()->size(), 3) << "however far out they lie";
-    ASSERT_TRUE(b.editor.trimStart(clip, 0));
-    EXPECT_NEAR(level->graph()->timeAt(2) * kMostFrames, 9.0, 1e-3);
 }

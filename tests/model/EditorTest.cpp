@@ -212,18 +212,3 @@ TEST(Editor, TransitionsAreLimitedByMediaAndFollowTheirCut)
     EXPECT_EQ(tight.editor.longestTransition(whole), 0);
     EXPECT_FALSE(tight.editor.addTransition(whole, {0, 0, 0, 10, "", false, 0.0}));
 }
-
-TEST(Editor, StillsAreAsLongAsAnybodyWants)
-{
-    Bench b;
-    MediaInfo still = media("/m/still.png", 0);
-    still.hasAudio = false;
-    EXPECT_FALSE(b.editor.addClip({still, 0, 0, kVideo, kNoObject}, 100));
-    const ObjectId id = b.editor.addClip({still, 0, 100, kVideo, kAudio}, 100).object;
-    EXPECT_EQ(b.segment(id).link, kNoObject);
-    EXPECT_TRUE(b.editor.trimEnd(id, 100000));
-    EXPECT_TRUE(b.editor.trimStart(id, 0));
-    EXPECT_EQ(b.segment(id).in, 0);
-    EXPECT_TRUE(b.editor.splitSegment(id, 5000));
-    EXPECT_GT(b.editor.longestTransition(id), 1000);
-}

@@ -40,18 +40,6 @@ protected:
 };
 } // namespace
 
-TEST_F(Gesture, ADragIsOneStepWithItsEndsInTheText)
-{
-    dragLevel({60, 70, 12.5, 65});
-    undo().endGesture();
-    ASSERT_EQ(added(), 1u);
-    EXPECT_EQ(undoTitle(), "Level 50 % to 65 %");
-    undo().undo();
-    EXPECT_EQ(level->constant(), 50.0);
-    undo().redo();
-    EXPECT_EQ(level->constant(), 65.0);
-}
-
 TEST_F(Gesture, ASeriesEndsWithTheNextThingThatIsNotItsContinuation)
 {
     dragLevel({60, 61});
@@ -255,23 +243,6 @@ TEST_F(Gesture, MovingManyKeyframesIsOneStepWithWhateverElseIsDoneToThem)
     expectOneStep("Move 64 keyframes of Colour");
 }
 
-TEST_F(Gesture, ADragThatOverwritesGivesBackWhatItPassed)
-{
-    const ObjectId other = addPicture(200, 10, 500);
-    const auto before = edit->snapshot();
-    steps = undo().size();
-    editor.moveSegment(clip, kVideo, 120, Collision::Overwrite, ChangeKind::Start);
-    EXPECT_EQ(timeline().findSegment(other), nullptr);
-    EXPECT_FALSE(editor.moveSegment(clip, kVideo, -1, Collision::Overwrite, ChangeKind::Continuation));
-    EXPECT_EQ(segment(clip).start, 120) << "a place that is refused leaves the last good one";
-    editor.moveSegment(clip, kVideo, 300, Collision::Overwrite, ChangeKind::Continuation);
-    EXPECT_NE(timeline().findSegment(other), nullptr);
-    undo().endGesture();
-    EXPECT_EQ(added(), 1u);
-    undo().undo();
-    EXPECT_EQ(edit->snapshot(), before);
-}
-
 TEST_F(Gesture, SavedStateIsRecognisedAgain)
 {
     undo().setClean();
@@ -287,22 +258,6 @@ TEST_F(Gesture, SavedStateIsRecognisedAgain)
     EXPECT_FALSE(undo().isClean());
     undo().undo();
     EXPECT_FALSE(undo().isClean());
-}
-
-TEST_F(Gesture, StepsOutliveTheObjectsTheyAreAbout)
-{
-    dragLevel({60, 70});
-    editor.removeSegment(clip);
-    const auto after = edit->snapshot();
-    level.reset(nullptr);
-    while (undo().undo()) {
-    }
-    EXPECT_TRUE(edit->snapshot().tracks[0].segments.empty());
-    while (undo().redo()) {
-    }
-    EXPECT_EQ(edit->snapshot(), after);
-    undo().undo();
-    EXPECT_EQ(param<double>(tint, kLevel)->constant(), 70.0);
 }
 
 TEST_F(Gesture, WhatIsDoneWithinABatchBelongsToItsStepAndStructureIsRefused)

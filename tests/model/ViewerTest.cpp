@@ -25,27 +25,6 @@ protected:
 
 } // namespace
 
-TEST_F(Viewer, ShowsTheEffectsUnderTheCurrentTime)
-{
-    auto& monitor = *vob.getEffectMonitor();
-    EXPECT_TRUE(monitor.getEffects(stampOf(kVideo)).empty());
-    vob.setCurrentTime(2.0);
-    ASSERT_EQ(monitor.getEffects(stampOf(kVideo)).size(), 1u);
-    EXPECT_TRUE(monitor.getEffects(stampOf(kAudio)).empty());
-    vob.setCurrentTime(5.96);
-    EXPECT_EQ(vob.currentFrame(), 149) << "the last frame of the segment";
-    EXPECT_EQ(monitor.getEffects(stampOf(kVideo)).size(), 1u);
-    vob.setCurrentTime(100.0);
-    EXPECT_DOUBLE_EQ(vob.getCurrentTime(), 6.0);
-    EXPECT_TRUE(monitor.getEffects(stampOf(kVideo)).empty());
-
-    const auto region = monitor.getEditRegion(stampOf(tint));
-    EXPECT_DOUBLE_EQ(region.start(), 2.0);
-    EXPECT_DOUBLE_EQ(region.end(), 6.0);
-    EXPECT_TRUE(monitor.getEditRegion(stampOf(999)).empty());
-    EXPECT_FALSE(monitor.findEffect(stampOf(clip)));
-}
-
 TEST_F(Viewer, FramesAreFoundAgainFromTheirTimesAtEveryRate)
 {
     for (const auto& [numerator, denominator] : {std::pair(24000, 1001), std::pair(30000, 1001), std::pair(50, 1)}) {

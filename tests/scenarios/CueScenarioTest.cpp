@@ -27,10 +27,6 @@ protected:
 
     const oribund::CueList& cues() { return workspace_->edit().getCues(); }
 
-    int frame() { return workspace_->vob().currentFrame(); }
-
-    void goTo(int frame) { workspace_->vob().setCurrentTime(workspace_->vob().timeOf(frame)); }
-
     void key(Qt::Key code, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
         QTest::keyClick(&window_->timeline().strip(), code, modifiers);

@@ -44,26 +44,6 @@ TEST_F(Scenario, ADragInThePanelChangesThePictureAsOneStep)
     EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 1);
 }
 
-TEST_F(Scenario, WhatAControlDoesIsAStepAsSoonAsItIsDone)
-{
-    openClip();
-    ASSERT_NE(addEffect("brightness"), nullptr);
-    auto* slider = findInPanel<oribund::Slider>();
-    const std::size_t steps = workspace_->edit().undoStack().position();
-    slider->takeFocus();
-    Hand::key(Qt::Key_Right);
-    EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 1);
-    findInPanel<oribund::ValButton>()->userClick();
-    EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 2);
-
-    // A step that is done is not what Escape in the next drag takes back.
-    const double value = slider->getValue();
-    slider->userPress(value);
-    slider->userCancel();
-    EXPECT_EQ(slider->getValue(), value);
-    EXPECT_EQ(workspace_->edit().undoStack().position(), steps + 2);
-}
-
 TEST_F(Scenario, AnAnimatedValueIsSavedReopenedAndExported)
 {
     openClip();
@@ -78,9 +58,9 @@ TEST_F(Scenario, AnAnimatedValueIsSavedReopenedAndExported)
     EXPECT_GT(brightness(), dark + 10.0);
     EXPECT_EQ(effect->animatedParams().size(), 1u);
     press(Command::Split); // at the start there is nothing to cut
-    workspace_->vob().setCurrentTime(workspace_->vob().timeOf(30));
+    goTo(30);
     press(Command::Split);
-    ASSERT_EQ(workspace_->edit().timeline().tracks().front()->segments.size(), 2u);
+    ASSERT_EQ(segments(), 2u);
 
     const EditData saved = workspace_->edit().snapshot();
     const auto picture = pixels();
@@ -105,34 +85,6 @@ TEST_F(Scenario, AnAnimatedValueIsSavedReopenedAndExported)
     ASSERT_EQ(host_.shown.size(), 2u);
     EXPECT_NE(host_.shown.back().find("Exported"), std::string::npos) << host_.shown.back();
     EXPECT_EQ(probeMedia(*workspace_->session(), request.path).info.value_or(MediaInfo()).frames, kSampleFrames);
-}
-
-TEST_F(Scenario, TheKeyboardReachesTransportListAndPanel)
-{
-    openClip();
-    ModelVob& vob = workspace_->vob();
-    QWidget& strip = window_->timeline().strip();
-    strip.setFocus();
-    QTest::keyClick(&strip, Qt::Key_Right);
-    QTest::keyClick(&strip, Qt::Key_Right);
-    EXPECT_EQ(vob.currentFrame(), 2);
-    QTest::keyClick(&strip, Qt::Key_Up);
-    EXPECT_EQ(vob.currentFrame(), 0);
-
-    // The arrows belong to a slider that has the keyboard, and not to the transport.
-    ASSERT_NE(addEffect("brightness"), nullptr);
-    auto* slider = findInPanel<oribund::Slider>();
-    slider->takeFocus();
-    const double value = slider->getValue();
-    Hand::key(Qt::Key_Right);
-    EXPECT_GT(slider->getValue(), value);
-    EXPECT_EQ(vob.currentFrame(), 0);
-    // What it has no use for goes on to the window.
-    Hand::key(Qt::Key_Space);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return vob.isPlaying(); }, 5000));
-    EXPECT_TRUE(QTest::qWaitFor([&] { return vob.currentFrame() > 3; }, 5000));
-    Hand::key(Qt::Key_Space);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !vob.isPlaying(); }, 5000));
 }
 
 TEST_F(Scenario, WhatCannotBeOpenedIsNamedAndNothingIsLost)

@@ -40,16 +40,6 @@ protected:
         });
     }
 
-    bool split(int frame) { return bool(workspace_->editor().splitSegment(workspace_->targetSegment()->id(), frame)); }
-
-    std::size_t segments() const { return workspace_->edit().timeline().tracks().front()->segments.size(); }
-
-    std::size_t segmentsIn(const fs::path& file)
-    {
-        const ProjectReading reading = readProject(file, workspace_->catalogue());
-        return reading ? reading.edit->tracks.front().segments.size() : 0;
-    }
-
     std::size_t copies() const
     {
         std::size_t count = 0;

@@ -11,6 +11,7 @@
 #include "workbench/app/timeline/TimelineStrip.h"
 #include "workbench/app/window/MainWindow.h"
 #include "workbench/app/window/ViewerWidget.h"
+#include "workbench/store/ProjectFile.h"
 
 #include "oribund/host/toolkit/widgets/Slider.h"
 
@@ -114,6 +115,21 @@ protected:
     {
         window_->action(command).trigger();
         settle();
+    }
+
+    int frame() { return workspace_->vob().currentFrame(); }
+
+    void goTo(int frame) { workspace_->vob().setCurrentTime(workspace_->vob().timeOf(frame)); }
+
+    bool split(int frame) { return bool(workspace_->editor().splitSegment(workspace_->targetSegment()->id(), frame)); }
+
+    /** On the first track. */
+    std::size_t segments() const { return workspace_->edit().timeline().tracks().front()->segments.size(); }
+
+    std::size_t segmentsIn(const fs::path& file)
+    {
+        const ProjectReading reading = readProject(file, workspace_->catalogue());
+        return reading ? reading.edit->tracks.front().segments.size() : 0;
     }
 
     double brightness() const

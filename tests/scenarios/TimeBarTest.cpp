@@ -54,27 +54,6 @@ protected:
     double pixel() { return end() / bar().getWidth(); }
 };
 
-TEST_F(TimeBarScenario, APressAndADragSetTheTimeToWholeFramesAndEscapeTakesItBack)
-{
-    openClips();
-    const double frame = workspace_->edit().getCelResolution();
-    const std::size_t steps = workspace_->edit().undoStack().position();
-    press(at(end() / 2));
-    move(at(end() / 4));
-    EXPECT_NEAR(vob().getCurrentTime(), end() / 4, pixel() + frame);
-    EXPECT_NEAR(std::remainder(vob().getCurrentTime(), frame), 0.0, 1e-9);
-    release();
-    const double before = vob().getCurrentTime();
-    press(at(before));
-    for (const double to : {0.6, 0.9, 1.5})
-        move(at(end() * to));
-    EXPECT_EQ(vob().getCurrentTime(), end()) << "no further than that";
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
-    EXPECT_EQ(vob().getCurrentTime(), before);
-    release();
-    EXPECT_EQ(workspace_->edit().undoStack().position(), steps) << "nothing of that is an edit";
-}
-
 TEST_F(TimeBarScenario, ItsWindowAndTheTimelineMoveAndZoomEachOther)
 {
     openClips();

@@ -188,12 +188,7 @@ TEST_F(TimelineStripTest, WhatIsPaintedFollowsTimeSelectionAndEdit)
     const TimelineGeometry::Row& row = geometry().rows().front();
     click({20, row.top + row.height / 2});
     EXPECT_FALSE(edit().timeline().tracks().front()->data.enabled);
-    const QRect dimmed = paint();
-    EXPECT_LT(dimmed.left(), TimelineGeometry::kHeaderWidth);
-    EXPECT_GT(dimmed.right(), xOf(200));
-    EXPECT_LE(dimmed.bottom(), row.top + row.height);
-    edit().undoStack().undo();
-    EXPECT_EQ(paint(), dimmed);
+    EXPECT_LE(paint().bottom(), row.top + row.height);
 
     strip.clearFocus();
     paint();

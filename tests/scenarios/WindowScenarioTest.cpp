@@ -1,6 +1,5 @@
 #include "tests/scenarios/Scenario.h"
 #include "workbench/model/Ids.h"
-#include "workbench/store/ProjectFile.h"
 
 #include "oribund/host/toolkit/entries/NumericEntry.h"
 #include "oribund/host/toolkit/layout/MinimizableGroup.h"
@@ -195,14 +194,6 @@ protected:
 
     QDockWidget& dock(const char* name) { return *window_->findChild<QDockWidget*>(QLatin1String(name)); }
 
-    bool split(int frame) { return bool(workspace_->editor().splitSegment(workspace_->targetSegment()->id(), frame)); }
-
-    std::size_t segmentsIn(const fs::path& file)
-    {
-        const ProjectReading reading = readProject(file, workspace_->catalogue());
-        return reading ? reading.edit->tracks.front().segments.size() : 0;
-    }
-
     int asked = 0;
     QString typed; ///< into the next file dialog; empty cancels it
 
@@ -342,30 +333,29 @@ TEST_F(WindowScenario, WhatIsStillBeingTypedIsSavedAndAskedAbout)
 TEST_F(WindowScenario, KeysCutSelectAndRemoveInTheTimeline)
 {
     openClip();
-    const auto count = [&] { return workspace_->edit().timeline().tracks().front()->segments.size(); };
     const auto key = [&](int code, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::keyClick(&window_->timeline().strip(), static_cast<Qt::Key>(code), modifiers);
     };
     const ObjectId first = workspace_->selection().get();
     for (int i = 0; i < 2; ++i)
         key(Qt::Key_Right, Qt::ShiftModifier);
-    EXPECT_EQ(workspace_->vob().currentFrame(), 50);
+    EXPECT_EQ(frame(), 50);
     key(Qt::Key_B);
-    EXPECT_EQ(count(), 2u);
+    EXPECT_EQ(segments(), 2u);
     EXPECT_NE(workspace_->selection().get(), first) << "what is behind the cut is selected";
     key(Qt::Key_Left, Qt::ControlModifier);
     EXPECT_EQ(workspace_->selection().get(), first);
-    EXPECT_EQ(workspace_->vob().currentFrame(), 0);
+    EXPECT_EQ(frame(), 0);
     key(Qt::Key_Down);
-    EXPECT_EQ(workspace_->vob().currentFrame(), 50);
+    EXPECT_EQ(frame(), 50);
     key(Qt::Key_Delete);
-    EXPECT_EQ(count(), 1u);
+    EXPECT_EQ(segments(), 1u);
     key(Qt::Key_Z, Qt::ControlModifier);
     key(Qt::Key_Z, Qt::ControlModifier);
-    EXPECT_EQ(count(), 1u);
+    EXPECT_EQ(segments(), 1u);
     EXPECT_EQ(workspace_->edit().timeline().endFrame(), kSampleFrames);
     key(Qt::Key_Y, Qt::ControlModifier);
-    EXPECT_EQ(count(), 2u);
+    EXPECT_EQ(segments(), 2u);
 }
 
 TEST_F(WindowScenario, FilesDroppedOnItAreOpened)
@@ -384,9 +374,9 @@ TEST_F(WindowScenario, FilesDroppedOnItAreOpened)
         settle();
         return true;
     };
-    QMimeData text;
-    text.setText(QStringLiteral("no file"));
-    EXPECT_FALSE(drop(text));
+    QMimeData remote;
+    remote.setUrls({QUrl(QStringLiteral("https://nowhere.invalid/film.mp4"))});
+    EXPECT_FALSE(drop(remote));
     QMimeData files;
     const QUrl clip = QUrl::fromLocalFile(QString::fromStdString(SampleMedia::clip()));
     files.setUrls({clip, clip});

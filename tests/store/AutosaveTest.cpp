@@ -248,30 +248,3 @@ TEST(Killed, AFolderForTheRunIsRemovedByTheNextRun)
     EXPECT_TRUE(test::fs::is_empty(next.path()));
     EXPECT_EQ(parent.count(), 3u);
 }
-
-TEST(Killed, ASessionLosesNoMoreThanItsLastCopy)
-{
-    std::mt19937 random(5);
-    for (int round = 0; round < 15; ++round) {
-        const TemporaryFolder folder;
-        Child child([&] {
-            Autosave autosave(folder.path());
-            autosave.setProject("/projects/p.mlt");
-            for (int i = 1;; ++i) {
-                autosave.store(numbered(i));
-                autosave.flush();
-                replaceFile(folder / "done", std::to_string(i));
-            }
-        });
-        ASSERT_TRUE(comesTrue([&] { return test::fs::exists(folder / "done"); }));
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 20'000));
-        child.kill();
-        const int done = std::atoi(slurp(folder / "done").c_str());
-        const std::vector<Recoverable> found = Autosave::findRecoverable(folder.path());
-        ASSERT_THAT(found, SizeIs(1));
-        const std::string copy = slurp(found[0].file);
-        EXPECT_TRUE(isWhole(copy));
-        EXPECT_GE(std::atoi(copy.c_str()), done);
-        EXPECT_EQ(found[0].project, "/projects/p.mlt");
-    }
-}

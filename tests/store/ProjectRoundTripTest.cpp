@@ -105,32 +105,3 @@ TEST(ProjectRoundTrip, FindsMediaThatMovedTogether)
     EXPECT_EQ(placesAfterMove("/a/1.mp4", "/b/1.mp4", "/elsewhere/2.mp4"), (Places{"/b/2.mp4"}))
         << "it lay nowhere near, but may have been collected";
 }
-
-TEST(ProjectRoundTrip, TakesAMillionKeyframes)
-{
-    Bench bench;
-    const ObjectId segment = bench.addPicture(0, 100);
-    const ObjectId effect = bench.editor.addEffect(segment, "tint").object;
-    EditData data = bench.edit->snapshot();
-#if defined(__SANITIZE_ADDRESS__)
-    const int count = 50'000; // what takes a second takes minutes there
-#else
-    const int count = 1'000'000;
-#endif
-    for (SegmentData& one : data.tracks[0].segments)
-        for (ParamData& param : one.effects[0].params)
-            if (param.property == "Level") {
-                param.keyframed = true;
-                param.channels.resize(1);
-                for (int i = 0; i < count; ++i)
-                    param.channels[0].push_back(key(static_cast<double>(i) / count, 50 + 49 * std::sin(i)));
-            }
-    const EditModel edit(data, catalogue());
-    ASSERT_EQ(edit.timeline().findEffect(effect)->paramAt(kLevel)->graph()->size(), count);
-    const std::string xml = projectXml(edit, {}, {});
-
-    const ProjectReading reading = parseProject(xml, {}, catalogue());
-    ASSERT_EQ(reading.error, "");
-    const EditModel again(*reading.edit, catalogue());
-    EXPECT_TRUE(again.snapshot() == edit.snapshot());
-}

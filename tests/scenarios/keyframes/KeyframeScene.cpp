@@ -198,6 +198,7 @@ std::string KeyframeScene::keys()
         all += (all.empty() ? "" : " | ") + std::string(param->name().c_str());
         for (int key = 0; key < param->graph()->size(); ++key) {
             const double frame = segment->data.start + param->graph()->timeAt(key) * segment->data.length;
+            EXPECT_NEAR(frame, std::round(frame), 1e-6) << "off its frame";
             all += ' ' + std::to_string(std::lround(frame) - kClipStart);
         }
     }

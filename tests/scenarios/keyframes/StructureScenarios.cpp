@@ -81,6 +81,7 @@ TEST_P(StructureScenario, ATrimInADragOfAKeyframeLosesNeither)
     grab(100, {104, 120});
     ASSERT_TRUE(editor.trimEnd(clip, kClipStart + 225));
     moveTo({130, 140});
+    stage->key(Key::Escape);
     release(140);
     expectSpan(0, 225);
     EXPECT_EQ(keys(), "Level 50 120 200 | Colour 120");
