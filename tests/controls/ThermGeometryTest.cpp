@@ -60,6 +60,9 @@ TEST(ThermGeometry, TheMarkerWinsThenTheNearerEdgeThenTheWindow)
     EXPECT_EQ(geometry.hitTest(20, 50.0, true, false, 6), ThermHit::None);
     EXPECT_EQ(geometry.hitTest(50, 50.0, false, true, 6), ThermHit::WindowBody);
     EXPECT_EQ(bar(0, 100, 0, 100).hitTest(35, 50.0, true, true, 6), ThermHit::None) << "there is nowhere to move it";
+    const ThermGeometry closed = bar(0, 100, 50, 50);
+    EXPECT_EQ(closed.hitTest(48, 90.0, true, true, 6), ThermHit::LeftEdge);
+    EXPECT_EQ(closed.hitTest(50, 90.0, true, true, 6), ThermHit::RightEdge);
 }
 
 TEST(ThermGeometry, DraggedEdgesZoomAboutTheCurrentTime)

@@ -87,6 +87,9 @@ TEST_F(Therms, AClickNearACueGoesToItAndADoubleClickStaysThere)
     EXPECT_EQ(vob->getCurrentTime(), 50.0);
     canvas.inject(Event::mouseMove({84, 2}));
     EXPECT_EQ(bar->tooltip().text(), L"00:00:40:00  Door");
+    vob->setCurrentTime(0.51);
+    EXPECT_EQ(bar->getTime(eExact), 0.51);
+    EXPECT_DOUBLE_EQ(bar->getTime(eFrameAccurate), 0.52);
 }
 
 TEST_F(Therms, ALowBarJumpsToACueAndOpensAndDrawsNothingOfIt)

@@ -17,27 +17,6 @@ Kt::Ptr<EffectInstance> makeEffect(int number)
     return Kt::makePtr<EffectInstance>(IdStamp(1, 2, number), String("test"), WString(L"Test"));
 }
 
-TEST(CueList, KeepsTimeOrderAndTheAgeOfEqualTimes)
-{
-    CueList cues;
-    const auto cueAt = [](int id, double time) {
-        Cue cue;
-        cue.id = IdStamp(0, 0, id);
-        cue.time = time;
-        return cue;
-    };
-    cues.add(cueAt(1, 5.0));
-    cues.add(cueAt(2, 1.0));
-    EXPECT_EQ(cues.add(cueAt(3, 5.0)), 2u);
-    EXPECT_EQ(cues.add(cueAt(4, 3.0)), 1u);
-
-    std::vector<int> order;
-    for (const Cue& cue : cues)
-        order.push_back(cues.find(cue.id) == &cue ? static_cast<int>(cue.time) : -1);
-    EXPECT_EQ(order, (std::vector<int>{1, 3, 5, 5}));
-    EXPECT_EQ(cues[3].id, IdStamp(0, 0, 3));
-}
-
 TEST(EditGesture, EndsOnceAndOnlyWhatItHasBegun)
 {
     const auto edit = Kt::makePtr<test::FakeEdit>();
@@ -74,19 +53,6 @@ TEST(EditGesture, EndsOnceAndOnlyWhatItHasBegun)
         first.begin(none);
         EXPECT_FALSE(first.isOpen() || first.abort() || first.takeBack());
     }
-}
-
-TEST(CompoundEffectMonitor, SpansTheRegionsOfItsEffects)
-{
-    test::FakeVob vob;
-    EXPECT_EQ(vob.monitor->getCompoundEditRegion(test::FakeMonitor::track()), NumRange<double>(0.0, 0.0));
-    vob.add(makeEffect(1), 4.0, 6.0);
-    vob.add(makeEffect(2), 2.0, 5.0);
-    vob.monitor->effects.emplace_back(nullptr, NumRange<double>()); // a host that has lost one
-    CompoundEffectMonitor::KeyframeSets sets;
-    vob.monitor->populateKeyframesForCompoundEffect(test::FakeMonitor::track(), sets);
-    EXPECT_EQ(sets.size(), 2u);
-    EXPECT_EQ(vob.monitor->getCompoundEditRegion(test::FakeMonitor::track()), NumRange<double>(2.0, 6.0));
 }
 
 class RecordingClient : public FXVobClient, public VobClient

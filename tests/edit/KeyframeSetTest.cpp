@@ -158,6 +158,11 @@ TEST_F(Keyframes, AreAddedWithoutAChangeOfTheCurve)
     EXPECT_EQ(timesOf(*a), (std::vector{0.0, 0.5, 1.0}));
     EXPECT_EQ(b->graph()->size(), 1) << "it has one there";
     EXPECT_FALSE(vob.monitor->addKeyframesAt(track, effect->id(), FXTime{0.5})) << "all have one there";
+    vob.edit->readOnly = true;
+    EXPECT_FALSE(vob.monitor->addKeyframesAt(track, effect->id(), FXTime{0.2}));
+    selectAll();
+    EXPECT_FALSE(vob.monitor->removeSelectedKeyframes(IdStamp::wildcard(), {}));
+    EXPECT_EQ(a->graph()->size(), 3);
 }
 
 } // namespace

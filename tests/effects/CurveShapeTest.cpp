@@ -41,26 +41,6 @@ double largestDifference(const std::vector<double>& a, const std::vector<double>
 
 } // namespace
 
-TEST(CurveShape, PassesThroughEveryKeyframeWithoutAJump)
-{
-    Random random(1);
-    for (int round = 0; round < 20; ++round) {
-        BezierCurve curve;
-        ASSERT_TRUE(fill(curve, random.keyframes(30)));
-        for (const Keyframe& keyframe : curve.keyframes()) {
-            EXPECT_EQ(curve.evaluate(keyframe.time), keyframe.value);
-            // A handle straight up makes the curve leave like a root: steep, yet without a jump.
-            EXPECT_NEAR(curve.evaluate(keyframe.time - 1e-12), keyframe.value, 1e-3);
-            EXPECT_NEAR(curve.evaluate(keyframe.time + 1e-12), keyframe.value, 1e-3);
-        }
-        for (int i = 0; i + 1 < curve.size(); ++i) {
-            const auto& points = curve.segment(i).points;
-            for (int k = 0; k < 3; ++k)
-                EXPECT_LE(points[k].time, points[k + 1].time) << "a handle runs back in time";
-        }
-    }
-}
-
 TEST(CurveShape, AutomaticTangentsNeverOvershootAndMeetSmoothly)
 {
     Random random(2);
@@ -109,30 +89,6 @@ TEST(CurveShape, HandlesShapeTheCurveTheyAreDrawnAt)
     EXPECT_EQ(curve.outHandle(0), (TangentHandle{1.5, 3.0, false}));
 }
 
-TEST(CubicSegment, FindsTheOneParameterOfEachTime)
-{
-    Random random(3);
-    for (int round = 0; round < 2000; ++round) {
-        double a = random.real(0.0, 1.0);
-        double b = random.real(0.0, 1.0);
-        if (round % 10 == 0)
-            a = round % 20 == 0 ? 0.0 : 1.0;
-        if (round % 15 == 0)
-            b = round % 30 == 0 ? 0.0 : 1.0;
-        if (a > b)
-            std::swap(a, b);
-        double before = 0.0;
-        for (int i = 0; i <= 100; ++i) {
-            const double s = i / 100.0;
-            const double u = solveUnitCubic(a, b, s);
-            const double x = 3.0 * u * (1.0 - u) * ((1.0 - u) * a + u * b) + u * u * u;
-            ASSERT_NEAR(x, s, 1e-14) << a << ' ' << b;
-            ASSERT_GE(u, before);
-            before = u;
-        }
-    }
-}
-
 TEST(CurveShape, SubdividingChangesNothingThatIsSeen)
 {
     Random random(5);
@@ -152,24 +108,6 @@ TEST(CurveShape, SubdividingChangesNothingThatIsSeen)
         EXPECT_EQ(curve.size(), count + 4);
         ASSERT_LT(largestDifference(before, sampled(curve)), 1e-9) << "round " << round;
     }
-}
-
-TEST(CurveShape, AnAddedKeyframeIsPlainAndOnTheCurve)
-{
-    BezierCurve curve;
-    EXPECT_EQ(curve.addKeyframe(0.3), 0);
-    EXPECT_EQ(curve.keyframe(0), key(0.3, 0.0));
-    ASSERT_TRUE(fill(curve, {smooth(0.2, 1.0), key(0.6, 3.0), key(0.8, -1.0)}));
-    const double value = curve.evaluate(0.3);
-    EXPECT_EQ(curve.addKeyframe(0.3), 1);
-    EXPECT_EQ(curve.keyframe(1), smooth(0.3, value)) << "in a smooth stretch it is smooth";
-    EXPECT_EQ(curve.addKeyframe(0.7), 3);
-    EXPECT_EQ(curve.keyframe(3).type, KeyframeType::Linear);
-    EXPECT_NEAR(curve.keyframe(3).value, 1.0, 1e-12);
-    EXPECT_EQ(curve.addKeyframe(0.1), 0);
-    EXPECT_EQ(curve.keyframe(0), smooth(0.1, 1.0));
-    EXPECT_EQ(curve.addKeyframe(0.9), 6);
-    EXPECT_EQ(curve.keyframe(6), key(0.9, -1.0));
 }
 
 TEST(MultiGraph, SubdividesAllChannelsAndKeepsThemInStep)

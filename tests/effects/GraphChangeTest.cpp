@@ -109,25 +109,6 @@ TEST(GraphChange, ChannelsAndTheWholeHearWhenAllChannelsHaveChanged)
     EXPECT_EQ(whole.heard.size(), 7u);
 }
 
-TEST(GraphChange, ObserversMayEditTheGraph)
-{
-    BezierCurve curve;
-    Heard first(curve.changes());
-    Heard second(curve.changes());
-    first.then = [&](const auto&) {
-        if (curve.valueAt(0) < 3.0)
-            curve.setKeyframeValue(0, curve.valueAt(0) + 1.0);
-    };
-    {
-        const GraphBatch batch(curve, BatchReason::AddKeyframe, BatchReason::EndAddKeyframe, ChangeKind::Single);
-        curve.addKeyframe(0.5);
-    }
-    EXPECT_EQ(curve.valueAt(0), 3.0);
-    EXPECT_EQ(first.heard.size(), 4u);
-    EXPECT_EQ(second.heard.size(), 4u) << "each edit is told to everybody";
-    EXPECT_FALSE(curve.inBatch());
-}
-
 TEST(GraphChange, ObserversMayEndTheGraph)
 {
     auto graph = std::make_unique<MultiGraph<2>>();

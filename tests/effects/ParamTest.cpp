@@ -1,5 +1,4 @@
 #include "oribund/host/effects/params/EffectValParam.h"
-#include "oribund/host/effects/params/ParamVisitor.h"
 #include "tests/effects/CurveSupport.h"
 #include "tests/support/Listener.h"
 
@@ -45,11 +44,6 @@ private:
         }};
     Listener<Graph1dBase::Event> graph_{param_.graph()->changes(), [this](const auto&) { text_ += "graph "; }};
 };
-
-ListParam<int> threeItems(int selected)
-{
-    return ListParam<int>({{10, L"ten"}, {20, L"twenty"}, {30, L"thirty"}}, selected);
-}
 
 } // namespace
 
@@ -103,18 +97,6 @@ TEST(Param, BecomesAnimatedAndConstantAgainWithoutAJump)
     EXPECT_NEAR(param.getValue(0.5), 0.5, 1e-12) << "animated without keyframes: the constant";
 }
 
-TEST(Param, ALongHandleDoesNotLeadOutOfTheRange)
-{
-    EffectValParam<double> param(ParamInfo{}, 1.0, 0.0, 1.0);
-    param.setFunctionType(kKeyframed, 0.0);
-    param.addKeyframeAt(1.0, 1.0);
-    Keyframe up = smooth(0.0, 1.0);
-    up.out = {0.3, 5.0, false};
-    ASSERT_TRUE(param.graph()->channel(0).setKeyframe(0, up));
-    EXPECT_GT(param.graph()->curve(0).evaluate(0.3), 1.0);
-    EXPECT_EQ(param.getValue(0.3), 1.0);
-}
-
 TEST(Param, ComponentsAreClampedAndAnimatedEachInItsRange)
 {
     EffectValParam<Vector2d> point(ParamInfo{}, {0.5, 0.5}, {0.0, -1.0}, {1.0, 2.0});
@@ -130,43 +112,4 @@ TEST(Param, ComponentsAreClampedAndAnimatedEachInItsRange)
     EXPECT_EQ(colour.getValue(0.9), (ColourData{{0.1, 0.2, 0.3, 1.0}}));
     EffectValParam<Angle> angle(ParamInfo{}, Angle{725.0});
     EXPECT_EQ(angle.getValue(0.0), Angle{725.0}) << "whole turns are kept";
-}
-
-TEST(Param, ValuesWithoutNumbersAreConstant)
-{
-    EffectValParam<bool> toggle(ParamInfo{}, true);
-    EXPECT_FALSE(toggle.isKeyframable());
-    EXPECT_FALSE(toggle.setFunctionType(kKeyframed, 0.0));
-    EXPECT_FALSE(toggle.fnTypeServer().set(kKeyframed));
-    EXPECT_EQ(toggle.functionType(), kConstant);
-
-    EffectValParam<ListParam<int>> list(ParamInfo{}, threeItems(1));
-    EXPECT_TRUE(list.setConstant(threeItems(2)));
-    EXPECT_EQ(list.getValue(0.3).selectedItem()->value, 30);
-    EXPECT_EQ(std::get<ListParam<int>>(list.defaultValue()).selectedIndex(), 1);
-
-    ParamInfo info;
-    info.keyframable = false;
-    EffectValParam<double> fixed(info, 0.5);
-    EXPECT_EQ(fixed.graph(), nullptr);
-    EXPECT_FALSE(fixed.setFunctionType(kKeyframed, 0.0));
-    EXPECT_EQ(fixed.addKeyframeAt(0.1, 0.2), -1);
-}
-
-TEST(Param, AVisitorGetsEachTypeAsWhatItIs)
-{
-    const auto visited = [](EffectValParamBase& param) {
-        ParamValue seen;
-        visitParam(param, [&](auto& typed) { seen = typed.constant(); });
-        return seen == param.constantValue() ? static_cast<int>(seen.index()) : -1;
-    };
-    std::vector<Kt::Ptr<EffectValParamBase>> all;
-#define ORIBUND_MAKE(P, with) all.push_back(Kt::makePtr<EffectValParam<P>>(ParamInfo{}, P()));
-    ORIBUND_FOR_PARAM_TYPES(ORIBUND_MAKE, )
-#undef ORIBUND_MAKE
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        EXPECT_EQ(visited(*all[i]), static_cast<int>(i));
-        EXPECT_TRUE(all[i]->setConstantValue(all[i]->defaultValue()));
-        EXPECT_FALSE(all[i]->setConstantValue(all[(i + 1) % all.size()]->defaultValue())) << "another type's value";
-    }
 }

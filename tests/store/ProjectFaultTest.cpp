@@ -214,22 +214,3 @@ TEST(ProjectFaults, HostileDocumentsDoNoHarm)
     const ProjectReading huge = parse("<mlt><profile width=\"32768\" height=\"32768\"/><producer/></mlt>");
     EXPECT_THAT(huge.error, HasSubstr("32768 x 32768"));
 }
-
-TEST(ProjectFaults, DamageAnywhereIsSurvived)
-{
-    const std::string whole = sampleXml();
-    std::mt19937 random(7);
-    int read = 0;
-    for (int i = 0; i < 1500; ++i) {
-        std::string damaged = whole;
-        for (int k = 0; k < 3; ++k)
-            damaged[random() % damaged.size()] = "0\"<>[]{},:&a9-"[random() % 14];
-        const ProjectReading reading = parse(damaged);
-        if (!reading)
-            continue;
-        ++read;
-        const EditData snapshot = EditModel(*reading.edit, catalogue()).snapshot();
-        ASSERT_EQ(findFault(snapshot), "");
-    }
-    EXPECT_GT(read, 100) << "most damage is to values";
-}

@@ -157,34 +157,3 @@ TEST_F(ProjectRendering, ShowsTheSameWhenAnAnimatedClipIsSplit)
     EXPECT_EQ(edit->timeline().tracks()[0]->segments.size(), 4u);
     EXPECT_EQ(frames(), whole);
 }
-
-TEST_F(ProjectRendering, ShowsGapsTransitionsAndHiddenTracks)
-{
-    const std::vector<std::string> cut = frames();
-    ASSERT_EQ(cut.size(), 40u);
-    // The clip goes on where the cut is, so the second half is moved on to have something to dissolve to.
-    ASSERT_TRUE(editor.trimEnd(first(), 15));
-    const std::vector<std::string> gap = frames();
-    ASSERT_EQ(gap.size(), 40u);
-    for (std::size_t frame = 0; frame < 40; ++frame)
-        EXPECT_EQ(gap[frame] == cut[frame], frame < 15 || frame >= 20) << frame;
-    EXPECT_EQ(gap[15], gap[19]) << "black";
-
-    const ObjectId second = edit->timeline().tracks()[0]->segments[1]->id();
-    ASSERT_TRUE(editor.moveSegment(second, kVideo, 15));
-    const std::vector<std::string> moved = frames();
-    ASSERT_TRUE(editor.addTransition(first(), {0, 0, 0, 6, "", false, 0.0}));
-    const std::vector<std::string> dissolved = frames();
-    ASSERT_EQ(moved.size(), 35u);
-    ASSERT_EQ(dissolved.size(), 35u);
-    // How much of the second clip is in the first frame of a dissolve is a matter of taste.
-    for (std::size_t frame = 0; frame < 35; ++frame)
-        if (frame != 12) {
-            ASSERT_EQ(dissolved[frame] == moved[frame], frame < 12 || frame >= 18) << frame;
-        }
-
-    ASSERT_TRUE(editor.setTrackEnabled(kVideo, false));
-    const std::vector<std::string> hidden = frames();
-    ASSERT_EQ(hidden.size(), 35u);
-    EXPECT_EQ(hidden[3], gap[15]) << "black";
-}
