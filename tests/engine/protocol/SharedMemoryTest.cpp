@@ -127,12 +127,16 @@ TEST(TraceMarks, tellsInWhichEffectAProcessEnded)
             _exit(7);
         };
         sigaction(SIGSEGV, &action, nullptr);
-        mine->setFrame(12);
-        mine->enter(effectMark("outer"));
-        std::thread other([&] { mine->enter(effectMark("other")); });
-        other.join();
-        mine->enter(effectMark("inner"));
-        raise(SIGSEGV);
+        // In a thread of its own: the one that forked keeps the number that it had in the parent.
+        std::thread faulting([&] {
+            mine->setFrame(12);
+            mine->enter(effectMark("outer"));
+            std::thread other([&] { mine->enter(effectMark("other")); });
+            other.join();
+            mine->enter(effectMark("inner"));
+            raise(SIGSEGV);
+        });
+        faulting.join();
         _exit(1);
     }
     int status = 0;
