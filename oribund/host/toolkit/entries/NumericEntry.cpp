@@ -256,10 +256,10 @@ void NumericEntry::finishScrub(bool cancelled)
 
 bool NumericEntry::handleMouseEvent(const Event& event)
 {
-    if (drag_.handle(event))
+    if (drag_ && drag_->handle(event))
         return true;
     if (event.isPress(MouseButton::Left) && ownsPress()) {
-        drag_.begin(*this, event.canvasPosition.x);
+        drag_ = std::make_unique<ScrubDrag>(*this, event.canvasPosition.x);
         return true;
     }
     return ValTextBox::handleMouseEvent(event);
@@ -273,15 +273,15 @@ bool NumericEntry::isDone(const Event& event) const
 bool NumericEntry::usesKey(const Event& press) const
 {
     // The keys of a drag are commands: what is dragged is not typed in.
-    if (drag_.isOpen())
-        return drag_.usesKey(press);
+    if (drag_ && drag_->isOpen())
+        return drag_->usesKey(press);
     return ValTextBox::usesKey(press) || isDone(press);
 }
 
 bool NumericEntry::handleKeyEvent(const Event& event)
 {
-    if (drag_.isOpen())
-        return drag_.handle(event);
+    if (drag_ && drag_->isOpen())
+        return drag_->handle(event);
     const GlobRef<NumericEntry> self(this);
     const bool done = isDone(event);
     const bool taken = ValTextBox::handleKeyEvent(event);

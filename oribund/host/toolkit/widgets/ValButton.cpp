@@ -61,8 +61,9 @@ void ValButton::setWidgetValue(const String& value, eRedrawFlag flag)
 {
     if (value == value_)
         return;
-    value_ = value;
-    if (const Look* look = findLook(value))
+    const Look* const look = findLook(value);
+    value_ = look ? look->value : value; // the same text, and shared
+    if (look)
         showLook(*look, flag);
     else
         showText(toWide(value), flag);
