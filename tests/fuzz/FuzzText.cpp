@@ -50,7 +50,7 @@ void checkExpression(std::string_view bytes)
 {
     const WString text = toWide(bytes);
     const auto result = NumberExpression::evaluate(text.view(), {8.0, L"px"});
-    require(result.value ? std::isfinite(*result.value) : *result.problem != 0);
+    require(result.value ? std::isfinite(*result.value) : result.problem != NumberExpression::Problem::None);
     const auto number = parseDouble(text.view());
     if (number && text.view().find_first_of(L"\r\n") == std::wstring_view::npos && text.size() <= 256)
         require(result.value && std::abs(*result.value - *number) <= 1e-15 * std::abs(*number));
