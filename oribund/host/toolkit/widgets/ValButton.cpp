@@ -6,7 +6,7 @@ namespace oribund
 {
 
 ValButton::ValButton(const InitArgs& args)
-    : Button(args)
+    : ValControl(args)
     , value_(toUTF8(getText()))
 {
 }
@@ -72,16 +72,6 @@ void ValButton::setWidgetValue(const String& value, eRedrawFlag flag)
 String ValButton::getWidgetValue() const
 {
     return value_;
-}
-
-void ValButton::setWidgetEnabled(bool enabled)
-{
-    setEnabled(enabled);
-}
-
-bool ValButton::isWidgetEnabled() const
-{
-    return isEnabled();
 }
 
 void ValButton::handleClick()
