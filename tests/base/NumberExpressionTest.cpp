@@ -1,4 +1,4 @@
-#include "oribund/host/base/NumberExpression.h"
+#include "oribund/host/base/text/NumberExpression.h"
 #include "oribund/host/base/Numeric.h"
 
 #include <gtest/gtest.h>

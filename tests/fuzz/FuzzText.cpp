@@ -1,8 +1,8 @@
 // Texts from files and keyboards: whatever the bytes, conversions keep their promises.
 #include "oribund/host/base/IdStamp.h"
 #include "oribund/host/base/LightweightString.h"
-#include "oribund/host/base/NumberExpression.h"
 #include "oribund/host/base/Numeric.h"
+#include "oribund/host/base/text/NumberExpression.h"
 
 #include <cmath>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #include "oribund/host/effects/params/ParamText.h"
 
-#include "oribund/host/base/ColourText.h"
 #include "oribund/host/base/Numeric.h"
+#include "oribund/host/base/text/ColourText.h"
 #include "oribund/host/effects/params/EffectValParam.h"
 #include "oribund/host/effects/params/NumberDisplay.h"
 #include "oribund/host/services/TextIds.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "oribund/host/base/Export.h"
-#include "oribund/host/base/NumberFormat.h"
+#include "oribund/host/base/text/NumberFormat.h"
 #include "oribund/host/toolkit/entries/ScrubDrag.h"
 #include "oribund/host/toolkit/entries/ValTextBox.h"
 #include "oribund/host/toolkit/values/EditSeries.h"
