@@ -6,6 +6,8 @@
 namespace oribund
 {
 
+enum class Key;
+
 /** A control that does one thing: at a click, which is a press that is let go over it, and at a key. */
 class ORIBUND_API ClickControl : public Control
 {
