@@ -30,7 +30,7 @@ constexpr std::size_t kMostTracks = 200;
 
 // What holds what can be named again and again: a small file can describe any number of visits.
 constexpr int kMostVisits = 10'000;
-constexpr std::size_t kMostSegments = 200'000;
+constexpr std::size_t kMostEntries = 200'000;
 
 constexpr unsigned kHideVideo = 1;
 constexpr unsigned kHideAudio = 2;
@@ -192,8 +192,10 @@ private:
     {
         if (!isClip(service))
             countLeft(service);
-        TrackPieces read = readTrack(service, services_, edit_.format, kMostSegments - segments_);
-        segments_ += read.pieces.size();
+        TrackPieces read = readTrack(service, services_, edit_.format, kMostEntries - entries_);
+        if (read.entries > kMostEntries - entries_)
+            ++left_.nested;
+        entries_ = std::min(entries_ + read.entries, kMostEntries);
         left_.nested += read.nested;
         left_.mixers += read.mixers;
         return std::move(read.pieces);
@@ -324,7 +326,7 @@ private:
     std::unordered_map<std::string, std::size_t> mediaByPath_;
     LeftOut left_;
     int visits_ = 0;
-    std::size_t segments_ = 0;
+    std::size_t entries_ = 0;
     ObjectId lastId_ = kNoObject;
 };
 } // namespace

@@ -42,10 +42,13 @@ public:
         if (isClip(track))
             addCut(cutOf(track, track));
         for (const pugi::xml_node item : track.children()) {
-            if (isKind(item, {"blank"}))
+            if (isKind(item, {"blank"})) {
                 addBlank(frameOf(item.attribute("length").value(), format_, 0));
-            else if (isKind(item, {"entry"}))
+            } else if (isKind(item, {"entry"})) {
+                if (++result_.entries > most_)
+                    break;
                 addCut(cutOf(item, services_.serviceOf(item)));
+            }
         }
         return std::move(result_);
     }
@@ -149,10 +152,7 @@ private:
 
     void add(const Cut& cut, int in, int length, const TransitionData& into = {})
     {
-        if (result_.pieces.size() < most_)
-            result_.pieces.push_back({cut.user, cut.clip, at_, in, length, into});
-        else
-            ++result_.nested;
+        result_.pieces.push_back({cut.user, cut.clip, at_, in, length, into});
     }
 
     const MltServices& services_;

@@ -25,11 +25,12 @@ struct TrackPiece {
 /** The pieces of a track, and what it has beside them. */
 struct TrackPieces {
     std::vector<TrackPiece> pieces;
-    int nested = 0; ///< edits, or pieces beyond the most; their place stays empty
+    std::size_t entries = 0;
+    int nested = 0; ///< edits; their place stays empty
     int mixers = 0; ///< mixes that are something else than a dissolve or a wipe, and are now a dissolve
 };
 
-/** Of a playlist, or of a clip that is a track by itself; no more than `most` pieces. */
+/** Of a playlist, or of a clip that is a track by itself; no more than the first `most` entries. */
 TrackPieces readTrack(pugi::xml_node track, const MltServices& services, const FormatData& format, std::size_t most);
 
 } // namespace workbench
