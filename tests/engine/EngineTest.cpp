@@ -1,8 +1,8 @@
 #include "workbench/engine/client/Engine.h"
 
 #include "tests/engine/SampleMedia.h"
-#include "workbench/engine/worker/EffectProbe.h"
-#include "workbench/engine/worker/graph/FilterTrace.h"
+#include "workbench/engine/client/BypassedEffects.h"
+#include "workbench/engine/protocol/TraceMarks.h"
 #include "workbench/engine/worker/graph/FrameRendering.h"
 #include "workbench/engine/worker/graph/MltGraph.h"
 #include "workbench/engine/worker/graph/MltSession.h"
@@ -14,7 +14,10 @@
 #include <atomic>
 #include <clocale>
 #include <condition_variable>
+#include <csignal>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
 #include <list>
 #include <mutex>
 #include <set>
@@ -24,6 +27,7 @@ namespace workbench
 namespace
 {
 
+namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 using testing::Contains;
 using testing::ElementsAre;
@@ -75,23 +79,31 @@ int brightnessAt(const FrameImage& image)
     return pixel[0] + pixel[1] + pixel[2];
 }
 
+std::size_t openFiles()
+{
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
+}
+
+/** Ends the processes that this one has started, as somebody from outside does. */
+void killWorkers()
+{
+    for (const auto& thread : fs::directory_iterator("/proc/self/task")) {
+        std::ifstream children(thread.path() / "children");
+        for (pid_t child = 0; children >> child;)
+            kill(child, SIGKILL);
+    }
+}
+
 class EngineTest : public testing::Test
 {
 protected:
-    void SetUp() override
-    {
-        session = MltSession::open();
-        ASSERT_TRUE(session);
-        allowHanging(*session);
-    }
-
-    std::shared_ptr<MltSession> session;
+    std::shared_ptr<MltSession> session = MltSession::open(); // for graphs in this process
     Listener listener;
 };
 
 TEST_F(EngineTest, rendersTheFrameAndRevisionThatWereAskedFor)
 {
-    Engine engine(session, listener.callbacks());
+    Engine engine(testEngine(), listener.callbacks());
     engine.requestFrame(10, 320, 180); // nothing is loaded yet: nothing to show
     const auto loaded = engine.load(sampleEdit("frei0r.brightness", {{"0", "0.5"}}));
     engine.requestFrame(10, 160, 160);
@@ -111,7 +123,7 @@ TEST_F(EngineTest, rendersTheFrameAndRevisionThatWereAskedFor)
 
 TEST_F(EngineTest, ofManyRequestsTheLatestWinsAndMediaStayOpen)
 {
-    Engine engine(session, listener.callbacks());
+    Engine engine(testEngine(), listener.callbacks());
     std::uint64_t revision = 0;
     for (int i = 0; i < 200; ++i) {
         revision = engine.load(sampleEdit("frei0r.brightness", {{"0", "0.5"}}));
@@ -125,7 +137,7 @@ TEST_F(EngineTest, ofManyRequestsTheLatestWinsAndMediaStayOpen)
 TEST_F(EngineTest, playsToTheEndAndStops)
 {
     setenv("SDL_AUDIODRIVER", "dummy", 1);
-    Engine engine(session, listener.callbacks());
+    Engine engine(testEngine(), listener.callbacks());
     engine.load(sampleEdit());
     engine.requestFrame(45, 160, 90);
     engine.play();
@@ -142,7 +154,7 @@ TEST_F(EngineTest, playsToTheEndAndStops)
 TEST_F(EngineTest, pausesAndChangesWhilePlaying)
 {
     setenv("SDL_AUDIODRIVER", "dummy", 1);
-    Engine engine(session, listener.callbacks());
+    Engine engine(testEngine(), listener.callbacks());
     engine.load(sampleEdit("frei0r.brightness", {{"0", "0.5"}}));
     engine.requestFrame(0, 160, 90);
     engine.play();
@@ -160,7 +172,7 @@ TEST_F(EngineTest, missingMediaAndEffectsAreToldAndTheRestPlays)
 {
     Projection edit = sampleEdit("no.such.effect", {});
     edit.clips[1].filters.push_back({"effect2", "frei0r.brightness", 0, 74, {{"0", "0.9"}}});
-    Engine engine(session, listener.callbacks());
+    Engine engine(testEngine(), listener.callbacks());
     auto revision = engine.load(edit);
     engine.requestFrame(3, 320, 180);
     ASSERT_TRUE(listener.waitForFrame(3, revision));
@@ -201,7 +213,7 @@ Projection dissolve()
 
 TEST_F(EngineTest, dissolvesFromOneClipToTheNext)
 {
-    Engine engine(session, listener.callbacks());
+    Engine engine(testEngine(), listener.callbacks());
     const auto revision = engine.load(dissolve());
     const auto redness = [&](int frame) {
         engine.requestFrame(frame, 320, 180);
@@ -273,9 +285,10 @@ TEST_F(EngineTest, aHungEffectIsNamedAndBypassed)
     edit.clips[1].filters.push_back({"bad", kHanging, 0, 74, {}});
     EngineOptions options;
     options.frameTimeout = 400ms;
+    const auto host = testEngine();
     const auto begin = std::chrono::steady_clock::now();
     {
-        Engine engine(session, listener.callbacks(), options);
+        Engine engine(host, listener.callbacks(), options);
         const auto revision = engine.load(edit);
         engine.requestFrame(5, 320, 180);
         EXPECT_LT(std::chrono::steady_clock::now() - begin, 200ms); // nobody waits
@@ -291,7 +304,6 @@ TEST_F(EngineTest, aHungEffectIsNamedAndBypassed)
         ASSERT_TRUE(listener.waitForFrame(6, next)); // life goes on
         EXPECT_LT(brightnessAt(*listener.frames.back()), before);
     }
-    EXPECT_TRUE(MltSession::hasAbandonedThread());
 }
 
 TEST_F(EngineTest, anEffectThatHangsWhilePlayingIsBypassed)
@@ -300,7 +312,7 @@ TEST_F(EngineTest, anEffectThatHangsWhilePlayingIsBypassed)
     Projection edit = sampleEdit(kHanging, {});
     EngineOptions options;
     options.frameTimeout = 500ms;
-    Engine engine(session, listener.callbacks(), options);
+    Engine engine(testEngine(), listener.callbacks(), options);
     engine.load(edit);
     engine.requestFrame(0, 160, 90);
     engine.play();
@@ -309,11 +321,71 @@ TEST_F(EngineTest, anEffectThatHangsWhilePlayingIsBypassed)
     EXPECT_TRUE(listener.wait([&] { return !listener.positions.empty() && listener.positions.back() >= 40; }));
 }
 
+TEST(BypassedEffects, areTriedAgainOnceTheyAreSetDifferentlyAndThreeTimesAtMost)
+{
+    Projection edit = sampleEdit("x", {{"0", "1"}});
+    BypassedEffects bypassed;
+    const auto fail = [&] { bypassed.add(edit.clips[1].filters[0]); };
+    fail();
+    EXPECT_THAT(bypassed.in(edit), ElementsAre(kSampleEffect));
+    EXPECT_FALSE(bypassed.retryAfterChange("another"));
+    EXPECT_TRUE(bypassed.retryAfterChange(kSampleEffect));
+    EXPECT_THAT(bypassed.in(edit), IsEmpty());
+    fail();
+    edit.clips[1].filters[0].properties[0].value = "2";
+    EXPECT_THAT(bypassed.in(edit), IsEmpty());
+    fail();
+    EXPECT_TRUE(bypassed.isOff(kSampleEffect));
+    EXPECT_FALSE(bypassed.retryAfterChange(kSampleEffect));
+    edit.clips[1].filters[0].properties[0].value = "3";
+    EXPECT_THAT(bypassed.in(edit), ElementsAre(kSampleEffect));
+    bypassed.forgive(kSampleEffect);
+    EXPECT_THAT(bypassed.in(edit), IsEmpty());
+}
+
+TEST_F(EngineTest, aWorkerThatIsKilledIsReplacedAndPlayingGoesOn)
+{
+    Engine engine(testEngine(), listener.callbacks());
+    engine.load(sampleEdit());
+    const auto revision = engine.update({});
+    engine.requestFrame(10, 160, 90);
+    ASSERT_TRUE(listener.waitForFrame(10, revision));
+    const FrameImagePtr expected = listener.frames.back();
+    const std::size_t open = openFiles();
+    for (int i = 0; i < 4; ++i) {
+        killWorkers();
+        engine.requestFrame(10, 160, 90);
+        ASSERT_TRUE(listener.wait([&] { return listener.frames.size() > static_cast<std::size_t>(i) + 1; }));
+        EXPECT_EQ(listener.frames.back()->rgba, expected->rgba);
+    }
+    {
+        const std::lock_guard lock(listener.mutex);
+        listener.frames.clear();
+    }
+    EXPECT_LE(openFiles(), open + 1) << "that of the picture from the first worker";
+    engine.requestFrame(0, 160, 90);
+    engine.play();
+    ASSERT_TRUE(listener.wait([&] { return !listener.positions.empty() && listener.positions.back() > 5; }));
+    killWorkers();
+    EXPECT_TRUE(listener.wait([&] { return listener.positions.back() > 40; }));
+    for (const EngineProblem& problem : listener.problems)
+        EXPECT_EQ(problem.kind, EngineProblem::Kind::EngineEnded) << "nobody is blamed: " << problem.message;
+}
+
+TEST_F(EngineTest, withoutItsProgramItSaysSo)
+{
+    Engine engine(std::make_shared<EngineHost>("/no/such/program"), listener.callbacks());
+    engine.load(sampleEdit());
+    engine.requestFrame(0, 160, 90);
+    ASSERT_TRUE(listener.wait([&] { return !listener.problems.empty(); }));
+    EXPECT_THAT(listener.problems[0].message, testing::HasSubstr("No such file"));
+}
+
 TEST_F(EngineTest, destroyingItInTheMiddleOfEverythingIsSafe)
 {
     setenv("SDL_AUDIODRIVER", "dummy", 1);
     for (int i = 0; i < 5; ++i) {
-        Engine engine(session, listener.callbacks());
+        Engine engine(testEngine(), listener.callbacks());
         engine.load(sampleEdit("frei0r.brightness", {{"0", "0.5"}}));
         engine.requestFrame(i * 10, 320, 180);
         if (i % 2 == 0)
@@ -325,9 +397,9 @@ TEST_F(EngineTest, destroyingItInTheMiddleOfEverythingIsSafe)
 TEST(MltGraphLife, nothingOfAGraphOutlivesIt)
 {
     auto session = MltSession::open();
-    FilterTrace trace;
+    const auto marks = TraceMarks::create();
     MltGraph::Options options;
-    options.trace = &trace;
+    options.marks = marks.get();
     auto graph = MltGraph::build(session, sampleEdit("frei0r.brightness", {{"0", "0.5"}}), std::move(options));
     std::list<Mlt::Properties> held; // one more reference to each
     std::set<mlt_properties> seen;
@@ -339,7 +411,7 @@ TEST(MltGraphLife, nothingOfAGraphOutlivesIt)
 
     MltGraph::Options rebuilt;
     rebuilt.former = std::move(graph);
-    rebuilt.trace = &trace;
+    rebuilt.marks = marks.get();
     graph = MltGraph::build(session, dissolve(), std::move(rebuilt));
     delete graph->producer().get_frame();
     graph.reset();
@@ -378,10 +450,11 @@ TEST(ProjectionQueries, findsTheEffectsOnAFrame)
 TEST(EffectProbe, tellsGoodFromBad)
 {
     using Outcome = EffectProbeResult::Outcome;
-    EXPECT_EQ(probeEffect("frei0r.brightness", {{"0", "0.7"}}).outcome, Outcome::Works);
-    EXPECT_EQ(probeEffect("volume").outcome, Outcome::Works);
-    EXPECT_EQ(probeEffect("no.such.effect").outcome, Outcome::Missing);
-    const EffectProbeResult hung = probeEffect(kHanging, {}, 1500ms);
+    EXPECT_EQ(testEngine()->probeEffect("frei0r.brightness", {{"0", "0.7"}}).outcome, Outcome::Works);
+    EXPECT_EQ(testEngine()->probeEffect("volume").outcome, Outcome::Works);
+    EXPECT_EQ(testEngine()->probeEffect("no.such.effect").outcome, Outcome::Missing);
+    EXPECT_EQ(testEngine()->probeEffect(kCrashing).outcome, Outcome::Crashes);
+    const EffectProbeResult hung = testEngine()->probeEffect(kHanging, {}, 1500ms);
     EXPECT_EQ(hung.outcome, Outcome::Hangs);
     EXPECT_THAT(hung.message, testing::HasSubstr(kHanging));
 }

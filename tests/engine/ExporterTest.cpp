@@ -1,9 +1,6 @@
-#include "workbench/engine/worker/Exporter.h"
+#include "workbench/engine/client/Exporter.h"
 
 #include "tests/engine/SampleMedia.h"
-#include "workbench/engine/worker/ExportPreset.h"
-#include "workbench/engine/worker/MediaProbe.h"
-#include "workbench/engine/worker/graph/MltSession.h"
 
 #include <gmock/gmock.h>
 
@@ -23,15 +20,13 @@ class ExporterTest : public testing::Test
 protected:
     void SetUp() override
     {
-        session = MltSession::open();
-        allowHanging(*session);
         folder = SampleMedia::folder() / testing::UnitTest::GetInstance()->current_test_info()->name();
         fs::create_directories(folder);
     }
 
     ExportResult run(Projection edit, ExportSettings settings, bool cancelAtOnce = false)
     {
-        Exporter exporter(session);
+        Exporter exporter(testEngine());
         ExportResult result;
         int finished = 0;
         ExportCallbacks callbacks;
@@ -53,14 +48,13 @@ protected:
         return result;
     }
 
-    std::shared_ptr<MltSession> session;
     fs::path folder;
     int lastDone = 0;
 };
 
 TEST_F(ExporterTest, everyFormatComesBackWithItsFramesAndSound)
 {
-    const auto presets = exportPresets(*session);
+    const auto presets = testEngine()->installed()->presets;
     ASSERT_GE(presets.size(), 4U);
     for (const ExportPreset& preset : presets) {
         SCOPED_TRACE(preset.extension);
@@ -69,7 +63,7 @@ TEST_F(ExporterTest, everyFormatComesBackWithItsFramesAndSound)
         const ExportResult result = run(sampleEdit("frei0r.brightness", {{"0", "0.6"}}), {file.string(), 10, 34});
         ASSERT_EQ(result.outcome, Outcome::Done) << result.message;
         EXPECT_EQ(lastDone, 25);
-        const MediaProbeResult probed = probeMedia(*session, file.string());
+        const MediaProbeResult probed = testEngine()->probeMedia(file.string());
         ASSERT_TRUE(probed.info) << probed.problem;
         EXPECT_EQ(probed.warning, "");
         EXPECT_TRUE(probed.info->hasAudio);
@@ -100,9 +94,18 @@ TEST_F(ExporterTest, givesUpOnAnEffectThatDoesNotComeBack)
     EXPECT_THAT(result.message, testing::HasSubstr(kHanging));
 }
 
+TEST_F(ExporterTest, saysWhichEffectCrashedAndWhere)
+{
+    Projection edit = sampleEdit();
+    edit.clips[1].filters.push_back({"bad", kCrashing, 40, 74, {}});
+    const ExportResult result = run(edit, {(folder / "film.mp4").string()});
+    EXPECT_EQ(result.outcome, Outcome::Failed);
+    EXPECT_THAT(result.message, testing::AllOf(testing::HasSubstr(kCrashing), testing::HasSubstr(" of 75 frames")));
+}
+
 TEST_F(ExporterTest, doesOneThingAtATime)
 {
-    Exporter exporter(session);
+    Exporter exporter(testEngine());
     ExportSettings settings{(folder / "film.mp4").string()};
     settings.stallTimeout = 500ms;
     EXPECT_TRUE(exporter.start(sampleEdit(kHanging, {}), settings, {}));

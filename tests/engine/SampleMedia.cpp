@@ -1,9 +1,5 @@
 #include "tests/engine/SampleMedia.h"
 
-#include "workbench/engine/worker/catalogue/CatalogueReader.h"
-#include "workbench/engine/worker/graph/MltSession.h"
-#include "workbench/model/projection/AllowList.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -25,6 +21,7 @@ public:
         : path(fs::temp_directory_path() / ("oribund-engine-" + std::to_string(getpid())))
     {
         fs::create_directories(path);
+        setenv("ORIBUND_ENGINE", ORIBUND_ENGINE_PROGRAM, 0);
     }
 
     void TearDown() override
@@ -73,13 +70,22 @@ std::string SampleMedia::clip()
                 "-t 3 -c:v libx264 -preset veryfast -crf 12 -g 12 -bf 0 -pix_fmt yuv420p -c:a aac -b:a 160k");
 }
 
-void allowHanging(MltSession& session)
+std::shared_ptr<EngineHost> testEngine()
 {
-    EffectCatalogue effects = readCatalogue(session).catalogue;
-    EffectDescription hanging;
-    hanging.service = kHanging;
-    effects.add(std::move(hanging));
-    session.setAllowList(std::make_shared<const AllowList>(std::move(effects)));
+    static const std::shared_ptr<EngineHost> shared = [] {
+        auto host = std::make_shared<EngineHost>();
+        Installed known = *host->installed();
+        for (const std::string& service : {kHanging, kCrashing}) {
+            EffectDescription bad;
+            bad.service = service;
+            bad.params.resize(1);
+            bad.params.front().property = "setting";
+            known.effects.add(std::move(bad));
+        }
+        host->setInstalled(std::move(known));
+        return host;
+    }();
+    return shared;
 }
 
 Projection sampleEdit()

@@ -1,14 +1,14 @@
 #pragma once
 
+#include "workbench/engine/client/EngineHost.h"
 #include "workbench/model/projection/Projection.h"
 
 #include <filesystem>
+#include <memory>
 #include <string>
 
 namespace workbench
 {
-
-class MltSession;
 
 /** A folder of the test program's own, removed at its end, with small clips that are made on first use. */
 class SampleMedia
@@ -36,7 +36,10 @@ inline const std::string kSampleEffect = "effect1";
 /** An effect that never comes back: it waits for a lock that the rendering of its clip holds. */
 inline const std::string kHanging = "freeze";
 
-/** It is blocked for everybody else. */
-void allowHanging(MltSession& session);
+/** An effect that crashes as it is. */
+inline const std::string kCrashing = "frei0r.3dflippo";
+
+/** Starts the workers of all tests of a program. They make these two as well, which are blocked for everybody else. */
+std::shared_ptr<EngineHost> testEngine();
 
 } // namespace workbench

@@ -84,7 +84,7 @@ TEST_F(Scenario, AnAnimatedValueIsSavedReopenedAndExported)
     EXPECT_TRUE(QTest::qWaitFor([&] { return !window_->exportBar().isVisible(); }, 60000));
     ASSERT_EQ(host_.shown.size(), 2u);
     EXPECT_NE(host_.shown.back().find("Exported"), std::string::npos) << host_.shown.back();
-    EXPECT_EQ(probeMedia(*workspace_->session(), request.path).info.value_or(MediaInfo()).frames, kSampleFrames);
+    EXPECT_EQ(workspace_->engine()->probeMedia(request.path).info.value_or(MediaInfo()).frames, kSampleFrames);
 }
 
 TEST_F(Scenario, WhatCannotBeOpenedIsNamedAndNothingIsLost)

@@ -121,7 +121,7 @@ TEST_F(FileScenario, WhatCannotBeReadIsNotRecoveredAndStays)
 TEST_F(FileScenario, AProjectThatIsOpenElsewhereIsOpenedAsACopy)
 {
     ASSERT_TRUE(document_->save(film_.string()));
-    Workspace otherSpace(workspace_->session());
+    Workspace otherSpace(workspace_->engine());
     Document other(otherSpace, recovery());
     EXPECT_TRUE(other.open(film_.string()));
     EXPECT_THAT(host_.shown.back(), HasSubstr("open in another window"));

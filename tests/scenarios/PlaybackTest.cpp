@@ -26,13 +26,12 @@ class PlaybackTest : public testing::Test
 protected:
     PlaybackTest()
     {
-        allowHanging(*workspace.session());
         EXPECT_TRUE(MediaImporter::importNow(workspace, {SampleMedia::clip()}));
         segment = workspace.selection().get();
         Playback::Display display;
         display.picture = [this](const FrameImagePtr& shown) { picture = shown; };
         display.problem = [this](const EngineProblem& problem) { problems.push_back(problem); };
-        playback = std::make_unique<Playback>(workspace.session(), workspace.vob(), std::move(display));
+        playback = std::make_unique<Playback>(workspace.engine(), workspace.vob(), std::move(display));
         playback->setPictureSize(320, 180);
     }
 
@@ -63,7 +62,7 @@ protected:
     }
 
     oribund::test::TestHost host;
-    Workspace workspace{MltSession::open()};
+    Workspace workspace{testEngine()};
     ObjectId segment = kNoObject;
     FrameImagePtr picture;
     std::vector<EngineProblem> problems;

@@ -9,7 +9,6 @@
 #include "workbench/app/timeline/TimelineStrip.h"
 #include "workbench/app/window/MainWindow.h"
 #include "workbench/app/window/MessageBar.h"
-#include "workbench/engine/worker/graph/MltSession.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -94,10 +93,7 @@ int runAsProgram(int argc, char** argv)
     });
     CommandLine commandLine;
     commandLine.files.assign(argv + 3, argv + argc);
-    const int status = runApplication(commandLine, argc, argv);
-    if (MltSession::hasAbandonedThread())
-        std::_Exit(status);
-    return status;
+    return runApplication(commandLine, argc, argv);
 }
 
 namespace
@@ -126,7 +122,7 @@ protected:
     QString project()
     {
         const oribund::test::TestHost host;
-        Workspace workspace(MltSession::open());
+        Workspace workspace(testEngine());
         Document document(workspace, fs::path(home.path().toStdString()) / "elsewhere");
         EXPECT_TRUE(MediaImporter::importNow(workspace, {SampleMedia::clip()}));
         const QString file = home.path() + QStringLiteral("/My film.mlt");

@@ -41,7 +41,7 @@ protected:
     {
         fs::create_directories(folder_);
         registerSimplePanels();
-        workspace_ = std::make_unique<Workspace>(MltSession::open());
+        workspace_ = std::make_unique<Workspace>(testEngine());
         document_ = std::make_unique<Document>(*workspace_, folder_ / "recovery");
         window_ = std::make_unique<MainWindow>(*workspace_, *document_);
         window_->resize(1200, 800);

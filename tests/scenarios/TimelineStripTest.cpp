@@ -1,4 +1,5 @@
 #include "workbench/app/timeline/TimelineStrip.h"
+#include "tests/engine/SampleMedia.h"
 #include "tests/support/SampleEdit.h"
 #include "tests/support/TestHost.h"
 
@@ -84,7 +85,7 @@ protected:
     }
 
     oribund::test::TestHost host;
-    Workspace workspace{MltSession::open()};
+    Workspace workspace{testEngine()};
     TimelineStrip strip{workspace};
     ObjectId first = kNoObject;
     ObjectId second = kNoObject;

@@ -10,7 +10,6 @@
 #include "workbench/app/start/BatchJobs.h"
 #include "workbench/app/window/DialogPlace.h"
 #include "workbench/app/window/MessageBar.h"
-#include "workbench/engine/worker/MediaProbe.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -195,7 +194,7 @@ class WithoutWindow : public testing::Test
 {
 protected:
     oribund::test::TestHost host;
-    Workspace workspace{MltSession::open()};
+    Workspace workspace{testEngine()};
 };
 
 TEST_F(WithoutWindow, ExportsTheRangeThatWasAskedFor)
@@ -206,8 +205,8 @@ TEST_F(WithoutWindow, ExportsTheRangeThatWasAskedFor)
     line.from = 1.0;
     line.to = 2.0;
     EXPECT_EQ(exportFile(workspace, line), 0);
-    EXPECT_EQ(probeMedia(*workspace.session(), line.exportPath).info.value_or(MediaInfo()).frames, 25);
-    Workspace other(MltSession::open());
+    EXPECT_EQ(workspace.engine()->probeMedia(line.exportPath).info.value_or(MediaInfo()).frames, 25);
+    Workspace other(testEngine());
     line.from = 100.0;
     line.to.reset();
     EXPECT_EQ(exportFile(other, line), 1);
@@ -215,20 +214,20 @@ TEST_F(WithoutWindow, ExportsTheRangeThatWasAskedFor)
     // A colon is no address, and what the edit is made of stays, whatever is allowed.
     const std::string copy = (SampleMedia::folder() / "copy: one.mp4").string();
     std::filesystem::copy_file(SampleMedia::clip(), copy);
-    Workspace last(MltSession::open());
+    Workspace last(testEngine());
     line = {};
     line.files = {SampleMedia::clip()};
     line.exportPath = copy;
     EXPECT_EQ(exportFile(last, line), 1) << "it exists";
     line.replaceExisting = true;
     line.to = 0.4;
-    Workspace again(MltSession::open());
+    Workspace again(testEngine());
     EXPECT_EQ(exportFile(again, line), 0);
-    EXPECT_EQ(probeMedia(*workspace.session(), copy).info.value_or(MediaInfo()).frames, 10);
+    EXPECT_EQ(workspace.engine()->probeMedia(copy).info.value_or(MediaInfo()).frames, 10);
     line.files = {copy};
-    Workspace used(MltSession::open());
+    Workspace used(testEngine());
     EXPECT_EQ(exportFile(used, line), 1);
-    EXPECT_EQ(probeMedia(*workspace.session(), copy).info.value_or(MediaInfo()).frames, 10);
+    EXPECT_EQ(workspace.engine()->probeMedia(copy).info.value_or(MediaInfo()).frames, 10);
 }
 
 TEST_F(WithoutWindow, EffectsThatMustNotBeUsedAreRefused)
@@ -237,7 +236,7 @@ TEST_F(WithoutWindow, EffectsThatMustNotBeUsedAreRefused)
     adder.add("brightness");
     ASSERT_TRUE(MediaImporter::importNow(workspace, {SampleMedia::clip()}));
     adder.add("no.such.effect");
-    adder.add("frei0r.3dflippo");
+    adder.add("avfilter.zmq");
     EXPECT_EQ(host.shown.size(), 3u);
     EXPECT_TRUE(workspace.targetSegment()->effects.empty());
     adder.add("brightness");

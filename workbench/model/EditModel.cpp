@@ -13,7 +13,6 @@ namespace workbench
 EditModel::EditModel(const EditData& data, const EffectCatalogue& catalogue)
     : catalogue_(catalogue)
     , name_(data.name)
-    , original_(data.original)
     , format_(data.format)
     , timeline_(catalogue, *this)
     , undo_(timeline_, *this)
@@ -27,7 +26,6 @@ EditData EditModel::snapshot() const
 {
     EditData data;
     data.name = name_;
-    data.original = original_;
     data.format = format_;
     timeline_.snapshot(data);
     return data;

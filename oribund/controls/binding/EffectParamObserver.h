@@ -39,17 +39,15 @@ public:
     const Kt::Ptr<EffectValParam<P>>& param() const { return param_; }
 
 private:
-    template <class T>
-    int handleEvent(const ValServerEvent<T>& event);
-
-    template <class T>
-    using Callback = FixedMethodCallback<EffectParamObserver, ValServerEvent<T>, &EffectParamObserver::handleEvent<T>>;
+    int handleFnType(const ValServerEvent<EffectValParamFnType>& event);
+    int handleGraph(const ValServerEvent<ChangeDescription<Graph1dBase>>& event);
+    int handleConstant(const ValServerEvent<P>& event);
 
     ParamRefreshTarget& target_;
     Kt::Ptr<EffectValParam<P>> param_;
-    Callback<EffectValParamFnType> fnTypeCallback_;
-    Callback<ChangeDescription<Graph1dBase>> graphCallback_;
-    Callback<P> constantCallback_;
+    MethodCallback<EffectParamObserver, ValServerEvent<EffectValParamFnType>> fnTypeCallback_;
+    MethodCallback<EffectParamObserver, ValServerEvent<ChangeDescription<Graph1dBase>>> graphCallback_;
+    MethodCallback<EffectParamObserver, ValServerEvent<P>> constantCallback_;
 };
 
 ORIBUND_FOR_PARAM_TYPES(ORIBUND_DECLARE_FOR_TYPE, EffectParamObserver)

@@ -3,7 +3,6 @@
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextIds.h"
-#include "oribund/host/toolkit/core/GlobChange.h"
 
 namespace oribund
 {
@@ -16,8 +15,7 @@ Button::InitArgs argsFor(Canvas* canvas)
     const auto side = static_cast<unsigned short>(UifStd::getControlHeight());
     Button::InitArgs args(side, side, canvas);
     args.style = Button::Style::Flat;
-    static const String kId("keyframe"); // shared
-    args.id = kId;
+    args.id = "keyframe";
     return args;
 }
 
@@ -31,19 +29,6 @@ KeyframeButton::KeyframeButton(Canvas* canvas)
               {KeyframeState::kElsewhere, Image::icon("keyframe-away"), eOff, UIString(TextIds::kNoKeyframeHere)},
               {KeyframeState::kHere, Image::icon("keyframe-here"), eOn, UIString(TextIds::kKeyframeHere)}});
     shareLooks(kLooks);
-}
-
-void KeyframeButton::setParamName(const WString& name)
-{
-    if (name == paramName_)
-        return;
-    paramName_ = name;
-    changed(GlobChange::kTooltip);
-}
-
-UIString KeyframeButton::accessibleName() const
-{
-    return UIString(TextIds::kKeyframeOf).withPlaceholder(L"NAME", paramName_);
 }
 
 } // namespace oribund

@@ -2,7 +2,6 @@
 
 #include "workbench/app/session/Say.h"
 #include "workbench/app/session/Workspace.h"
-#include "workbench/engine/worker/EffectProbe.h"
 
 namespace workbench
 {
@@ -25,8 +24,8 @@ void EffectAdder::add(const std::string& service)
     const ObjectId target = segment->id();
     if (effect->curated || sound_.contains(service))
         return addTo(target, service);
-    background_.run([this, effect, target]() -> Background::Completion {
-        const EffectProbeResult result = probeEffect(effect->service, effect->fixedProperties);
+    background_.run([this, effect, target, engine = workspace_.engine()]() -> Background::Completion {
+        const EffectProbeResult result = engine->probeEffect(effect->service, effect->fixedProperties);
         return [this, effect, target, result] {
             if (!result.works() && result.outcome != EffectProbeResult::Outcome::NotTried)
                 return say(result.message + " It was not added.", oribund::MessageSink::Severity::Error);

@@ -28,6 +28,9 @@ public:
     /** Called when the user is done with the search field, by Enter or Escape. */
     std::function<void()> done;
 
+    /** The catalogue has changed. */
+    void refresh() { fill(); }
+
     /** Gives the search field the keyboard. */
     void search();
 

@@ -13,12 +13,12 @@
 namespace workbench
 {
 
-ExportBar::ExportBar(std::shared_ptr<MltSession> session, QWidget* parent)
+ExportBar::ExportBar(std::shared_ptr<EngineHost> engine, QWidget* parent)
     : QFrame(parent)
     , text_(new QLabel)
     , progress_(new QProgressBar)
     , self_(std::make_shared<ExportBar*>(this))
-    , exporter_(std::move(session))
+    , exporter_(std::move(engine))
 {
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(10, 4, 8, 4);

@@ -17,7 +17,7 @@ namespace workbench
 class ExportBar final : public QFrame
 {
 public:
-    explicit ExportBar(std::shared_ptr<MltSession> session, QWidget* parent = nullptr);
+    explicit ExportBar(std::shared_ptr<EngineHost> engine, QWidget* parent = nullptr);
     ~ExportBar() override;
 
     /** As startExport(). False, and said why, when it cannot begin. */

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "workbench/app/files/ExportRun.h"
-#include "workbench/engine/worker/ExportPreset.h"
+#include "workbench/engine/protocol/ExportTypes.h"
 #include "workbench/model/EditData.h"
 
 #include <QDialog>

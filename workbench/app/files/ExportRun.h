@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/engine/worker/Exporter.h"
+#include "workbench/engine/client/Exporter.h"
 #include "workbench/store/files/ExportTarget.h"
 
 #include <functional>

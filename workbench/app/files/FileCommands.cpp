@@ -56,14 +56,7 @@ FileCommands::FileCommands(Workspace& workspace, Document& document, MediaImport
     , exportBar_(exportBar)
     , window_(window)
     , finder_(workspace)
-    , reader_(workspace, window)
 {
-    document_.setReader([this](const std::filesystem::path& file) { return reader_.read(file); });
-}
-
-FileCommands::~FileCommands()
-{
-    document_.setReader({});
 }
 
 QString FileCommands::folderFor(const char* what) const
@@ -103,6 +96,9 @@ void FileCommands::askAndOpen()
 
 void FileCommands::open(const std::vector<std::string>& paths)
 {
+    // A project is read with the effects that there are.
+    if (!workspace_.knowsInstalled())
+        return workspace_.whenInstalledIsKnown([this, paths] { open(paths); });
     std::vector<std::string> media;
     const auto project = std::find_if(paths.begin(), paths.end(), Document::isProjectName);
     std::copy_if(paths.begin(), paths.end(), std::back_inserter(media),
@@ -228,7 +224,7 @@ void FileCommands::askAndExport()
     suggestion.format = workspace_.edit().format();
     suggestion.frames = frames;
     suggestion.used = filesUsedBy(workspace_.edit(), document_.path());
-    ExportDialog dialog(suggestion, exportPresets(*workspace_.session()), &window_);
+    ExportDialog dialog(suggestion, workspace_.exportPresets(), &window_);
     if (dialog.exec() != QDialog::Accepted)
         return;
     const ExportRequest request = dialog.request();

@@ -4,7 +4,6 @@
 #include "oribund/host/edit/EditGesture.h"
 #include "workbench/app/session/Say.h"
 #include "workbench/app/session/Workspace.h"
-#include "workbench/engine/worker/MediaProbe.h"
 #include "workbench/store/files/MediaPaths.h"
 
 #include <algorithm>
@@ -19,12 +18,12 @@ namespace
 namespace fs = std::filesystem;
 
 /** The first of the places at which there is a media file. */
-MediaProbeResult probeFirst(MltSession& session, const std::vector<fs::path>& places)
+MediaProbeResult probeFirst(EngineHost& engine, const std::vector<fs::path>& places)
 {
     std::error_code ignored;
     for (const fs::path& place : places)
         if (fs::is_regular_file(place, ignored))
-            if (MediaProbeResult result = probeMedia(session, place.string()); result.info)
+            if (MediaProbeResult result = engine.probeMedia(place.string()); result.info)
                 return result;
     return {};
 }
@@ -55,12 +54,12 @@ void MediaFinder::relink(const MediaData& media, const std::string& path, std::f
 {
     std::vector<MediaData> others = missing();
     std::erase_if(others, [&media](const MediaData& other) { return other.id == media.id; });
-    background_.run([this, session = workspace_.session(), media, path, others = std::move(others),
+    background_.run([this, engine = workspace_.engine(), media, path, others = std::move(others),
                      done = std::move(done)]() -> Background::Completion {
         auto found = std::make_shared<std::vector<Found>>();
-        found->push_back({media, probeMedia(*session, path)});
+        found->push_back({media, engine->probeMedia(path)});
         for (const MediaData& other : others)
-            if (MediaProbeResult file = probeFirst(*session, placesAfterMove(media.info.path, path, other.info.path));
+            if (MediaProbeResult file = probeFirst(*engine, placesAfterMove(media.info.path, path, other.info.path));
                 file.info)
                 found->push_back({other, std::move(file)});
         return [this, found, done] {

@@ -14,11 +14,11 @@ namespace workbench
 namespace
 {
 
-MediaProbeResult probe(MltSession& session, const std::string& path)
+MediaProbeResult probe(EngineHost& engine, const std::string& path)
 {
     std::error_code error;
     const std::filesystem::path full = std::filesystem::absolute(path, error);
-    return probeMedia(session, error ? path : full.lexically_normal().string());
+    return engine.probeMedia(error ? path : full.lexically_normal().string());
 }
 
 bool isUntouched(EditModel& edit)
@@ -52,8 +52,8 @@ void MediaImporter::readOn(const std::shared_ptr<Batch>& batch)
         return;
     }
     const std::string path = batch->paths[batch->media.size()];
-    background_.run([this, session = workspace_.session(), batch, path]() -> Background::Completion {
-        return [this, batch, result = probe(*session, path)] {
+    background_.run([this, engine = workspace_.engine(), batch, path]() -> Background::Completion {
+        return [this, batch, result = probe(*engine, path)] {
             batch->media.push_back(result);
             ++read_;
             readOn(batch);
@@ -65,7 +65,7 @@ bool MediaImporter::importNow(Workspace& workspace, const std::vector<std::strin
 {
     Probed media;
     for (const std::string& path : paths)
-        media.push_back(probe(*workspace.session(), path));
+        media.push_back(probe(*workspace.engine(), path));
     return place(workspace, media);
 }
 

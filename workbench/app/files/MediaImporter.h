@@ -1,7 +1,7 @@
 #pragma once
 
 #include "workbench/app/session/Background.h"
-#include "workbench/engine/worker/MediaProbe.h"
+#include "workbench/engine/protocol/ProbeResults.h"
 
 #include <functional>
 #include <memory>

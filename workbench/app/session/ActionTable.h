@@ -1,6 +1,6 @@
 #pragma once
 
-#include "skin/theme/Glyphs.h"
+#include "skin/Glyphs.h"
 
 #include <QKeySequence>
 #include <QList>

@@ -40,14 +40,14 @@ struct Playback::Mail : std::enable_shared_from_this<Playback::Mail> {
     }
 };
 
-Playback::Playback(std::shared_ptr<MltSession> session, ModelVob& vob, Display display)
+Playback::Playback(std::shared_ptr<EngineHost> host, ModelVob& vob, Display display)
     : vob_(vob)
     , display_(std::move(display))
     , timeCallback_(this, &Playback::handleTime)
     , editCallback_(this, &Playback::handleModification)
     , paramCallback_(this, &Playback::handleParam)
     , mail_(std::make_shared<Mail>())
-    , engine_(std::move(session), callbacks())
+    , engine_(std::move(host), callbacks())
 {
     mail_->receiver = this;
     flushTimer_.setSingleShot(true);
@@ -98,11 +98,9 @@ void Playback::setPictureSize(int width, int height)
     requestFrame();
 }
 
-void Playback::retryEffects()
+void Playback::retryEffects(const std::string& id)
 {
-    engine_.forgiveEffects();
-    structureChanged_ = true;
-    flushTimer_.start(0);
+    engine_.retryEffects(id);
 }
 
 bool Playback::isUpToDate() const

@@ -9,6 +9,7 @@
 #include <functional>
 #include <memory>
 #include <set>
+#include <string>
 #include <utility>
 
 namespace workbench
@@ -27,7 +28,7 @@ public:
     };
 
     /** The viewer outlives the playback. */
-    Playback(std::shared_ptr<MltSession> session, ModelVob& vob, Display display);
+    Playback(std::shared_ptr<EngineHost> host, ModelVob& vob, Display display);
     ~Playback();
 
     /** The viewer shows another edit. */
@@ -36,8 +37,8 @@ public:
     /** The size in which pictures are wanted, in pixels of the screen. */
     void setPictureSize(int width, int height);
 
-    /** Effects that were bypassed are tried again. */
-    void retryEffects();
+    /** An effect that was left out is tried again; all of them for an empty id. */
+    void retryEffects(const std::string& id = {});
 
     /** Whether the last picture shows all that has been edited. */
     bool isUpToDate() const;

@@ -2,33 +2,54 @@
 
 #include "oribund/host/services/Log.h"
 #include "workbench/app/session/ClipPlacement.h"
-#include "workbench/model/projection/AllowList.h"
+#include "workbench/app/session/Say.h"
+
+#include <utility>
 
 namespace workbench
 {
 
-namespace
-{
-EffectCatalogue readInstalled(MltSession& session)
-{
-    CatalogueResult result = readCatalogue(session);
-    for (const std::string& problem : result.problems)
-        oribund::logf("effect overlay: %s\n", problem.c_str());
-    session.setAllowList(std::make_shared<const AllowList>(result.catalogue));
-    return std::move(result.catalogue);
-}
-} // namespace
-
-Workspace::Workspace(std::shared_ptr<MltSession> session)
-    : session_(std::move(session))
-    , catalogue_(readInstalled(*session_))
+Workspace::Workspace(std::shared_ptr<EngineHost> engine)
+    : engine_(std::move(engine))
     , selectionCallback_(this, &Workspace::handleSelection)
 {
     selectionCallback_.attach(selection_.notifier());
+    if (engine_->knowsInstalled())
+        learnInstalled();
     show(oribund::Kt::makePtr<EditModel>(emptyEdit({}, FormatData()), catalogue_));
 }
 
 Workspace::~Workspace() = default;
+
+void Workspace::learnInstalled()
+{
+    if (installed_)
+        return;
+    installed_ = engine_->installed();
+    catalogue_ = installed_->effects;
+    for (const std::string& problem : installed_->problems)
+        oribund::logf("effect overlay: %s\n", problem.c_str());
+    for (const std::string& gap : engine_->gaps())
+        oribund::logf("engine: %s\n", gap.c_str());
+    if (!installed_->failure.empty())
+        say(installed_->failure, oribund::MessageSink::Severity::Error);
+    for (const std::function<void()>& act : std::exchange(waiting_, {}))
+        act();
+}
+
+void Workspace::whenInstalledIsKnown(std::function<void()> act)
+{
+    if (installed_)
+        act();
+    else
+        waiting_.push_back(std::move(act));
+}
+
+const std::vector<ExportPreset>& Workspace::exportPresets() const
+{
+    static const std::vector<ExportPreset> none;
+    return installed_ ? installed_->presets : none;
+}
 
 void Workspace::show(const EditModelPtr& edit)
 {

@@ -4,12 +4,13 @@
 #include "oribund/host/notify/MethodCallback.h"
 #include "oribund/host/notify/Notifier.h"
 #include "oribund/host/notify/ValServer.h"
-#include "workbench/engine/worker/catalogue/CatalogueReader.h"
-#include "workbench/engine/worker/graph/MltSession.h"
+#include "workbench/engine/client/EngineHost.h"
 #include "workbench/model/Editor.h"
 #include "workbench/model/host/ModelVob.h"
 
+#include <functional>
 #include <memory>
+#include <vector>
 
 namespace workbench
 {
@@ -18,17 +19,31 @@ namespace workbench
 struct EditReplaced {
 };
 
-/** What the parts of the window share: what is installed, the edit, the viewer, the selection. There always is an
- * edit. User-interface thread only. */
+/**
+ * What the parts of the window share: what is installed, the edit, the viewer, the selection. There always is an edit.
+ * What is installed may become known a little later; nothing that holds effects is opened before. User-interface thread
+ * only.
+ */
 class Workspace
 {
 public:
-    explicit Workspace(std::shared_ptr<MltSession> session);
+    explicit Workspace(std::shared_ptr<EngineHost> engine);
     ~Workspace();
 
-    const std::shared_ptr<MltSession>& session() const { return session_; }
+    const std::shared_ptr<EngineHost>& engine() const { return engine_; }
+
+    /** Waits until it is known what is installed, unless it is by now. */
+    void learnInstalled();
+
+    bool knowsInstalled() const { return installed_ != nullptr; }
+
+    /** Called once that is known: at once if it is. */
+    void whenInstalledIsKnown(std::function<void()> act);
 
     const EffectCatalogue& catalogue() const { return catalogue_; }
+
+    /** The kinds of file that can be exported, in the order of the offer. */
+    const std::vector<ExportPreset>& exportPresets() const;
 
     ModelVob& vob() { return vob_; }
 
@@ -55,8 +70,10 @@ public:
 private:
     int handleSelection(const oribund::ValServerEvent<ObjectId>& event);
 
-    std::shared_ptr<MltSession> session_;
-    EffectCatalogue catalogue_;
+    std::shared_ptr<EngineHost> engine_;
+    std::shared_ptr<const Installed> installed_;
+    EffectCatalogue catalogue_; // edits refer to it; empty as long as nothing is known
+    std::vector<std::function<void()>> waiting_;
     ModelVob vob_;
     oribund::ValServer<ObjectId> selection_{kNoObject};
     oribund::ValServer<oribund::IdStamp> cue_;

@@ -78,9 +78,19 @@ void openAtStart(MainWindow& window, const CommandLine& commandLine, const std::
     }
 }
 
+/** The window is there before it is known what it can do. */
+void learnInstalled(Workspace& workspace, Background& background)
+{
+    background.run([&workspace, engine = workspace.engine()]() -> Background::Completion {
+        engine->installed();
+        return [&workspace] { workspace.learnInstalled(); };
+    });
+}
+
 int runWindow(Workspace& workspace, WorkbenchHost& host, FilePreferences& preferences, const CommandLine& commandLine,
               const std::filesystem::path& recovery, const std::filesystem::path& scratch)
 {
+    Background background;
     Document document(workspace, recovery);
     MainWindow window(workspace, document);
     window.files().setMediaFolder(QString::fromStdString(commandLine.mediaFolder));
@@ -88,12 +98,14 @@ int runWindow(Workspace& workspace, WorkbenchHost& host, FilePreferences& prefer
         [&window](const oribund::WString& text, Severity severity) { window.showMessage(toQt(text), severity); });
     int status = 0;
     if (commandLine.task == CommandLine::Task::Pictures) {
+        workspace.learnInstalled();
         status = makePictures(workspace, window, commandLine, filesAtStart(commandLine, scratch));
         document.abandonChanges();
     } else {
         window.restorePlace();
         window.show();
-        openAtStart(window, commandLine, recovery);
+        workspace.whenInstalledIsKnown([&] { openAtStart(window, commandLine, recovery); });
+        learnInstalled(workspace, background);
         if (const std::string problem = preferences.takeProblem(); !problem.empty())
             warn(problem);
         status = QApplication::exec();
@@ -106,13 +118,8 @@ int runBatch(const CommandLine& commandLine)
 {
     FilePreferences preferences(settingsFolder() / "preferences.json");
     const WorkbenchHost host(preferences);
-    std::string problem;
-    const std::shared_ptr<MltSession> session = MltSession::open(&problem);
-    if (!session) {
-        std::fprintf(stderr, "%s\n", problem.c_str());
-        return 1;
-    }
-    Workspace workspace(session);
+    Workspace workspace(std::make_shared<EngineHost>());
+    workspace.learnInstalled();
     return commandLine.task == CommandLine::Task::Export ? exportFile(workspace, commandLine) : listEffects(workspace);
 }
 
@@ -135,21 +142,12 @@ int runWithWindow(const CommandLine& commandLine, int& argc, char** argv)
     // Pictures show nobody's own settings, and change none.
     FilePreferences preferences((pictures ? scratch.path() : settingsFolder()) / "preferences.json");
     WorkbenchHost host(preferences);
-    std::string problem;
-    const std::shared_ptr<MltSession> session = MltSession::open(&problem);
-    if (!session) {
-        std::fprintf(stderr, "%s\n", problem.c_str());
-        return 1;
-    }
     registerSimplePanels();
-    Workspace workspace(session);
+    Workspace workspace(std::make_shared<EngineHost>());
     host.setPlayMachine(&workspace.vob());
     const int status = runWindow(workspace, host, preferences, commandLine,
                                  pictures ? scratch.path() / "recovery" : recoveryFolder(), scratch.path());
     host.setPlayMachine(nullptr);
-    // A file that never answers must not keep the program from ending.
-    if (!Background::finishAll(3000))
-        MltSession::noteAbandonedThread();
     return status;
 }
 

@@ -86,7 +86,7 @@ int exportFile(Workspace& workspace, const CommandLine& commandLine)
         result = end;
         made = where;
     };
-    Exporter exporter(workspace.session());
+    Exporter exporter(workspace.engine());
     const std::filesystem::path project = projectNamedBy(commandLine);
     if (const std::string fault = startExport(exporter, edit, project, request, std::move(events)); !fault.empty()) {
         say(fault);

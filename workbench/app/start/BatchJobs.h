@@ -7,7 +7,6 @@
 namespace workbench
 {
 
-class MltSession;
 class Workspace;
 
 /** Fills the workspace with what the command line names: a project, or media one after the other. False, and said

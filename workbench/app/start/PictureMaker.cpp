@@ -265,7 +265,7 @@ void PictureMaker::pictureExport()
     suggestion.name = QStringLiteral("Harbour");
     suggestion.format = workspace_.edit().format();
     suggestion.frames = workspace_.edit().timeline().endFrame();
-    ExportDialog dialog(suggestion, exportPresets(*workspace_.session()));
+    ExportDialog dialog(suggestion, workspace_.exportPresets());
     dialog.show();
     QCoreApplication::processEvents();
     save(dialog, "export");

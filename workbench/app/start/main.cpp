@@ -1,7 +1,6 @@
+#include "workbench/app/session/Background.h"
 #include "workbench/app/start/Application.h"
 #include "workbench/app/start/CommandLine.h"
-#include "workbench/engine/worker/EffectProbe.h"
-#include "workbench/engine/worker/graph/MltSession.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -10,9 +9,6 @@ int main(int argc, char** argv)
 {
     using namespace workbench;
     const std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (!arguments.empty() && arguments.front() == kEffectProbeArgument)
-        return runEffectProbe({arguments.begin() + 1, arguments.end()});
-
     const CommandLineResult parsed = parseCommandLine(arguments);
     if (!parsed.fault.empty()) {
         std::fprintf(stderr, "%s\nTry --help.\n", parsed.fault.c_str());
@@ -24,8 +20,8 @@ int main(int argc, char** argv)
     }
     const int status = runApplication(parsed.commandLine, argc, argv);
     std::fflush(stdout);
-    // A thread that is stuck in an effect would keep the program from ending.
-    if (MltSession::hasAbandonedThread())
+    // A disk that never answers must not keep the program from ending.
+    if (!Background::finishAll(3000))
         std::_Exit(status);
     return status;
 }

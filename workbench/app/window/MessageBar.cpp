@@ -1,13 +1,15 @@
 #include "workbench/app/window/MessageBar.h"
 
-#include "skin/theme/Glyphs.h"
+#include "skin/Glyphs.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QToolButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace workbench
 {
@@ -46,6 +48,7 @@ MessageBar::MessageBar(QWidget* parent)
     , icon_(new QLabel)
     , text_(new QLabel)
     , count_(new QLabel)
+    , action_(new QPushButton)
     , close_(new QToolButton)
 {
     auto* row = new QHBoxLayout(this);
@@ -54,6 +57,7 @@ MessageBar::MessageBar(QWidget* parent)
     row->addWidget(icon_);
     row->addWidget(text_, 1);
     row->addWidget(count_);
+    row->addWidget(action_);
     row->addWidget(close_);
     icon_->setObjectName(QStringLiteral("sign"));
     icon_->setPixmap(glyphIcon(Glyph::Warning).pixmap(QSize(16, 16), devicePixelRatioF()));
@@ -63,6 +67,7 @@ MessageBar::MessageBar(QWidget* parent)
     close_->setIcon(glyphIcon(Glyph::Close));
     close_->setToolTip(QStringLiteral("Close this message"));
     close_->setAccessibleName(QStringLiteral("Close this message"));
+    QObject::connect(action_, &QPushButton::clicked, this, [this] { act(); });
     QObject::connect(close_, &QToolButton::clicked, this, [this] { dismiss(); });
     setObjectName(QStringLiteral("messageBar"));
     timer_.setParent(this);
@@ -71,7 +76,7 @@ MessageBar::MessageBar(QWidget* parent)
     hide();
 }
 
-void MessageBar::show(const QString& message, Severity severity)
+void MessageBar::show(const QString& message, Severity severity, Action action)
 {
     const auto same = [&](const Message& other) { return other.text == message; };
     if (message.isEmpty())
@@ -85,7 +90,7 @@ void MessageBar::show(const QString& message, Severity severity)
     // Whatever goes wrong in a loop must not fill the memory.
     if (waiting_.size() >= kMostWaiting)
         waiting_.removeAt(1);
-    waiting_.append({message, severity});
+    waiting_.append({message, severity, std::move(action)});
     showFirst();
 }
 
@@ -106,6 +111,8 @@ void MessageBar::showFirst()
                       .arg(QLatin1String(groundOf(message.severity))));
     text_->setText(message.text);
     setAccessibleName(message.text);
+    action_->setVisible(!message.action.label.isEmpty());
+    action_->setText(message.action.label);
     count_->setVisible(waiting_.size() > 1);
     count_->setText(QStringLiteral("%1 more").arg(waiting_.size() - 1));
 }
@@ -137,6 +144,13 @@ void MessageBar::leaveEvent(QEvent* event)
 {
     startTimer();
     QFrame::leaveEvent(event);
+}
+
+void MessageBar::act()
+{
+    const std::function<void()> chosen = waiting_.front().action.act;
+    dismiss();
+    chosen();
 }
 
 void MessageBar::dismiss()

@@ -6,7 +6,10 @@
 #include <QList>
 #include <QTimer>
 
+#include <functional>
+
 class QLabel;
+class QPushButton;
 class QToolButton;
 
 namespace workbench
@@ -24,8 +27,14 @@ public:
 
     explicit MessageBar(QWidget* parent = nullptr);
 
+    /** What somebody may do about a message; then the message goes. */
+    struct Action {
+        QString label; ///< empty: nothing
+        std::function<void()> act;
+    };
+
     /** A message that is waiting already is not shown twice. */
-    void show(const QString& message, Severity severity);
+    void show(const QString& message, Severity severity, Action action = {});
 
     /** The message in view; empty for none. */
     QString text() const;
@@ -38,10 +47,12 @@ private:
     struct Message {
         QString text;
         Severity severity;
+        Action action;
     };
 
     void showFirst();
     void dismiss();
+    void act();
     void startTimer();
     void goByItself();
 
@@ -49,6 +60,7 @@ private:
     QLabel* icon_;
     QLabel* text_;
     QLabel* count_;
+    QPushButton* action_;
     QToolButton* close_;
     QTimer timer_;
 };

@@ -1,16 +1,15 @@
 #include "workbench/engine/client/Engine.h"
 
-#include "workbench/engine/worker/RenderWorker.h"
-#include "workbench/engine/worker/graph/MltSession.h"
-#include "workbench/model/projection/ProjectionQueries.h"
+#include "workbench/engine/client/BypassedEffects.h"
+#include "workbench/engine/client/EngineHost.h"
+#include "workbench/engine/client/EngineProcess.h"
+#include "workbench/engine/client/WakeUp.h"
+#include "workbench/engine/client/WorkerEndText.h"
 
 #include <algorithm>
-#include <atomic>
-#include <condition_variable>
 #include <map>
 #include <mutex>
 #include <optional>
-#include <set>
 #include <string>
 #include <thread>
 #include <utility>
@@ -18,163 +17,326 @@
 namespace workbench
 {
 
-/** The state that a new worker needs to go on where one was left behind, and the watchdog that notices. */
+/**
+ * What the worker is to show, kept by whoever asks, and the thread that keeps a worker in step with it. Only that
+ * thread knows the worker.
+ */
 class Engine::Impl
 {
+    /** The whole state: what a new worker is told. */
+    struct Wanted {
+        std::shared_ptr<const Projection> projection;
+        std::map<std::pair<std::string, std::string>, std::string> updates; // since the load, by effect and property
+        request::RequestFrame frame;
+        bool playing = false;
+        std::uint64_t revision = 0;
+    };
+
+    /** What of it the worker has not been told yet. */
+    struct Unsent {
+        bool load = false;
+        std::vector<PropertyUpdate> updates;
+        bool frame = false;
+        bool playing = false;
+        bool quit = false;
+
+        bool any() const { return load || !updates.empty() || frame || playing; }
+    };
+
+    template <class Change>
+    auto change(Change&& change)
+    {
+        const WakeUp::AtEnd wake(wake_);
+        const std::lock_guard lock(mutex_);
+        return change(wanted_, unsent_);
+    }
+
 public:
-    Impl(std::shared_ptr<MltSession> session, EngineCallbacks callbacks, EngineOptions options)
-        : session_(std::move(session))
+    Impl(std::shared_ptr<EngineHost> host, EngineCallbacks callbacks, EngineOptions options)
+        : host_(std::move(host))
         , callbacks_(std::move(callbacks))
         , options_(options)
+        , thread_([this] { run(); })
     {
-        // The worker's own word that playing ended must not restart it after a stall.
-        callbacks_.playing = [this, told = std::move(callbacks_.playing)](bool playing) {
-            playing_ = playing;
-            if (told)
-                told(playing);
-        };
-        callbacks_.position = [this, told = std::move(callbacks_.position)](int frame) {
-            playedTo_ = frame;
-            if (told)
-                told(frame);
-        };
-        startWorker();
-        watchdog_ = std::thread([this] { watch(); });
     }
 
     ~Impl()
     {
-        {
-            const std::lock_guard lock(mutex_);
-            quit_ = true;
-        }
-        wake_.notify_all();
-        watchdog_.join();
-        if (!worker_->finish(options_.frameTimeout))
-            worker_->abandon();
+        change([](Wanted&, Unsent& unsent) { unsent.quit = true; });
+        thread_.join();
     }
 
     std::uint64_t load(Projection projection)
     {
-        const std::lock_guard lock(mutex_);
-        projection_ = std::make_shared<const Projection>(std::move(projection));
-        updates_.clear();
-        worker_->load(projection_, ++revision_);
-        return revision_;
+        return change([&](Wanted& wanted, Unsent& unsent) {
+            wanted.projection = std::make_shared<const Projection>(std::move(projection));
+            wanted.updates.clear();
+            unsent.load = true;
+            unsent.updates.clear(); // they were for the edit before
+            return ++wanted.revision;
+        });
     }
 
     std::uint64_t update(std::vector<PropertyUpdate> updates)
     {
-        const std::lock_guard lock(mutex_);
-        for (const PropertyUpdate& update : updates)
-            updates_[{update.service, update.property}] = update.value;
-        worker_->update(std::move(updates), ++revision_);
-        return revision_;
+        return change([&](Wanted& wanted, Unsent& unsent) {
+            for (PropertyUpdate& update : updates) {
+                wanted.updates[{update.service, update.property}] = update.value;
+                unsent.load = bypassed_.retryAfterChange(update.service) || unsent.load;
+                unsent.updates.push_back(std::move(update));
+            }
+            return ++wanted.revision;
+        });
     }
 
-    void request(FrameRequest request)
+    void request(request::RequestFrame frame)
     {
-        const std::lock_guard lock(mutex_);
-        request_ = request;
-        playedTo_ = request.frame;
-        worker_->request(request);
+        change([&](Wanted& wanted, Unsent& unsent) {
+            wanted.frame = frame;
+            unsent.frame = true;
+        });
     }
 
     void setPlaying(bool playing)
     {
-        const std::lock_guard lock(mutex_);
-        playing_ = playing;
-        worker_->setPlaying(playing);
+        change([&](Wanted& wanted, Unsent& unsent) {
+            wanted.playing = playing;
+            unsent.playing = true;
+        });
     }
 
-    void forgive()
+    void retry(const std::string& id)
     {
-        const std::lock_guard lock(mutex_);
-        bypassed_.clear();
-        worker_->setBypassed({});
+        change([&](Wanted&, Unsent& unsent) {
+            bypassed_.forgive(id);
+            unsent.load = unsent.frame = true;
+        });
     }
 
 private:
-    void startWorker()
-    {
-        worker_ = std::make_shared<RenderWorker>(session_, callbacks_, options_, bypassed_);
-        worker_->start();
-    }
+    static constexpr int kMostFruitless = 5;
 
-    void watch()
-    {
-        const auto pause = std::max(options_.frameTimeout / 10, std::chrono::milliseconds(5));
-        std::unique_lock lock(mutex_);
-        while (!wake_.wait_for(lock, pause, [&] { return quit_; }))
-            if (const std::optional<RenderWorker::Stall> stall = worker_->findStall())
-                recover(*stall);
-    }
+    // All below is the thread's.
 
-    void recover(const RenderWorker::Stall& stall)
+    void run()
     {
-        worker_->abandon();
-        const bool wasPlaying = playing_;
-        const EngineProblem problem = describe(stall);
-        if (!stall.effect.empty())
-            bypassed_.insert(stall.effect);
-        startWorker();
-        worker_->report(problem);
-        if (!projection_)
-            return;
-        worker_->load(projection_, revision_);
-        if (!updates_.empty()) {
-            std::vector<PropertyUpdate> updates;
-            for (const auto& [key, value] : updates_)
-                updates.push_back({key.first, key.second, value});
-            worker_->update(std::move(updates), revision_);
+        for (;;) {
+            waitForSomething();
+            {
+                const std::lock_guard lock(mutex_);
+                if (unsent_.quit)
+                    return;
+            }
+            bringUpToDate(false);
+            if (worker_)
+                listen();
+            if (worker_ && worker_->hasEnded())
+                replaceWorker();
         }
-        // Without a suspect the same frame would only hang again.
-        if (stall.effect.empty())
-            return;
-        worker_->request({playedTo_, request_.maxWidth, request_.maxHeight});
-        if (wasPlaying)
-            worker_->setPlaying(true);
     }
 
-    EngineProblem describe(const RenderWorker::Stall& stall) const
+    void waitForSomething()
+    {
+        // How late a worker may be noticed to be late.
+        const auto pause = std::max(options_.frameTimeout / 10, std::chrono::milliseconds(5));
+        wake_.wait(worker_ ? worker_->descriptor() : -1, pause);
+    }
+
+    /** Tells the worker what it has not been told, and a new one everything. `anew`: also where nothing has changed. */
+    void bringUpToDate(bool anew)
+    {
+        Unsent unsent;
+        Wanted wanted;
+        std::vector<std::string> bypassed;
+        {
+            const std::lock_guard lock(mutex_);
+            if (!anew && !unsent_.any())
+                return;
+            unsent = std::exchange(unsent_, Unsent());
+            // Nothing to show, or nobody to see it.
+            if (!wanted_.projection || (!worker_ && wanted_.frame.maxWidth <= 0))
+                return;
+            wanted = wanted_;
+            bypassed = bypassed_.in(*wanted_.projection);
+        }
+        // A worker cannot be allowed more than it was at first.
+        const bool fits = worker_ && (!unsent.load || covers(rules_, *wanted.projection));
+        if (!fits) {
+            if (!startWorker(*wanted.projection))
+                return;
+            unsent.load = unsent.frame = unsent.playing = true;
+        }
+        if (unsent.load) {
+            worker_->send(request::Load{*wanted.projection, std::move(bypassed), wanted.revision});
+            unsent.updates.clear();
+            for (const auto& [key, value] : wanted.updates)
+                unsent.updates.push_back({key.first, key.second, value});
+        }
+        if (!unsent.updates.empty())
+            worker_->send(request::Update{std::move(unsent.updates), wanted.revision});
+        if (unsent.playing && !wanted.playing)
+            worker_->send(request::Pause{});
+        if (unsent.frame && wanted.frame.maxWidth > 0)
+            worker_->send(wanted.frame);
+        if (unsent.playing && wanted.playing)
+            worker_->send(request::Play{});
+    }
+
+    bool startWorker(const Projection& projection)
+    {
+        rules_ = {};
+        rules_.readable = placesOf(projection);
+        rules_.sound = options_.sound;
+        worker_.reset(); // the sound device may be had once only
+        hasShown_ = false;
+        std::string problem;
+        worker_ = host_->start(rules_, options_, problem);
+        if (!worker_)
+            tellUnavailable(problem);
+        return worker_ != nullptr;
+    }
+
+    void listen()
+    {
+        while (std::optional<Event> event = worker_->receive(std::chrono::milliseconds(0)))
+            std::visit([this](auto& told) { handle(told); }, *event);
+    }
+
+    void handle(const event::FrameReady& ready)
+    {
+        FrameImagePtr picture = worker_->pool().take(ready);
+        if (!picture)
+            return;
+        hasShown_ = true;
+        if (callbacks_.frame)
+            callbacks_.frame(std::move(picture));
+    }
+
+    void handle(const event::Position& position)
+    {
+        {
+            const std::lock_guard lock(mutex_);
+            if (wanted_.playing && !unsent_.frame)
+                wanted_.frame.frame = position.frame;
+        }
+        if (callbacks_.position)
+            callbacks_.position(position.frame);
+    }
+
+    void handle(const event::Playing& playing)
+    {
+        // The worker's own word that playing ended must not restart it when it is replaced.
+        {
+            const std::lock_guard lock(mutex_);
+            if (!unsent_.playing)
+                wanted_.playing = playing.playing;
+        }
+        tellPlaying(playing.playing);
+    }
+
+    void handle(const event::Problem& problem) { tell(problem.problem); }
+
+    /** Not an answer to anything that is asked here. */
+    template <class Other>
+    void handle(const Other&)
+    {
+    }
+
+    void replaceWorker()
+    {
+        const std::optional<event::Ready> ready = worker_->ready();
+        const WorkerEnd end = worker_->finish();
+        worker_.reset();
+        if (!end.wasReady)
+            return tellUnavailable(EngineProcess::describeStart(ready));
+        const bool goesOn = takeBlame(end);
+        if (!goesOn)
+            return stopPlaying();
+        bringUpToDate(true);
+    }
+
+    /** Whether a new worker can be expected to get further than the last one. Tells of the end. */
+    bool takeBlame(const WorkerEnd& end)
     {
         EngineProblem problem;
-        problem.subject = stall.effect;
-        const ProjectedFilter* effect = projection_ ? findEffect(*projection_, stall.effect) : nullptr;
-        if (projection_)
-            problem.effects = serviceNames(effectsAt(*projection_, stall.frame));
-        const std::string at = " at frame " + std::to_string(stall.frame);
-        if (effect) {
-            problem.kind = EngineProblem::Kind::EffectHung;
-            problem.message = "The effect " + inQuotes(effect->service) + " did not answer" + at + "; it is bypassed.";
-        } else {
-            problem.kind = EngineProblem::Kind::MediaHung;
-            problem.message = "The picture" + at + " did not come in time.";
+        bool blamed = false;
+        {
+            const std::lock_guard lock(mutex_);
+            problem = describe(end, *wanted_.projection);
+            if (const ProjectedFilter* const effect = effectToBlame(end, *wanted_.projection)) {
+                bypassed_.add(withUpdates(*effect));
+                blamed = true;
+                problem.message += bypassed_.isOff(effect->id) ? " It stays switched off."
+                                                               : " It is switched off until its settings change.";
+            }
         }
-        return problem;
+        // Without an effect to blame the same frame may well end the next one in the same way.
+        fruitless_ = hasShown_ || blamed ? 0 : fruitless_ + 1;
+        const bool goesOn = blamed || (end.way == WorkerEnd::Way::Ended && fruitless_ < kMostFruitless) ||
+                            (end.way == WorkerEnd::Way::Crashed && hasShown_);
+        if (!goesOn)
+            problem.message += " It is tried again with the next picture that is wanted.";
+        tell(problem);
+        return goesOn;
     }
 
-    const std::shared_ptr<MltSession> session_;
-    EngineCallbacks callbacks_;
+    ProjectedFilter withUpdates(ProjectedFilter effect) const
+    {
+        for (ProjectedProperty& property : effect.properties)
+            if (const auto update = wanted_.updates.find({effect.id, property.name}); update != wanted_.updates.end())
+                property.value = update->second;
+        return effect;
+    }
+
+    void stopPlaying()
+    {
+        bool wasPlaying = false;
+        {
+            const std::lock_guard lock(mutex_);
+            wasPlaying = std::exchange(wanted_.playing, false);
+        }
+        if (wasPlaying)
+            tellPlaying(false);
+    }
+
+    void tellUnavailable(const std::string& problem)
+    {
+        tell({EngineProblem::Kind::EngineEnded, problem, {}, {}});
+        stopPlaying();
+    }
+
+    void tell(const EngineProblem& problem) const
+    {
+        if (callbacks_.problem)
+            callbacks_.problem(problem);
+    }
+
+    void tellPlaying(bool playing) const
+    {
+        if (callbacks_.playing)
+            callbacks_.playing(playing);
+    }
+
+    const std::shared_ptr<EngineHost> host_;
+    const EngineCallbacks callbacks_;
     const EngineOptions options_;
+    WakeUp wake_;
 
-    std::mutex mutex_;
-    std::shared_ptr<RenderWorker> worker_;
-    std::shared_ptr<const Projection> projection_;
-    std::map<std::pair<std::string, std::string>, std::string> updates_; // since the load, by effect and property
-    std::set<std::string> bypassed_;
-    FrameRequest request_;
-    std::atomic<int> playedTo_{0};
-    std::atomic<bool> playing_{false};
-    std::uint64_t revision_ = 0;
+    std::mutex mutex_; // guards the three
+    Wanted wanted_;
+    Unsent unsent_;
+    BypassedEffects bypassed_;
 
-    std::condition_variable wake_;
-    bool quit_ = false;
-    std::thread watchdog_;
+    std::unique_ptr<EngineProcess> worker_;
+    ContainmentRules rules_;
+    bool hasShown_ = false; // a picture, since it was started
+    int fruitless_ = 0;     // workers in a row that ended from outside before they had shown anything
+
+    std::thread thread_; // last: it uses all of the above
 };
 
-Engine::Engine(std::shared_ptr<MltSession> session, EngineCallbacks callbacks, EngineOptions options)
-    : impl_(std::make_unique<Impl>(std::move(session), std::move(callbacks), options))
+Engine::Engine(std::shared_ptr<EngineHost> host, EngineCallbacks callbacks, EngineOptions options)
+    : impl_(std::make_unique<Impl>(std::move(host), std::move(callbacks), options))
 {
 }
 
@@ -205,9 +367,9 @@ void Engine::pause()
     impl_->setPlaying(false);
 }
 
-void Engine::forgiveEffects()
+void Engine::retryEffects(const std::string& id)
 {
-    impl_->forgive();
+    impl_->retry(id);
 }
 
 } // namespace workbench

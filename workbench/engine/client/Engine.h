@@ -5,28 +5,30 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace workbench
 {
 
-class MltSession;
+class EngineHost;
 
 /**
- * Renders and plays an edit on a thread of its own.
+ * Renders and plays an edit, in a worker.
  *
- * Every member returns at once, whatever the thread is doing; of several requests of one kind that wait, the latest
+ * Every member returns at once, whatever the worker is doing; of several requests of one kind that wait, the latest
  * wins. The members are called from one thread, the user interface's.
  *
- * A watchdog looks after the rendering thread. When a frame does not come in time, the thread is left behind, the
- * effect that it was stuck in is bypassed, and a new thread goes on from the same state.
+ * A worker that dies, or does not come back in time, is replaced by another one that goes on from the same state. The
+ * effect that it was in is left out from then on, and told as a problem. It is tried again once it is set differently,
+ * but not after it has failed for the third time: then only retryEffects() brings it back.
  */
 class Engine
 {
 public:
-    Engine(std::shared_ptr<MltSession> session, EngineCallbacks callbacks, EngineOptions options = {});
+    Engine(std::shared_ptr<EngineHost> host, EngineCallbacks callbacks, EngineOptions options = {});
 
-    /** Ends playing and rendering. No callback runs after it. Waits for the frame in work, up to the frame timeout. */
+    /** Ends playing and rendering, and the worker. No callback runs after it. */
     ~Engine();
 
     Engine(const Engine&) = delete;
@@ -50,8 +52,9 @@ public:
 
     void pause();
 
-    /** Effects that were bypassed because they hung are tried again at the next load. */
-    void forgiveEffects();
+    /** An effect that was left out is tried again; all of them for an empty id. Then the last frame is rendered anew.
+     */
+    void retryEffects(const std::string& id = {});
 
 private:
     class Impl;

@@ -15,15 +15,17 @@ struct EngineProblem {
     enum class Kind {
         MediaMissing,    ///< a clip cannot be opened, or must not be; a dark red picture stands in for it
         EffectMissing,   ///< an effect, a transition or a setting of one is not there or not allowed; left out
-        EffectHung,      ///< an effect did not come back in time; bypassed from now on
+        EffectHung,      ///< an effect did not come back in time; left out from now on
+        EffectCrashed,   ///< an effect ended the worker; left out from now on
         MediaHung,       ///< no frame in time, and no effect was at work
+        EngineEnded,     ///< the worker ended, and no effect was at work; or there can be none
         SoundUnavailable ///< playing without sound
     };
 
     Kind kind = Kind::MediaMissing;
     std::string message;              ///< for a person
     std::string subject;              ///< id of the clip or the effect in the projection; empty when there is none
-    std::vector<std::string> effects; ///< EffectHung, MediaHung: services of all effects at work on that frame
+    std::vector<std::string> effects; ///< of what hung or crashed: services of all effects at work on that frame
 
     bool operator==(const EngineProblem&) const = default;
 };

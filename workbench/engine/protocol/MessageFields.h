@@ -205,8 +205,8 @@ void fields(auto& visit, Is<EffectProbeResult> auto& value)
 
 void fields(auto& visit, Is<request::Hello> auto& value)
 {
-    auto& [version, options, rules] = value;
-    visit(version, options, rules);
+    auto& [version, options, rules, effects] = value;
+    visit(version, options, rules, effects);
 }
 
 void fields(auto& visit, Is<request::Load> auto& value)
@@ -247,14 +247,8 @@ void fields(auto& visit, Is<request::ProbeEffect> auto& value)
 
 void fields(auto& visit, Is<event::Ready> auto& value)
 {
-    auto& [version, containment] = value;
-    visit(version, containment);
-}
-
-void fields(auto& visit, Is<event::Loaded> auto& value)
-{
-    auto& [revision] = value;
-    visit(revision);
+    auto& [version, containment, problem] = value;
+    visit(version, containment, problem);
 }
 
 void fields(auto& visit, Is<event::FrameReady> auto& value)

@@ -33,6 +33,7 @@ struct Hello {
     std::uint32_t version = kProtocolVersion;
     EngineOptions options;
     ContainmentRules rules;
+    std::vector<EffectDescription> effects; ///< that may be made; none: those that are installed
 
     bool operator==(const Hello&) const = default;
 };
@@ -77,10 +78,6 @@ struct StartExport {
     bool operator==(const StartExport&) const = default;
 };
 
-struct CancelExport {
-    bool operator==(const CancelExport&) const = default;
-};
-
 /** Answered by event::MediaProbed. */
 struct ProbeMedia {
     std::string path;
@@ -101,16 +98,11 @@ struct ReadCatalogue {
     bool operator==(const ReadCatalogue&) const = default;
 };
 
-/** Nothing more is asked. */
-struct Quit {
-    bool operator==(const Quit&) const = default;
-};
-
 } // namespace request
 
-using Request = std::variant<request::Hello, request::Load, request::Update, request::RequestFrame, request::Play,
-                             request::Pause, request::StartExport, request::CancelExport, request::ProbeMedia,
-                             request::ProbeEffect, request::ReadCatalogue, request::Quit>;
+using Request =
+    std::variant<request::Hello, request::Load, request::Update, request::RequestFrame, request::Play, request::Pause,
+                 request::StartExport, request::ProbeMedia, request::ProbeEffect, request::ReadCatalogue>;
 
 namespace event
 {
@@ -118,15 +110,9 @@ namespace event
 struct Ready {
     std::uint32_t version = kProtocolVersion;
     ContainmentReport containment;
+    std::string problem; ///< for a person: why nothing can be done; empty when all is well
 
     bool operator==(const Ready&) const = default;
-};
-
-/** An edit was loaded; pictures that come now are of it. */
-struct Loaded {
-    std::uint64_t revision = 0;
-
-    bool operator==(const Loaded&) const = default;
 };
 
 /** The client takes the picture out of its FramePool, also one that it has no use for. */
@@ -195,8 +181,8 @@ struct CatalogueRead {
 
 } // namespace event
 
-using Event = std::variant<event::Ready, event::Loaded, event::FrameReady, event::Position, event::Playing,
-                           event::Problem, event::ExportProgress, event::ExportFinished, event::MediaProbed,
-                           event::EffectProbed, event::CatalogueRead>;
+using Event = std::variant<event::Ready, event::FrameReady, event::Position, event::Playing, event::Problem,
+                           event::ExportProgress, event::ExportFinished, event::MediaProbed, event::EffectProbed,
+                           event::CatalogueRead>;
 
 } // namespace workbench

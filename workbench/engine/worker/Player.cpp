@@ -70,8 +70,10 @@ bool Player::prepareSound(bool wanted)
     return available;
 }
 
-Player::Player(Mlt::Profile& profile, Mlt::Producer& producer, FrameSize size, std::function<void(Shown)> shown)
+Player::Player(Mlt::Profile& profile, Mlt::Producer& producer, FrameSize size, Surroundings surroundings,
+               std::function<void(Shown)> shown)
     : producer_(producer)
+    , surroundings_(std::move(surroundings))
     , shown_(std::move(shown))
     , scaler_(makeScaler(size))
     , consumer_(std::make_unique<Mlt::Consumer>(profile, "sdl2_audio"))
@@ -99,6 +101,7 @@ Player::~Player()
     if (scaler_)
         producer_.detach(*scaler_);
     producer_.set_speed(0.0);
+    surroundings_.marks.setDeadline(TraceMarks::Work::Playback, TraceMarks::Clock::time_point::max());
 }
 
 bool Player::start(int fromFrame)
@@ -107,7 +110,7 @@ bool Player::start(int fromFrame)
         return false;
     producer_.seek(fromFrame);
     producer_.set_speed(1.0);
-    lastShown_ = Clock::now();
+    expectFrame();
     started_ = true;
     consumer_->connect(producer_);
     return consumer_->start() == 0;
@@ -125,17 +128,22 @@ void Player::discardAhead()
     consumer_->purge();
 }
 
+void Player::expectFrame()
+{
+    surroundings_.marks.setDeadline(TraceMarks::Work::Playback, TraceMarks::Clock::now() + surroundings_.limit);
+}
+
 void Player::frameShown(void* source)
 {
     if (!source || !started_)
         return;
-    lastShown_ = Clock::now();
+    expectFrame();
     Mlt::Frame frame(static_cast<mlt_frame>(source));
     Shown shown;
     shown.frame = frame.get_position();
     shown.atEnd = frame.get_double("_speed") == 0.0;
     if (frame.get_int("rendered") != 0)
-        shown.image = copyImage(frame, 0, 0);
+        shown.image = copyImage(frame, 0, 0, surroundings_.memory);
     shown_(std::move(shown));
 }
 

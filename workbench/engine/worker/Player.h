@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/engine/protocol/TraceMarks.h"
 #include "workbench/engine/worker/graph/FrameRendering.h"
 
 #include <atomic>
@@ -26,16 +27,21 @@ namespace workbench
 class Player
 {
 public:
-    using Clock = std::chrono::steady_clock;
-
     struct Shown {
         int frame = 0;
         std::shared_ptr<FrameImage> image; ///< empty for a frame that was dropped to keep up
         bool atEnd = false;
     };
 
+    struct Surroundings {
+        TraceMarks& marks;               ///< told until when the next frame has to be shown
+        std::chrono::milliseconds limit; ///< from one frame to the next
+        PictureMemory memory;
+    };
+
     /** `shown` is called on a thread of the framework and must return at once. */
-    Player(Mlt::Profile& profile, Mlt::Producer& producer, FrameSize size, std::function<void(Shown)> shown);
+    Player(Mlt::Profile& profile, Mlt::Producer& producer, FrameSize size, Surroundings surroundings,
+           std::function<void(Shown)> shown);
     ~Player();
 
     Player(const Player&) = delete;
@@ -50,9 +56,6 @@ public:
     /** Throws away what was rendered ahead, so that a changed effect shows at once. */
     void discardAhead();
 
-    /** When a frame was shown last, or playing began. Any thread. */
-    Clock::time_point lastShown() const { return lastShown_.load(); }
-
     /** False on a machine without a sound device; playing is silent there. Decided before the first player is made. */
     static bool prepareSound(bool wanted);
 
@@ -60,13 +63,14 @@ private:
     struct Listener;
 
     void frameShown(void* frame);
+    void expectFrame();
 
     Mlt::Producer& producer_;
+    const Surroundings surroundings_;
     std::function<void(Shown)> shown_;
     std::unique_ptr<Mlt::Filter> scaler_;
     std::unique_ptr<Mlt::Consumer> consumer_;
     std::unique_ptr<Mlt::Event> event_;
-    std::atomic<Clock::time_point> lastShown_{Clock::time_point()};
     std::atomic<bool> started_{false};
 };
 

@@ -17,38 +17,35 @@ class RenderWorker::Busy
 {
 public:
     Busy(RenderWorker& worker, std::chrono::milliseconds limit)
-        : worker_(worker)
+        : marks_(worker.marks_)
     {
-        worker_.deadline_ = Clock::now() + limit;
+        marks_.setDeadline(TraceMarks::Work::Command, TraceMarks::Clock::now() + limit);
     }
 
-    ~Busy() { worker_.deadline_ = Clock::time_point::max(); }
+    ~Busy() { marks_.setDeadline(TraceMarks::Work::Command, TraceMarks::Clock::time_point::max()); }
 
     Busy(const Busy&) = delete;
     Busy& operator=(const Busy&) = delete;
 
 private:
-    RenderWorker& worker_;
+    TraceMarks& marks_;
 };
 
 RenderWorker::RenderWorker(std::shared_ptr<MltSession> session, EngineCallbacks callbacks, EngineOptions options,
-                           std::set<std::string> bypassed)
+                           TraceMarks& marks, PictureMemory memory)
     : session_(std::move(session))
     , callbacks_(std::move(callbacks))
     , options_(options)
-    , bypassed_(std::move(bypassed))
+    , marks_(marks)
+    , memory_(std::move(memory))
+    , thread_([this] { run(); })
 {
 }
 
 RenderWorker::~RenderWorker()
 {
-    if (thread_.joinable())
-        thread_.detach();
-}
-
-void RenderWorker::start()
-{
-    thread_ = std::thread([self = shared_from_this()] { self->run(); });
+    post([](Mail& mail) { mail.quit = true; });
+    thread_.join();
 }
 
 template <class Change>
@@ -62,10 +59,12 @@ void RenderWorker::post(Change&& change)
     mailArrived_.notify_one();
 }
 
-void RenderWorker::load(std::shared_ptr<const Projection> projection, std::uint64_t revision)
+void RenderWorker::load(std::shared_ptr<const Projection> projection, std::set<std::string> bypassed,
+                        std::uint64_t revision)
 {
     post([&](Mail& mail) {
         mail.projection = std::move(projection);
+        mail.bypassed = std::move(bypassed);
         mail.updates.clear(); // they were for the edit before
         mail.revision = revision;
     });
@@ -89,58 +88,6 @@ void RenderWorker::setPlaying(bool playing)
     post([&](Mail& mail) { mail.playing = playing; });
 }
 
-void RenderWorker::report(EngineProblem problem)
-{
-    post([&](Mail& mail) { mail.problems.push_back(std::move(problem)); });
-}
-
-void RenderWorker::setBypassed(std::set<std::string> bypassed)
-{
-    post([&](Mail& mail) { mail.bypassed = std::move(bypassed); });
-}
-
-std::optional<RenderWorker::Stall> RenderWorker::findStall() const
-{
-    const Clock::time_point now = Clock::now();
-    bool stalled = now > deadline_.load();
-    if (!stalled) {
-        const std::lock_guard lock(playerMutex_);
-        stalled = player_ && now - player_->lastShown() > options_.frameTimeout;
-    }
-    return stalled ? std::optional(Stall{trace_.current(), frame_}) : std::nullopt;
-}
-
-bool RenderWorker::finish(std::chrono::milliseconds patience)
-{
-    post([](Mail& mail) { mail.quit = true; });
-    std::unique_lock lock(endMutex_);
-    if (!ended_.wait_for(lock, patience, [&] { return hasEnded_; }))
-        return false;
-    lock.unlock();
-    thread_.join();
-    return true;
-}
-
-void RenderWorker::abandon()
-{
-    MltSession::noteAbandonedThread();
-    {
-        const std::lock_guard lock(callbackMutex_);
-        silent_ = true;
-    }
-    post([](Mail& mail) { mail.quit = true; });
-    if (thread_.joinable())
-        thread_.detach();
-}
-
-template <class Callback, class... Arguments>
-void RenderWorker::call(const Callback& callback, Arguments&&... arguments)
-{
-    const std::lock_guard lock(callbackMutex_);
-    if (!silent_ && callback)
-        callback(std::forward<Arguments>(arguments)...);
-}
-
 void RenderWorker::run()
 {
     for (;;) {
@@ -151,9 +98,6 @@ void RenderWorker::run()
     }
     stopPlaying();
     graph_.reset();
-    const std::lock_guard lock(endMutex_);
-    hasEnded_ = true;
-    ended_.notify_all();
 }
 
 RenderWorker::Mail RenderWorker::takeMail()
@@ -165,10 +109,6 @@ RenderWorker::Mail RenderWorker::takeMail()
 
 void RenderWorker::handle(Mail& mail)
 {
-    for (const EngineProblem& problem : mail.problems)
-        call(callbacks_.problem, problem);
-    if (mail.bypassed)
-        bypassed_ = std::move(*mail.bypassed);
     if (mail.revision != 0)
         revision_ = mail.revision;
     if (mail.projection)
@@ -189,17 +129,17 @@ void RenderWorker::handle(Mail& mail)
         handleShown(*mail.shown);
 }
 
-void RenderWorker::rebuild(const Mail& mail)
+void RenderWorker::rebuild(Mail& mail)
 {
     const bool wasPlaying = player_ != nullptr;
     stopPlaying();
     {
         const Busy busy(*this, options_.loadTimeout);
-        MltGraph::Options options{bypassed_, &trace_, std::move(graph_)};
+        MltGraph::Options options{std::move(mail.bypassed), &marks_, std::move(graph_)};
         graph_ = MltGraph::build(session_, *mail.projection, std::move(options));
     }
     for (const EngineProblem& problem : graph_->problems())
-        call(callbacks_.problem, problem);
+        callbacks_.problem(problem);
     if (wasPlaying && !mail.playing)
         startPlaying();
 }
@@ -222,7 +162,7 @@ void RenderWorker::applyUpdates(const std::vector<PropertyUpdate>& updates)
 
 void RenderWorker::render(const FrameRequest& request)
 {
-    frame_ = request.frame;
+    setFrame(request.frame);
     if (player_) {
         const Busy busy(*this, options_.frameTimeout);
         player_->seek(request.frame);
@@ -232,12 +172,12 @@ void RenderWorker::render(const FrameRequest& request)
     {
         const Busy busy(*this, options_.frameTimeout);
         image = renderFrame(graph_->producer(), request.frame,
-                            fitFrame(graph_->profile(), request.maxWidth, request.maxHeight));
+                            fitFrame(graph_->profile(), request.maxWidth, request.maxHeight), memory_);
     }
     if (!image)
         return;
     image->revision = revision_;
-    call(callbacks_.frame, FrameImagePtr(std::move(image)));
+    callbacks_.frame(std::move(image));
 }
 
 void RenderWorker::startPlaying()
@@ -246,21 +186,17 @@ void RenderWorker::startPlaying()
         return;
     const Busy busy(*this, options_.frameTimeout);
     if (!Player::prepareSound(options_.sound) && options_.sound)
-        call(callbacks_.problem,
-             EngineProblem{
-                 EngineProblem::Kind::SoundUnavailable, "There is no sound device; playing without sound.", {}, {}});
+        callbacks_.problem(
+            {EngineProblem::Kind::SoundUnavailable, "There is no sound device; playing without sound.", {}, {}});
     const FrameSize size = fitFrame(graph_->profile(), size_.maxWidth, size_.maxHeight);
-    auto player = std::make_unique<Player>(graph_->profile(), graph_->producer(), size, [this](Player::Shown shown) {
-        post([&](Mail& mail) { mail.shown = std::move(shown); });
-    });
+    auto player = std::make_unique<Player>(
+        graph_->profile(), graph_->producer(), size, Player::Surroundings{marks_, options_.frameTimeout, memory_},
+        [this](Player::Shown shown) { post([&](Mail& mail) { mail.shown = std::move(shown); }); });
     const int last = graph_->length() - 1;
-    if (!player->start(frame_ >= last ? 0 : frame_.load()))
-        return call(callbacks_.playing, false);
-    {
-        const std::lock_guard lock(playerMutex_);
-        player_ = std::move(player);
-    }
-    call(callbacks_.playing, true);
+    if (!player->start(frame_ >= last ? 0 : frame_))
+        return callbacks_.playing(false);
+    player_ = std::move(player);
+    callbacks_.playing(true);
 }
 
 void RenderWorker::stopPlaying()
@@ -269,27 +205,28 @@ void RenderWorker::stopPlaying()
         return;
     {
         const Busy busy(*this, options_.frameTimeout);
-        std::unique_ptr<Player> player;
-        {
-            const std::lock_guard lock(playerMutex_);
-            player = std::move(player_);
-        }
-        player.reset();
+        player_.reset();
     }
-    call(callbacks_.playing, false);
+    callbacks_.playing(false);
 }
 
 void RenderWorker::handleShown(const Player::Shown& shown)
 {
-    frame_ = shown.frame;
-    call(callbacks_.position, shown.frame);
+    setFrame(shown.frame);
+    callbacks_.position(shown.frame);
     if (shown.image) {
         shown.image->frame = shown.frame;
         shown.image->revision = revision_;
-        call(callbacks_.frame, FrameImagePtr(shown.image));
+        callbacks_.frame(shown.image);
     }
     if (shown.atEnd || shown.frame >= graph_->length() - 1)
         stopPlaying();
+}
+
+void RenderWorker::setFrame(int frame)
+{
+    frame_ = frame;
+    marks_.setFrame(frame);
 }
 
 } // namespace workbench

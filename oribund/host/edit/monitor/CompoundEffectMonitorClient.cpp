@@ -6,7 +6,7 @@ namespace oribund
 {
 
 CompoundEffectMonitorClient::CompoundEffectMonitorClient(CompoundEffectMonitor* monitor)
-    : callback_(this)
+    : callback_(this, &CompoundEffectMonitorClient::handleChange)
 {
     setMonitor(monitor);
 }

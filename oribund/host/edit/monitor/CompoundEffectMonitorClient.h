@@ -41,8 +41,7 @@ private:
     int handleChange(const ChangeDescription& change);
 
     CompoundEffectMonitor* monitor_ = nullptr;
-    FixedMethodCallback<CompoundEffectMonitorClient, ChangeDescription, &CompoundEffectMonitorClient::handleChange>
-        callback_;
+    MethodCallback<CompoundEffectMonitorClient, ChangeDescription, int> callback_;
 };
 
 } // namespace oribund

@@ -11,8 +11,6 @@
 #include "oribund/host/effects/keyframes/KeyframeRemoval.h"
 #include "oribund/host/effects/keyframes/KeyframeSpan.h"
 #include "oribund/host/effects/keyframes/KeyframeTrim.h"
-#include "oribund/host/effects/params/ParamText.h"
-#include "oribund/host/services/TextIds.h"
 
 #include <algorithm>
 #include <array>
@@ -25,9 +23,10 @@ namespace
 {
 
 /** "Remove keyframe", "Remove 3 keyframes". */
-UIString titleOf(int step, int count)
+UIString titleOf(const wchar_t* verb, int count)
 {
-    return UIString(step).withPlaceholder(L"WHAT", keyframesText(count));
+    const WString what = count == 1 ? WString(L"keyframe") : reinterpretValType<WString>(count) + L" keyframes";
+    return UIString(L"$VERB$ $WHAT$").withPlaceholder(L"VERB", verb).withPlaceholder(L"WHAT", what);
 }
 
 } // namespace
@@ -85,7 +84,7 @@ bool CompoundEffectKeyframes::addKeyframesAt(const IdStamp& track, const IdStamp
     if (lacking.empty())
         return false;
     const Editing editing(*this);
-    const EditModifier modifier(vob_->getEdit(), UIString(TextIds::kAddKeyframesStep));
+    const EditModifier modifier(vob_->getEdit(), L"Add keyframes");
     for (const auto& param : lacking)
         param->graph()->subdivide(time.normalised);
     return true;
@@ -119,7 +118,7 @@ bool CompoundEffectKeyframes::remove(const KeyframeRemoval& removal)
     if (removal.count() == 0 || !canEdit())
         return false;
     const Editing editing(*this);
-    const EditModifier modifier(vob_->getEdit(), titleOf(TextIds::kRemoveStep, removal.count()));
+    const EditModifier modifier(vob_->getEdit(), titleOf(L"Remove", removal.count()));
     removal.apply();
     return true;
 }
@@ -213,7 +212,7 @@ int CompoundEffectKeyframes::pasteKeyframes(const IdStamp& track, const Keyframe
     if (count == 0)
         return 0;
     const Editing editing(*this);
-    const EditModifier modifier(vob_->getEdit(), titleOf(TextIds::kPasteStep, count));
+    const EditModifier modifier(vob_->getEdit(), titleOf(L"Paste", count));
     KeyframeSelection pasted;
     paste.apply(pasted);
     selection_->set(std::move(pasted));

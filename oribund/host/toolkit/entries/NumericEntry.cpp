@@ -1,8 +1,6 @@
 #include "oribund/host/toolkit/entries/NumericEntry.h"
 
 #include "oribund/host/base/Numeric.h"
-#include "oribund/host/services/TextIds.h"
-#include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/EventRouter.h"
 #include "oribund/host/toolkit/core/GlobChange.h"
@@ -17,25 +15,7 @@ namespace oribund
 namespace
 {
 
-WString textOfProblem(NumberExpression::Problem problem)
-{
-    using Problem = NumberExpression::Problem;
-    switch (problem) {
-    case Problem::None:
-        return {};
-    case Problem::NoNumber:
-        return displayText(TextIds::kNoNumber);
-    case Problem::DivisionByZero:
-        return displayText(TextIds::kDivisionByZero);
-    case Problem::MissingParenthesis:
-        return displayText(TextIds::kMissingParenthesis);
-    case Problem::TooLarge:
-        return displayText(TextIds::kNumberTooLarge);
-    case Problem::TooLong:
-        return displayText(TextIds::kTextTooLong);
-    }
-    return {};
-}
+constexpr const wchar_t* kRefused = L"This value is not possible now";
 
 } // namespace
 
@@ -106,7 +86,7 @@ NumberExpression::Result NumericEntry::evaluate(const WString& text) const
 
 WString NumericEntry::problemWith(const WString& text) const
 {
-    return textOfProblem(evaluate(text).problem);
+    return evaluate(text).problem;
 }
 
 bool NumericEntry::handleCommit(const WString& text)
@@ -125,7 +105,7 @@ bool NumericEntry::request(double value)
         return true;
     const bool accepted = ValTextBox::handleCommit(wanted);
     if (self && !accepted)
-        setProblem(displayText(TextIds::kValueRefused));
+        setProblem(kRefused);
     return accepted;
 }
 
@@ -155,7 +135,7 @@ void NumericEntry::handleStep(double steps)
     if (from.value)
         request(decimalSum(*from.value, steps * step_));
     else
-        setProblem(textOfProblem(from.problem));
+        setProblem(from.problem);
 }
 
 void NumericEntry::describe(AccessibleDescription& description) const
@@ -276,10 +256,10 @@ void NumericEntry::finishScrub(bool cancelled)
 
 bool NumericEntry::handleMouseEvent(const Event& event)
 {
-    if (drag_ && drag_->handle(event))
+    if (drag_.handle(event))
         return true;
     if (event.isPress(MouseButton::Left) && ownsPress()) {
-        drag_ = std::make_unique<ScrubDrag>(*this, event.canvasPosition.x);
+        drag_.begin(*this, event.canvasPosition.x);
         return true;
     }
     return ValTextBox::handleMouseEvent(event);
@@ -293,15 +273,15 @@ bool NumericEntry::isDone(const Event& event) const
 bool NumericEntry::usesKey(const Event& press) const
 {
     // The keys of a drag are commands: what is dragged is not typed in.
-    if (drag_ && drag_->isOpen())
-        return drag_->usesKey(press);
+    if (drag_.isOpen())
+        return drag_.usesKey(press);
     return ValTextBox::usesKey(press) || isDone(press);
 }
 
 bool NumericEntry::handleKeyEvent(const Event& event)
 {
-    if (drag_ && drag_->isOpen())
-        return drag_->handle(event);
+    if (drag_.isOpen())
+        return drag_.handle(event);
     const GlobRef<NumericEntry> self(this);
     const bool done = isDone(event);
     const bool taken = ValTextBox::handleKeyEvent(event);

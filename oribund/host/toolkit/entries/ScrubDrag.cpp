@@ -19,11 +19,12 @@ constexpr int kPixelsPerStep = 2;
 
 } // namespace
 
-ScrubDrag::ScrubDrag(NumericEntry& entry, int x)
-    : entry_(&entry)
-    , from_(x)
-    , at_(x)
+void ScrubDrag::begin(NumericEntry& entry, int x)
 {
+    entry_ = GlobRef<NumericEntry>(&entry);
+    moving_ = false;
+    from_ = at_ = x;
+    before_ = 0.0;
 }
 
 double ScrubDrag::stepsAt(int x) const

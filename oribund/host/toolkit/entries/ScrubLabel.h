@@ -4,8 +4,6 @@
 #include "oribund/host/toolkit/entries/ScrubDrag.h"
 #include "oribund/host/toolkit/widgets/Label.h"
 
-#include <memory>
-
 namespace oribund
 {
 
@@ -33,7 +31,7 @@ protected:
 
 private:
     GlobRef<NumericEntry> entry_;
-    std::unique_ptr<ScrubDrag> drag_; ///< of the last press
+    ScrubDrag drag_;
 };
 
 } // namespace oribund

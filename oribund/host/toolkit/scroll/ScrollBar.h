@@ -8,9 +8,6 @@
 namespace oribund
 {
 
-template <class Widget>
-class KeyTable;
-
 class ScrollBar;
 
 /** What the user does with a scroll bar. */
@@ -79,7 +76,6 @@ protected:
     bool handleKeyEvent(const Event& event) override;
 
 private:
-    static const KeyTable<ScrollBar>& keys();
     bool go(double position, ScrollBarEvent::Kind kind);
     void press(const Event& event);
     void drag(int y);

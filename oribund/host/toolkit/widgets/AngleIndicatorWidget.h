@@ -11,9 +11,6 @@
 namespace oribund
 {
 
-template <class Widget>
-class KeyTable;
-
 extern template class SeriesControl<double, StandardPanel>;
 
 /**
@@ -76,7 +73,6 @@ protected:
     bool handleKeyEvent(const Event& event) override;
 
 private:
-    static const KeyTable<AngleIndicatorWidget>& keys();
     XY<double> centre() const;
     double radius() const;
 

@@ -6,7 +6,7 @@ namespace oribund
 {
 
 ValButton::ValButton(const InitArgs& args)
-    : ValControl(args)
+    : Button(args)
     , value_(toUTF8(getText()))
 {
 }
@@ -61,9 +61,8 @@ void ValButton::setWidgetValue(const String& value, eRedrawFlag flag)
 {
     if (value == value_)
         return;
-    const Look* const look = findLook(value);
-    value_ = look ? look->value : value; // the same text, and shared
-    if (look)
+    value_ = value;
+    if (const Look* look = findLook(value))
         showLook(*look, flag);
     else
         showText(toWide(value), flag);
@@ -72,6 +71,16 @@ void ValButton::setWidgetValue(const String& value, eRedrawFlag flag)
 String ValButton::getWidgetValue() const
 {
     return value_;
+}
+
+void ValButton::setWidgetEnabled(bool enabled)
+{
+    setEnabled(enabled);
+}
+
+bool ValButton::isWidgetEnabled() const
+{
+    return isEnabled();
 }
 
 void ValButton::handleClick()

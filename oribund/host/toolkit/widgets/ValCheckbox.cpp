@@ -4,7 +4,7 @@ namespace oribund
 {
 
 ValCheckbox::ValCheckbox(const InitArgs& args)
-    : ValControl(args)
+    : Checkbox(args)
 {
 }
 
@@ -18,6 +18,16 @@ void ValCheckbox::setWidgetValue(const bool& value, eRedrawFlag flag)
 bool ValCheckbox::getWidgetValue() const
 {
     return isChecked();
+}
+
+void ValCheckbox::setWidgetEnabled(bool enabled)
+{
+    setEnabled(enabled);
+}
+
+bool ValCheckbox::isWidgetEnabled() const
+{
+    return isEnabled();
 }
 
 void ValCheckbox::handleToggle()

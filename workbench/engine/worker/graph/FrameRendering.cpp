@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace workbench
 {
@@ -47,24 +48,32 @@ FrameSize fitFrame(Mlt::Profile& profile, int maxWidth, int maxHeight)
     return largest;
 }
 
-std::shared_ptr<FrameImage> copyImage(Mlt::Frame& frame, int width, int height)
+std::shared_ptr<std::uint8_t[]> ownMemory(int width, int height)
+{
+    return std::make_shared_for_overwrite<std::uint8_t[]>(byteCount(width, height));
+}
+
+std::shared_ptr<FrameImage> copyImage(Mlt::Frame& frame, int width, int height, const PictureMemory& memory)
 {
     mlt_image_format format = mlt_image_rgba;
     const uint8_t* source = frame.get_image(format, width, height);
     if (!source || format != mlt_image_rgba || width <= 0 || height <= 0)
         return nullptr;
+    std::shared_ptr<std::uint8_t[]> bytes = memory(width, height);
+    if (!bytes)
+        return nullptr;
+    const std::size_t size = byteCount(width, height);
+    std::copy_n(source, size, bytes.get());
     auto image = std::make_shared<FrameImage>();
     image->width = width;
     image->height = height;
-    const std::size_t size = byteCount(width, height);
-    const std::shared_ptr<std::uint8_t[]> bytes(new std::uint8_t[size]); // make_shared would fill it first
-    std::copy_n(source, size, bytes.get());
-    image->rgba = PixelBytes(bytes, size);
+    image->rgba = PixelBytes(std::move(bytes), size);
     image->frame = frame.get_position();
     return image;
 }
 
-std::shared_ptr<FrameImage> renderFrame(Mlt::Producer& producer, int position, FrameSize size)
+std::shared_ptr<FrameImage> renderFrame(Mlt::Producer& producer, int position, FrameSize size,
+                                        const PictureMemory& memory)
 {
     producer.set_speed(0.0);
     producer.seek(position);
@@ -73,7 +82,7 @@ std::shared_ptr<FrameImage> renderFrame(Mlt::Producer& producer, int position, F
         return nullptr;
     frame->set("consumer.rescale", "bilinear");
     frame->set("consumer.progressive", 1);
-    std::shared_ptr<FrameImage> image = copyImage(*frame, size.width, size.height);
+    std::shared_ptr<FrameImage> image = copyImage(*frame, size.width, size.height, memory);
     if (image)
         image->frame = position;
     return image;

@@ -1,5 +1,6 @@
 #include "workbench/engine/worker/graph/MltGraph.h"
 
+#include "workbench/engine/protocol/TraceMarks.h"
 #include "workbench/engine/worker/graph/EndHold.h"
 #include "workbench/engine/worker/graph/FilterTrace.h"
 #include "workbench/engine/worker/graph/MltSession.h"
@@ -49,6 +50,30 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view kFfmpegEffect = "avfilter.";
 constexpr const char* kStandInColour = "color:#ff400810";
+
+/** An effect is at work while it is made and set up, too. */
+class AtWork
+{
+public:
+    AtWork(TraceMarks* marks, const std::string& effect)
+        : marks_(marks)
+    {
+        if (marks_)
+            marks_->enter(effectMark(effect));
+    }
+
+    ~AtWork()
+    {
+        if (marks_)
+            marks_->leave();
+    }
+
+    AtWork(const AtWork&) = delete;
+    AtWork& operator=(const AtWork&) = delete;
+
+private:
+    TraceMarks* marks_;
+};
 
 void setProperties(Mlt::Properties& target, const ProjectedProperties& properties)
 {
@@ -109,6 +134,7 @@ std::unique_ptr<MltGraph> MltGraph::build(std::shared_ptr<MltSession> session, c
 MltGraph::MltGraph(std::shared_ptr<MltSession> session, const Admission& admission, Options& options)
     : session_(std::move(session))
     , allowed_(session_->allowList())
+    , marks_(options.marks)
     , projectedProfile_(admission.projection.profile)
     , length_(admission.projection.length)
 {
@@ -219,17 +245,18 @@ void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Opti
         if (!options.bypassed.contains(filter.id))
             filters.push_back(&filter);
     const auto mark = [&](std::size_t done) {
-        if (!options.trace || filters.empty())
+        if (!options.marks || filters.empty())
             return;
         const std::string below = done > 0 ? filters[done - 1]->id : std::string();
         const std::string next = done < filters.size() ? filters[done]->id : std::string();
-        if (auto marker = options.trace->attachMarker(*clip.producer, below, next))
+        if (auto marker = attachMarker(*clip.producer, *options.marks, below, next))
             clip.attached.push_back(std::move(marker));
     };
 
     mark(0);
     for (std::size_t i = 0; i < filters.size(); ++i) {
         const ProjectedFilter& source = *filters[i];
+        const AtWork atWork(options.marks, source.id);
         auto filter = std::make_unique<Mlt::Filter>(*profile_, source.service.c_str());
         if (filter->is_valid()) {
             forgetFault(*filter);
@@ -329,6 +356,7 @@ bool MltGraph::apply(const PropertyUpdate& update)
     if (found == byId_.end() ||
         !allowed_->allowsProperty(found->second.use, found->second.name, update.property, update.value))
         return false;
+    const AtWork atWork(marks_, update.service);
     if (isBroken(found->second))
         makeAnew(found->second);
     // Not under the service's lock: it is not recursive, and some effects take it when a property changes.

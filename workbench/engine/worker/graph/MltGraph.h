@@ -22,8 +22,8 @@ namespace workbench
 
 struct Admission;
 class AllowList;
-class FilterTrace;
 class MltSession;
+class TraceMarks;
 
 /**
  * The services that render one projection of an edit. Used by one thread at a time; players and exporters that read
@@ -34,7 +34,7 @@ class MltGraph
 public:
     struct Options {
         std::set<std::string> bypassed;   ///< ids of effects that are left out
-        FilterTrace* trace = nullptr;     ///< when given, notes which effect is at work
+        TraceMarks* marks = nullptr;      ///< when given, tells which effect is at work; outlives the graph
         std::unique_ptr<MltGraph> former; ///< media that it has open and that are still wanted are taken over
     };
 
@@ -86,6 +86,7 @@ private:
 
     std::shared_ptr<MltSession> session_;
     std::shared_ptr<const AllowList> allowed_;
+    TraceMarks* marks_;
     ProjectedProfile projectedProfile_;
     std::shared_ptr<Mlt::Profile> profile_;
     std::map<std::string, std::unique_ptr<Clip>> clips_;

@@ -6,7 +6,6 @@
 
 #include <mlt++/Mlt.h>
 
-#include <atomic>
 #include <clocale>
 #include <cstdlib>
 #include <mutex>
@@ -19,7 +18,6 @@ namespace
 {
 
 std::mutex factoryMutex;
-std::atomic<bool> threadAbandoned{false};
 
 // These two modules link another major version of the toolkit that the skin uses; both in one process is a crash.
 constexpr const char* kDeniedModules = "libmltqt:libmltglaxnimate";
@@ -70,16 +68,6 @@ void MltSession::setAllowList(std::shared_ptr<const AllowList> allowList)
 void MltSession::useNumericLocale()
 {
     std::setlocale(LC_NUMERIC, "C");
-}
-
-void MltSession::noteAbandonedThread()
-{
-    threadAbandoned = true;
-}
-
-bool MltSession::hasAbandonedThread()
-{
-    return threadAbandoned;
 }
 
 } // namespace workbench

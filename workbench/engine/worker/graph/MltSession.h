@@ -47,13 +47,6 @@ public:
      */
     static void useNumericLocale();
 
-    /** Notes that a thread was left behind inside the framework. */
-    static void noteAbandonedThread();
-
-    /** True when a thread is stuck in the framework: the program then leaves with std::_Exit, not by returning from
-     * main(). */
-    static bool hasAbandonedThread();
-
 private:
     explicit MltSession(Mlt::Repository* repository);
 

@@ -1,4 +1,4 @@
-#include "skin/theme/Glyphs.h"
+#include "skin/Glyphs.h"
 
 #include <QGuiApplication>
 #include <QIconEngine>

@@ -1,4 +1,4 @@
-#include "oribund/host/base/text/NumberExpression.h"
+#include "oribund/host/base/NumberExpression.h"
 
 #include "oribund/host/base/LightweightString.h"
 
@@ -14,7 +14,11 @@ namespace oribund
 namespace
 {
 
-using Problem = NumberExpression::Problem;
+constexpr const wchar_t* kNoNumber = L"Failed to parse string";
+constexpr const wchar_t* kDivisionByZero = L"Division by zero";
+constexpr const wchar_t* kMissingParenthesis = L"A parenthesis is missing";
+constexpr const wchar_t* kTooLarge = L"The number is too large";
+constexpr const wchar_t* kTooLong = L"The text is too long";
 
 constexpr wchar_t kEnd = 0;
 
@@ -80,10 +84,10 @@ public:
         const double value = sum();
         next();
         if (!rest_.empty())
-            fail(rest_.front() == L')' ? Problem::MissingParenthesis : Problem::NoNumber);
-        if (hasFailed())
+            fail(rest_.front() == L')' ? kMissingParenthesis : kNoNumber);
+        if (problem_)
             return {std::nullopt, problem_};
-        return {value};
+        return {value, L""};
     }
 
 private:
@@ -105,7 +109,7 @@ private:
             rest_.remove_prefix(1);
             const double right = factor(true);
             if (c == L'/' && right == 0.0)
-                return fail(Problem::DivisionByZero);
+                return fail(kDivisionByZero);
             value = checked(c == L'*' ? value * right : value / right);
         }
         return value;
@@ -129,7 +133,7 @@ private:
     double inParentheses()
     {
         const double value = sum();
-        return take(L')') ? value : fail(next() == kEnd ? Problem::MissingParenthesis : Problem::NoNumber);
+        return take(L')') ? value : fail(next() == kEnd ? kMissingParenthesis : kNoNumber);
     }
 
     double number()
@@ -140,11 +144,11 @@ private:
         const char* const first = end;
         const int whole = takeDigits(end);
         if (whole + takeFraction(end) == 0)
-            return fail(Problem::NoNumber);
+            return fail(kNoNumber);
         const bool isSmall = takeExponent(end);
         double value = 0.0;
         if (std::from_chars(first, end, value).ec == std::errc::result_out_of_range)
-            return isSmall ? 0.0 : fail(Problem::TooLarge);
+            return isSmall ? 0.0 : fail(kTooLarge);
         return checked(value);
     }
 
@@ -193,7 +197,7 @@ private:
     {
         while (!rest_.empty() && isBlank(rest_.front()))
             rest_.remove_prefix(1);
-        return rest_.empty() || hasFailed() ? kEnd : plainForm(rest_.front());
+        return rest_.empty() || problem_ ? kEnd : plainForm(rest_.front());
     }
 
     bool take(wchar_t wanted)
@@ -211,13 +215,11 @@ private:
             rest_.remove_prefix(unit_.size());
     }
 
-    double checked(double value) { return std::isfinite(value) ? value : fail(Problem::TooLarge); }
+    double checked(double value) { return std::isfinite(value) ? value : fail(kTooLarge); }
 
-    bool hasFailed() const { return problem_ != Problem::None; }
-
-    double fail(Problem problem)
+    double fail(const wchar_t* problem)
     {
-        if (!hasFailed())
+        if (!problem_)
             problem_ = problem;
         return 0.0;
     }
@@ -225,7 +227,7 @@ private:
     std::wstring_view rest_;
     std::wstring_view unit_;
     double hundredPercent_;
-    Problem problem_ = Problem::None;
+    const wchar_t* problem_ = nullptr;
 };
 
 } // namespace
@@ -233,7 +235,7 @@ private:
 NumberExpression::Result NumberExpression::evaluate(std::wstring_view text, const Rules& rules)
 {
     if (text.size() > kMaxLength)
-        return {std::nullopt, Problem::TooLong};
+        return {std::nullopt, kTooLong};
     return Evaluation(text, rules).run();
 }
 

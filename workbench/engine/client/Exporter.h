@@ -10,7 +10,7 @@
 namespace workbench
 {
 
-class MltSession;
+class EngineHost;
 
 /** Called on the exporter's thread. */
 struct ExportCallbacks {
@@ -19,14 +19,15 @@ struct ExportCallbacks {
 };
 
 /**
- * Renders a range of an edit into a file, on a thread and a graph of its own, beside whatever the engine plays.
+ * Has a range of an edit rendered into a file, by a worker of its own, beside whatever the engine plays.
  *
- * It writes straight into the file, and leaves what a cancelled or failed export has written to whoever gave the path.
+ * The worker writes straight into the file, and what a cancelled or failed export has written is left to whoever gave
+ * the path.
  */
 class Exporter
 {
 public:
-    explicit Exporter(std::shared_ptr<MltSession> session);
+    explicit Exporter(std::shared_ptr<EngineHost> host);
 
     /** Cancels. */
     ~Exporter();
@@ -47,7 +48,7 @@ public:
 private:
     struct Job;
 
-    std::shared_ptr<MltSession> session_;
+    std::shared_ptr<EngineHost> host_;
     std::shared_ptr<Job> job_;
     std::thread thread_;
 };

@@ -1,7 +1,7 @@
-#include "workbench/engine/worker/Exporter.h"
+#include "workbench/engine/worker/ExportJob.h"
 
+#include "workbench/engine/protocol/TraceMarks.h"
 #include "workbench/engine/worker/ExportPreset.h"
-#include "workbench/engine/worker/graph/FilterTrace.h"
 #include "workbench/engine/worker/graph/MltGraph.h"
 #include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/model/projection/ProjectionQueries.h"
@@ -9,8 +9,11 @@
 #include <mlt++/Mlt.h>
 
 #include <algorithm>
+#include <atomic>
+#include <chrono>
 #include <filesystem>
-#include <future>
+#include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -73,19 +76,25 @@ std::string makeEven(ProjectedProfile& profile)
                            : "The film is " + after + " instead of " + before + ": its sides must be even.";
 }
 
-/** What encodes. On the heap as a whole, because all of it is left behind when an effect never comes back. */
+/** What encodes. */
 struct Encoding {
-    FilterTrace trace;
+    explicit Encoding(TraceMarks& told)
+        : marks(told)
+    {
+    }
+
+    TraceMarks& marks;
     Signals signals;
     std::unique_ptr<MltGraph> graph;
     std::unique_ptr<Mlt::Producer> range;
     std::unique_ptr<Mlt::Consumer> consumer;
     std::unique_ptr<Mlt::Event> written;
     std::unique_ptr<Mlt::Event> failed;
+    int from = 0;
     int total = 0;
     int restarts = 0;
 
-    bool start(const ExportPreset& preset, const std::string& path, int from, int to);
+    bool start(const ExportPreset& preset, const std::string& path, int first, int last);
 
     /**
      * The consumer's thread ends at once when it looks at "running" before start() has set it. True when that seems to
@@ -94,10 +103,11 @@ struct Encoding {
     bool restartIfNeverBegun(std::chrono::steady_clock::duration idle);
 };
 
-bool Encoding::start(const ExportPreset& preset, const std::string& path, int from, int to)
+bool Encoding::start(const ExportPreset& preset, const std::string& path, int first, int last)
 {
-    total = to - from + 1;
-    range.reset(graph->producer().cut(from, to));
+    from = first;
+    total = last - first + 1;
+    range.reset(graph->producer().cut(first, last));
     consumer = std::make_unique<Mlt::Consumer>(graph->profile(), "avformat", path.c_str());
     if (!range || !consumer->is_valid())
         return false;
@@ -119,7 +129,7 @@ bool Encoding::restartIfNeverBegun(std::chrono::steady_clock::duration idle)
     std::error_code ignored;
     const bool begun = signals.frames > 0 || fs::file_size(consumer->get("target"), ignored) > 0;
     const bool tooLate = consumer->is_stopped() || idle > kBeginPatience;
-    if (begun || restarts >= 3 || !tooLate || !trace.current().empty())
+    if (begun || restarts >= 3 || !tooLate || marks.current() != 0)
         return false;
     ++restarts;
     consumer->stop();
@@ -128,51 +138,44 @@ bool Encoding::restartIfNeverBegun(std::chrono::steady_clock::duration idle)
     return consumer->start() == 0;
 }
 
-/** Stopping waits for the frames in work; true when it succeeded within the time. The encoding must not be touched
- * after a false. */
-bool stopWithin(const std::shared_ptr<Encoding>& encoding, std::chrono::milliseconds patience)
+/** Sees it through to its end. */
+ExportResult encode(Encoding& encoding, const ExportSettings& settings,
+                    const std::function<void(int framesDone, int framesTotal)>& progress)
 {
-    auto stopped = std::make_shared<std::promise<void>>();
-    std::future<void> done = stopped->get_future();
-    std::thread stopper([encoding, stopped] {
-        encoding->consumer->stop();
-        stopped->set_value();
-    });
-    if (done.wait_for(patience) == std::future_status::ready) {
-        stopper.join();
-        return true;
+    const Signals& signals = encoding.signals;
+    const int total = encoding.total;
+    int told = -1;
+    bool ended = false;
+    Clock::time_point lastProgress = Clock::now();
+    while (!signals.failed && !ended) {
+        if (const int frames = std::min(total, signals.frames.load()); frames != told) {
+            told = frames;
+            lastProgress = Clock::now();
+            encoding.marks.setFrame(encoding.from + frames);
+            encoding.marks.setDeadline(TraceMarks::Work::Command, lastProgress + settings.stallTimeout);
+            progress(frames, total);
+        }
+        std::this_thread::sleep_for(kPoll);
+        const auto idle = Clock::now() - lastProgress;
+        if (encoding.restartIfNeverBegun(idle))
+            lastProgress = Clock::now();
+        else
+            ended = encoding.consumer->is_stopped() || (told == total && idle > kEndPatience);
     }
-    stopper.detach();
-    MltSession::noteAbandonedThread();
-    return false;
+    encoding.consumer->stop();
+    encoding.marks.setDeadline(TraceMarks::Work::Command, Clock::time_point::max());
+    if (signals.failed || signals.frames < total)
+        return failure("The encoder stopped after " + std::to_string(signals.frames) + " of " + std::to_string(total) +
+                       " frames.");
+    progress(total, total);
+    return {};
 }
 
 } // namespace
 
-/** One export, on its thread. */
-struct Exporter::Job {
-    std::shared_ptr<MltSession> session;
-    Projection projection;
-    ExportSettings settings;
-    ExportCallbacks callbacks;
-    std::atomic<bool> cancelled{false};
-    std::atomic<bool> hasEnded{false};
-
-    void run();
-    ExportResult perform();
-    ExportResult encode(const std::shared_ptr<Encoding>& encoding);
-    std::string describeStall(const FilterTrace& trace) const;
-};
-
-void Exporter::Job::run()
-{
-    const ExportResult result = perform();
-    if (callbacks.finished)
-        callbacks.finished(result);
-    hasEnded = true;
-}
-
-ExportResult Exporter::Job::perform()
+ExportResult runExport(const std::shared_ptr<MltSession>& session, Projection projection,
+                       const ExportSettings& settings, TraceMarks& marks,
+                       const std::function<void(int framesDone, int framesTotal)>& progress)
 {
     const std::vector<ExportPreset> presets = exportPresets(*session);
     const ExportPreset* preset = findExportPreset(presets, settings.path);
@@ -182,115 +185,29 @@ ExportResult Exporter::Job::perform()
     if (std::string reason = refuseSize(*preset, projection.profile); !reason.empty())
         return failure(std::move(reason));
     std::string note = preset->video ? makeEven(projection.profile) : std::string();
-    const auto encoding = std::make_shared<Encoding>();
+    marks.setDeadline(TraceMarks::Work::Command, Clock::now() + settings.stallTimeout);
+    Encoding encoding(marks);
     MltGraph::Options options;
-    options.trace = &encoding->trace;
-    encoding->graph = MltGraph::build(session, projection, std::move(options));
-    for (const EngineProblem& problem : encoding->graph->problems())
+    options.marks = &marks;
+    encoding.graph = MltGraph::build(session, projection, std::move(options));
+    for (const EngineProblem& problem : encoding.graph->problems())
         if (problem.kind == EngineProblem::Kind::MediaMissing)
             return failure(problem.message);
         else
             note += (note.empty() ? "" : "\n") + problem.message;
 
-    const int last = std::max(0, encoding->graph->length() - 1);
+    const int last = std::max(0, encoding.graph->length() - 1);
     const int from = std::clamp(settings.from, 0, last);
     const int to = settings.to < 0 ? last : std::clamp(settings.to, from, last);
-    if (!encoding->start(*preset, settings.path, from, to))
+    if (!encoding.start(*preset, settings.path, from, to))
         return failure("The encoder cannot be started.");
-    ExportResult result = encode(encoding);
+    ExportResult result = encode(encoding, settings, progress);
     std::error_code unknown;
     if (result.outcome == ExportResult::Outcome::Done && (fs::file_size(settings.path, unknown) == 0 || unknown))
         return failure("Nothing was written; is the disk full?");
     if (result.outcome == ExportResult::Outcome::Done)
         result.message = std::move(note);
     return result;
-}
-
-ExportResult Exporter::Job::encode(const std::shared_ptr<Encoding>& encoding)
-{
-    const Signals& signals = encoding->signals;
-    const int total = encoding->total;
-    int told = -1;
-    bool stalled = false;
-    bool ended = false;
-    Clock::time_point lastProgress = Clock::now();
-    while (!cancelled && !signals.failed && !stalled && !ended) {
-        std::this_thread::sleep_for(kPoll);
-        if (const int frames = std::min(total, signals.frames.load()); frames != told) {
-            told = frames;
-            lastProgress = Clock::now();
-            if (callbacks.progress)
-                callbacks.progress(frames, total);
-        }
-        const auto idle = Clock::now() - lastProgress;
-        if (encoding->restartIfNeverBegun(idle)) {
-            lastProgress = Clock::now();
-            continue;
-        }
-        ended = encoding->consumer->is_stopped() || (told == total && idle > kEndPatience);
-        stalled = !ended && idle > settings.stallTimeout;
-    }
-    const std::string stall = stalled ? describeStall(encoding->trace) : std::string();
-    stopWithin(encoding, stalled ? std::chrono::milliseconds(100) : settings.stallTimeout);
-    if (stalled)
-        return failure(stall);
-    if (cancelled)
-        return {ExportResult::Outcome::Cancelled, "The export was cancelled."};
-    if (signals.failed || signals.frames < total)
-        return failure("The encoder stopped after " + std::to_string(signals.frames) + " of " + std::to_string(total) +
-                       " frames.");
-    if (callbacks.progress)
-        callbacks.progress(total, total);
-    return {};
-}
-
-std::string Exporter::Job::describeStall(const FilterTrace& trace) const
-{
-    const ProjectedFilter* effect = findEffect(projection, trace.current());
-    return effect ? "The effect " + inQuotes(effect->service) + " does not come back."
-                  : "No frame came for a long time.";
-}
-
-Exporter::Exporter(std::shared_ptr<MltSession> session)
-    : session_(std::move(session))
-{
-}
-
-Exporter::~Exporter()
-{
-    cancel();
-    wait();
-}
-
-bool Exporter::start(Projection projection, ExportSettings settings, ExportCallbacks callbacks)
-{
-    if (running())
-        return false;
-    wait();
-    job_ = std::make_shared<Job>();
-    job_->session = session_;
-    job_->projection = std::move(projection);
-    job_->settings = std::move(settings);
-    job_->callbacks = std::move(callbacks);
-    thread_ = std::thread([job = job_] { job->run(); });
-    return true;
-}
-
-void Exporter::cancel()
-{
-    if (job_)
-        job_->cancelled = true;
-}
-
-bool Exporter::running() const
-{
-    return job_ && !job_->hasEnded;
-}
-
-void Exporter::wait()
-{
-    if (thread_.joinable())
-        thread_.join();
 }
 
 } // namespace workbench

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "workbench/model/projection/Projection.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace workbench
+{
+
+/**
+ * The effects that ended a worker or held it up, and are left out of the picture for that. One is tried again when it
+ * is set differently or when somebody asks for it; after its third time, only when somebody asks.
+ */
+class BypassedEffects
+{
+public:
+    static constexpr int kTrials = 3;
+
+    void add(const ProjectedFilter& effect);
+
+    /** Those that are to be left out of this edit. What was set differently since is none of them any more. */
+    std::vector<std::string> in(const Projection& edit);
+
+    /** An effect gets new settings. True when it was left out and is to be tried again. */
+    bool retryAfterChange(const std::string& effect);
+
+    /** Somebody asks for an effect, or for all of them where `effect` is empty. */
+    void forgive(std::string_view effect);
+
+    /** Whether only somebody's asking brings it back. */
+    bool isOff(const std::string& effect) const;
+
+private:
+    struct Record {
+        ProjectedFilter last; ///< as it was when it failed
+        int failures = 0;
+        bool bypassed = false;
+    };
+
+    std::map<std::string, Record> records_;
+};
+
+} // namespace workbench
