@@ -1,6 +1,6 @@
 #pragma once
 
-#include "skin/GlobFollower.h"
+#include "skin/access/GlobFollower.h"
 
 #include "oribund/host/toolkit/core/GlobRef.h"
 #include "oribund/host/toolkit/widgets/ColourSwatch.h"

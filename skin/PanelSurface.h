@@ -1,7 +1,7 @@
 #pragma once
 
-#include "skin/AccessibleGlobs.h"
 #include "skin/Export.h"
+#include "skin/access/AccessibleGlobs.h"
 
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/toolkit/core/GlobRef.h"

@@ -1,7 +1,7 @@
 #include "skin/QPainterRenderer.h"
 
-#include "skin/Glyphs.h"
 #include "skin/QtConversions.h"
+#include "skin/theme/Glyphs.h"
 
 #include "oribund/host/canvas/Image.h"
 

@@ -1,6 +1,6 @@
 #include "skin/SkinApplication.h"
 
-#include "skin/DarkTheme.h"
+#include "skin/theme/DarkTheme.h"
 
 #include <clocale>
 

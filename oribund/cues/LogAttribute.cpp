@@ -2,7 +2,7 @@
 
 #include "oribund/cues/CueColours.h"
 #include "oribund/cues/CueSearch.h"
-#include "oribund/host/base/ColourText.h"
+#include "oribund/host/base/text/ColourText.h"
 #include "oribund/host/edit/Cue.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/services/TextTable.h"

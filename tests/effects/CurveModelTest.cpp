@@ -37,21 +37,6 @@ struct Model {
         keys.insert(at, keyframe);
         return static_cast<int>(index);
     }
-
-    double evaluateStraight(double time) const
-    {
-        if (keys.empty())
-            return 0.0;
-        if (time <= keys.front().time)
-            return keys.front().value;
-        for (std::size_t i = 1; i < keys.size(); ++i) {
-            const Keyframe& a = keys[i - 1];
-            const Keyframe& b = keys[i];
-            if (time < b.time)
-                return a.value + (b.value - a.value) * (time - a.time) / (b.time - a.time);
-        }
-        return keys.back().value;
-    }
 };
 
 void expectSame(const BezierCurve& curve, const Model& model)
@@ -154,22 +139,6 @@ TEST(CurveModel, RandomEditsLeaveWhatASortedListHolds)
                 const double time = random.real(-0.1, 1.1);
                 ASSERT_EQ(curve.evaluate(time), fresh.evaluate(time)) << time;
             }
-        }
-    }
-}
-
-TEST(CurveModel, StraightCurvesAreInterpolatedLinearly)
-{
-    for (const int count : {0, 1, 2, 17, 300, 1000}) {
-        Random random(static_cast<unsigned>(count));
-        Model model;
-        for (const Keyframe& keyframe : random.keyframes(count))
-            model.keys.push_back(key(keyframe.time, keyframe.value));
-        BezierCurve curve;
-        ASSERT_TRUE(fill(curve, model.keys));
-        for (int i = 0; i < 300; ++i) {
-            const double time = random.real(-0.2, 1.2);
-            ASSERT_NEAR(curve.evaluate(time), model.evaluateStraight(time), 1e-12) << count << " at " << time;
         }
     }
 }

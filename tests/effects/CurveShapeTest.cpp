@@ -1,4 +1,3 @@
-#include "oribund/host/effects/curves/MultiGraph.h"
 #include "tests/effects/CurveSupport.h"
 
 #include <gtest/gtest.h>
@@ -108,30 +107,4 @@ TEST(CurveShape, SubdividingChangesNothingThatIsSeen)
         EXPECT_EQ(curve.size(), count + 4);
         ASSERT_LT(largestDifference(before, sampled(curve)), 1e-9) << "round " << round;
     }
-}
-
-TEST(MultiGraph, SubdividesAllChannelsAndKeepsThemInStep)
-{
-    Random random(6);
-    MultiGraph<4> graph;
-    std::vector<std::vector<Keyframe>> channels;
-    for (int i = 0; i < 4; ++i) {
-        Random times(60);
-        channels.push_back(times.keyframes(5));
-        for (Keyframe& keyframe : channels.back())
-            keyframe = random.keyframe(keyframe.time);
-    }
-    ASSERT_TRUE(graph.setKeyframes(channels));
-    std::vector<std::vector<double>> before;
-    for (int i = 0; i < 4; ++i)
-        before.push_back(sampled(graph.curve(i)));
-    ASSERT_EQ(graph.channel(2).subdivide(channels[0][2].time + 0.01), 3) << "asked of one channel, done in all";
-    for (int i = 0; i < 4; ++i) {
-        EXPECT_EQ(graph.curve(i).timeAt(3), channels[0][2].time + 0.01);
-        EXPECT_LT(largestDifference(before[i], sampled(graph.curve(i))), 1e-9);
-    }
-    channels[1][1].time += 0.001;
-    EXPECT_FALSE(graph.setKeyframes(channels)) << "out of step";
-    channels.pop_back();
-    EXPECT_FALSE(graph.setKeyframes(channels));
 }

@@ -96,20 +96,3 @@ TEST(Param, BecomesAnimatedAndConstantAgainWithoutAJump)
     EXPECT_TRUE(param.graph()->removeKeyframe(0));
     EXPECT_NEAR(param.getValue(0.5), 0.5, 1e-12) << "animated without keyframes: the constant";
 }
-
-TEST(Param, ComponentsAreClampedAndAnimatedEachInItsRange)
-{
-    EffectValParam<Vector2d> point(ParamInfo{}, {0.5, 0.5}, {0.0, -1.0}, {1.0, 2.0});
-    EXPECT_TRUE(point.setConstant({3.0, -3.0}));
-    EXPECT_EQ(point.constant(), (Vector2d{1.0, -1.0}));
-    EXPECT_FALSE(point.setConstant({0.5, kNoNumber}));
-    point.setFunctionType(kKeyframed, 0.0);
-    EXPECT_EQ(point.addKeyframeAt(1.0, {0.0, 5.0}), 1);
-    EXPECT_EQ(point.getValue(0.5), (Vector2d{0.5, 0.5}));
-
-    EffectValParam<ColourData> colour(ParamInfo{}, ColourData{{0.1, 0.2, 0.3, 1.0}});
-    colour.setFunctionType(kKeyframed, 0.5);
-    EXPECT_EQ(colour.getValue(0.9), (ColourData{{0.1, 0.2, 0.3, 1.0}}));
-    EffectValParam<Angle> angle(ParamInfo{}, Angle{725.0});
-    EXPECT_EQ(angle.getValue(0.0), Angle{725.0}) << "whole turns are kept";
-}

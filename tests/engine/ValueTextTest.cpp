@@ -3,7 +3,7 @@
 
 #include "oribund/controls/rows/KeyframeCtrlsBase.h"
 #include "oribund/controls/rows/ParamRow.h"
-#include "oribund/host/base/ColourText.h"
+#include "oribund/host/base/text/ColourText.h"
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/edit/monitor/FXViewHandle.h"

@@ -1,8 +1,8 @@
 // Texts from files and keyboards: whatever the bytes, conversions keep their promises.
 #include "oribund/host/base/IdStamp.h"
 #include "oribund/host/base/LightweightString.h"
-#include "oribund/host/base/NumberExpression.h"
 #include "oribund/host/base/Numeric.h"
+#include "oribund/host/base/text/NumberExpression.h"
 
 #include <cmath>
 #include <cstdint>
@@ -50,7 +50,7 @@ void checkExpression(std::string_view bytes)
 {
     const WString text = toWide(bytes);
     const auto result = NumberExpression::evaluate(text.view(), {8.0, L"px"});
-    require(result.value ? std::isfinite(*result.value) : *result.problem != 0);
+    require(result.value ? std::isfinite(*result.value) : result.problem != NumberExpression::Problem::None);
     const auto number = parseDouble(text.view());
     if (number && text.view().find_first_of(L"\r\n") == std::wstring_view::npos && text.size() <= 256)
         require(result.value && std::abs(*result.value - *number) <= 1e-15 * std::abs(*number));

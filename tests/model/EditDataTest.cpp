@@ -78,18 +78,3 @@ TEST(EditData, MediaLengthIsCountedInTheEditsRate)
     same.fpsDenominator = 1001;
     EXPECT_EQ(mediaLength(same, format), 30000);
 }
-
-TEST(EditData, ModelGivesBackWhatItWasMadeOf)
-{
-    const EditData edit = soundEdit();
-    const EditModel model(edit, catalogue());
-    const EditData again = model.snapshot();
-    // The effect comes back with all its parameters: the ones that were not saved have their defaults.
-    EXPECT_EQ(again.tracks[0].segments[1].effects[0].params.size(), 8u);
-    EXPECT_EQ(again.tracks[0].segments[1].effects[0].params[0], edit.tracks[0].segments[1].effects[0].params[0]);
-    EXPECT_EQ(again.tracks[0].segments[0], edit.tracks[0].segments[0]);
-    EXPECT_EQ(again.tracks[0].transitions, edit.tracks[0].transitions);
-    EXPECT_EQ(again.media, edit.media);
-    EXPECT_EQ(again.cues, edit.cues);
-    EXPECT_EQ(EditModel(again, catalogue()).snapshot(), again);
-}

@@ -136,37 +136,6 @@ TEST(Editor, RefusesWhatDoesNotFitAndLeavesEverythingAsItWas)
     EXPECT_EQ(f.undo().size(), steps);
 }
 
-TEST(Editor, MakesNoIdThatAFileCannotHold)
-{
-    EditData full = emptyEdit("full", {});
-    full.tracks[2].id = kHighestId - 10;
-    const EditModelPtr edit = oribund::Kt::makePtr<EditModel>(full, catalogue());
-    Editor editor(*edit);
-    EXPECT_FALSE(editor.addTrack(TrackKind::Video, 0, "V2"));
-    EXPECT_FALSE(editor.addClip({media(), 0, 10, kVideo, kNoObject}, 0));
-    EXPECT_FALSE(editor.addCue({{}, 1.0, L"here", {}, {}, 4}));
-    EXPECT_TRUE(editor.removeTrack(kHighestId - 10)) << "what makes nothing goes on";
-    full.tracks[2].id = kHighestId + 1;
-    EXPECT_NE(findFault(full), "");
-}
-
-TEST(Editor, LinkedSegmentsAreEditedTogether)
-{
-    Filled f;
-    const auto sound = [&](int frame) { return f.timeline().segmentAt(kAudio, frame); };
-    f.editor.moveSegment(f.second, kVideo, 70);
-    EXPECT_EQ(sound(70)->data.start, 70);
-    EXPECT_EQ(sound(60), nullptr);
-    f.editor.trimEnd(f.second, 90);
-    EXPECT_EQ(sound(70)->data.end(), 90);
-    const ObjectId right = f.editor.splitSegment(f.second, 80).object;
-    EXPECT_EQ(sound(80)->data.link, f.segment(right).link);
-    EXPECT_NE(f.segment(right).link, f.segment(f.second).link);
-    f.editor.removeSegment(right);
-    EXPECT_EQ(sound(85), nullptr);
-    EXPECT_NE(sound(75), nullptr);
-}
-
 TEST(Editor, OverwritingTakesAwayExactlyWhatLiesBelow)
 {
     Bench b;

@@ -60,23 +60,6 @@ TEST_F(Gesture, ASeriesEndsWithTheNextThingThatIsNotItsContinuation)
     EXPECT_EQ(level->constant(), 50.0);
 }
 
-TEST_F(Gesture, WhatComesToNothingLeavesNoStepAndKeepsTheRedo)
-{
-    level->setConstant(70);
-    undo().undo();
-    ASSERT_TRUE(undo().canRedo());
-    dragLevel({80, 90, 50});
-    undo().endGesture();
-    EXPECT_TRUE(undo().canRedo());
-    EXPECT_EQ(added(), 1u);
-    undo().redo();
-    EXPECT_EQ(level->constant(), 70.0);
-    {
-        const oribund::EditModifier nothing(edit, L"Nothing");
-    }
-    EXPECT_EQ(added(), 1u);
-}
-
 TEST_F(Gesture, CancellingRestoresWhatWasThere)
 {
     const auto before = edit->snapshot();
@@ -241,6 +224,24 @@ TEST_F(Gesture, MovingManyKeyframesIsOneStepWithWhateverElseIsDoneToThem)
     drag(10, 1, 1 / 512.0, ChangeKind::Continuation);
     graph.addKeyframe(2.0, ChangeKind::Continuation);
     expectOneStep("Move 64 keyframes of Colour");
+}
+
+TEST_F(Gesture, ADragThatOverwritesGivesBackWhatItPassed)
+{
+    const ObjectId other = addPicture(200, 10, 500);
+    const auto before = edit->snapshot();
+    steps = undo().size();
+    editor.moveSegment(clip, kVideo, 120, Collision::Overwrite, ChangeKind::Start);
+    EXPECT_EQ(timeline().findSegment(other), nullptr);
+    EXPECT_FALSE(editor.moveSegment(clip, kVideo, -1, Collision::Overwrite, ChangeKind::Continuation));
+    EXPECT_EQ(segment(clip).start, 120) << "a place that is refused leaves the last good one";
+    EXPECT_EQ(timeline().findSegment(other), nullptr);
+    editor.moveSegment(clip, kVideo, 300, Collision::Overwrite, ChangeKind::Continuation);
+    EXPECT_NE(timeline().findSegment(other), nullptr);
+    undo().endGesture();
+    EXPECT_EQ(added(), 1u);
+    undo().undo();
+    EXPECT_EQ(edit->snapshot(), before);
 }
 
 TEST_F(Gesture, SavedStateIsRecognisedAgain)

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <limits>
-
 using namespace sample;
 using oribund::EffectValParamFnType;
 
@@ -32,32 +30,15 @@ EffectData everythingSet()
 }
 } // namespace
 
-TEST(ModelEffect, GivesBackEverySettingExactly)
+TEST(ModelEffect, GivesBackEverySettingExactlyAndPresentsGroupsAsDescribed)
 {
+    using Kind = oribund::ParamPresentationDetails::Kind;
     const ModelEffect effect(everythingSet(), catalogue().find("tint"));
     EXPECT_EQ(effect.data(), everythingSet());
-    EXPECT_EQ(effect.animatedParams().size(), 3u);
-    EXPECT_FALSE(effect.isEnabled());
-    EXPECT_TRUE(effect.tagTypeId() == "tint");
-    EXPECT_TRUE(effect.getName() == L"Tint");
-}
-
-TEST(ModelEffect, WhatDoesNotFitIsLeftAtItsDefault)
-{
-    EffectData data = everythingSet();
-    data.params = {
-        {"Level", std::string("much"), true, {}},            // no keyframes
-        {"Colour", 1.0, true, {ChannelData{key(0.0, 1.0)}}}, // one channel for four
-        {"Mode", std::string("30"), false, {}},              // no such item
-        {"On", 3.0, true, {ChannelData{key(0.0, 1.0)}}},     // never animated
-        {"Turn", std::numeric_limits<double>::quiet_NaN(), false, {}},
-        {"Whole", 5000.0, false, {}}, // out of range
-    };
-    const ModelEffect effect(data, catalogue().find("tint"));
-    const ModelEffect fresh({40, "tint", false, {}, {}}, catalogue().find("tint"));
-    EffectData expected = fresh.data();
-    expected.params[kWhole].constant = 1000.0;
-    EXPECT_EQ(effect.data(), expected);
+    std::string order;
+    for (const auto& entry : effect.presentation())
+        order += "(p)"[entry.kind == Kind::GroupStart ? 0 : entry.kind == Kind::Parameter ? 1 : 2];
+    EXPECT_EQ(order, "ppppp(pp)p");
 }
 
 TEST(ModelEffect, UnknownEffectsAndParametersAreKeptAsTheyWere)

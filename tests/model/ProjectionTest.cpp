@@ -186,6 +186,17 @@ TEST_F(Projected, WhatCannotBeInterpolatedIsHeldFrameByFrame)
     EXPECT_EQ(property("Centre"), "0=0 0 0 0 1;49=49 24.5 0 0 1");
 }
 
+TEST_F(Projected, AParameterIsUpdatedAsTheWholeWouldBe)
+{
+    setKeys({key(0.0, 20.0), key(0.5, 60.0)});
+    const auto level = param<double>(tint, kLevel);
+    EXPECT_EQ(projectParam(*edit, stampOf(tint), level->id()),
+              (std::vector<PropertyUpdate>{{filterId(tint), "Level", property("Level")}}));
+    EXPECT_EQ(projectParam(*edit, stampOf(tint), paramStamp(kGrey)).size(), 3u);
+    EXPECT_TRUE(projectParam(*edit, stampOf(tint), paramStamp(99)).empty());
+    EXPECT_TRUE(projectParam(*edit, stampOf(clip), level->id()).empty());
+}
+
 TEST_F(Projected, TracksAreFullAndInOrder)
 {
     editor.addTrack(TrackKind::Video, 0, "V2");

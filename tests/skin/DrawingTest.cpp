@@ -1,8 +1,8 @@
-#include "skin/DarkTheme.h"
-#include "skin/Glyphs.h"
 #include "skin/QPainterRenderer.h"
 #include "skin/QtConversions.h"
 #include "skin/QtTextMeasurer.h"
+#include "skin/theme/DarkTheme.h"
+#include "skin/theme/Glyphs.h"
 
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/Image.h"

@@ -40,6 +40,7 @@ public:
                                  {channel(), channel(), channel(), channel()},
                                  static_cast<unsigned>(random_())});
         }
+        edit.original = below(2) ? text() : "";
         return edit;
     }
 
@@ -109,6 +110,8 @@ private:
         effect.params.push_back({"unheard of" + text(), text(), false, {}});
         for (int i = below(3); i > 0; --i)
             effect.rest.emplace_back(text(), text());
+        if (below(3) == 0)
+            effect.first = below(150);
         return effect;
     }
 

@@ -1,4 +1,6 @@
 #include "tests/support/SampleEdit.h"
+#include "workbench/model/EditModel.h"
+#include "workbench/model/projection/Projector.h"
 #include "workbench/store/ProjectFile.h"
 
 #include <gmock/gmock.h>
@@ -145,11 +147,103 @@ TEST(ProjectImport, CountsKeyframesFromWhereTheFilterBeginsAndReadsCommas)
     EXPECT_EQ(keys.at(0).time, 0.0);
     EXPECT_EQ(keys.at(1).time, 0.5);
     EXPECT_EQ(keys.at(1).value, 35.0);
-    EXPECT_THAT(reading.warnings, testing::Not(Contains(HasSubstr("a part of"))));
-    EXPECT_THAT(import(R"(<producer id="p" out="199"><property name="resource">a.mp4</property><filter in="50" out="60">
-        <property name="mlt_service">tint</property></filter></producer>)")
-                    .warnings,
-                Contains(HasSubstr("a part of \"a.mp4\"")));
+    EXPECT_EQ(segment.effects[0].first, 0) << "on all that is shown";
+}
+
+/** A filter on a part of its clip is at work there still, also once the clip was cut shorter. */
+TEST(ProjectImport, KeepsWhereAFilterBeginsAndEnds)
+{
+    const auto reading = import(R"(<producer id="p" out="199"><property name="resource">a.mp4</property>
+        <filter in="50" out="60"><property name="mlt_service">tint</property><property name="Level">0=0;10=1</property>
+        </filter></producer>)");
+    EditData edit = *reading.edit;
+    const auto played = [&edit] { return project(EditModel(edit, catalogue())).clips.back().filters.at(0); };
+    EXPECT_EQ(std::pair(played().in, played().out), std::pair(50, 60));
+    EXPECT_THAT(played().properties, Contains(ProjectedProperty{"Level", "0=0;10=1"}));
+    SegmentData& segment = edit.tracks.at(0).segments.at(0);
+    segment.in = 55;
+    segment.length = 20;
+    EXPECT_EQ(std::pair(played().in, played().out), std::pair(55, 60));
+    segment.in = 100;
+    EXPECT_GT(played().in, 119) << "not at work, and not lost";
+}
+
+/** What `melt -mix` and editors write: cuts that lie over each other stand between what is left of the clips. */
+TEST(ProjectImport, TakesOverlappingCutsAsTransitions)
+{
+    const auto cut = [](const char* tag, const char* clip, int in, int out) {
+        return std::string("<") + tag + " producer=\"" + clip + "\" in=\"" + std::to_string(in) + "\" out=\"" +
+               std::to_string(out) + "\"/>";
+    };
+    const auto mix = [&cut](const char* id, const std::string& first, const std::string& second, const char* mixer) {
+        return std::string("<tractor id=\"") + id + "\" in=\"0\" out=\"9\">" + first + second + "<transition>" + mixer +
+               "</transition></tractor>";
+    };
+    const ProjectReading reading = import(
+        R"(<chain id="a" out="99"><property name="resource">a.mp4</property></chain>
+           <chain id="b" out="99"><property name="resource">b.mp4</property>
+             <link><property name="mlt_service">timeremap</property></link></chain>)" +
+        mix("m1", cut("track", "a", 40, 49), cut("track", "b", 10, 19),
+            R"(<property name="mlt_service">luma</property><property name="resource">/maps/wipe.pgm</property>
+               <property name="softness">0,25</property><property name="invert">1</property>)") +
+        mix("m2", cut("track", "b", 30, 39), cut("track", "a", 0, 9),
+            R"(<property name="mlt_service">affine</property>)") +
+        "<playlist id=\"t\">" + cut("entry", "a", 0, 39) + cut("entry", "m1", 0, 9) + cut("entry", "b", 20, 29) +
+        cut("entry", "m2", 0, 9) + cut("entry", "a", 10, 19) + cut("entry", "a", 20, 29) + "</playlist>");
+    const TrackData& track = reading.edit->tracks.at(0);
+    const auto place = [&track](std::size_t i) {
+        const SegmentData& segment = track.segments.at(i);
+        return std::array{segment.start, segment.in, segment.length};
+    };
+    ASSERT_EQ(track.segments.size(), 4U);
+    EXPECT_EQ(place(0), (std::array{0, 0, 45}));
+    EXPECT_EQ(place(1), (std::array{45, 15, 20}));
+    EXPECT_EQ(place(2), (std::array{65, 5, 15}));
+    EXPECT_EQ(place(3), (std::array{80, 20, 10})) << "a cut without a mix is one";
+    ASSERT_EQ(track.transitions.size(), 2U);
+    const TransitionData& wipe = track.transitions[0];
+    EXPECT_EQ(wipe,
+              (TransitionData{wipe.id, track.segments[0].id, track.segments[1].id, 10, "/maps/wipe.pgm", true, 0.25}));
+    EXPECT_EQ(track.transitions[1].left, track.segments[1].id);
+    EXPECT_EQ(track.transitions[1].wipe, "");
+    EXPECT_EQ(reading.edit->tracks.at(1).transitions.size(), 2U) << "the sound is mixed there, too";
+    EXPECT_THAT(reading.warnings, Contains(HasSubstr("1 changes of speed")));
+    EXPECT_THAT(reading.warnings, Contains(HasSubstr("1 transitions of a kind of their own")));
+}
+
+/** What an editor writes around its timeline: marks, the list of its media, a black track, what lays tracks together.
+ */
+TEST(ProjectImport, LosesNothingOfAnEditorsProject)
+{
+    const std::string file = R"(<mlt LC_NUMERIC="C" producer="main_bin">
+      <profile width="1280" height="720" frame_rate_num="25" frame_rate_den="1"/>
+      <chain id="c0" out="00:00:03.960"><property name="resource">a.mp4</property></chain>
+      <chain id="c1" out="99"><property name="resource">unused.mp4</property></chain>
+      <playlist id="main_bin"><property name="xml_retain">1</property><entry producer="c0"/><entry producer="c1"/></playlist>
+      <producer id="black"><property name="resource">0</property><property name="mlt_service">color</property></producer>
+      <playlist id="background"><entry producer="black" in="0" out="99"/></playlist>
+      <playlist id="p0"><entry producer="c0" in="00:00:00.000" out="00:00:03.960"/>
+        <filter><property name="mlt_service">unheard</property></filter></playlist>
+      <tractor id="t0"><property name="shotcut">1</property>
+        <properties name="shotcut:markers"><properties name="0"><property name="text">Here</property>
+          <property name="start">00:00:02.000</property><property name="color">#ff0000</property></properties></properties>
+        <track producer="background"/><track producer="p0"/>
+        <transition><property name="mlt_service">mix</property><property name="always_active">1</property></transition>
+        <transition><property name="mlt_service">frei0r.cairoblend</property><property name="disable">1</property>
+        </transition></tractor></mlt>)";
+    const ProjectReading reading = parseProject(file, "/media", catalogue());
+    ASSERT_TRUE(reading) << reading.error;
+    EXPECT_EQ(reading.edit->tracks.at(0).segments.at(0).length, 100);
+    EXPECT_EQ(reading.edit->media.size(), 2U);
+    ASSERT_EQ(reading.edit->cues.size(), 1U);
+    EXPECT_EQ(reading.edit->cues[0].time, 2.0);
+    EXPECT_EQ(reading.edit->cues[0].name, oribund::WString(L"Here"));
+    EXPECT_EQ(reading.edit->cues[0].colour.r, 1.0);
+    ASSERT_EQ(reading.warnings.size(), 1U);
+    EXPECT_THAT(reading.warnings[0], HasSubstr("1 effects on whole tracks, 0 transitions"));
+
+    const std::string saved = projectXml(EditModel(*reading.edit, catalogue()), {}, "/media");
+    EXPECT_EQ(parseProject(saved, "/media", catalogue()).edit->original, file) << "what was left out is not lost";
 }
 
 TEST(ProjectImport, ReadsColoursHoweverTheyAreWritten)

@@ -150,6 +150,7 @@ TEST_F(Groups, FoldToTheirTitleAndUnfoldAgain)
     EXPECT_TRUE(isFolded());
     EXPECT_EQ(inner->getHeight(), inner->calcMinHeight());
     EXPECT_FALSE(row->isShown());
+    EXPECT_EQ(Desk::drawn(*inner).ofKind(Primitive::Kind::Polygon).size(), 1u) << "the arrow";
     EXPECT_EQ(outer->getHeight(), outerHeight - gone);
     EXPECT_EQ(last->getPosition().y, lastY - gone);
     EXPECT_EQ(outer->repaintCount(), repaints + 1);
@@ -219,6 +220,18 @@ TEST_F(Groups, MayBeDestroyedWhileTheyFold)
     fold();
     EXPECT_LT(last->getPosition().y, lastY);
     EXPECT_TRUE(Drawable::redrawsEnabled());
+}
+
+TEST_F(Groups, KeepTitleWidgetsInTheTitleRow)
+{
+    Probe* led = inner->addTitleWidget(std::make_unique<Probe>("led", XY<int>{10, 12}), 3);
+    fold();
+    EXPECT_TRUE(led->isShown());
+    outer->resize(150, 0);
+    EXPECT_EQ(led->box().right, inner->getTitleArea().right - 3);
+    led->takes = true;
+    desk.click(led->toCanvas({2, 2}));
+    EXPECT_TRUE(isFolded()) << "a click on it is not one on the title";
 }
 
 TEST_F(Groups, ShowTheirTitle)

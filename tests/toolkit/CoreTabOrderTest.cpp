@@ -91,6 +91,19 @@ TEST_F(TabOrder, StopsAndOrdersMayGoInAnyOrder)
     EXPECT_TRUE(one.tabStops().empty()) << "a stop is in one order at most";
 }
 
+TEST_F(TabOrder, TakesTheStopsOfAHostTogether)
+{
+    TabOrderManager order;
+    order.addTabStop(probes[3]);
+    Scene other;
+    Probe* x = other.add("x", {0, 0, 10, 10});
+    Probe* y = other.add("y", {0, 0, 10, 10});
+    order.addTabStopsFrom(other.panel.get(), 0);
+    EXPECT_EQ(order.tabStops(), (std::vector<TabOrderable*>{x, y, probes[3]}));
+    order.addTabStopsFrom(other.panel.get(), -2);
+    EXPECT_EQ(order.tabStops(), (std::vector<TabOrderable*>{probes[3], x, y}));
+}
+
 TEST(LongPanels, AreFilledAndWalkedInTheTimeOfTheirLength)
 {
     constexpr int kCount = 500;

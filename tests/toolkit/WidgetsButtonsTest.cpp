@@ -1,10 +1,13 @@
 #include "WidgetsSupport.h"
 #include "tests/support/Listener.h"
 
+#include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Menu.h"
+#include "oribund/host/toolkit/menus/TitledMenuButtonPlain.h"
 #include "oribund/host/toolkit/menus/ValMenuButton.h"
 #include "oribund/host/toolkit/widgets/Button.h"
 #include "oribund/host/toolkit/widgets/Label.h"
+#include "oribund/host/toolkit/widgets/ValButton.h"
 #include "oribund/host/toolkit/widgets/ValCheckbox.h"
 
 #include <gtest/gtest.h>
@@ -175,6 +178,43 @@ TEST_F(MenuButtons, ARefusedChoiceIsTakenBackAndADisabledButtonOffersNone)
     desk.press({5, 10});
     EXPECT_FALSE(button->isMenuOpen());
     EXPECT_EQ(adaptor->kinds(), "..");
+}
+
+TEST(Buttons, AValueWithALookIsShownByIt)
+{
+    Desk desk;
+    auto* button = desk.add<ValButton>();
+    const auto state = Kt::makePtr<StoreAdaptor<String>>("gone");
+    button->addLook({"here", Image::icon("key-here"), Button::eOn, L"Remove the keyframe"});
+    button->setDataAdaptor(state);
+    for (const bool here : {true, false}) {
+        state->setNewWidgetValue(here ? "here" : "gone", eRedrawFlag::Yes);
+        EXPECT_EQ(button->getIcon(), here ? Image::icon("key-here") : Image());
+        EXPECT_EQ(button->getState(), here ? Button::eOn : Button::eOff);
+        EXPECT_EQ(Desk::drawn(*button).findText(L"gone") == nullptr, here);
+        EXPECT_EQ(button->accessibleName(), UIString(here ? L"Remove the keyframe" : L"gone"));
+    }
+}
+
+TEST(TitledMenu, TheMenuFillsTheRowUnlessItIsSizedToItsItems)
+{
+    TitledMenuButtonPlain::InitArgs args;
+    args.title = L"Blend";
+    args.titleWidth = 80;
+    args.width = 300;
+    args.items = {L"Normal", L"Multiply"};
+    TitledMenuButtonPlain row(args);
+    const ValMenuButton& menu = row.menuButton();
+    const int height = row.getHeight();
+    EXPECT_EQ(menu.accessibleName(), UIString(L"Blend"));
+    EXPECT_EQ(menu.box(), (Kt::Box<int>{80 + UifStd::getWidgetGap(), 0, 300, height}));
+    const int natural = menu.calcNaturalSize().x;
+    row.resize({natural + 40, height});
+    EXPECT_LT(menu.getWidth(), natural) << "a fixed title leaves it what remains";
+    row.setTitleResize(TitledMenuButtonPlain::TitleResize::Shrinks);
+    EXPECT_EQ(menu.getWidth(), natural);
+    row.resize({10, height});
+    EXPECT_EQ(menu.box(), (Kt::Box<int>{0, 0, 10, height}));
 }
 
 TEST(Labels, ATextThatIsCutShortIsItsTooltip)

@@ -168,6 +168,17 @@ TEST_F(Swatches, CancellingPutsTheColourBackWithAJournalAndWithout)
     EXPECT_FALSE(swatch->isChooserOpen());
 }
 
+TEST_F(Swatches, ATransparentColourIsShownOnChequers)
+{
+    ColourSwatch::InitArgs args;
+    args.hasAlpha = true;
+    args.colour = {1.0, 0.0, 0.0, 0.25};
+    ColourSwatch one(args);
+    const auto chequered = Desk::drawn(one).primitives();
+    EXPECT_EQ(chequered.back().colour, args.colour);
+    EXPECT_GT(chequered.size(), Desk::drawn(*swatch).primitives().size() + 4);
+}
+
 template <class Widget>
 class EveryControl : public testing::Test
 {

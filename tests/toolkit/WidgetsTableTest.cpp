@@ -195,6 +195,11 @@ TEST_F(Tables, AnEditOutOfViewEnds)
     EXPECT_GT(table->layout().getScroll(), 0);
     EXPECT_EQ(list.stored(), "1,0=a ");
     table->userScroll(0);
+    const int right = table->getWidth() - 5;
+    desk.press({right, 5});
+    desk.drag({right, 400});
+    desk.release({right, 400});
+    EXPECT_EQ(table->layout().getScroll(), table->layout().getMaxScroll()) << "by the bar";
     desk.canvas.inject(Event::mouseWheel({10, 50}, 100.0));
     EXPECT_EQ(table->layout().getScroll(), 0);
     EXPECT_FALSE(desk.canvas.inject(Event::mouseWheel({10, 50}, 1.0))) << "for what is around it";
@@ -280,6 +285,8 @@ TEST_F(Tables, TitlesAndCellsArePartsOfItForThoseWhoDoNotSeeIt)
     EXPECT_TRUE(table->accessibleSetText(L"said", 2 + 199));
     EXPECT_FALSE(table->accessibleSetText(L"said", 2 + 198)) << "not to be edited";
     EXPECT_EQ(list.stored(), "1,99=said ");
+    EXPECT_TRUE(table->accessibleActivate(3));
+    EXPECT_EQ(table->edit().cell(), (XY<int>{1, 0}));
 }
 
 } // namespace

@@ -57,6 +57,8 @@ struct EffectData {
     bool enabled = true;
     std::vector<ParamData> params;
     PropertyList rest;
+    int first = 0; ///< frames of the media between which it is at work: all, unless another program set them
+    int last = std::numeric_limits<int>::max();
 
     bool operator==(const EffectData&) const = default;
 };
@@ -135,6 +137,7 @@ struct EditData {
     std::vector<MediaData> media;
     std::vector<TrackData> tracks; ///< as shown, top first; a picture lies over those of later tracks
     std::vector<oribund::Cue> cues;
+    std::string original; ///< the file of another program that this came from: it may hold more than an edit can
 
     bool operator==(const EditData&) const = default;
 };

@@ -13,6 +13,7 @@ namespace workbench
 EditModel::EditModel(const EditData& data, const EffectCatalogue& catalogue)
     : catalogue_(catalogue)
     , name_(data.name)
+    , original_(data.original)
     , format_(data.format)
     , timeline_(catalogue, *this)
     , undo_(timeline_, *this)
@@ -26,6 +27,7 @@ EditData EditModel::snapshot() const
 {
     EditData data;
     data.name = name_;
+    data.original = original_;
     data.format = format_;
     timeline_.snapshot(data);
     return data;

@@ -35,6 +35,9 @@ public:
 
     void setName(const std::string& name) { name_ = name; }
 
+    /** The file of another program that the edit came from, if it did. */
+    const std::string& original() const { return original_; }
+
     const FormatData& format() const { return format_; }
 
     const Timeline& timeline() const { return timeline_; }
@@ -76,6 +79,7 @@ private:
 
     const EffectCatalogue& catalogue_;
     std::string name_;
+    std::string original_;
     FormatData format_;
     Timeline timeline_;
     UndoStack undo_;

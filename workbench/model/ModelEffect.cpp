@@ -23,6 +23,8 @@ ModelEffect::ModelEffect(const EffectData& data, Description description)
     : EffectInstance(stampOf(data.id), oribund::String(data.service), nameOf(data, description))
     , description_(std::move(description))
     , rest_(data.rest)
+    , first_(data.first)
+    , last_(data.last)
 {
     applyEnabled(data.enabled);
     addParams();
@@ -61,6 +63,8 @@ EffectData ModelEffect::data() const
         data.params.push_back(dataOf(*param));
     data.params.insert(data.params.end(), unknownParams_.begin(), unknownParams_.end());
     data.rest = rest_;
+    data.first = first_;
+    data.last = last_;
     return data;
 }
 

@@ -57,6 +57,11 @@ public:
     /** The service's properties as they were saved, where the catalogue does not know better. */
     const PropertyList& rest() const { return rest_; }
 
+    /** The frames of the media between which it is at work. */
+    int firstFrame() const { return first_; }
+
+    int lastFrame() const { return last_; }
+
     /** Everything as plain values. */
     EffectData data() const;
 
@@ -78,6 +83,8 @@ private:
 
     Description description_;
     PropertyList rest_;
+    int first_ = 0;
+    int last_ = 0;
     std::vector<ParamData> unknownParams_;
     iModelEffectHost* host_ = nullptr;
     std::unique_ptr<EffectJournal> effectJournal_;

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,12 +49,15 @@ struct ProjectReading {
  * Reads a project, or MLT XML by another program. A file that is cut off, that a newer version has written or that is
  * something else is refused; single values that make no sense are mended, with a warning each. The file is not touched.
  *
+ * Any thread. It ends early, with an error, where that is asked for.
+ *
  * The catalogue says what the effects in another program's file mean; those it does not know are kept as they are.
  */
-ProjectReading readProject(const std::filesystem::path& path, const EffectCatalogue& catalogue);
+ProjectReading readProject(const std::filesystem::path& path, const EffectCatalogue& catalogue,
+                           const std::stop_token& stop = {});
 
 /** As readProject(), from the bytes of a file in `folder`. */
 ProjectReading parseProject(std::string_view bytes, const std::filesystem::path& folder,
-                            const EffectCatalogue& catalogue);
+                            const EffectCatalogue& catalogue, const std::stop_token& stop = {});
 
 } // namespace workbench

@@ -174,7 +174,8 @@ std::vector<ObjectId> findMissing(const EditData& edit)
 }
 } // namespace
 
-ProjectReading parseProject(std::string_view bytes, const fs::path& folder, const EffectCatalogue& catalogue)
+ProjectReading parseProject(std::string_view bytes, const fs::path& folder, const EffectCatalogue& catalogue,
+                            const std::stop_token& stop)
 {
     ProjectReading reading;
     pugi::xml_document document;
@@ -190,11 +191,14 @@ ProjectReading parseProject(std::string_view bytes, const fs::path& folder, cons
         reading.view = propertiesFrom(parseJson(propertyOf(tractor, format::kViewProperty)).value);
     } else {
         reading.imported = true;
-        edit = importMlt(mlt, folder, catalogue, warnings);
+        edit = importMlt(mlt, folder, catalogue, warnings, stop);
         if (edit.tracks.empty())
             reading.error = "there is nothing in it that this program could show";
+        edit.original = validText(std::string(bytes).c_str());
         warnOfRefused(edit, catalogue, warnings);
     }
+    if (stop.stop_requested())
+        reading.error = "that was given up";
     if (!reading.error.empty())
         return reading;
 
@@ -208,7 +212,7 @@ ProjectReading parseProject(std::string_view bytes, const fs::path& folder, cons
     return reading;
 }
 
-ProjectReading readProject(const fs::path& path, const EffectCatalogue& catalogue)
+ProjectReading readProject(const fs::path& path, const EffectCatalogue& catalogue, const std::stop_token& stop)
 {
     const FileContents file = readFile(path, kLargestFile);
     ProjectReading reading;
@@ -216,7 +220,7 @@ ProjectReading readProject(const fs::path& path, const EffectCatalogue& catalogu
         reading.error = file.error;
         return reading;
     }
-    reading = parseProject(file.bytes, behindLinks(path).parent_path(), catalogue);
+    reading = parseProject(file.bytes, behindLinks(path).parent_path(), catalogue, stop);
     if (!reading.error.empty())
         reading.error = "Cannot open \"" + path.string() + "\": " + reading.error + ".";
     return reading;

@@ -5,6 +5,7 @@
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobChange.h"
+#include "oribund/host/toolkit/core/KeyTable.h"
 
 #include <algorithm>
 #include <array>
@@ -211,13 +212,23 @@ bool ThermBase::handleMouseEvent(const Event& event)
     return Control::handleMouseEvent(event);
 }
 
+const KeyTable<ThermBase>& ThermBase::keys()
+{
+    static constexpr KeyAction<ThermBase> kActions[] = {
+        {Key::Left, [](ThermBase& widget, const Event&) { widget.goTo(widget.getTime(eExact) - widget.timeStep()); }},
+        {Key::Right, [](ThermBase& widget, const Event&) { widget.goTo(widget.getTime(eExact) + widget.timeStep()); }},
+        {Key::Home, [](ThermBase& widget, const Event&) { widget.goTo(widget.geometry_.start); }},
+        {Key::End, [](ThermBase& widget, const Event&) { widget.goTo(widget.geometry_.end); }},
+    };
+    static constexpr KeyTable<ThermBase> kKeys(kActions);
+    return kKeys;
+}
+
 bool ThermBase::usesKey(const Event& press) const
 {
     if (drag_ && press.isKeyPress(Key::Escape))
         return true;
-    const bool moves =
-        press.key == Key::Left || press.key == Key::Right || press.key == Key::Home || press.key == Key::End;
-    return (moves && press.isPlainKeyPress() && !drag_ && canInteract() && hasTime()) || Control::usesKey(press);
+    return (!drag_ && canInteract() && hasTime() && keys().has(press)) || Control::usesKey(press);
 }
 
 bool ThermBase::handleKeyEvent(const Event& event)
@@ -226,24 +237,7 @@ bool ThermBase::handleKeyEvent(const Event& event)
         abortDrag();
         return true;
     }
-    if (!event.isPlainKeyPress())
-        return Control::handleKeyEvent(event);
-    switch (event.key) {
-    case Key::Left:
-        setTime(constrainTime(getTime(eExact) - timeStep()));
-        return true;
-    case Key::Right:
-        setTime(constrainTime(getTime(eExact) + timeStep()));
-        return true;
-    case Key::Home:
-        setTime(constrainTime(geometry_.start));
-        return true;
-    case Key::End:
-        setTime(constrainTime(geometry_.end));
-        return true;
-    default:
-        return Control::handleKeyEvent(event);
-    }
+    return keys().run(*this, event) || Control::handleKeyEvent(event);
 }
 
 void ThermBase::describe(AccessibleDescription& description) const

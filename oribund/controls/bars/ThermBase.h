@@ -12,6 +12,9 @@
 namespace oribund
 {
 
+template <class Widget>
+class KeyTable;
+
 class ThermDrag;
 
 /** How exact a time is asked for. */
@@ -171,6 +174,10 @@ protected:
     bool handleKeyEvent(const Event& event) override;
 
 private:
+    static const KeyTable<ThermBase>& keys();
+
+    void goTo(double editTime) { setTime(constrainTime(editTime)); }
+
     Kt::Box<int> timeMarkBox() const;
     bool press(const Event& event);
     void release(const Event& event);

@@ -1,7 +1,7 @@
 #include "oribund/controls/binding/ComponentAccessors.h"
 
-#include "oribund/host/base/NumberFormat.h"
 #include "oribund/host/base/Numeric.h"
+#include "oribund/host/base/text/NumberFormat.h"
 #include "oribund/host/effects/EffectInstance.h"
 
 namespace oribund

@@ -6,9 +6,9 @@ namespace oribund
 template <class P>
 EffectParamObserver<P>::EffectParamObserver(ParamRefreshTarget& target)
     : target_(target)
-    , fnTypeCallback_(this, &EffectParamObserver::handleFnType)
-    , graphCallback_(this, &EffectParamObserver::handleGraph)
-    , constantCallback_(this, &EffectParamObserver::handleConstant)
+    , fnTypeCallback_(this)
+    , graphCallback_(this)
+    , constantCallback_(this)
 {
 }
 
@@ -31,23 +31,8 @@ void EffectParamObserver<P>::registerWith(const Kt::Ptr<EffectValParam<P>>& para
 }
 
 template <class P>
-int EffectParamObserver<P>::handleFnType(const ValServerEvent<EffectValParamFnType>& event)
-{
-    if (event.kind == ValEventKind::Changed)
-        target_.handleParamChange();
-    return 0;
-}
-
-template <class P>
-int EffectParamObserver<P>::handleGraph(const ValServerEvent<ChangeDescription<Graph1dBase>>& event)
-{
-    if (event.kind == ValEventKind::Changed)
-        target_.handleParamChange();
-    return 0;
-}
-
-template <class P>
-int EffectParamObserver<P>::handleConstant(const ValServerEvent<P>& event)
+template <class T>
+int EffectParamObserver<P>::handleEvent(const ValServerEvent<T>& event)
 {
     if (event.kind == ValEventKind::Changed)
         target_.handleParamChange();

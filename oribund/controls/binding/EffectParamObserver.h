@@ -39,15 +39,17 @@ public:
     const Kt::Ptr<EffectValParam<P>>& param() const { return param_; }
 
 private:
-    int handleFnType(const ValServerEvent<EffectValParamFnType>& event);
-    int handleGraph(const ValServerEvent<ChangeDescription<Graph1dBase>>& event);
-    int handleConstant(const ValServerEvent<P>& event);
+    template <class T>
+    int handleEvent(const ValServerEvent<T>& event);
+
+    template <class T>
+    using Callback = FixedMethodCallback<EffectParamObserver, ValServerEvent<T>, &EffectParamObserver::handleEvent<T>>;
 
     ParamRefreshTarget& target_;
     Kt::Ptr<EffectValParam<P>> param_;
-    MethodCallback<EffectParamObserver, ValServerEvent<EffectValParamFnType>> fnTypeCallback_;
-    MethodCallback<EffectParamObserver, ValServerEvent<ChangeDescription<Graph1dBase>>> graphCallback_;
-    MethodCallback<EffectParamObserver, ValServerEvent<P>> constantCallback_;
+    Callback<EffectValParamFnType> fnTypeCallback_;
+    Callback<ChangeDescription<Graph1dBase>> graphCallback_;
+    Callback<P> constantCallback_;
 };
 
 ORIBUND_FOR_PARAM_TYPES(ORIBUND_DECLARE_FOR_TYPE, EffectParamObserver)

@@ -6,7 +6,7 @@ namespace oribund
 {
 
 AngleParamWidget::AngleParamWidget(const InitArgs& args, const FXViewHandle& handle, const EffectValParam<Angle>& param)
-    : AngleIndicatorWidget(args)
+    : ValControl(args)
     , colour_(GraphColManager::getColourFor(param.id()))
 {
     setDataAdaptor(Kt::makePtr<DegreesParamAdaptor<double>>(handle, param));
@@ -22,16 +22,6 @@ void AngleParamWidget::setWidgetValue(const double& degrees, eRedrawFlag flag)
 {
     degrees_ = degrees;
     setAngle(degrees, flag);
-}
-
-void AngleParamWidget::setWidgetEnabled(bool enabled)
-{
-    setEnabled(enabled);
-}
-
-bool AngleParamWidget::isWidgetEnabled() const
-{
-    return isEnabled();
 }
 
 double AngleParamWidget::getIndicatorValue()

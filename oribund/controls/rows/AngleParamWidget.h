@@ -2,14 +2,14 @@
 
 #include "oribund/controls/binding/DegreesParamAdaptor.h"
 #include "oribund/host/base/Colour.h"
-#include "oribund/host/toolkit/values/ValWidget.h"
+#include "oribund/host/toolkit/values/ValControl.h"
 #include "oribund/host/toolkit/widgets/AngleIndicatorWidget.h"
 
 namespace oribund
 {
 
 /** A dial bound to an angle parameter, in the colour of the parameter's graph. */
-class ORIBUND_API AngleParamWidget : public AngleIndicatorWidget, public ValWidget<double>
+class ORIBUND_API AngleParamWidget : public ValControl<AngleIndicatorWidget, double>
 {
 public:
     AngleParamWidget(const InitArgs& args, const FXViewHandle& handle, const EffectValParam<Angle>& param);
@@ -18,9 +18,6 @@ public:
     void setWidgetValue(const double& degrees, eRedrawFlag flag) override;
 
     double getWidgetValue() const override { return degrees_; }
-
-    void setWidgetEnabled(bool enabled) override;
-    bool isWidgetEnabled() const override;
 
 protected:
     double getIndicatorValue() override;

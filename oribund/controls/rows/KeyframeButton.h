@@ -14,6 +14,14 @@ class ORIBUND_API KeyframeButton : public ValButton
 public:
     /** A square of a control's height. */
     explicit KeyframeButton(Canvas* canvas);
+
+    /** The name of its parameter, as a screen reader says it. */
+    void setParamName(const WString& name);
+
+    UIString accessibleName() const override;
+
+private:
+    WString paramName_;
 };
 
 } // namespace oribund

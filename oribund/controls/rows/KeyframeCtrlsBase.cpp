@@ -11,6 +11,7 @@
 #include "oribund/host/effects/params/ParamVisitor.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
+#include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/entries/NumericEntry.h"
 #include "oribund/host/toolkit/entries/ScrubLabel.h"
 #include "oribund/host/toolkit/widgets/Slider.h"
@@ -31,7 +32,8 @@ GlobCreationInfo rowInfo(unsigned short width, unsigned short height, Canvas* ca
 
 } // namespace
 
-/** The name, on which a double click sets the default. */
+/** The name, on which a double click sets the default, and whose tooltip says what there is to know of the parameter.
+ */
 class KeyframeCtrlsBase::NameLabel final : public ScrubLabel
 {
 public:
@@ -40,6 +42,14 @@ public:
         , row_(row)
     {
     }
+
+    UIString tooltip() const override
+    {
+        const WString text = row_.shownParam_ ? paramTooltip(*row_.shownParam_) : WString();
+        return text.empty() ? ScrubLabel::tooltip() : UIString(text);
+    }
+
+    void paramChanged() { changed(GlobChange::kTooltip); }
 
 protected:
     bool handleMouseEvent(const Event& event) override
@@ -62,15 +72,14 @@ KeyframeCtrlsBase::KeyframeCtrlsBase(const FXViewHandle& handle, const IdStamp& 
     , labelWidth_(labelWidth)
 {
     beginLayoutHold(); // until all editors are there
-    button_ = addWidget(std::make_unique<KeyframeButton>(canvas), UserTopLeft(0, 0));
+    button_ = addToRow(std::make_unique<KeyframeButton>(canvas));
     button_->setVisible(false);
     Label::InitArgs args(labelWidth, static_cast<unsigned short>(getHeight()), canvas);
-    label_ = addWidget(std::make_unique<NameLabel>(args, *this), UserTopLeft(0, 0));
+    label_ = addToRow(std::make_unique<NameLabel>(args, *this));
     shownParam_ = getEffectParam();
     if (!shownParam_)
         return;
     keyframable_ = shownParam_->isKeyframable();
-    describeParam(*shownParam_);
     setParamName(rowNameOf(*shownParam_));
 }
 
@@ -126,17 +135,12 @@ void KeyframeCtrlsBase::setParamName(const WString& name)
 void KeyframeCtrlsBase::nameWidgets()
 {
     label_->setText(UIString(paramName_));
-    button_->setAccessibleName(UIString(TextIds::kKeyframeOf).withPlaceholder(L"NAME", paramName_));
+    button_->setParamName(paramName_);
     for (const Editor& editor : editors_) {
         const UIString ofPart =
             UIString(TextIds::kPartOf).withPlaceholder(L"NAME", paramName_).withPlaceholder(L"PART", editor.part);
         editor.glob->setAccessibleName(editor.part.empty() ? UIString(paramName_) : ofPart);
     }
-}
-
-void KeyframeCtrlsBase::describeParam(const EffectValParamBase& param)
-{
-    label_->setTooltip(UIString(paramTooltip(param)));
 }
 
 void KeyframeCtrlsBase::setParamIsKeyframable(bool keyframable)
@@ -183,7 +187,7 @@ void KeyframeCtrlsBase::followParam()
         return;
     if (before && paramName_ == rowNameOf(*before))
         setParamName(rowNameOf(*param));
-    describeParam(*param);
+    label_->paramChanged();
     setParamIsKeyframable(param->isKeyframable());
     handleParamReplaced(*param);
 }

@@ -61,11 +61,20 @@ protected:
     /** Whom the keyframe button asks; null for none. */
     void setKeyframeAdaptor(const Kt::Ptr<ValAdaptorBase<String>>& adaptor);
 
+    /** Adds a widget, which layoutEditors() places: the row owns it. */
+    template <class W>
+    W* addToRow(std::unique_ptr<W> widget)
+    {
+        W* const added = widget.get();
+        addChild(std::move(widget));
+        return added;
+    }
+
     /** Adds an editor, which a screen reader calls by the name of the parameter and `part`. */
     template <class W>
     W* addEditor(std::unique_ptr<W> editor, const WString& part = {})
     {
-        W* const added = addWidget(std::move(editor), UserTopLeft(0, 0));
+        W* const added = addToRow(std::move(editor));
         editors_.push_back({added, part, &abandonEdit<W>});
         return added;
     }
@@ -129,7 +138,6 @@ private:
 
     void followParam();
     void nameWidgets();
-    void describeParam(const EffectValParamBase& param);
 
     mutable ParamFinder finder_;
     Kt::Ptr<EffectValParamBase> shownParam_;

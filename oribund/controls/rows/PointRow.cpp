@@ -36,7 +36,7 @@ void PointRow::addCoordinate(unsigned index, const EffectValParam<Vector2d>& par
     const WString letter = kLetters[index];
     Label::InitArgs label(0, 0, canvas());
     label.text = UIString(letter);
-    coordinate.letter = addWidget(std::make_unique<ScrubLabel>(label), UserTopLeft(0, 0));
+    coordinate.letter = addToRow(std::make_unique<ScrubLabel>(label));
     coordinate.slider = addEditor(std::make_unique<ValSlider>(Slider::InitArgs(0, 0, canvas())), letter);
     coordinate.entry = addEntry(letter, false);
     coordinate.letter->setEntry(coordinate.entry);

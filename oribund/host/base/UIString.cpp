@@ -24,24 +24,27 @@ UIString::UIString(int resourceId, int subId)
 
 UIString UIString::withPlaceholder(const WString& name, const WString& value) const
 {
-    UIString result(*this);
-    const auto known = std::ranges::find(result.placeholders_, name, &Placeholder::name);
-    if (known != result.placeholders_.end())
+    const auto changed = placeholders_ ? Kt::makePtr<Placeholders>(*placeholders_) : Kt::makePtr<Placeholders>();
+    const auto known = std::ranges::find(changed->list, name, &Placeholder::name);
+    if (known != changed->list.end())
         known->value = value;
     else
-        result.placeholders_.push_back({name, value});
+        changed->list.push_back({name, value});
+    UIString result(*this);
+    result.placeholders_ = changed;
     return result;
 }
 
 const UIString::Placeholder* UIString::findPlaceholder(std::wstring_view name) const noexcept
 {
-    const auto found = std::ranges::find_if(placeholders_, [name](const Placeholder& p) { return p.name == name; });
-    return found == placeholders_.end() ? nullptr : &*found;
+    const auto& list = placeholders_->list;
+    const auto found = std::ranges::find_if(list, [name](const Placeholder& p) { return p.name == name; });
+    return found == list.end() ? nullptr : &*found;
 }
 
 WString UIString::expand(const WString& text) const
 {
-    if (placeholders_.empty())
+    if (!placeholders_)
         return text;
     std::wstring out;
     std::wstring_view rest = text.view();
@@ -58,6 +61,15 @@ WString UIString::expand(const WString& text) const
     }
     out += rest;
     return WString(out);
+}
+
+bool UIString::operator==(const UIString& other) const
+{
+    const auto samePlaceholders = [&] {
+        return placeholders_ == other.placeholders_ ||
+               (placeholders_ && other.placeholders_ && placeholders_->list == other.placeholders_->list);
+    };
+    return resourceId_ == other.resourceId_ && subId_ == other.subId_ && text_ == other.text_ && samePlaceholders();
 }
 
 } // namespace oribund

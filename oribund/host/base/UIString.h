@@ -1,6 +1,7 @@
 #pragma once
 
 #include "oribund/host/base/Export.h"
+#include "oribund/host/base/Kt.h"
 #include "oribund/host/base/LightweightString.h"
 
 #include <vector>
@@ -42,8 +43,6 @@ public:
     /** The literal text as written, placeholders unreplaced; empty for a text of the host's tables. */
     const WString& text() const noexcept { return text_; }
 
-    const std::vector<Placeholder>& placeholders() const noexcept { return placeholders_; }
-
     /** A copy in which "$name$" stands for `value`; a second value for the same name replaces the first. */
     UIString withPlaceholder(const WString& name, const WString& value) const;
 
@@ -53,15 +52,20 @@ public:
      */
     WString expand(const WString& text) const;
 
-    bool operator==(const UIString&) const = default;
+    bool operator==(const UIString& other) const;
 
 private:
+    /** Shared by copies, and most texts have none. */
+    struct Placeholders final : Kt::InternalRefCount {
+        std::vector<Placeholder> list;
+    };
+
     const Placeholder* findPlaceholder(std::wstring_view name) const noexcept;
 
     WString text_;
     int resourceId_ = kNoResource;
     int subId_ = 0;
-    std::vector<Placeholder> placeholders_;
+    Kt::Ptr<const Placeholders> placeholders_; ///< empty for none
 };
 
 } // namespace oribund

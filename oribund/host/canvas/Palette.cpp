@@ -28,12 +28,12 @@ Palette::Palette()
 {
 }
 
-std::shared_ptr<const Palette::Colours> Palette::standard()
+const Kt::Ptr<const Palette::Colours>& Palette::standard()
 {
     static const auto kStandard = [] {
-        auto colours = std::make_shared<Colours>();
+        const auto colours = Kt::makePtr<Colours>();
         const auto set = [&](PaletteRole role, std::uint32_t rgb) {
-            (*colours)[static_cast<std::size_t>(role)] = Colour::fromRGB(rgb);
+            colours->of[static_cast<std::size_t>(role)] = Colour::fromRGB(rgb);
         };
         set(PaletteRole::Window, 0x2b2b2b);
         set(PaletteRole::WindowText, 0xd2d2d2);
@@ -47,15 +47,15 @@ std::shared_ptr<const Palette::Colours> Palette::standard()
         set(PaletteRole::Accent, 0x3d6d96);
         set(PaletteRole::AccentText, 0xffffff);
         set(PaletteRole::Focus, 0x6fa6d6);
-        return colours;
+        return Kt::Ptr<const Colours>(colours);
     }();
     return kStandard;
 }
 
 void Palette::setColour(PaletteRole role, const Colour& colour)
 {
-    const auto changed = std::make_shared<Colours>(*colours_);
-    (*changed)[static_cast<std::size_t>(role)] = colour;
+    const auto changed = Kt::makePtr<Colours>(*colours_);
+    changed->of[static_cast<std::size_t>(role)] = colour;
     colours_ = changed;
 }
 

@@ -2,10 +2,10 @@
 
 #include "oribund/host/base/Colour.h"
 #include "oribund/host/base/Export.h"
+#include "oribund/host/base/Kt.h"
 
 #include <array>
 #include <cstddef>
-#include <memory>
 
 namespace oribund
 {
@@ -41,7 +41,7 @@ public:
     Palette(const Palette&) = default;
     Palette& operator=(const Palette&) = default;
 
-    const Colour& colour(PaletteRole role) const noexcept { return (*colours_)[static_cast<std::size_t>(role)]; }
+    const Colour& colour(PaletteRole role) const noexcept { return colours_->of[static_cast<std::size_t>(role)]; }
 
     void setColour(PaletteRole role, const Colour& colour);
 
@@ -69,14 +69,19 @@ public:
 
     const Colour& focus() const noexcept { return colour(PaletteRole::Focus); }
 
-    bool operator==(const Palette& other) const { return colours_ == other.colours_ || *colours_ == *other.colours_; }
+    bool operator==(const Palette& other) const
+    {
+        return colours_ == other.colours_ || colours_->of == other.colours_->of;
+    }
 
 private:
-    using Colours = std::array<Colour, static_cast<std::size_t>(PaletteRole::Count)>;
+    struct Colours final : Kt::InternalRefCount {
+        std::array<Colour, static_cast<std::size_t>(PaletteRole::Count)> of;
+    };
 
-    static std::shared_ptr<const Colours> standard();
+    static const Kt::Ptr<const Colours>& standard();
 
-    std::shared_ptr<const Colours> colours_;
+    Kt::Ptr<const Colours> colours_;
 };
 
 /** The contrast of two opaque colours, 1 (none) to 21 (black on white), from their relative luminances. */

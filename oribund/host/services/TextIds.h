@@ -30,6 +30,10 @@
     Text(kKeyframeOf, 20120, L"$NAME$: keyframe") \
     Text(kTime, 20121, L"Time") \
     Text(kPartOf, 20122, L"$NAME$ $PART$") \
+    Text(kOneKeyframe, 20123, L"keyframe") \
+    Text(kManyKeyframes, 20124, L"$COUNT$ keyframes") \
+    Text(kRemoveStep, 20125, L"Remove $WHAT$") \
+    Text(kPasteStep, 20126, L"Paste $WHAT$") \
     Text(kWholeTurns, 20201, L"Whole turns") \
     Text(kWholeTurnsPart, 20202, L"whole turns") \
     Text(kChooseColour, 20203, L"Choose a colour") \
@@ -58,7 +62,13 @@
     Text(kCyan, 20315, L"Cyan") \
     Text(kBlue, 20316, L"Blue") \
     Text(kPurple, 20317, L"Purple") \
-    Text(kWhite, 20318, L"White")
+    Text(kWhite, 20318, L"White") \
+    Text(kNoNumber, 20401, L"Failed to parse string") \
+    Text(kDivisionByZero, 20402, L"Division by zero") \
+    Text(kMissingParenthesis, 20403, L"A parenthesis is missing") \
+    Text(kNumberTooLarge, 20404, L"The number is too large") \
+    Text(kTextTooLong, 20405, L"The text is too long") \
+    Text(kValueRefused, 20406, L"This value is not possible now")
 
 // clang-format on
 

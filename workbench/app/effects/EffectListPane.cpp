@@ -1,6 +1,6 @@
 #include "workbench/app/effects/EffectListPane.h"
 
-#include "skin/Glyphs.h"
+#include "skin/theme/Glyphs.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>

@@ -110,7 +110,12 @@ void Document::startNew()
 /** Says why when it cannot be read. */
 ProjectReading Document::read(const fs::path& file) const
 {
-    ProjectReading reading = readProject(file, workspace_.catalogue());
+    std::optional<ProjectReading> patient = reader_ ? reader_(file) : readProject(file, workspace_.catalogue());
+    if (!patient) {
+        say("Opening " + quotedFile(file.string()) + " was given up; nothing has changed.", Severity::Information);
+        return {};
+    }
+    ProjectReading reading = std::move(*patient);
     if (!reading)
         say(quotedFile(file.string()) + " was not opened. " + reading.error, Severity::Error);
     return reading;

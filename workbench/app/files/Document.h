@@ -9,7 +9,10 @@
 #include <QTimer>
 
 #include <filesystem>
+#include <functional>
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace workbench
 {
@@ -28,6 +31,11 @@ public:
     /** The workspace outlives the document. */
     Document(Workspace& workspace, const std::filesystem::path& recoveryFolder);
     ~Document();
+
+    /** How project files are read: by default at once. Empty when the user has given it up. */
+    using Reader = std::function<std::optional<ProjectReading>(const std::filesystem::path& file)>;
+
+    void setReader(Reader reader) { reader_ = std::move(reader); } ///< empty for the default
 
     /** Whether the path is named as a project is. */
     static bool isProjectName(const std::string& path);
@@ -69,6 +77,7 @@ private:
     bool setPath(const std::filesystem::path& path);
 
     Workspace& workspace_;
+    Reader reader_;
     std::filesystem::path path_;
     std::string copyName_;   ///< of a project without a file that was opened as a copy
     FileStamp onDisk_;       ///< of the file, when it was read or saved last

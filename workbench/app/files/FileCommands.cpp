@@ -56,7 +56,14 @@ FileCommands::FileCommands(Workspace& workspace, Document& document, MediaImport
     , exportBar_(exportBar)
     , window_(window)
     , finder_(workspace)
+    , reader_(workspace, window)
 {
+    document_.setReader([this](const std::filesystem::path& file) { return reader_.read(file); });
+}
+
+FileCommands::~FileCommands()
+{
+    document_.setReader({});
 }
 
 QString FileCommands::folderFor(const char* what) const

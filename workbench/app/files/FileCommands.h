@@ -2,6 +2,7 @@
 
 #include "workbench/app/files/Document.h"
 #include "workbench/app/files/MediaFinder.h"
+#include "workbench/app/files/PatientReader.h"
 
 #include <QString>
 
@@ -24,6 +25,10 @@ public:
     /** What is referred to outlives the commands. */
     FileCommands(Workspace& workspace, Document& document, MediaImporter& importer, ExportBar& exportBar,
                  QWidget& window);
+    ~FileCommands();
+
+    FileCommands(const FileCommands&) = delete;
+    FileCommands& operator=(const FileCommands&) = delete;
 
     void startNew();
     void askAndOpen();
@@ -76,6 +81,7 @@ private:
     QWidget& window_;
     QString mediaFolder_;
     MediaFinder finder_;
+    PatientReader reader_;
     bool awaitsPicture_ = false;
 };
 

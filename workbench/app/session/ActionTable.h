@@ -1,6 +1,6 @@
 #pragma once
 
-#include "skin/Glyphs.h"
+#include "skin/theme/Glyphs.h"
 
 #include <QKeySequence>
 #include <QList>

@@ -3,8 +3,8 @@
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/edit/Cue.h"
-#include "skin/Glyphs.h"
 #include "skin/QtConversions.h"
+#include "skin/theme/Glyphs.h"
 
 #include <QPainter>
 #include <QPainterPath>

@@ -8,15 +8,13 @@
 #include "workbench/app/effects/EffectListPane.h"
 #include "workbench/app/effects/EffectsPanelPane.h"
 #include "workbench/app/files/ExportBar.h"
-#include "workbench/app/session/ClipPlacement.h"
 #include "workbench/app/session/PreferenceKeys.h"
-#include "workbench/app/session/Say.h"
 #include "workbench/app/timeline/TimeBarPane.h"
-#include "workbench/app/timeline/TimeCode.h"
 #include "workbench/app/timeline/TimelinePane.h"
 #include "workbench/app/timeline/TimelineStrip.h"
 #include "workbench/app/window/DeleteKey.h"
 #include "workbench/app/window/DialogPlace.h"
+#include "workbench/app/window/Docks.h"
 #include "workbench/app/window/MessageBar.h"
 #include "workbench/app/window/TransportBar.h"
 #include "workbench/app/window/ViewerWidget.h"
@@ -24,7 +22,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -34,8 +31,6 @@
 #include <QStyle>
 #include <QUrl>
 #include <QVBoxLayout>
-
-#include <algorithm>
 
 namespace workbench
 {
@@ -60,6 +55,7 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     , document_(document)
     , importer_(workspace)
     , adder_(workspace)
+    , segments_(workspace)
     , cues_(workspace)
     , keyframes_(workspace)
     , viewer_(new ViewerWidget)
@@ -76,7 +72,8 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     , documentCallback_(this, &MainWindow::handleDocument)
 {
     auto handlers = fileHandlers();
-    handlers.merge(editHandlers());
+    handlers.merge(viewHandlers());
+    handlers.merge(segments_.handlers());
     handlers.merge(cues_.handlers());
     handlers.merge(keyframes_.handlers());
     deleteKey_ = std::make_unique<DeleteKey>(workspace_, timeline_->strip(), *effects_, keyframes_);
@@ -133,15 +130,7 @@ void MainWindow::build()
     column->addWidget(new TransportBar(workspace_, *actions_));
     setCentralWidget(centre);
     actions_->fillMenus(*menuBar());
-    setCorner(Qt::BottomLeftCorner, Qt::BottomDockWidgetArea);
-    setCorner(Qt::BottomRightCorner, Qt::BottomDockWidgetArea);
-    listDock_ = addDock(Qt::LeftDockWidgetArea, "Effects", "effectList", list_);
-    effectsDock_ = addDock(Qt::RightDockWidgetArea, "Effect controls", "effectPanels", effects_);
-    timelineDock_ = addDock(Qt::BottomDockWidgetArea, "Timeline", "timeline", timeline_);
-    // Below the controls of the effects, and there when it is asked for.
-    cueDock_ = addDock(Qt::RightDockWidgetArea, "Cue", "cue", cuePane_);
-    cueDock_->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetClosable);
-    cueDock_->hide();
+    docks_ = std::make_unique<Docks>(*this, *list_, *effects_, *timeline_, *cuePane_);
     setAcceptDrops(true);
     // In a large interface the screen has less room than that.
     const QSize room = screen()->availableSize() - QSize(0, style()->pixelMetric(QStyle::PM_TitleBarHeight));
@@ -151,31 +140,20 @@ void MainWindow::build()
 void MainWindow::arrange(const QSize& size)
 {
     resize(size);
-    resizeDocks({listDock_, effectsDock_}, {250, 430}, Qt::Horizontal);
-    resizeDocks({timelineDock_}, {timeline_->sizeHint().height() + 30}, Qt::Vertical);
+    docks_->arrange();
 }
 
 void MainWindow::connectCues()
 {
     actions_->action(Command::CueColour).setMenu(new CueColourMenu(cues_, this));
     cues_.descriptionWanted = [this](const oribund::Cue&) {
-        cueDock_->show();
+        docks_->showCue();
         cuePane_->takeKeyboard();
     };
     cues_.nameWanted = [this](const oribund::Cue& cue) { timeBar_->askForName(cue); };
     timeline_->strip().cueMenuWanted = [this](double editTime, const QPoint& at) {
         timeBar_->openCueMenu(editTime, at);
     };
-}
-
-QDockWidget* MainWindow::addDock(Qt::DockWidgetArea area, const char* title, const char* name, QWidget* contents)
-{
-    auto* dock = new QDockWidget(QString::fromUtf8(title), this);
-    dock->setObjectName(QLatin1String(name));
-    dock->setFeatures(QDockWidget::DockWidgetMovable);
-    dock->setWidget(contents);
-    addDockWidget(area, dock);
-    return dock;
 }
 
 std::map<Command, ActionTable::Handler> MainWindow::fileHandlers()
@@ -197,24 +175,9 @@ std::map<Command, ActionTable::Handler> MainWindow::fileHandlers()
     return handlers;
 }
 
-std::map<Command, ActionTable::Handler> MainWindow::editHandlers()
+std::map<Command, ActionTable::Handler> MainWindow::viewHandlers()
 {
     return {
-        {Command::Undo, [this] { workspace_.edit().undoStack().undo(); }},
-        {Command::Redo, [this] { workspace_.edit().undoStack().redo(); }},
-        {Command::Split, [this] { split(); }},
-        {Command::Remove, [this] { removeSelected(); }},
-        {Command::SelectNext, [this] { selectNext(1); }},
-        {Command::SelectPrevious, [this] { selectNext(-1); }},
-        {Command::Play, [this] { togglePlay(); }},
-        {Command::StepBack, [this] { stepBy(-1); }},
-        {Command::StepForward, [this] { stepBy(1); }},
-        {Command::SecondBack, [this] { stepBy(-framesPerSecond(workspace_.edit().format())); }},
-        {Command::SecondForward, [this] { stepBy(framesPerSecond(workspace_.edit().format())); }},
-        {Command::ToStart, [this] { goTo(0); }},
-        {Command::ToEnd, [this] { goTo(workspace_.edit().timeline().endFrame() - 1); }},
-        {Command::PreviousCut, [this] { goTo(previousCut(workspace_.edit(), workspace_.vob().currentFrame())); }},
-        {Command::NextCut, [this] { goTo(nextCut(workspace_.edit(), workspace_.vob().currentFrame())); }},
         {Command::ZoomIn, [this] { timeline_->strip().zoom(1.5); }},
         {Command::ZoomOut, [this] { timeline_->strip().zoom(1.0 / 1.5); }},
         {Command::ZoomAll, [this] { timeline_->strip().showAll(); }},
@@ -327,68 +290,6 @@ void MainWindow::dropEvent(QDropEvent* event)
             files_->open(paths);
         },
         Qt::QueuedConnection);
-}
-
-// What the commands do
-
-void MainWindow::goTo(int frame)
-{
-    workspace_.vob().setCurrentTime(workspace_.vob().timeOf(frame));
-}
-
-void MainWindow::stepBy(int frames)
-{
-    workspace_.vob().stopPlay();
-    goTo(workspace_.vob().currentFrame() + frames);
-}
-
-void MainWindow::togglePlay()
-{
-    ModelVob& vob = workspace_.vob();
-    if (vob.isPlaying())
-        vob.stopPlay();
-    else if (workspace_.edit().timeline().endFrame() > 0)
-        vob.startPlay();
-}
-
-void MainWindow::split()
-{
-    const int frame = workspace_.vob().currentFrame();
-    const Segment* segment = workspace_.edit().timeline().findSegment(workspace_.selection().get());
-    if (!segment || frame <= segment->data.start || frame >= segment->data.end())
-        segment = topSegmentAt(workspace_.edit(), frame);
-    if (!segment)
-        return say("There is no segment at the current time.");
-    const EditOutcome outcome = workspace_.editor().splitSegment(segment->id(), frame);
-    if (outcome)
-        workspace_.selection().set(outcome.object);
-    else
-        say(outcome.refused);
-}
-
-void MainWindow::removeSelected()
-{
-    if (!workspace_.edit().timeline().findSegment(workspace_.selection().get()))
-        return say("Select a segment to remove.");
-    if (const EditOutcome outcome = workspace_.editor().removeSegment(workspace_.selection().get()); !outcome)
-        say(outcome.refused);
-}
-
-void MainWindow::selectNext(int by)
-{
-    std::vector<const Segment*> segments;
-    for (const auto& track : workspace_.edit().timeline().tracks())
-        segments.insert(segments.end(), track->segments.begin(), track->segments.end());
-    if (segments.empty())
-        return;
-    const auto selected = std::find_if(segments.begin(), segments.end(), [this](const Segment* segment) {
-        return segment->id() == workspace_.selection().get();
-    });
-    const auto count = static_cast<std::ptrdiff_t>(segments.size());
-    const std::ptrdiff_t from = selected == segments.end() ? (by > 0 ? -1 : count) : selected - segments.begin();
-    const Segment& next = *segments[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(from + by, 0, count - 1))];
-    workspace_.selection().set(next.id());
-    goTo(next.data.start);
 }
 
 // What happens to the edit

@@ -11,6 +11,7 @@
 #include "workbench/app/session/ActionTable.h"
 #include "workbench/app/session/Playback.h"
 #include "workbench/app/session/Workspace.h"
+#include "workbench/app/timeline/TimelineCommands.h"
 
 #include <QMainWindow>
 
@@ -23,6 +24,7 @@ namespace workbench
 
 class CuePane;
 class DeleteKey;
+class Docks;
 class EffectListPane;
 class EffectsPanelPane;
 class ExportBar;
@@ -81,22 +83,14 @@ protected:
 
 private:
     std::map<Command, ActionTable::Handler> fileHandlers();
-    std::map<Command, ActionTable::Handler> editHandlers();
+    std::map<Command, ActionTable::Handler> viewHandlers();
     void build();
     void connectCues();
-    QDockWidget* addDock(Qt::DockWidgetArea area, const char* title, const char* name, QWidget* contents);
     void enterTyped();
     void rememberPlace() const;
     void showTitle();
     void showLoading();
     void showProblem(const EngineProblem& problem);
-
-    void stepBy(int frames);
-    void goTo(int frame);
-    void togglePlay();
-    void split();
-    void removeSelected();
-    void selectNext(int by);
 
     int handleReplaced(const EditReplaced&);
     int handleUndo(const UndoStackEvent&);
@@ -106,6 +100,7 @@ private:
     Document& document_;
     MediaImporter importer_;
     EffectAdder adder_;
+    TimelineCommands segments_;
     CueCommands cues_;
     KeyframeActions keyframes_;
     std::unique_ptr<DeleteKey> deleteKey_;
@@ -119,10 +114,7 @@ private:
     TimeBarPane* timeBar_;
     CuePane* cuePane_;
     QString loading_; ///< what the viewer says while media are read; empty when none are
-    QDockWidget* listDock_;
-    QDockWidget* effectsDock_;
-    QDockWidget* timelineDock_;
-    QDockWidget* cueDock_;
+    std::unique_ptr<Docks> docks_;
     std::unique_ptr<FileCommands> files_;
     std::unique_ptr<Playback> playback_;
     oribund::MethodCallback<MainWindow, EditReplaced> replacedCallback_;

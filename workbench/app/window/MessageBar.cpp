@@ -1,6 +1,6 @@
 #include "workbench/app/window/MessageBar.h"
 
-#include "skin/Glyphs.h"
+#include "skin/theme/Glyphs.h"
 
 #include <QApplication>
 #include <QHBoxLayout>

@@ -25,16 +25,21 @@ Reach reachOf(const Timeline& timeline, const Segment& segment)
     return {into ? into->before() : 0, outOf ? outOf->after() : 0};
 }
 
-BakeSpan spanOf(const Segment& segment, const Reach& reach)
-{
-    return {segment.data.length, -reach.head, segment.data.length - 1 + reach.tail};
-}
-
 /** The frame of the producer that shows a segment's first frame. A still has no frames before its own, so what a
     transition shows before it is counted in. */
 int sourceIn(const Segment& segment, const MediaInfo& media, const Reach& reach)
 {
     return media.isStill() ? reach.head : segment.data.in;
+}
+
+/** The frames, counted from the segment's first, that an effect is projected for: where it is at work, as far as the
+    segment is shown. Where the two have nothing in common it is the one that comes after. */
+BakeSpan spanOf(const ModelEffect& effect, const Segment& segment, const Reach& reach)
+{
+    const int end = segment.data.length + reach.tail;
+    const int first = std::max(-reach.head, effect.firstFrame() - segment.data.in);
+    const int last = std::min(end - 1, effect.lastFrame() - segment.data.in);
+    return first <= last ? BakeSpan{segment.data.length, first, last} : BakeSpan{segment.data.length, end, end};
 }
 
 class Projector
@@ -190,17 +195,18 @@ private:
         else
             clip.properties.push_back({track.data.kind == TrackKind::Video ? "audio_index" : "video_index", "-1"});
         for (const auto& effect : segment.effects)
-            clip.filters.push_back(filterOf(*effect, clip, spanOf(segment, reach)));
+            clip.filters.push_back(filterOf(*effect, in, spanOf(*effect, segment, reach)));
         return clip;
     }
 
-    static ProjectedFilter filterOf(const ModelEffect& effect, const ProjectedClip& clip, const BakeSpan& span)
+    /** `in` is the frame of the producer that shows the segment's first. */
+    static ProjectedFilter filterOf(const ModelEffect& effect, int in, const BakeSpan& span)
     {
         ProjectedFilter filter;
         filter.id = filterId(objectOf(effect.id()));
         filter.service = std::string(effect.tagTypeId().view());
-        filter.in = clip.in;
-        filter.out = clip.out;
+        filter.in = in + span.first;
+        filter.out = in + span.last;
         filter.properties.push_back({"disable", effect.isEnabled() ? "0" : "1"});
         if (const auto& description = effect.description()) {
             for (const auto& [name, value] : description->fixedProperties)
@@ -250,7 +256,7 @@ std::vector<PropertyUpdate> projectParam(const EditModel& edit, const oribund::I
     const Segment& segment = *edit.timeline().segmentOfEffect(objectOf(effectId));
     ProjectedProperties properties;
     bakeParam(effect->description()->params[static_cast<std::size_t>(index)], *effect->paramAt(index),
-              spanOf(segment, reachOf(edit.timeline(), segment)), properties);
+              spanOf(*effect, segment, reachOf(edit.timeline(), segment)), properties);
     std::vector<PropertyUpdate> updates;
     for (ProjectedProperty& property : properties)
         updates.push_back({filterId(objectOf(effectId)), std::move(property.name), std::move(property.value)});

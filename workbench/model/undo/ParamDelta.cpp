@@ -2,22 +2,12 @@
 
 #include "oribund/host/effects/params/ParamText.h"
 
-#include <string>
-
 namespace workbench
 {
 
 using oribund::EffectValParamFnType;
 using oribund::ParamValue;
 using oribund::WString;
-
-namespace
-{
-WString manyKeyframes(int count)
-{
-    return oribund::toWide(count == 1 ? std::string("keyframe") : std::to_string(count) + " keyframes");
-}
-} // namespace
 
 ParamDelta::ParamDelta(ObjectId effect, const oribund::IdStamp& param)
     : effect_(effect)
@@ -98,16 +88,16 @@ WString ParamDelta::describe(const Timeline& timeline) const
         return (fnType_->after == EffectValParamFnType::Keyframed ? L"Animate " : L"Stop animating ") + name;
     const KeyframesDelta::Counts keys = keyframes_.count();
     if (keys.moved > 0)
-        return L"Move " + manyKeyframes(keys.moved) + L" of " + name;
+        return L"Move " + oribund::keyframesText(keys.moved) + L" of " + name;
     if (keys.inserted > 0)
-        return L"Add " + manyKeyframes(keys.inserted) + L" to " + name;
+        return L"Add " + oribund::keyframesText(keys.inserted) + L" to " + name;
     if (keys.erased > 0)
-        return L"Remove " + manyKeyframes(keys.erased) + L" from " + name;
+        return L"Remove " + oribund::keyframesText(keys.erased) + L" from " + name;
     if (keys.changed == 1)
         return fromTo(keyframes_.valueAt(*param, keys.changedAt, false),
                       keyframes_.valueAt(*param, keys.changedAt, true));
     if (keys.changed > 1)
-        return L"Change " + manyKeyframes(keys.changed) + L" of " + name;
+        return L"Change " + oribund::keyframesText(keys.changed) + L" of " + name;
     return constant_ ? fromTo(constant_->before, constant_->after) : L"Change " + name;
 }
 

@@ -147,6 +147,8 @@ Json editJson(const EditData& edit, const MediaPaths& paths)
     Json& cues = json["cues"] = Json::array();
     for (const oribund::Cue& cue : edit.cues)
         cues.push_back(toJson(cue));
+    if (!edit.original.empty())
+        json["original"] = edit.original;
     return json;
 }
 
@@ -155,6 +157,7 @@ EditData editFrom(const Json& json, const MediaPaths& paths, Warnings& warnings)
     EditData edit;
     const JsonFields fields(json, "The edit", warnings);
     edit.name = fields.text("name");
+    edit.original = fields.text("original");
     edit.format = formatFrom(json.contains("format") ? json["format"] : Json(), warnings);
     for (const Json& media : fields.list("media"))
         edit.media.push_back(mediaFrom(media, paths, warnings));

@@ -229,6 +229,10 @@ Json toJson(const EffectData& effect)
         params.push_back(toJson(param));
     if (!effect.rest.empty())
         json["rest"] = toJson(effect.rest);
+    if (effect.first != EffectData().first || effect.last != EffectData().last) {
+        json["first"] = effect.first;
+        json["last"] = effect.last;
+    }
     return json;
 }
 
@@ -243,6 +247,8 @@ EffectData effectFrom(const Json& json, Warnings& warnings)
         if (auto read = paramFrom(param, "Effect \"" + effect.service + "\"", warnings))
             effect.params.push_back(std::move(*read));
     effect.rest = propertiesFrom(fields.list("rest"));
+    effect.first = fields.integer("first", effect.first, 0, effect.last);
+    effect.last = fields.integer("last", effect.last, 0, effect.last);
     return effect;
 }
 

@@ -1,12 +1,16 @@
 #include "workbench/store/mlt/MltImport.h"
 
 #include "workbench/model/EffectCatalogue.h"
+#include "workbench/model/Ids.h"
+#include "workbench/model/projection/ServiceText.h"
 #include "workbench/store/files/ProjectFormat.h"
 #include "workbench/store/json/EditJson.h"
 #include "workbench/store/json/EffectJson.h"
 #include "workbench/store/json/JsonFields.h"
 #include "workbench/store/json/RawParams.h"
 #include "workbench/store/mlt/MltClip.h"
+#include "workbench/store/mlt/MltServices.h"
+#include "workbench/store/mlt/MltTrack.h"
 
 #include <pugixml.hpp>
 
@@ -26,7 +30,7 @@ constexpr std::size_t kMostTracks = 200;
 
 // What holds what can be named again and again: a small file can describe any number of visits.
 constexpr int kMostVisits = 10'000;
-constexpr int kMostSegments = 200'000;
+constexpr std::size_t kMostEntries = 200'000;
 
 constexpr unsigned kHideVideo = 1;
 constexpr unsigned kHideAudio = 2;
@@ -36,17 +40,6 @@ unsigned hiddenOf(pugi::xml_node track)
     const std::string hide = track.attribute("hide").value();
     return (hide == "both" || hide == "video" ? kHideVideo : 0u) |
            (hide == "both" || hide == "audio" ? kHideAudio : 0u);
-}
-
-bool isKind(pugi::xml_node node, std::initializer_list<const char*> kinds)
-{
-    return std::any_of(kinds.begin(), kinds.end(),
-                       [node](const char* kind) { return std::strcmp(node.name(), kind) == 0; });
-}
-
-bool isClip(pugi::xml_node node)
-{
-    return isKind(node, {"producer", "chain"});
 }
 
 int attributeOr(pugi::xml_node node, const char* name, int fallback)
@@ -76,10 +69,13 @@ FormatData formatOf(pugi::xml_node profile)
 class Importer
 {
 public:
-    Importer(pugi::xml_node mlt, const fs::path& folder, const EffectCatalogue& catalogue, Warnings& warnings)
+    Importer(pugi::xml_node mlt, const fs::path& folder, const EffectCatalogue& catalogue, Warnings& warnings,
+             const std::stop_token& stop)
         : mlt_(mlt)
+        , services_(mlt)
         , catalogue_(catalogue)
         , warnings_(warnings)
+        , stop_(stop)
     {
         const std::string root = validText(mlt.attribute("root").value());
         root_ = root.starts_with('/') ? fs::path(root) : folder;
@@ -89,13 +85,14 @@ public:
 
     EditData import()
     {
-        indexServices();
-        if (const pugi::xml_node main = findMain())
+        const pugi::xml_node main = services_.findMain();
+        if (main)
             addAny(main, 0, 0);
-        if (left_.trackEffects + left_.transitions + left_.nested > 0)
-            warnings_.add("Left out, for this program has nothing like them: " + std::to_string(left_.trackEffects) +
-                          " effects on whole tracks, " + std::to_string(left_.transitions) +
-                          " transitions between tracks, " + std::to_string(left_.nested) + " edits within the edit.");
+        addListedMedia();
+        for (const pugi::xml_node list : main.children("properties"))
+            if (std::string_view(list.attribute("name").value()).ends_with(":markers"))
+                addCues(list);
+        tellWhatIsLeft();
         nameTracks();
         // Pictures are listed from the top down; sounds in the order of the file.
         std::reverse(video_.begin(), video_.end());
@@ -105,53 +102,20 @@ public:
     }
 
 private:
-    // Any service may be described where it is first used, at any depth.
-    void indexServices()
+    void tellWhatIsLeft()
     {
-        std::vector<pugi::xml_node> open{mlt_};
-        while (!open.empty()) {
-            const pugi::xml_node node = open.back();
-            open.pop_back();
-            if (isKind(node, {"producer", "chain", "playlist", "tractor"}))
-                if (const pugi::xml_attribute id = node.attribute("id"))
-                    services_.emplace(id.value(), node);
-            for (const pugi::xml_node child : node.children())
-                open.push_back(child);
-        }
-    }
-
-    pugi::xml_node findMain() const
-    {
-        pugi::xml_node main;
-        if (const auto named = services_.find(mlt_.attribute("producer").value()); named != services_.end())
-            main = named->second;
-        if (main && !isKept(main))
-            return main;
-        pugi::xml_node last;
-        for (const pugi::xml_node child : mlt_.children())
-            if (isKind(child, {"producer", "chain", "playlist", "tractor"}) && !isKept(child) &&
-                (!main || isKind(child, {"tractor"})))
-                last = child;
-        return last ? last : main;
-    }
-
-    /** Not played, but kept for its program: the list of the media that it knows. */
-    static bool isKept(pugi::xml_node service) { return propertyOf(service, "xml_retain") == "1"; }
-
-    /** What a `track` or `entry` shows: named by id, or described inside it. */
-    pugi::xml_node serviceOf(pugi::xml_node user) const
-    {
-        if (const auto named = services_.find(user.attribute("producer").value()); named != services_.end())
-            return named->second;
-        for (const pugi::xml_node child : user.children())
-            if (isKind(child, {"producer", "chain", "playlist", "tractor"}))
-                return child;
-        return {};
+        if (left_.trackEffects + left_.transitions + left_.nested + left_.speeds > 0)
+            warnings_.add("Left out, for this program has nothing like them: " + std::to_string(left_.trackEffects) +
+                          " effects on whole tracks, " + std::to_string(left_.transitions) +
+                          " transitions between tracks, " + std::to_string(left_.nested) + " edits within the edit, " +
+                          std::to_string(left_.speeds) + " changes of speed. The project keeps them, unused.");
+        if (left_.mixers > 0)
+            warnings_.add(std::to_string(left_.mixers) + " transitions of a kind of their own are dissolves here.");
     }
 
     void addAny(pugi::xml_node service, unsigned hidden, int depth)
     {
-        if (++visits_ > kMostVisits)
+        if (++visits_ > kMostVisits || stop_.stop_requested())
             ++left_.nested;
         else if (isKind(service, {"tractor"}))
             addTractor(service, hidden, depth);
@@ -168,14 +132,21 @@ private:
         countLeft(tractor);
         for (const pugi::xml_node holder : {tractor, tractor.child("multitrack")})
             for (const pugi::xml_node track : holder.children("track"))
-                addAny(serviceOf(track), hidden | hiddenOf(track), depth + 1);
+                addAny(services_.serviceOf(track), hidden | hiddenOf(track), depth + 1);
+    }
+
+    /** It only lays tracks over each other, or mixes their sound, which is what an edit does anyway. */
+    static bool isPlainOverlay(pugi::xml_node transition)
+    {
+        const std::string service = propertyOf(transition, "mlt_service");
+        return propertyOf(transition, "always_active") == "1" ||
+               (!transition.attribute("out") && (service == "frei0r.cairoblend" || service == "qtblend"));
     }
 
     void countLeft(pugi::xml_node holder)
     {
-        // What only lays tracks over each other, or mixes their sound, is what an edit does anyway.
         for (const pugi::xml_node transition : holder.children("transition"))
-            if (propertyOf(transition, "always_active") != "1")
+            if (!isPlainOverlay(transition) && propertyOf(transition, "disable") != "1")
                 ++left_.transitions;
         for (const pugi::xml_node filter : holder.children("filter"))
             if (!propertyOf(filter, "mlt_service").empty())
@@ -189,7 +160,7 @@ private:
             return false;
         if (isKind(service, {"playlist"})) {
             const pugi::xml_node only = service.child("entry");
-            service = only.next_sibling("entry") ? pugi::xml_node() : serviceOf(only);
+            service = only.next_sibling("entry") ? pugi::xml_node() : services_.serviceOf(only);
         }
         if (!isClip(service))
             return false;
@@ -208,41 +179,36 @@ private:
         }
         TrackData pictures{newId(), TrackKind::Video, {}, true, {}, {}};
         TrackData sounds{newId(), TrackKind::Audio, {}, true, {}, {}};
-        int at = 0;
-        if (isClip(service)) {
-            addSegments(service, service, hidden, at, pictures, sounds);
-        } else {
-            countLeft(service);
-            for (const pugi::xml_node item : service.children())
-                if (isKind(item, {"blank"}))
-                    at += std::max(frameOf(item.attribute("length").value(), edit_.format, 0), 0);
-                else if (isKind(item, {"entry"}))
-                    addSegments(item, serviceOf(item), hidden, at, pictures, sounds);
-        }
+        for (const TrackPiece& piece : piecesOf(service))
+            if (!stop_.stop_requested())
+                addSegments(piece, hidden, pictures, sounds);
         if (!pictures.segments.empty() || (hidden & kHideVideo) == 0)
             video_.push_back(std::move(pictures));
         if (!sounds.segments.empty())
             audio_.push_back(std::move(sounds));
     }
 
-    /** The picture and the sound of an entry, at frame `at`, which is moved on to its end. */
-    void addSegments(pugi::xml_node entry, pugi::xml_node producer, unsigned hidden, int& at, TrackData& pictures,
-                     TrackData& sounds)
+    std::vector<TrackPiece> piecesOf(pugi::xml_node service)
     {
-        const MediaInfo media = isClip(producer) ? mediaOf(producer, root_, edit_.format) : MediaInfo();
-        const int lastOfMedia = frameOf(producer.attribute("out").value(), edit_.format,
-                                        media.frames > 0 ? media.frames - 1 : kMostFrames / 1000);
-        SegmentData segment;
-        segment.in = std::max(frameOf(entry.attribute("in").value(), edit_.format, 0), 0);
-        segment.length = frameOf(entry.attribute("out").value(), edit_.format, lastOfMedia) - segment.in + 1;
-        segment.start = at;
-        if (segment.length <= 0 || at > kMostFrames - segment.length)
-            return;
-        at = segment.end();
-        if (!isClip(producer) || ++segments_ > kMostSegments) {
+        if (!isClip(service))
+            countLeft(service);
+        TrackPieces read = readTrack(service, services_, edit_.format, kMostEntries - entries_);
+        if (read.entries > kMostEntries - entries_)
             ++left_.nested;
-            return;
-        }
+        entries_ = std::min(entries_ + read.entries, kMostEntries);
+        left_.nested += read.nested;
+        left_.mixers += read.mixers;
+        return std::move(read.pieces);
+    }
+
+    /** The picture and the sound of a piece. */
+    void addSegments(const TrackPiece& piece, unsigned hidden, TrackData& pictures, TrackData& sounds)
+    {
+        const MediaInfo media = mediaOf(piece.clip, root_, edit_.format);
+        SegmentData segment;
+        segment.in = piece.in;
+        segment.length = piece.length;
+        segment.start = piece.start;
         segment.media = mediaId(media);
         segment.name = fs::path(media.path).filename().string();
         const bool seen = media.hasVideo && (hidden & kHideVideo) == 0;
@@ -250,20 +216,29 @@ private:
         segment.link = seen && heard ? newId() : kNoObject;
         // Each effect goes to the half that it is about. An unknown one may as well be about the picture.
         if (seen)
-            addSegment(segment, entry, producer, pictures, heard ? Effects::OfPicture : Effects::All);
+            addSegment(segment, piece, pictures, heard ? Effects::OfPicture : Effects::All);
         if (heard)
-            addSegment(segment, entry, producer, sounds, seen ? Effects::OfSound : Effects::All);
+            addSegment(segment, piece, sounds, seen ? Effects::OfSound : Effects::All);
     }
 
     enum class Effects { All, OfPicture, OfSound };
 
-    void addSegment(SegmentData segment, pugi::xml_node entry, pugi::xml_node producer, TrackData& track,
-                    Effects wanted)
+    void addSegment(SegmentData segment, const TrackPiece& piece, TrackData& track, Effects wanted)
     {
         segment.id = newId();
-        addEffects(producer, wanted, segment);
-        if (entry != producer)
-            addEffects(entry, wanted, segment);
+        addEffects(piece.clip, wanted, segment);
+        if (wanted != Effects::OfSound)
+            for (const pugi::xml_node link : piece.clip.children("link"))
+                left_.speeds += propertyOf(link, "mlt_service") == "timeremap" ? 1 : 0;
+        if (piece.entry != piece.clip)
+            addEffects(piece.entry, wanted, segment);
+        if (piece.into.length > 0 && !track.segments.empty() && track.segments.back().end() == segment.start) {
+            TransitionData into = piece.into;
+            into.id = newId();
+            into.left = track.segments.back().id;
+            into.right = segment.id;
+            track.transitions.push_back(into);
+        }
         track.segments.push_back(std::move(segment));
     }
 
@@ -278,6 +253,31 @@ private:
             effect.id = newId();
             segment.effects.push_back(std::move(effect));
         }
+    }
+
+    /** What the other program lists beside its timeline. */
+    void addListedMedia()
+    {
+        for (const pugi::xml_node list : mlt_.children("playlist"))
+            if (MltServices::isKept(list))
+                for (const pugi::xml_node entry : list.children("entry"))
+                    if (const pugi::xml_node clip = services_.serviceOf(entry); isClip(clip))
+                        mediaId(mediaOf(clip, root_, edit_.format));
+    }
+
+    void addCues(pugi::xml_node list)
+    {
+        for (const pugi::xml_node mark : list.children("properties")) {
+            oribund::Cue cue;
+            cue.id = stampOf(newId());
+            cue.time = frameOf(propertyOf(mark, "start"), edit_.format, 0) * edit_.format.frameLength();
+            cue.name = oribund::toWide(propertyOf(mark, "text"));
+            if (const auto colour = parseServiceColour(propertyOf(mark, "color")))
+                cue.colour = {(*colour)[0], (*colour)[1], (*colour)[2], (*colour)[3]};
+            edit_.cues.push_back(cue);
+        }
+        std::stable_sort(edit_.cues.begin(), edit_.cues.end(),
+                         [](const oribund::Cue& a, const oribund::Cue& b) { return a.time < b.time; });
     }
 
     ObjectId mediaId(const MediaInfo& media)
@@ -310,27 +310,31 @@ private:
         int trackEffects = 0;
         int transitions = 0;
         int nested = 0;
+        int speeds = 0;
+        int mixers = 0;
     };
 
     pugi::xml_node mlt_;
+    const MltServices services_;
     fs::path root_;
     const EffectCatalogue& catalogue_;
     Warnings& warnings_;
+    const std::stop_token stop_;
     EditData edit_;
     std::vector<TrackData> video_;
     std::vector<TrackData> audio_;
-    std::unordered_map<std::string, pugi::xml_node> services_;
     std::unordered_map<std::string, std::size_t> mediaByPath_;
     LeftOut left_;
     int visits_ = 0;
-    int segments_ = 0;
+    std::size_t entries_ = 0;
     ObjectId lastId_ = kNoObject;
 };
 } // namespace
 
-EditData importMlt(pugi::xml_node mlt, const fs::path& folder, const EffectCatalogue& catalogue, Warnings& warnings)
+EditData importMlt(pugi::xml_node mlt, const fs::path& folder, const EffectCatalogue& catalogue, Warnings& warnings,
+                   const std::stop_token& stop)
 {
-    return Importer(mlt, folder, catalogue, warnings).import();
+    return Importer(mlt, folder, catalogue, warnings, stop).import();
 }
 
 EffectData importFilter(pugi::xml_node filter, const SegmentData& segment, const FormatData& format,
@@ -352,16 +356,17 @@ EffectData importFilter(pugi::xml_node filter, const SegmentData& segment, const
         else if (name != "mlt_service" && name != format::kEffectProperty && !name.empty())
             effect.rest.emplace_back(name, validText(property.child_value()));
     }
+    const int in = std::max(frameOf(filter.attribute("in").value(), format, 0), 0);
+    const int out = frameOf(filter.attribute("out").value(), format, 0);
+    if (out > 0 && (in > segment.in || out < segment.in + segment.length - 1)) {
+        effect.first = in;
+        effect.last = std::max(in, out);
+    }
     const auto known = catalogue.find(effect.service);
     if (!known)
         return effect;
     // Both count from the beginning of the media: keyframes from the filter's in point, the segment from its own.
-    const int in = std::max(frameOf(filter.attribute("in").value(), format, 0), 0);
-    const int out = frameOf(filter.attribute("out").value(), format, 0);
     effect.params = takeParams(*known, effect.rest, {segment.length, in - segment.in});
-    if (out > 0 && (in > segment.in || out < segment.in + segment.length - 1))
-        warnings.add("The effect \"" + known->title + "\" is at work on a part of \"" + segment.name +
-                     "\" only; here it works on all of it.");
     for (const auto& [name, value] : effect.rest)
         if (known->find(name))
             warnings.add("The setting \"" + name + "\" of the effect \"" + known->title +

@@ -3,6 +3,7 @@
 #include "workbench/model/EditData.h"
 
 #include <filesystem>
+#include <stop_token>
 
 namespace pugi
 {
@@ -18,10 +19,10 @@ class Warnings;
 /**
  * Takes an edit out of MLT XML that another program wrote: its tracks, the clips on them with their filters. Tracks
  * that hold tracks are spread out. What an edit cannot hold (effects on whole tracks, transitions between tracks) is
- * left out, with a warning. Ids are given later.
+ * left out, with a warning. Ids are given later. Ends early, with a part of it, where that is asked for.
  */
 EditData importMlt(pugi::xml_node mlt, const std::filesystem::path& folder, const EffectCatalogue& catalogue,
-                   Warnings& warnings);
+                   Warnings& warnings, const std::stop_token& stop = {});
 
 /** A filter as an effect of that segment: what we saved with it, where it has that; else from its properties. */
 EffectData importFilter(pugi::xml_node filter, const SegmentData& segment, const FormatData& format,

@@ -6,7 +6,7 @@ namespace oribund
 {
 
 CompoundEffectMonitorClient::CompoundEffectMonitorClient(CompoundEffectMonitor* monitor)
-    : callback_(this, &CompoundEffectMonitorClient::handleChange)
+    : callback_(this)
 {
     setMonitor(monitor);
 }

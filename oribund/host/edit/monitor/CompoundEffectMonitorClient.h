@@ -41,7 +41,8 @@ private:
     int handleChange(const ChangeDescription& change);
 
     CompoundEffectMonitor* monitor_ = nullptr;
-    MethodCallback<CompoundEffectMonitorClient, ChangeDescription, int> callback_;
+    FixedMethodCallback<CompoundEffectMonitorClient, ChangeDescription, &CompoundEffectMonitorClient::handleChange>
+        callback_;
 };
 
 } // namespace oribund

@@ -11,6 +11,8 @@
 #include "oribund/host/effects/keyframes/KeyframeRemoval.h"
 #include "oribund/host/effects/keyframes/KeyframeSpan.h"
 #include "oribund/host/effects/keyframes/KeyframeTrim.h"
+#include "oribund/host/effects/params/ParamText.h"
+#include "oribund/host/services/TextIds.h"
 
 #include <algorithm>
 #include <array>
@@ -23,10 +25,9 @@ namespace
 {
 
 /** "Remove keyframe", "Remove 3 keyframes". */
-UIString titleOf(const wchar_t* verb, int count)
+UIString titleOf(int step, int count)
 {
-    const WString what = count == 1 ? WString(L"keyframe") : reinterpretValType<WString>(count) + L" keyframes";
-    return UIString(L"$VERB$ $WHAT$").withPlaceholder(L"VERB", verb).withPlaceholder(L"WHAT", what);
+    return UIString(step).withPlaceholder(L"WHAT", keyframesText(count));
 }
 
 } // namespace
@@ -84,7 +85,7 @@ bool CompoundEffectKeyframes::addKeyframesAt(const IdStamp& track, const IdStamp
     if (lacking.empty())
         return false;
     const Editing editing(*this);
-    const EditModifier modifier(vob_->getEdit(), L"Add keyframes");
+    const EditModifier modifier(vob_->getEdit(), UIString(TextIds::kAddKeyframesStep));
     for (const auto& param : lacking)
         param->graph()->subdivide(time.normalised);
     return true;
@@ -118,7 +119,7 @@ bool CompoundEffectKeyframes::remove(const KeyframeRemoval& removal)
     if (removal.count() == 0 || !canEdit())
         return false;
     const Editing editing(*this);
-    const EditModifier modifier(vob_->getEdit(), titleOf(L"Remove", removal.count()));
+    const EditModifier modifier(vob_->getEdit(), titleOf(TextIds::kRemoveStep, removal.count()));
     removal.apply();
     return true;
 }
@@ -212,7 +213,7 @@ int CompoundEffectKeyframes::pasteKeyframes(const IdStamp& track, const Keyframe
     if (count == 0)
         return 0;
     const Editing editing(*this);
-    const EditModifier modifier(vob_->getEdit(), titleOf(L"Paste", count));
+    const EditModifier modifier(vob_->getEdit(), titleOf(TextIds::kPasteStep, count));
     KeyframeSelection pasted;
     paste.apply(pasted);
     selection_->set(std::move(pasted));

@@ -2,7 +2,7 @@
 
 #include "oribund/host/base/Export.h"
 #include "oribund/host/base/NumRange.h"
-#include "oribund/host/base/NumberFormat.h"
+#include "oribund/host/base/text/NumberFormat.h"
 
 #include <cstddef>
 

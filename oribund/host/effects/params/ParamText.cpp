@@ -1,6 +1,7 @@
 #include "oribund/host/effects/params/ParamText.h"
 
-#include "oribund/host/base/ColourText.h"
+#include "oribund/host/base/Numeric.h"
+#include "oribund/host/base/text/ColourText.h"
 #include "oribund/host/effects/params/EffectValParam.h"
 #include "oribund/host/effects/params/NumberDisplay.h"
 #include "oribund/host/services/TextIds.h"
@@ -143,6 +144,13 @@ WString paramTooltip(const EffectValParamBase& param)
         text.empty() ? WString() : L"\n" + displayText(UIString(TextIds::kDefault).withPlaceholder(L"VALUE", text));
     return rowNameOf(param) + defaultLine +
            withTypes(param, standard, [](const auto& own, const auto&) { return rangeLines(own); });
+}
+
+WString keyframesText(int count)
+{
+    if (count == 1)
+        return displayText(TextIds::kOneKeyframe);
+    return displayText(UIString(TextIds::kManyKeyframes).withPlaceholder(L"COUNT", reinterpretValType<WString>(count)));
 }
 
 } // namespace oribund

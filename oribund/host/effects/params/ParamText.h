@@ -24,4 +24,7 @@ ORIBUND_API WString valueText(const EffectValParamBase& param, const ParamValue&
 /** What a pointer resting on a parameter's name tells: its whole name, its default and its range, a line each. */
 ORIBUND_API WString paramTooltip(const EffectValParamBase& param);
 
+/** "keyframe", or "3 keyframes". */
+ORIBUND_API WString keyframesText(int count);
+
 } // namespace oribund

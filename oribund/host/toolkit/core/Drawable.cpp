@@ -56,7 +56,7 @@ void Drawable::requestRedraw(unsigned changes)
     }
     pendingChanges_ |= changes;
     if (pendingIndex_ == kNotPending) {
-        pendingIndex_ = q.pending.size();
+        pendingIndex_ = static_cast<std::uint32_t>(q.pending.size());
         q.pending.push_back(this);
     }
 }

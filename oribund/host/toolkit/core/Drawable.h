@@ -2,7 +2,7 @@
 
 #include "oribund/host/base/Export.h"
 
-#include <cstddef>
+#include <cstdint>
 
 namespace oribund
 {
@@ -40,9 +40,9 @@ protected:
 private:
     static void flush();
 
-    static constexpr std::size_t kNotPending = static_cast<std::size_t>(-1);
+    static constexpr std::uint32_t kNotPending = static_cast<std::uint32_t>(-1);
     unsigned pendingChanges_ = 0;
-    std::size_t pendingIndex_ = kNotPending;
+    std::uint32_t pendingIndex_ = kNotPending;
 };
 
 /** Holds redraws off for the length of a scope. */

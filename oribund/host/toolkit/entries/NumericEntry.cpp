@@ -1,6 +1,8 @@
 #include "oribund/host/toolkit/entries/NumericEntry.h"
 
 #include "oribund/host/base/Numeric.h"
+#include "oribund/host/services/TextIds.h"
+#include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/EventRouter.h"
 #include "oribund/host/toolkit/core/GlobChange.h"
@@ -15,7 +17,25 @@ namespace oribund
 namespace
 {
 
-constexpr const wchar_t* kRefused = L"This value is not possible now";
+WString textOfProblem(NumberExpression::Problem problem)
+{
+    using Problem = NumberExpression::Problem;
+    switch (problem) {
+    case Problem::None:
+        return {};
+    case Problem::NoNumber:
+        return displayText(TextIds::kNoNumber);
+    case Problem::DivisionByZero:
+        return displayText(TextIds::kDivisionByZero);
+    case Problem::MissingParenthesis:
+        return displayText(TextIds::kMissingParenthesis);
+    case Problem::TooLarge:
+        return displayText(TextIds::kNumberTooLarge);
+    case Problem::TooLong:
+        return displayText(TextIds::kTextTooLong);
+    }
+    return {};
+}
 
 } // namespace
 
@@ -86,7 +106,7 @@ NumberExpression::Result NumericEntry::evaluate(const WString& text) const
 
 WString NumericEntry::problemWith(const WString& text) const
 {
-    return evaluate(text).problem;
+    return textOfProblem(evaluate(text).problem);
 }
 
 bool NumericEntry::handleCommit(const WString& text)
@@ -105,7 +125,7 @@ bool NumericEntry::request(double value)
         return true;
     const bool accepted = ValTextBox::handleCommit(wanted);
     if (self && !accepted)
-        setProblem(kRefused);
+        setProblem(displayText(TextIds::kValueRefused));
     return accepted;
 }
 
@@ -135,7 +155,7 @@ void NumericEntry::handleStep(double steps)
     if (from.value)
         request(decimalSum(*from.value, steps * step_));
     else
-        setProblem(from.problem);
+        setProblem(textOfProblem(from.problem));
 }
 
 void NumericEntry::describe(AccessibleDescription& description) const
@@ -256,10 +276,10 @@ void NumericEntry::finishScrub(bool cancelled)
 
 bool NumericEntry::handleMouseEvent(const Event& event)
 {
-    if (drag_.handle(event))
+    if (drag_ && drag_->handle(event))
         return true;
     if (event.isPress(MouseButton::Left) && ownsPress()) {
-        drag_.begin(*this, event.canvasPosition.x);
+        drag_ = std::make_unique<ScrubDrag>(*this, event.canvasPosition.x);
         return true;
     }
     return ValTextBox::handleMouseEvent(event);
@@ -273,15 +293,15 @@ bool NumericEntry::isDone(const Event& event) const
 bool NumericEntry::usesKey(const Event& press) const
 {
     // The keys of a drag are commands: what is dragged is not typed in.
-    if (drag_.isOpen())
-        return drag_.usesKey(press);
+    if (drag_ && drag_->isOpen())
+        return drag_->usesKey(press);
     return ValTextBox::usesKey(press) || isDone(press);
 }
 
 bool NumericEntry::handleKeyEvent(const Event& event)
 {
-    if (drag_.isOpen())
-        return drag_.handle(event);
+    if (drag_ && drag_->isOpen())
+        return drag_->handle(event);
     const GlobRef<NumericEntry> self(this);
     const bool done = isDone(event);
     const bool taken = ValTextBox::handleKeyEvent(event);

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "oribund/host/base/Export.h"
-#include "oribund/host/base/NumberFormat.h"
+#include "oribund/host/base/text/NumberFormat.h"
 #include "oribund/host/toolkit/entries/ScrubDrag.h"
 #include "oribund/host/toolkit/entries/ValTextBox.h"
 #include "oribund/host/toolkit/values/EditSeries.h"
 
+#include <memory>
 #include <optional>
 
 namespace oribund
@@ -90,8 +91,8 @@ private:
     NumberFormat format_;
     double step_ = 0.0;
     std::optional<double> resetValue_;
-    WString value_; ///< as the adaptor has it
-    ScrubDrag drag_;
+    WString value_;                   ///< as the adaptor has it
+    std::unique_ptr<ScrubDrag> drag_; ///< of the last press
     EditSeries<WString> series_;
     Kt::Ptr<Adaptor> scrubbed_; ///< to whom the series belongs
     WString asked_;             ///< last, in the series

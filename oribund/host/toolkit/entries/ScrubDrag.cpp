@@ -19,12 +19,11 @@ constexpr int kPixelsPerStep = 2;
 
 } // namespace
 
-void ScrubDrag::begin(NumericEntry& entry, int x)
+ScrubDrag::ScrubDrag(NumericEntry& entry, int x)
+    : entry_(&entry)
+    , from_(x)
+    , at_(x)
 {
-    entry_ = GlobRef<NumericEntry>(&entry);
-    moving_ = false;
-    from_ = at_ = x;
-    before_ = 0.0;
 }
 
 double ScrubDrag::stepsAt(int x) const

@@ -20,7 +20,7 @@ class ORIBUND_API ScrubDrag
 {
 public:
     /** The left button has gone down at pixel `x` of the canvas. */
-    void begin(NumericEntry& entry, int x);
+    ScrubDrag(NumericEntry& entry, int x);
 
     /** False again when the entry is gone, or cannot be changed any more. */
     bool isOpen() const { return static_cast<bool>(entry_); }
@@ -46,8 +46,8 @@ private:
 
     GlobRef<NumericEntry> entry_;
     bool moving_ = false;
-    int from_ = 0;        ///< where the pointer was with `before_`
-    int at_ = 0;          ///< where it is
+    int from_;            ///< where the pointer was with `before_`
+    int at_;              ///< where it is
     double before_ = 0.0; ///< steps with another scale
     double scale_ = 1.0;
 };

@@ -15,12 +15,14 @@ ScrubLabel::ScrubLabel(const InitArgs& args)
 ScrubLabel::~ScrubLabel()
 {
     // The entry is not to wait for a release that comes no more.
-    drag_.handle(Event::plain(EventCode::MouseCancel));
+    if (drag_)
+        drag_->handle(Event::plain(EventCode::MouseCancel));
 }
 
 void ScrubLabel::setEntry(NumericEntry* entry)
 {
-    drag_.handle(Event::plain(EventCode::MouseCancel));
+    if (drag_)
+        drag_->handle(Event::plain(EventCode::MouseCancel));
     entry_ = GlobRef<NumericEntry>(entry);
     changed(GlobChange::kCursor);
 }
@@ -32,25 +34,25 @@ MouseCursor ScrubLabel::contextCursor(const XY<int>& local) const
 
 bool ScrubLabel::handleMouseEvent(const Event& event)
 {
-    if (drag_.handle(event))
+    if (drag_ && drag_->handle(event))
         return true;
     if (!event.isPress(MouseButton::Left) || !entry_ || !entry_->canInteract())
         return Label::handleMouseEvent(event);
     if (event.code == EventCode::MouseDoubleClick)
         entry_->userReset();
     else
-        drag_.begin(*entry_, event.canvasPosition.x);
+        drag_ = std::make_unique<ScrubDrag>(*entry_, event.canvasPosition.x);
     return true;
 }
 
 bool ScrubLabel::usesKey(const Event& press) const
 {
-    return drag_.usesKey(press) || Label::usesKey(press);
+    return (drag_ && drag_->usesKey(press)) || Label::usesKey(press);
 }
 
 bool ScrubLabel::handleKeyEvent(const Event& event)
 {
-    return drag_.handle(event) || Label::handleKeyEvent(event);
+    return (drag_ && drag_->handle(event)) || Label::handleKeyEvent(event);
 }
 
 } // namespace oribund

@@ -4,6 +4,8 @@
 #include "oribund/host/toolkit/entries/ScrubDrag.h"
 #include "oribund/host/toolkit/widgets/Label.h"
 
+#include <memory>
+
 namespace oribund
 {
 
@@ -31,7 +33,7 @@ protected:
 
 private:
     GlobRef<NumericEntry> entry_;
-    ScrubDrag drag_;
+    std::unique_ptr<ScrubDrag> drag_; ///< of the last press
 };
 
 } // namespace oribund

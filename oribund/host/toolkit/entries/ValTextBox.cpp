@@ -4,7 +4,7 @@ namespace oribund
 {
 
 ValTextBox::ValTextBox(const InitArgs& args)
-    : TextBox(args)
+    : ValControl(args)
 {
 }
 
@@ -18,16 +18,6 @@ void ValTextBox::setWidgetValue(const WString& value, eRedrawFlag flag)
 WString ValTextBox::getWidgetValue() const
 {
     return getText();
-}
-
-void ValTextBox::setWidgetEnabled(bool enabled)
-{
-    setEnabled(enabled);
-}
-
-bool ValTextBox::isWidgetEnabled() const
-{
-    return isEnabled();
 }
 
 bool ValTextBox::handleCommit(const WString& text)

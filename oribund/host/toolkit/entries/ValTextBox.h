@@ -2,14 +2,14 @@
 
 #include "oribund/host/base/Export.h"
 #include "oribund/host/toolkit/entries/TextBox.h"
-#include "oribund/host/toolkit/values/ValWidget.h"
+#include "oribund/host/toolkit/values/ValControl.h"
 
 namespace oribund
 {
 
 /** An entry that edits a value as text through an adaptor. After each entry it shows the value as the adaptor has it.
  */
-class ORIBUND_API ValTextBox : public TextBox, public ValWidget<WString>
+class ORIBUND_API ValTextBox : public ValControl<TextBox, WString>
 {
 public:
     explicit ValTextBox(const InitArgs& args);
@@ -17,8 +17,6 @@ public:
 
     void setWidgetValue(const WString& value, eRedrawFlag flag) override;
     WString getWidgetValue() const override;
-    void setWidgetEnabled(bool enabled) override;
-    bool isWidgetEnabled() const override;
 
 protected:
     bool handleCommit(const WString& text) override;

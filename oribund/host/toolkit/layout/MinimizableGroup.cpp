@@ -5,6 +5,7 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobChange.h"
+#include "oribund/host/toolkit/core/KeyTable.h"
 
 #include <array>
 
@@ -117,31 +118,38 @@ bool MinimizableGroup::handleMouseEvent(const Event& event)
     return WidgetGroupEx::handleMouseEvent(event);
 }
 
+const KeyTable<MinimizableGroup>& MinimizableGroup::keys()
+{
+    constexpr auto kToggle = [](MinimizableGroup& widget, const Event& press) {
+        if (!press.autoRepeat)
+            widget.userToggleSizeState();
+    };
+    static constexpr KeyAction<MinimizableGroup> kActions[] = {
+        {Key::Space, kToggle},
+        {Key::Enter, kToggle},
+        {Key::Left,
+         [](MinimizableGroup& widget, const Event&) {
+             if (widget.sizeState_ == eSizeNormal)
+                 widget.userToggleSizeState();
+         }},
+        {Key::Right,
+         [](MinimizableGroup& widget, const Event&) {
+             if (widget.sizeState_ != eSizeNormal)
+                 widget.userToggleSizeState();
+         }},
+    };
+    static constexpr KeyTable<MinimizableGroup> kKeys(kActions);
+    return kKeys;
+}
+
 bool MinimizableGroup::usesKey(const Event& press) const
 {
-    const bool folds =
-        press.key == Key::Space || press.key == Key::Enter || press.key == Key::Left || press.key == Key::Right;
-    return (folds && press.isPlainKeyPress() && hasFocus() && canToggle()) || WidgetGroupEx::usesKey(press);
+    return (hasFocus() && canToggle() && keys().has(press)) || WidgetGroupEx::usesKey(press);
 }
 
 bool MinimizableGroup::handleKeyEvent(const Event& event)
 {
-    if (!event.isPlainKeyPress())
-        return WidgetGroupEx::handleKeyEvent(event);
-    switch (event.key) {
-    case Key::Space:
-    case Key::Enter:
-        if (!event.autoRepeat)
-            userToggleSizeState();
-        return true;
-    case Key::Left:
-    case Key::Right:
-        if ((event.key == Key::Left) == (sizeState_ == eSizeNormal))
-            userToggleSizeState();
-        return true;
-    default:
-        return WidgetGroupEx::handleKeyEvent(event);
-    }
+    return keys().run(*this, event) || WidgetGroupEx::handleKeyEvent(event);
 }
 
 // Look

@@ -8,6 +8,9 @@
 namespace oribund
 {
 
+template <class Widget>
+class KeyTable;
+
 /**
  * A group that can be folded to its title row: by a click on the row, or from the keyboard with Space or Enter, Left
  * (fold) and Right (unfold). The parent hears of it through handleChildResize().
@@ -54,6 +57,7 @@ protected:
     int titleTextOffset() const override;
 
 private:
+    static const KeyTable<MinimizableGroup>& keys();
     bool canToggle() const;
     void keepFocus();
     void foldChild(Glob& child);

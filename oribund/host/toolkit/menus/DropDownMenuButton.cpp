@@ -5,6 +5,7 @@
 #include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobChange.h"
+#include "oribund/host/toolkit/core/KeyTable.h"
 #include "oribund/host/toolkit/core/Menu.h"
 #include "oribund/host/toolkit/widgets/Button.h"
 
@@ -30,6 +31,11 @@ std::vector<WString> textsOf(const std::vector<UIString>& items)
     for (const UIString& item : items)
         texts.push_back(displayText(item));
     return texts;
+}
+
+bool isLetter(const Event& press)
+{
+    return press.isPlainKeyPress() && press.key == Key::Character && !press.text.empty();
 }
 
 } // namespace
@@ -156,52 +162,33 @@ bool DropDownMenuButton::handleMouseEvent(const Event& event)
     return Control::handleMouseEvent(event);
 }
 
+const KeyTable<DropDownMenuButton>& DropDownMenuButton::keys()
+{
+    static constexpr KeyAction<DropDownMenuButton> kActions[] = {
+        {Key::Up, [](DropDownMenuButton& widget, const Event&) { widget.selectNeighbour(-1); }},
+        {Key::Down, [](DropDownMenuButton& widget, const Event&) { widget.selectNeighbour(1); }},
+        {Key::Home, [](DropDownMenuButton& widget, const Event&) { widget.userSelect(0); }},
+        {Key::End, [](DropDownMenuButton& widget,
+                      const Event&) { widget.userSelect(static_cast<unsigned>(widget.items_.size()) - 1); }},
+        {Key::Space, [](DropDownMenuButton& widget, const Event&) { widget.userOpenMenu(); }},
+        {Key::Enter, [](DropDownMenuButton& widget, const Event&) { widget.userOpenMenu(); }},
+    };
+    static constexpr KeyTable<DropDownMenuButton> kKeys(kActions);
+    return kKeys;
+}
+
 bool DropDownMenuButton::usesKey(const Event& press) const
 {
-    if (!press.isPlainKeyPress())
-        return Control::usesKey(press);
-    switch (press.key) {
-    case Key::Up:
-    case Key::Down:
-    case Key::Home:
-    case Key::End:
-    case Key::Space:
-    case Key::Enter:
-        return true;
-    case Key::Character:
-        return !press.text.empty();
-    default:
-        return Control::usesKey(press);
-    }
+    return isLetter(press) || keys().has(press) || Control::usesKey(press);
 }
 
 bool DropDownMenuButton::handleKeyEvent(const Event& event)
 {
-    if (!event.isPlainKeyPress())
-        return Control::handleKeyEvent(event);
-    switch (event.key) {
-    case Key::Up:
-        selectNeighbour(-1);
-        return true;
-    case Key::Down:
-        selectNeighbour(1);
-        return true;
-    case Key::Home:
-        userSelect(0);
-        return true;
-    case Key::End:
-        userSelect(static_cast<unsigned>(items_.size()) - 1);
-        return true;
-    case Key::Space:
-    case Key::Enter:
-        userOpenMenu();
-        return true;
-    case Key::Character:
+    if (isLetter(event)) {
         selectByLetter(event.text.view().front());
         return true;
-    default:
-        return Control::handleKeyEvent(event);
     }
+    return keys().run(*this, event) || Control::handleKeyEvent(event);
 }
 
 UIString DropDownMenuButton::accessibleName() const

@@ -10,6 +10,9 @@
 namespace oribund
 {
 
+template <class Widget>
+class KeyTable;
+
 class DropDownMenuButton;
 
 /** The user's choice of an item. */
@@ -81,6 +84,7 @@ protected:
     bool handleKeyEvent(const Event& event) override;
 
 private:
+    static const KeyTable<DropDownMenuButton>& keys();
     void selectNeighbour(int step);
     void selectByLetter(wchar_t letter);
 

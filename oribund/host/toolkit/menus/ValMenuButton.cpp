@@ -4,7 +4,7 @@ namespace oribund
 {
 
 ValMenuButton::ValMenuButton(const InitArgs& args)
-    : DropDownMenuButton(args)
+    : ValControl(args)
 {
 }
 
@@ -18,16 +18,6 @@ void ValMenuButton::setWidgetValue(const unsigned& value, eRedrawFlag flag)
 unsigned ValMenuButton::getWidgetValue() const
 {
     return getSelected();
-}
-
-void ValMenuButton::setWidgetEnabled(bool enabled)
-{
-    setEnabled(enabled);
-}
-
-bool ValMenuButton::isWidgetEnabled() const
-{
-    return isEnabled();
 }
 
 bool ValMenuButton::handleChoice(unsigned index)

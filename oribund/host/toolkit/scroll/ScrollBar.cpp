@@ -4,6 +4,7 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobChange.h"
+#include "oribund/host/toolkit/core/KeyTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -139,36 +140,34 @@ bool ScrollBar::handleMouseEvent(const Event& event)
     return true;
 }
 
+const KeyTable<ScrollBar>& ScrollBar::keys()
+{
+    static constexpr KeyAction<ScrollBar> kActions[] = {
+        {Key::Up, [](ScrollBar& widget, const Event&) { widget.userStep(-1.0); }},
+        {Key::Down, [](ScrollBar& widget, const Event&) { widget.userStep(1.0); }},
+        {Key::PageUp, [](ScrollBar& widget, const Event&) { widget.userPage(-1); }},
+        {Key::PageDown, [](ScrollBar& widget, const Event&) { widget.userPage(1); }},
+        {Key::Home, [](ScrollBar& widget, const Event&) { widget.userMove(0.0); }},
+        {Key::End, [](ScrollBar& widget, const Event&) { widget.userMove(1.0); }},
+    };
+    static constexpr KeyTable<ScrollBar> kKeys(kActions);
+    return kKeys;
+}
+
 bool ScrollBar::usesKey(const Event& press) const
 {
     if (dragged_ && press.isKeyPress(Key::Escape))
         return true;
-    const bool moves = press.key == Key::Up || press.key == Key::Down || press.key == Key::PageUp ||
-                       press.key == Key::PageDown || press.key == Key::Home || press.key == Key::End;
-    return (moves && hasFocus() && press.isPlainKeyPress()) || Control::usesKey(press);
+    return (hasFocus() && keys().has(press)) || Control::usesKey(press);
 }
 
 bool ScrollBar::handleKeyEvent(const Event& event)
 {
-    switch (event.isKeyPress(event.key) ? event.key : Key::None) {
-    case Key::Escape:
+    if (event.isKeyPress(Key::Escape)) {
         endDrag(true);
         return true;
-    case Key::Up:
-    case Key::Down:
-        userStep(event.key == Key::Up ? -1.0 : 1.0);
-        return true;
-    case Key::PageUp:
-    case Key::PageDown:
-        userPage(event.key == Key::PageUp ? -1 : 1);
-        return true;
-    case Key::Home:
-    case Key::End:
-        userMove(event.key == Key::Home ? 0.0 : 1.0);
-        return true;
-    default:
-        return Control::handleKeyEvent(event);
     }
+    return keys().run(*this, event) || Control::handleKeyEvent(event);
 }
 
 // Look

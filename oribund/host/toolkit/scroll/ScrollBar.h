@@ -8,6 +8,9 @@
 namespace oribund
 {
 
+template <class Widget>
+class KeyTable;
+
 class ScrollBar;
 
 /** What the user does with a scroll bar. */
@@ -76,6 +79,7 @@ protected:
     bool handleKeyEvent(const Event& event) override;
 
 private:
+    static const KeyTable<ScrollBar>& keys();
     bool go(double position, ScrollBarEvent::Kind kind);
     void press(const Event& event);
     void drag(int y);

@@ -2,6 +2,7 @@
 
 #include "oribund/host/notify/ChangeKind.h"
 
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -25,46 +26,51 @@ public:
         std::optional<T> shown;
     };
 
-    void begin(const T& original)
-    {
-        original_ = original;
-        waiting_.reset();
-        written_ = false;
-    }
+    void begin(const T& original) { open_ = std::make_unique<Open>(Open{original, std::nullopt, false}); }
 
-    bool isOpen() const { return original_.has_value(); }
+    bool isOpen() const { return open_ != nullptr; }
 
-    bool hasWritten() const { return isOpen() && written_; }
+    bool hasWritten() const { return open_ && open_->written; }
 
     /** The value when the series began; only while it is open. */
-    const T& original() const { return *original_; }
+    const T& original() const { return open_->original; }
 
     /** The kind of the next edit: a start until one has been accepted. */
     ChangeKind nextKind() const { return hasWritten() ? ChangeKind::Continuation : ChangeKind::Start; }
 
-    void noteResult(bool accepted) { written_ = written_ || accepted; }
+    /** For an edit in a series; one that was made without a series is nothing to it. */
+    void noteResult(bool accepted)
+    {
+        if (open_)
+            open_->written = open_->written || accepted;
+    }
 
     /** Keeps a value that comes while the series is open, for its end; false when it is not open. */
     bool defer(const T& value)
     {
-        if (isOpen())
-            waiting_ = value;
+        if (open_)
+            open_->waiting = value;
         return isOpen();
     }
 
     /** Ends an open series. A cancelled one has, as far as the widget knows, nothing but its own edits waiting. */
     Outcome close(bool cancelled)
     {
-        Outcome outcome{*std::exchange(original_, std::nullopt), written_, std::exchange(waiting_, std::nullopt)};
+        const auto closed = std::exchange(open_, nullptr);
+        Outcome outcome{closed->original, closed->written, closed->waiting};
         if (cancelled && (outcome.written || !outcome.shown))
             outcome.shown = outcome.original;
         return outcome;
     }
 
 private:
-    std::optional<T> original_;
-    std::optional<T> waiting_;
-    bool written_ = false;
+    struct Open {
+        T original;
+        std::optional<T> waiting;
+        bool written = false;
+    };
+
+    std::unique_ptr<Open> open_; ///< one widget of a thousand is in a gesture
 };
 
 } // namespace oribund

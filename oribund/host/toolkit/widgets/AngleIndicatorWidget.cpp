@@ -5,6 +5,7 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobChange.h"
+#include "oribund/host/toolkit/core/KeyTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -28,6 +29,11 @@ constexpr double kDeadRadius = 2.0;
 double turnBetween(double from, double to)
 {
     return std::remainder(to - from, 360.0);
+}
+
+double stepOf(const Event& press)
+{
+    return press.has(Event::kShift) ? kBigStep : kStep;
 }
 
 } // namespace
@@ -149,13 +155,23 @@ bool AngleIndicatorWidget::handleMouseEvent(const Event& event)
     return true;
 }
 
+const KeyTable<AngleIndicatorWidget>& AngleIndicatorWidget::keys()
+{
+    static constexpr KeyAction<AngleIndicatorWidget> kActions[] = {
+        {Key::Left, [](AngleIndicatorWidget& widget, const Event& press) { widget.userStep(-stepOf(press)); }},
+        {Key::Down, [](AngleIndicatorWidget& widget, const Event& press) { widget.userStep(-stepOf(press)); }},
+        {Key::Right, [](AngleIndicatorWidget& widget, const Event& press) { widget.userStep(stepOf(press)); }},
+        {Key::Up, [](AngleIndicatorWidget& widget, const Event& press) { widget.userStep(stepOf(press)); }},
+    };
+    static constexpr KeyTable<AngleIndicatorWidget> kKeys(kActions);
+    return kKeys;
+}
+
 bool AngleIndicatorWidget::usesKey(const Event& press) const
 {
     if (isDragging() && press.isKeyPress(Key::Escape))
         return true;
-    const bool isArrow =
-        press.key == Key::Left || press.key == Key::Right || press.key == Key::Up || press.key == Key::Down;
-    return (isArrow && press.isPlainKeyPress()) || StandardPanel::usesKey(press);
+    return keys().has(press) || StandardPanel::usesKey(press);
 }
 
 bool AngleIndicatorWidget::handleKeyEvent(const Event& event)
@@ -164,21 +180,7 @@ bool AngleIndicatorWidget::handleKeyEvent(const Event& event)
         userCancel();
         return true;
     }
-    if (!event.isPlainKeyPress())
-        return StandardPanel::handleKeyEvent(event);
-    const double step = event.has(Event::kShift) ? kBigStep : kStep;
-    switch (event.key) {
-    case Key::Left:
-    case Key::Down:
-        userStep(-step);
-        return true;
-    case Key::Right:
-    case Key::Up:
-        userStep(step);
-        return true;
-    default:
-        return StandardPanel::handleKeyEvent(event);
-    }
+    return keys().run(*this, event) || StandardPanel::handleKeyEvent(event);
 }
 
 void AngleIndicatorWidget::getTabOrderables(std::vector<TabOrderable*>& stops)

@@ -11,6 +11,9 @@
 namespace oribund
 {
 
+template <class Widget>
+class KeyTable;
+
 extern template class SeriesControl<double, StandardPanel>;
 
 /**
@@ -73,6 +76,7 @@ protected:
     bool handleKeyEvent(const Event& event) override;
 
 private:
+    static const KeyTable<AngleIndicatorWidget>& keys();
     XY<double> centre() const;
     double radius() const;
 

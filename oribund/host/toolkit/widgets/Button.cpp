@@ -12,7 +12,7 @@ namespace oribund
 {
 
 Button::Button(const InitArgs& args)
-    : Control(args)
+    : ClickControl(args)
     , text_(displayText(args.text))
     , icon_(args.icon)
     , message_(args.message)
@@ -80,57 +80,9 @@ void Button::handleClick()
         sendMsg(message_);
 }
 
-void Button::setPressed(bool pressed, bool over)
-{
-    const bool looked = isPressed();
-    pressed_ = pressed;
-    over_ = over;
-    if (looked != isPressed())
-        changed(GlobChange::kContents);
-}
-
-bool Button::handleMouseEvent(const Event& event)
-{
-    if (event.isPress(MouseButton::Left)) {
-        if (canInteract())
-            setPressed(true, true);
-        return true;
-    }
-    if (pressed_ && event.code == EventCode::MouseMove) {
-        setPressed(true, hitTest(event.position));
-        return true;
-    }
-    if (pressed_ && event.code == EventCode::MouseCancel) {
-        setPressed(false, false);
-        return true;
-    }
-    if (pressed_ && event.code == EventCode::MouseRelease && event.button == MouseButton::Left) {
-        setPressed(false, false);
-        if (hitTest(event.position))
-            userClick();
-        return true;
-    }
-    return pressed_ || Control::handleMouseEvent(event);
-}
-
-bool Button::usesKey(const Event& press) const
-{
-    const bool clicks = press.key == Key::Space || press.key == Key::Enter;
-    return (clicks && press.isPlainKeyPress()) || Control::usesKey(press);
-}
-
-bool Button::handleKeyEvent(const Event& event)
-{
-    if (!event.isPlainKeyPress() || (event.key != Key::Space && event.key != Key::Enter))
-        return Control::handleKeyEvent(event);
-    if (!event.autoRepeat)
-        userClick();
-    return true;
-}
-
 UIString Button::accessibleName() const
 {
-    UIString own = Control::accessibleName();
+    UIString own = ClickControl::accessibleName();
     if (!own.empty())
         return own;
     return text_.empty() ? tooltip() : UIString(text_);
@@ -145,12 +97,6 @@ void Button::describe(AccessibleDescription& description) const
     description.checked = state_ == eOn;
     description.mixed = state_ == eMixed;
     description.pressed = isPressed();
-}
-
-bool Button::accessibleActivate(int)
-{
-    userClick();
-    return true;
 }
 
 void Button::draw(CanvasRenderer& renderer)

@@ -3,7 +3,7 @@
 #include "oribund/host/base/Export.h"
 #include "oribund/host/canvas/Image.h"
 #include "oribund/host/notify/Notifier.h"
-#include "oribund/host/toolkit/core/Control.h"
+#include "oribund/host/toolkit/widgets/ClickControl.h"
 
 namespace oribund
 {
@@ -16,7 +16,7 @@ struct ButtonEvent {
 };
 
 /** A push button with a text, an icon, or both. */
-class ORIBUND_API Button : public Control
+class ORIBUND_API Button : public ClickControl
 {
 public:
     enum class Style {
@@ -63,7 +63,7 @@ public:
     void setMessage(const String& message) { message_ = message; }
 
     /** Whether it is held down. */
-    bool isPressed() const { return pressed_ && over_; }
+    bool isPressed() const { return isHeldDown(); }
 
     Notifier<ButtonEvent>& clicks() { return clicks_; }
 
@@ -71,24 +71,17 @@ public:
     static XY<int> calcSizeFor(const WString& text, const Glib::FontDesc& font);
     static XY<int> calcSizeFor(const WString& text);
 
-    /** The user has clicked it. */
-    void userClick();
+    void userClick() override;
 
     UIString accessibleName() const override;
-    bool usesKey(const Event& press) const override;
     void describe(AccessibleDescription& description) const override;
-    bool accessibleActivate(int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
 
 protected:
     /** What a click does; as it stands it tells clicks() and then sends the message. May destroy the button. */
     virtual void handleClick();
 
-    bool handleMouseEvent(const Event& event) override;
-    bool handleKeyEvent(const Event& event) override;
-
 private:
-    void setPressed(bool pressed, bool over);
     void drawContents(CanvasRenderer& renderer, const Colour& colour);
 
     WString text_;
@@ -97,8 +90,6 @@ private:
     Style style_;
     int state_ = eOff;
     bool checkable_;
-    bool pressed_ = false;
-    bool over_ = false;
     Notifier<ButtonEvent> clicks_;
 };
 

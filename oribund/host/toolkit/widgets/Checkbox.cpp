@@ -13,7 +13,7 @@ namespace oribund
 {
 
 Checkbox::Checkbox(const InitArgs& args)
-    : Control(args)
+    : ClickControl(args)
     , text_(displayText(args.text))
     , message_(args.message)
     , checked_(args.checked)
@@ -53,42 +53,14 @@ void Checkbox::handleToggle()
     events_.notify({CheckboxEvent::Kind::Toggled, this, checked_});
 }
 
-bool Checkbox::handleMouseEvent(const Event& event)
+bool Checkbox::isClickKey(Key key) const
 {
-    if (event.isPress(MouseButton::Left)) {
-        pressed_ = canInteract();
-        return true;
-    }
-    if (pressed_ && event.code == EventCode::MouseCancel) {
-        pressed_ = false;
-        return true;
-    }
-    if (pressed_ && event.code == EventCode::MouseRelease && event.button == MouseButton::Left) {
-        pressed_ = false;
-        if (hitTest(event.position))
-            userToggle();
-        return true;
-    }
-    return Control::handleMouseEvent(event);
-}
-
-bool Checkbox::usesKey(const Event& press) const
-{
-    return (press.isPlainKeyPress() && press.key == Key::Space) || Control::usesKey(press);
-}
-
-bool Checkbox::handleKeyEvent(const Event& event)
-{
-    if (!event.isPlainKeyPress() || event.key != Key::Space)
-        return Control::handleKeyEvent(event);
-    if (!event.autoRepeat)
-        userToggle();
-    return true;
+    return key == Key::Space;
 }
 
 UIString Checkbox::accessibleName() const
 {
-    const UIString own = Control::accessibleName();
+    const UIString own = ClickControl::accessibleName();
     return own.empty() ? UIString(text_) : own;
 }
 
@@ -98,12 +70,6 @@ void Checkbox::describe(AccessibleDescription& description) const
     description.action = AccessibleAction::Toggle;
     description.checkable = true;
     description.checked = checked_;
-}
-
-bool Checkbox::accessibleActivate(int)
-{
-    userToggle();
-    return true;
 }
 
 Kt::Box<int> Checkbox::markBox() const

@@ -2,14 +2,14 @@
 
 #include "oribund/host/base/Export.h"
 #include "oribund/host/notify/Notifier.h"
-#include "oribund/host/toolkit/core/Control.h"
 #include "oribund/host/toolkit/widgets/CheckboxEvent.h"
+#include "oribund/host/toolkit/widgets/ClickControl.h"
 
 namespace oribund
 {
 
 /** A box that is checked or not, with a text beside it; a click anywhere on it toggles it. */
-class ORIBUND_API Checkbox : public Control
+class ORIBUND_API Checkbox : public ClickControl
 {
 public:
     struct InitArgs : GlobCreationInfo {
@@ -40,18 +40,17 @@ public:
     /** The user has toggled it. */
     void userToggle();
 
+    void userClick() override { userToggle(); }
+
     UIString accessibleName() const override;
-    bool usesKey(const Event& press) const override;
     void describe(AccessibleDescription& description) const override;
-    bool accessibleActivate(int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
 
 protected:
     /** After the user has toggled it; as it stands it tells events(). May destroy the box. */
     virtual void handleToggle();
 
-    bool handleMouseEvent(const Event& event) override;
-    bool handleKeyEvent(const Event& event) override;
+    bool isClickKey(Key key) const override;
 
 private:
     Kt::Box<int> markBox() const;
@@ -59,7 +58,6 @@ private:
     WString text_;
     String message_;
     bool checked_;
-    bool pressed_ = false;
     Notifier<CheckboxEvent> events_;
 };
 

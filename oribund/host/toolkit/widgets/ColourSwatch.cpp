@@ -10,6 +10,8 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
+#include <span>
+#include <vector>
 
 namespace oribund
 {
@@ -21,14 +23,15 @@ namespace
 void drawChequers(CanvasRenderer& renderer, const Kt::Box<double>& box)
 {
     constexpr double kSide = 4.0;
-    const Colour dark = Colour::fromRGB(0x666666);
-    const Colour light = Colour::fromRGB(0x999999);
-    renderer.fillRect(box, dark);
+    const auto count = static_cast<std::size_t>(std::ceil(box.width() / kSide));
+    std::vector<Colour> colours;
+    for (std::size_t i = 0; i <= count; ++i)
+        colours.push_back(Colour::fromRGB(i % 2 == 0 ? 0x999999 : 0x666666));
     const ClipGuard clip(renderer, box);
-    bool shifted = false;
-    for (double y = box.top; y < box.bottom; y += kSide, shifted = !shifted) {
-        for (double x = box.left + (shifted ? kSide : 0.0); x < box.right; x += 2 * kSide)
-            renderer.fillRect({x, y, x + kSide, y + kSide}, light);
+    std::size_t first = 0;
+    for (double y = box.top; y < box.bottom; y += kSide, first = 1 - first) {
+        const double right = box.left + static_cast<double>(count) * kSide;
+        renderer.fillColumns({box.left, y, right, y + kSide}, std::span(colours).subspan(first, count));
     }
 }
 
@@ -79,36 +82,16 @@ void ColourSwatch::userCancel()
     endSeries(true);
 }
 
-bool ColourSwatch::handleMouseEvent(const Event& event)
-{
-    if (event.isPress(MouseButton::Left))
-        return true;
-    if (event.code == EventCode::MouseRelease && event.button == MouseButton::Left) {
-        if (hitTest(event.position))
-            userClick();
-        return true;
-    }
-    return Control::handleMouseEvent(event);
-}
-
 bool ColourSwatch::usesKey(const Event& press) const
 {
-    if (isChooserOpen() && press.isKeyPress(Key::Escape))
-        return true;
-    const bool clicks = press.key == Key::Space || press.key == Key::Enter;
-    return (clicks && press.isPlainKeyPress()) || Control::usesKey(press);
+    return (isChooserOpen() && press.isKeyPress(Key::Escape)) || ClickControl::usesKey(press);
 }
 
 bool ColourSwatch::handleKeyEvent(const Event& event)
 {
-    if (isChooserOpen() && event.isKeyPress(Key::Escape)) {
-        userCancel();
-        return true;
-    }
-    if (!event.isPlainKeyPress() || (event.key != Key::Space && event.key != Key::Enter))
-        return Control::handleKeyEvent(event);
-    if (!event.autoRepeat)
-        userClick();
+    if (!isChooserOpen() || !event.isKeyPress(Key::Escape))
+        return ClickControl::handleKeyEvent(event);
+    userCancel();
     return true;
 }
 
@@ -124,12 +107,6 @@ void ColourSwatch::describe(AccessibleDescription& description) const
     else
         std::snprintf(text.data(), text.size(), "#%06x", colour.toRGB());
     description.value = toWide(text.data());
-}
-
-bool ColourSwatch::accessibleActivate(int)
-{
-    userClick();
-    return true;
 }
 
 void ColourSwatch::draw(CanvasRenderer& renderer)

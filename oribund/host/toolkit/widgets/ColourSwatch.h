@@ -21,7 +21,7 @@ struct ColourSwatchEvent {
  * A field of one colour; a click opens the skin's colour chooser. All that is tried out in the chooser is one series of
  * edits, which is given up when the chooser is cancelled. A colour set meanwhile is shown when the chooser is closed.
  */
-class ORIBUND_API ColourSwatch : public SeriesControl<Colour>
+class ORIBUND_API ColourSwatch : public SeriesControl<Colour, ClickControl>
 {
 public:
     struct InitArgs : GlobCreationInfo {
@@ -45,7 +45,7 @@ public:
     Notifier<ColourSwatchEvent>& edits() { return edits_; }
 
     /** The user wants to choose a colour. */
-    void userClick();
+    void userClick() override;
     /** The user tries out a colour in the open chooser. */
     void userChoose(const Colour& choice);
     /** The chooser is closed and its last colour stands. */
@@ -55,13 +55,11 @@ public:
 
     bool usesKey(const Event& press) const override;
     void describe(AccessibleDescription& description) const override;
-    bool accessibleActivate(int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
 
 protected:
     /** As it stands it tells edits(). */
     bool handleEdit(const Colour& colour, ChangeKind kind) override;
-    bool handleMouseEvent(const Event& event) override;
     bool handleKeyEvent(const Event& event) override;
 
 private:

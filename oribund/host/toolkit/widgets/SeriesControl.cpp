@@ -73,7 +73,7 @@ void SeriesControl<T, Base>::handleSeriesCancel(const T& original)
 }
 
 template class SeriesControl<double>;
-template class SeriesControl<Colour>;
+template class SeriesControl<Colour, ClickControl>;
 template class SeriesControl<double, StandardPanel>;
 
 } // namespace oribund

@@ -4,6 +4,7 @@
 #include "oribund/host/base/Export.h"
 #include "oribund/host/toolkit/core/Control.h"
 #include "oribund/host/toolkit/values/EditSeries.h"
+#include "oribund/host/toolkit/widgets/ClickControl.h"
 
 namespace oribund
 {
@@ -59,6 +60,6 @@ private:
 
 extern template class SeriesControl<double>;
 // Colour is a hidden type, which would hide the template made for it too.
-extern template class ORIBUND_API SeriesControl<Colour>;
+extern template class ORIBUND_API SeriesControl<Colour, ClickControl>;
 
 } // namespace oribund

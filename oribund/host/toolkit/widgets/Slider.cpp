@@ -5,6 +5,7 @@
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobChange.h"
+#include "oribund/host/toolkit/core/KeyTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -239,25 +240,27 @@ bool Slider::handleMouseEvent(const Event& event)
     return true;
 }
 
+const KeyTable<Slider>& Slider::keys()
+{
+    static constexpr KeyAction<Slider> kActions[] = {
+        {Key::Left, [](Slider& widget, const Event&) { widget.userStep(-1); }},
+        {Key::Down, [](Slider& widget, const Event&) { widget.userStep(-1); }},
+        {Key::Right, [](Slider& widget, const Event&) { widget.userStep(1); }},
+        {Key::Up, [](Slider& widget, const Event&) { widget.userStep(1); }},
+        {Key::PageDown, [](Slider& widget, const Event&) { widget.userPage(-1); }},
+        {Key::PageUp, [](Slider& widget, const Event&) { widget.userPage(1); }},
+        {Key::Home, [](Slider& widget, const Event&) { widget.userSet(widget.min_); }},
+        {Key::End, [](Slider& widget, const Event&) { widget.userSet(widget.max_); }},
+    };
+    static constexpr KeyTable<Slider> kKeys(kActions);
+    return kKeys;
+}
+
 bool Slider::usesKey(const Event& press) const
 {
     if (isDragging() && press.isKeyPress(Key::Escape))
         return true;
-    if (!press.isPlainKeyPress())
-        return Control::usesKey(press);
-    switch (press.key) {
-    case Key::Left:
-    case Key::Down:
-    case Key::Right:
-    case Key::Up:
-    case Key::PageDown:
-    case Key::PageUp:
-    case Key::Home:
-    case Key::End:
-        return true;
-    default:
-        return Control::usesKey(press);
-    }
+    return keys().has(press) || Control::usesKey(press);
 }
 
 bool Slider::handleKeyEvent(const Event& event)
@@ -266,32 +269,7 @@ bool Slider::handleKeyEvent(const Event& event)
         userCancel();
         return true;
     }
-    if (!event.isPlainKeyPress())
-        return Control::handleKeyEvent(event);
-    switch (event.key) {
-    case Key::Left:
-    case Key::Down:
-        userStep(-1);
-        return true;
-    case Key::Right:
-    case Key::Up:
-        userStep(1);
-        return true;
-    case Key::PageDown:
-        userPage(-1);
-        return true;
-    case Key::PageUp:
-        userPage(1);
-        return true;
-    case Key::Home:
-        userSet(min_);
-        return true;
-    case Key::End:
-        userSet(max_);
-        return true;
-    default:
-        return Control::handleKeyEvent(event);
-    }
+    return keys().run(*this, event) || Control::handleKeyEvent(event);
 }
 
 void Slider::describe(AccessibleDescription& description) const

@@ -9,6 +9,9 @@
 namespace oribund
 {
 
+template <class Widget>
+class KeyTable;
+
 class Slider;
 
 /** An edit that the user made with a slider. */
@@ -108,6 +111,8 @@ protected:
     bool handleKeyEvent(const Event& event) override;
 
 private:
+    static const KeyTable<Slider>& keys();
+
     struct Grip {
         double x = 0.0;
         double value = 0.0;

@@ -6,7 +6,7 @@ namespace oribund
 {
 
 ValButton::ValButton(const InitArgs& args)
-    : Button(args)
+    : ValControl(args)
     , value_(toUTF8(getText()))
 {
 }
@@ -61,8 +61,9 @@ void ValButton::setWidgetValue(const String& value, eRedrawFlag flag)
 {
     if (value == value_)
         return;
-    value_ = value;
-    if (const Look* look = findLook(value))
+    const Look* const look = findLook(value);
+    value_ = look ? look->value : value; // the same text, and shared
+    if (look)
         showLook(*look, flag);
     else
         showText(toWide(value), flag);
@@ -71,16 +72,6 @@ void ValButton::setWidgetValue(const String& value, eRedrawFlag flag)
 String ValButton::getWidgetValue() const
 {
     return value_;
-}
-
-void ValButton::setWidgetEnabled(bool enabled)
-{
-    setEnabled(enabled);
-}
-
-bool ValButton::isWidgetEnabled() const
-{
-    return isEnabled();
 }
 
 void ValButton::handleClick()

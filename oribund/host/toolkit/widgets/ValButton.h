@@ -1,7 +1,7 @@
 #pragma once
 
 #include "oribund/host/base/Export.h"
-#include "oribund/host/toolkit/values/ValWidget.h"
+#include "oribund/host/toolkit/values/ValControl.h"
 #include "oribund/host/toolkit/widgets/Button.h"
 
 #include <memory>
@@ -14,7 +14,7 @@ namespace oribund
  * A button whose click goes to an adaptor, usually a ButtonAdaptor, and whose value is its text. A value can be given a
  * look of its own and is then not shown as text, for buttons that show a state by their icon.
  */
-class ORIBUND_API ValButton : public Button, public ValWidget<String>
+class ORIBUND_API ValButton : public ValControl<Button, String>
 {
 public:
     struct Look {
@@ -37,8 +37,6 @@ public:
 
     void setWidgetValue(const String& value, eRedrawFlag flag) override;
     String getWidgetValue() const override;
-    void setWidgetEnabled(bool enabled) override;
-    bool isWidgetEnabled() const override;
 
 protected:
     void handleClick() override;

@@ -4,7 +4,7 @@ namespace oribund
 {
 
 ValCheckbox::ValCheckbox(const InitArgs& args)
-    : Checkbox(args)
+    : ValControl(args)
 {
 }
 
@@ -18,16 +18,6 @@ void ValCheckbox::setWidgetValue(const bool& value, eRedrawFlag flag)
 bool ValCheckbox::getWidgetValue() const
 {
     return isChecked();
-}
-
-void ValCheckbox::setWidgetEnabled(bool enabled)
-{
-    setEnabled(enabled);
-}
-
-bool ValCheckbox::isWidgetEnabled() const
-{
-    return isEnabled();
 }
 
 void ValCheckbox::handleToggle()

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "oribund/host/base/Export.h"
-#include "oribund/host/toolkit/values/ValWidget.h"
+#include "oribund/host/toolkit/values/ValControl.h"
 #include "oribund/host/toolkit/widgets/Checkbox.h"
 
 namespace oribund
@@ -11,7 +11,7 @@ namespace oribund
  * A check box that edits a truth value through an adaptor. It asks for the edit when it is toggled and when it is sent
  * its own message; asking twice for the same makes one edit.
  */
-class ORIBUND_API ValCheckbox : public Checkbox, public ValWidget<bool>
+class ORIBUND_API ValCheckbox : public ValControl<Checkbox, bool>
 {
 public:
     explicit ValCheckbox(const InitArgs& args);
@@ -19,8 +19,6 @@ public:
 
     void setWidgetValue(const bool& value, eRedrawFlag flag) override;
     bool getWidgetValue() const override;
-    void setWidgetEnabled(bool enabled) override;
-    bool isWidgetEnabled() const override;
 
 protected:
     void handleToggle() override;

@@ -4,7 +4,7 @@ namespace oribund
 {
 
 ValColourSwatch::ValColourSwatch(const InitArgs& args)
-    : ColourSwatch(args)
+    : ValControl(args)
 {
 }
 
@@ -32,16 +32,6 @@ void ValColourSwatch::setWidgetValue(const ColourData& value, eRedrawFlag flag)
 ColourData ValColourSwatch::getWidgetValue() const
 {
     return toColourData(getColour());
-}
-
-void ValColourSwatch::setWidgetEnabled(bool enabled)
-{
-    setEnabled(enabled);
-}
-
-bool ValColourSwatch::isWidgetEnabled() const
-{
-    return isEnabled();
 }
 
 bool ValColourSwatch::handleEdit(const Colour& colour, ChangeKind kind)

@@ -2,14 +2,14 @@
 
 #include "oribund/host/base/ColourData.h"
 #include "oribund/host/base/Export.h"
-#include "oribund/host/toolkit/values/ValWidget.h"
+#include "oribund/host/toolkit/values/ValControl.h"
 #include "oribund/host/toolkit/widgets/ColourSwatch.h"
 
 namespace oribund
 {
 
 /** A swatch that edits a colour (red, green, blue, opacity) through an adaptor. */
-class ORIBUND_API ValColourSwatch : public ColourSwatch, public ValWidget<ColourData>
+class ORIBUND_API ValColourSwatch : public ValControl<ColourSwatch, ColourData>
 {
 public:
     explicit ValColourSwatch(const InitArgs& args);
@@ -20,8 +20,6 @@ public:
 
     void setWidgetValue(const ColourData& value, eRedrawFlag flag) override;
     ColourData getWidgetValue() const override;
-    void setWidgetEnabled(bool enabled) override;
-    bool isWidgetEnabled() const override;
 
 protected:
     bool handleEdit(const Colour& colour, ChangeKind kind) override;

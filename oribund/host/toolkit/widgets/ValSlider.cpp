@@ -4,7 +4,7 @@ namespace oribund
 {
 
 ValSlider::ValSlider(const InitArgs& args)
-    : Slider(args)
+    : ValControl(args)
 {
 }
 
@@ -22,16 +22,6 @@ void ValSlider::setWidgetValue(const double& value, eRedrawFlag flag)
 double ValSlider::getWidgetValue() const
 {
     return getValue();
-}
-
-void ValSlider::setWidgetEnabled(bool enabled)
-{
-    setEnabled(enabled);
-}
-
-bool ValSlider::isWidgetEnabled() const
-{
-    return isEnabled();
 }
 
 bool ValSlider::handleEdit(const double& value, ChangeKind kind)

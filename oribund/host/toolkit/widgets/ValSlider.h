@@ -1,14 +1,14 @@
 #pragma once
 
 #include "oribund/host/base/Export.h"
-#include "oribund/host/toolkit/values/ValWidget.h"
+#include "oribund/host/toolkit/values/ValControl.h"
 #include "oribund/host/toolkit/widgets/Slider.h"
 
 namespace oribund
 {
 
 /** A slider that edits a number through an adaptor. */
-class ORIBUND_API ValSlider : public Slider, public ValWidget<double>
+class ORIBUND_API ValSlider : public ValControl<Slider, double>
 {
 public:
     explicit ValSlider(const InitArgs& args);
@@ -16,8 +16,6 @@ public:
 
     void setWidgetValue(const double& value, eRedrawFlag flag) override;
     double getWidgetValue() const override;
-    void setWidgetEnabled(bool enabled) override;
-    bool isWidgetEnabled() const override;
 
 protected:
     bool handleEdit(const double& value, ChangeKind kind) override;

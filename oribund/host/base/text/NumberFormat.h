@@ -2,7 +2,7 @@
 
 #include "oribund/host/base/Export.h"
 #include "oribund/host/base/LightweightString.h"
-#include "oribund/host/base/NumberExpression.h"
+#include "oribund/host/base/text/NumberExpression.h"
 
 namespace oribund
 {

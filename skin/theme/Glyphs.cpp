@@ -1,4 +1,4 @@
-#include "skin/Glyphs.h"
+#include "skin/theme/Glyphs.h"
 
 #include <QGuiApplication>
 #include <QIconEngine>

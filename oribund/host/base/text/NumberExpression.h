@@ -22,6 +22,9 @@ public:
     /** Longer texts are refused, which also limits how deep parentheses can nest. */
     static constexpr std::size_t kMaxLength = 256;
 
+    /** Why a text is no number. */
+    enum class Problem { None, NoNumber, DivisionByZero, MissingParenthesis, TooLarge, TooLong };
+
     /** What texts mean in one entry. */
     struct Rules {
         /** What "100%" is. Behind * and / a percentage is a plain fraction: "80 * 50%" is 40. */
@@ -33,8 +36,8 @@ public:
     struct Result {
         /** Always finite; empty when the text has none. */
         std::optional<double> value;
-        /** Then says why, in a few words for the user. */
-        const wchar_t* problem = L"";
+        /** Then says why. */
+        Problem problem = Problem::None;
     };
 
     static Result evaluate(std::wstring_view text, const Rules& rules);

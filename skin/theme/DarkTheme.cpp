@@ -1,8 +1,8 @@
-#include "skin/DarkTheme.h"
+#include "skin/theme/DarkTheme.h"
 
-#include "skin/DarkStyle.h"
 #include "skin/QtConversions.h"
 #include "skin/QtTextMeasurer.h"
+#include "skin/theme/DarkStyle.h"
 
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"

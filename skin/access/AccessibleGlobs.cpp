@@ -1,8 +1,8 @@
-#include "skin/AccessibleGlobs.h"
+#include "skin/access/AccessibleGlobs.h"
 
-#include "skin/GlobAccessible.h"
 #include "skin/PanelSurface.h"
 #include "skin/TextEditor.h"
+#include "skin/access/GlobAccessible.h"
 
 #include "oribund/host/toolkit/core/Glob.h"
 #include "oribund/host/toolkit/core/GlobChange.h"

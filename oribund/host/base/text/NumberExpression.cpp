@@ -1,4 +1,4 @@
-#include "oribund/host/base/NumberExpression.h"
+#include "oribund/host/base/text/NumberExpression.h"
 
 #include "oribund/host/base/LightweightString.h"
 
@@ -14,11 +14,7 @@ namespace oribund
 namespace
 {
 
-constexpr const wchar_t* kNoNumber = L"Failed to parse string";
-constexpr const wchar_t* kDivisionByZero = L"Division by zero";
-constexpr const wchar_t* kMissingParenthesis = L"A parenthesis is missing";
-constexpr const wchar_t* kTooLarge = L"The number is too large";
-constexpr const wchar_t* kTooLong = L"The text is too long";
+using Problem = NumberExpression::Problem;
 
 constexpr wchar_t kEnd = 0;
 
@@ -84,10 +80,10 @@ public:
         const double value = sum();
         next();
         if (!rest_.empty())
-            fail(rest_.front() == L')' ? kMissingParenthesis : kNoNumber);
-        if (problem_)
+            fail(rest_.front() == L')' ? Problem::MissingParenthesis : Problem::NoNumber);
+        if (hasFailed())
             return {std::nullopt, problem_};
-        return {value, L""};
+        return {value};
     }
 
 private:
@@ -109,7 +105,7 @@ private:
             rest_.remove_prefix(1);
             const double right = factor(true);
             if (c == L'/' && right == 0.0)
-                return fail(kDivisionByZero);
+                return fail(Problem::DivisionByZero);
             value = checked(c == L'*' ? value * right : value / right);
         }
         return value;
@@ -133,7 +129,7 @@ private:
     double inParentheses()
     {
         const double value = sum();
-        return take(L')') ? value : fail(next() == kEnd ? kMissingParenthesis : kNoNumber);
+        return take(L')') ? value : fail(next() == kEnd ? Problem::MissingParenthesis : Problem::NoNumber);
     }
 
     double number()
@@ -144,11 +140,11 @@ private:
         const char* const first = end;
         const int whole = takeDigits(end);
         if (whole + takeFraction(end) == 0)
-            return fail(kNoNumber);
+            return fail(Problem::NoNumber);
         const bool isSmall = takeExponent(end);
         double value = 0.0;
         if (std::from_chars(first, end, value).ec == std::errc::result_out_of_range)
-            return isSmall ? 0.0 : fail(kTooLarge);
+            return isSmall ? 0.0 : fail(Problem::TooLarge);
         return checked(value);
     }
 
@@ -197,7 +193,7 @@ private:
     {
         while (!rest_.empty() && isBlank(rest_.front()))
             rest_.remove_prefix(1);
-        return rest_.empty() || problem_ ? kEnd : plainForm(rest_.front());
+        return rest_.empty() || hasFailed() ? kEnd : plainForm(rest_.front());
     }
 
     bool take(wchar_t wanted)
@@ -215,11 +211,13 @@ private:
             rest_.remove_prefix(unit_.size());
     }
 
-    double checked(double value) { return std::isfinite(value) ? value : fail(kTooLarge); }
+    double checked(double value) { return std::isfinite(value) ? value : fail(Problem::TooLarge); }
 
-    double fail(const wchar_t* problem)
+    bool hasFailed() const { return problem_ != Problem::None; }
+
+    double fail(Problem problem)
     {
-        if (!problem_)
+        if (!hasFailed())
             problem_ = problem;
         return 0.0;
     }
@@ -227,7 +225,7 @@ private:
     std::wstring_view rest_;
     std::wstring_view unit_;
     double hundredPercent_;
-    const wchar_t* problem_ = nullptr;
+    Problem problem_ = Problem::None;
 };
 
 } // namespace
@@ -235,7 +233,7 @@ private:
 NumberExpression::Result NumberExpression::evaluate(std::wstring_view text, const Rules& rules)
 {
     if (text.size() > kMaxLength)
-        return {std::nullopt, kTooLong};
+        return {std::nullopt, Problem::TooLong};
     return Evaluation(text, rules).run();
 }
 

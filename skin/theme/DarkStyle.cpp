@@ -1,7 +1,7 @@
-#include "skin/DarkStyle.h"
+#include "skin/theme/DarkStyle.h"
 
-#include "skin/Glyphs.h"
 #include "skin/QtConversions.h"
+#include "skin/theme/Glyphs.h"
 
 #include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"

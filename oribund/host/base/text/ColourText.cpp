@@ -1,4 +1,4 @@
-#include "oribund/host/base/ColourText.h"
+#include "oribund/host/base/text/ColourText.h"
 
 #include <cstdint>
 #include <string>

@@ -1,4 +1,4 @@
-#include "oribund/host/base/NumberFormat.h"
+#include "oribund/host/base/text/NumberFormat.h"
 
 #include "oribund/host/base/Numeric.h"
 

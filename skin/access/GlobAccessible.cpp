@@ -1,8 +1,8 @@
-#include "skin/GlobAccessible.h"
+#include "skin/access/GlobAccessible.h"
 
-#include "skin/AccessibleGlobs.h"
 #include "skin/PanelSurface.h"
 #include "skin/QtConversions.h"
+#include "skin/access/AccessibleGlobs.h"
 
 #include "oribund/host/toolkit/core/Glob.h"
 
