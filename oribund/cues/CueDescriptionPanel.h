@@ -25,7 +25,7 @@ public:
 
         Vob* vob = nullptr; ///< may go before the panel
         IdStamp cue;
-        /** As it stands all of them. */
+        /** By default all of them. */
         std::vector<LogAttribute> attributes = getLogAttributes();
     };
 

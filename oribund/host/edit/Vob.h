@@ -49,7 +49,7 @@ public:
     virtual bool isPlaying() const = 0;
     virtual void stopPlay() = 0;
 
-    /** What is told of the time being dragged; null, as it stands, for a viewer that treats a drag as any change. */
+    /** What is told of the time being dragged; null, by default, for a viewer that treats a drag as any change. */
     virtual iScrubControl* getScrubControl() { return nullptr; }
 
     /** The part of the edit that the viewer's strip shows. */

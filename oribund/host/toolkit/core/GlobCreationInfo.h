@@ -19,7 +19,7 @@ struct ORIBUND_API GlobCreationInfo : iVirtual {
     /** Where the glob will be shown; null for one whose parent tells it. Must outlive the glob. */
     Canvas* canvas = nullptr;
     Border border;
-    /** As it stands the palette of the colour scheme in use. */
+    /** By default the palette of the colour scheme in use. */
     Palette palette;
     /** Names the glob for tests and skins; not shown. */
     String id;

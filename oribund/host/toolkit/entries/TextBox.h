@@ -68,7 +68,7 @@ public:
     /** Whether Escape has something to give up here. */
     bool canCancel() const { return editing_ || !problem_.empty(); }
 
-    /** Whether the Up and Down keys and the wheel change the value; as it stands they do not. */
+    /** Whether the Up and Down keys and the wheel change the value; by default they do not. */
     virtual bool canStep() const;
 
     /**
@@ -124,10 +124,10 @@ public:
     void draw(CanvasRenderer& renderer) override;
 
 protected:
-    /** What is wrong with a text that cannot be the value; as it stands nothing ever is. */
+    /** What is wrong with a text that cannot be the value; by default nothing ever is. */
     virtual WString problemWith(const WString& text) const;
 
-    /** Takes a text as the new value; false when it is refused. As it stands it tells commits(). May destroy the box.
+    /** Takes a text as the new value; false when it is refused. By default it tells commits(). May destroy the box.
      */
     virtual bool handleCommit(const WString& text);
 

@@ -67,16 +67,16 @@ public:
     /** The user has entered a text. False, with nothing changed, when it is none for that cell. */
     virtual bool storeFieldText(const WString& text, const XY<int>& cell) = 0;
 
-    /** Draws what is in a cell, on a ground that is there already; as it stands false: the text is to be drawn. */
+    /** Draws what is in a cell, on a ground that is there already; by default false: the text is to be drawn. */
     virtual bool drawField(CanvasRenderer& renderer, const XY<int>& cell, const Kt::Box<int>& box, const Colour& ink);
 
-    /** Names what a row shows, so that selection and edit stay with it when rows come and go; as it stands they stay
+    /** Names what a row shows, so that selection and edit stay with it when rows come and go; by default they stay
         with the row's number. */
     virtual IdStamp getRowId(int row) const;
 
     virtual int getRowHeight() const;
 
-    /** The size that the table is to have; as it stands nothing: it keeps its own. */
+    /** The size that the table is to have; by default nothing: it keeps its own. */
     virtual XY<int> getSize() const;
 
     /** Whether the contents are to be seen; while not, no cell is read. */

@@ -74,7 +74,7 @@ public:
     void draw(CanvasRenderer& renderer) override;
 
 protected:
-    /** Takes a choice; false when it is refused. As it stands it tells choices(). May destroy the button. */
+    /** Takes a choice; false when it is refused. By default it tells choices(). May destroy the button. */
     virtual bool handleChoice(unsigned index);
 
     bool hasMenu() const override { return !items_.empty(); }

@@ -7,7 +7,7 @@ namespace oribund
 
 /**
  * Does something when one of its buttons is clicked. Its value is the text of the button, which says what a click will
- * do or what state a thing is in; as it stands that is whatever the button shows already.
+ * do or what state a thing is in; by default that is whatever the button shows already.
  */
 template <class T>
 class ORIBUND_API ButtonAdaptor : public ValAdaptorBase<T>

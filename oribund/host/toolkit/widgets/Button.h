@@ -78,7 +78,7 @@ public:
     void draw(CanvasRenderer& renderer) override;
 
 protected:
-    /** What a click does; as it stands it tells clicks() and then sends the message. May destroy the button. */
+    /** What a click does; by default it tells clicks() and then sends the message. May destroy the button. */
     virtual void handleClick();
 
 private:

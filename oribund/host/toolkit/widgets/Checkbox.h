@@ -47,7 +47,7 @@ public:
     void draw(CanvasRenderer& renderer) override;
 
 protected:
-    /** After the user has toggled it; as it stands it tells events(). May destroy the box. */
+    /** After the user has toggled it; by default it tells events(). May destroy the box. */
     virtual void handleToggle();
 
     bool isClickKey(Key key) const override;

@@ -58,7 +58,7 @@ public:
     void draw(CanvasRenderer& renderer) override;
 
 protected:
-    /** As it stands it tells edits(). */
+    /** By default it tells edits(). */
     bool handleEdit(const Colour& colour, ChangeKind kind) override;
     bool handleKeyEvent(const Event& event) override;
 

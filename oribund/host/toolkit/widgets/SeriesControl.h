@@ -48,7 +48,7 @@ protected:
     /** A series has ended after at least one edit. */
     virtual void handleSeriesEnd();
 
-    /** A series was given up after at least one edit; as it stands it asks for the value that it began with. */
+    /** A series was given up after at least one edit; by default it asks for the value that it began with. */
     virtual void handleSeriesCancel(const T& original);
 
 private:

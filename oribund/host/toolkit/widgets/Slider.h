@@ -100,11 +100,11 @@ public:
     void draw(CanvasRenderer& renderer) override;
 
 protected:
-    /** As it stands it tells edits(). */
+    /** By default it tells edits(). */
     bool handleEdit(const double& value, ChangeKind kind) override;
 
     /** A click has turned out to be the first of two: its series, ended already, is to count for nothing, as another
-        edit takes its place. As it stands nothing comes of that. */
+        edit takes its place. By default nothing comes of that. */
     virtual void handleSeriesTakenBack();
 
     bool handleMouseEvent(const Event& event) override;
