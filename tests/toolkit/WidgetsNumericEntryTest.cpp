@@ -88,6 +88,9 @@ TEST_F(NumericEntries, AMistakeCanBeReadAfterTheKeyboardHasGone)
 {
     entry->takeFocus();
     desk.type(L"2/0");
+    desk.key(Key::Enter);
+    EXPECT_EQ(entry->getShownText(), L"2/0") << "to be mended";
+    EXPECT_EQ(entry->tooltip(), UIString(L"Division by zero"));
     other->takeFocus();
     EXPECT_EQ(entry->getShownText(), L"12");
     EXPECT_EQ(entry->getProblem(), L"Division by zero");
