@@ -34,8 +34,6 @@ public:
 
     bool ask(const T& value, ChangeKind kind = ChangeKind::Single) { return this->requestDataChange(value, kind); }
 
-    void cancel(const T& original) { this->cancelDataSeries(original); }
-
     void finish() { this->endDataSeries(); }
 
     std::vector<T> shown;

@@ -5,7 +5,6 @@
 
 #include "oribund/controls/rows/KeyframeCtrlsBase.h"
 #include "oribund/host/canvas/Canvas.h"
-#include "oribund/host/toolkit/core/Event.h"
 
 #include <memory>
 #include <utility>
@@ -71,15 +70,6 @@ protected:
 
     /** Clicks, drags and keys come to the row as from a screen. */
     void show(Glob& row) { ASSERT_TRUE(row.open()); }
-
-    void doubleClick(const Glob& glob)
-    {
-        const XY<int> at = glob.toCanvas({5, 5});
-        canvas.inject(Event::mousePress(at));
-        canvas.inject(Event::mouseRelease(at));
-        canvas.inject(Event::mouseDoubleClick(at));
-        canvas.inject(Event::mouseRelease(at));
-    }
 
     TestHost host;
     Canvas canvas{{kWidth, 600}};

@@ -51,14 +51,6 @@ protected:
 
     const Cue& cue(const IdStamp& id) const { return *vob->edit->cues.find(id); }
 
-    void tell(const IdStamp& id = {})
-    {
-        EditModification modification;
-        modification.type = EditModification::Type::Cues;
-        modification.object = id;
-        vob->edit->addModification(modification);
-    }
-
     void type(int row, const wchar_t* text)
     {
         panel->takeFocus();

@@ -1,10 +1,7 @@
 #include "tests/scenarios/Scenario.h"
 #include "workbench/app/files/ExportBar.h"
 
-#include "oribund/host/effects/params/EffectValParam.h"
 #include "oribund/host/toolkit/widgets/ValButton.h"
-
-#include <QApplication>
 
 #include <fstream>
 

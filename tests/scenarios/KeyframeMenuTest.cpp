@@ -1,6 +1,5 @@
 #include "tests/scenarios/Scenario.h"
 #include "workbench/app/effects/EffectTimePanel.h"
-#include "workbench/model/Ids.h"
 
 #include "oribund/controls/bars/CompoundEffectTherm.h"
 #include "oribund/controls/keyframes/CompoundEffectKeyframeButtons.h"
