@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 #include <mlt++/Mlt.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <set>
@@ -356,6 +357,19 @@ TEST_F(EffectRenderingTest, aRefusedSettingIsForgottenAtTheNextOne)
     EXPECT_LT(difference(mended, shown(*with("7", "5"))), 0.02);
     EXPECT_GT(difference(mended, shown(*with("7", "0"))), 0.5);
     session->setAllowList({});
+}
+
+TEST_F(EffectRenderingTest, soundThatIsNoNumberIsSilencedAndItsEffectNamed)
+{
+    const auto graph = MltGraph::build(session, sampleEdit("dynamic_loudness", {}), {});
+    const Rendering heard = render(*graph);
+    EXPECT_TRUE(std::all_of(heard.sound.begin(), heard.sound.end(), [](float value) { return std::isfinite(value); }));
+    const std::vector<EngineProblem> told = graph->takeSilenced();
+    ASSERT_EQ(told.size(), 1U) << "the effect works in this version: take another one";
+    EXPECT_EQ(told[0].subject, kSampleEffect);
+    EXPECT_NE(told[0].message.find("Dynamic"), std::string::npos) << told[0].message;
+    render(*graph);
+    EXPECT_TRUE(graph->takeSilenced().empty()) << "it is told once";
 }
 
 } // namespace

@@ -121,5 +121,22 @@ TEST(Overlay, blocksByNameAndByPattern)
             << pattern;
 }
 
+TEST(Overlay, limitsChangeWhatTheyNameAndKeepTheRest)
+{
+    const Applied result = apply(R"({ "limits": [ { "service": "f", "help": "Slow.", "omit": [ "1" ],
+        "params": [ { "property": "0", "max": 0.5 }, { "property": "gone", "max": 1 } ] } ] })");
+    EXPECT_THAT(result.problems, IsEmpty());
+    EXPECT_FALSE(result.effect.curated);
+    EXPECT_EQ(result.effect.help, "Slow.");
+    ASSERT_THAT(result.effect.params, SizeIs(1));
+    EXPECT_EQ(result.effect.params[0].maximum, 0.5);
+    EXPECT_EQ(result.effect.params[0].defaultValue, 0.25);
+
+    const Applied wrong =
+        apply(R"({ "limits": [ { "service": "f", "params": [ { "property": "0", "max": 0.1 } ] } ] })");
+    EXPECT_THAT(wrong.problems, ElementsAre(HasSubstr("default is out of range")));
+    EXPECT_EQ(wrong.effect.params.at(0).maximum, 1.0);
+}
+
 } // namespace
 } // namespace workbench

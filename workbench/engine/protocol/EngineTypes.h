@@ -14,6 +14,7 @@ namespace workbench
 struct EngineProblem {
     enum class Kind {
         MediaMissing,    ///< a clip cannot be opened, or must not be; a dark red picture stands in for it
+        EffectSilenced,  ///< an effect's sound is none that can be played; silence stands in for it
         EffectMissing,   ///< an effect, a transition or a setting of one is not there or not allowed; left out
         EffectHung,      ///< an effect did not come back in time; left out from now on
         EffectCrashed,   ///< an effect ended the worker; left out from now on

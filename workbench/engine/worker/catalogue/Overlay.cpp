@@ -178,6 +178,29 @@ std::string readParam(const Json& source, ParamDescription& param)
     return checkParam(param);
 }
 
+/** Changes parameters that the metadata describes; the others stay, and so does their order. */
+void limitParams(const Json& source, EffectDescription& effect, std::vector<std::string>& problems)
+{
+    readText(source, "help", effect.help);
+    for (const Json& name : source.value("omit", Json::array()))
+        std::erase_if(effect.params,
+                      [&](const ParamDescription& param) { return name.is_string() && name == param.property; });
+    for (const Json& entry : source.value("params", Json::array())) {
+        std::string property;
+        if (entry.is_object())
+            readText(entry, "property", property);
+        const auto known = std::find_if(effect.params.begin(), effect.params.end(),
+                                        [&](const ParamDescription& param) { return param.property == property; });
+        if (known == effect.params.end())
+            continue; // another version of the effect
+        ParamDescription limited = *known;
+        if (const std::string problem = readParam(entry, limited); problem.empty())
+            *known = std::move(limited);
+        else
+            problems.push_back(effect.service + ", " + property + ": " + problem);
+    }
+}
+
 std::vector<ParamDescription> readParams(const Json& source, const EffectDescription& effect,
                                          std::vector<std::string>& problems)
 {
@@ -218,6 +241,7 @@ bool matches(std::string_view pattern, std::string_view name)
 
 struct Overlay::Content {
     std::map<std::string, Json, std::less<>> effects;
+    std::map<std::string, Json, std::less<>> limits;
     std::vector<std::pair<std::string, std::string>> blocked; // pattern, reason
 };
 
@@ -241,10 +265,14 @@ Overlay::Overlay(std::string_view json, std::vector<std::string>& problems)
                 take(service, entry);
         }
     };
-    each("effects", [&](const std::string& service, const Json& entry) {
-        if (!content_->effects.emplace(service, entry).second)
-            problems.push_back("effect overlay: " + service + " is described twice");
-    });
+    const auto eachOnce = [&](const char* section, auto& target) {
+        each(section, [&](const std::string& service, const Json& entry) {
+            if (!target.emplace(service, entry).second)
+                problems.push_back("effect overlay: " + service + " is described twice");
+        });
+    };
+    eachOnce("effects", content_->effects);
+    eachOnce("limits", content_->limits);
     each("blocked", [&](const std::string& service, const Json& entry) {
         std::string reason = "It does not work reliably.";
         readText(entry, "reason", reason);
@@ -261,6 +289,8 @@ void Overlay::apply(EffectDescription& effect, std::vector<std::string>& problem
             effect.blockedBecause = reason;
             return;
         }
+    if (const auto limited = content_->limits.find(effect.service); limited != content_->limits.end())
+        limitParams(limited->second, effect, problems);
     const auto found = content_->effects.find(effect.service);
     if (found == content_->effects.end())
         return;

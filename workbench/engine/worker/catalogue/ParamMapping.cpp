@@ -147,8 +147,8 @@ bool mapNumber(const RawParam& raw, ParamDescription& param)
 /** Properties that steer the rendering rather than the look. */
 bool isHousekeeping(const std::string& property)
 {
-    static const std::array<std::string_view, 5> names = {"threads", "av.threads", "position", "av.enable",
-                                                          "mlt_image_format"};
+    static const std::array<std::string_view, 7> names = {
+        "threads", "av.threads", "position", "av.enable", "mlt_image_format", "av.blocksize", "av.block_size"};
     return std::find(names.begin(), names.end(), property) != names.end();
 }
 

@@ -2,6 +2,7 @@
 
 #include "workbench/engine/protocol/ContainmentRules.h"
 #include "workbench/engine/worker/containment/SystemPlaces.h"
+#include "workbench/system/Descriptor.h"
 
 #include <fcntl.h>
 #include <linux/landlock.h>
@@ -67,31 +68,6 @@ std::pair<RulesetAttributes, std::size_t> attributesOf(long version)
     return {all, sizeof all};
 }
 
-class Descriptor
-{
-public:
-    explicit Descriptor(long number)
-        : number_(static_cast<int>(number))
-    {
-    }
-
-    ~Descriptor()
-    {
-        if (number_ >= 0)
-            close(number_);
-    }
-
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    explicit operator bool() const { return number_ >= 0; }
-
-    int number() const { return number_; }
-
-private:
-    int number_;
-};
-
 /** What is not there cannot be allowed, and need not be. */
 bool allowPlace(const Descriptor& ruleset, const std::string& path, Access access)
 {
@@ -133,7 +109,7 @@ std::string fenceFiles(const ContainmentRules& rules)
     if (version < 1)
         return problem("this kernel has no Landlock, or it is switched off");
     const auto [attributes, size] = attributesOf(version);
-    const Descriptor ruleset(syscall(SYS_landlock_create_ruleset, &attributes, size, 0U));
+    const Descriptor ruleset(static_cast<int>(syscall(SYS_landlock_create_ruleset, &attributes, size, 0U)));
     if (!ruleset)
         return problem(std::generic_category().message(errno));
 

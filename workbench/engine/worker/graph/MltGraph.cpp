@@ -5,6 +5,7 @@
 #include "workbench/engine/worker/graph/FilterTrace.h"
 #include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/engine/worker/graph/ServiceFaults.h"
+#include "workbench/engine/worker/graph/SoundGuard.h"
 #include "workbench/model/projection/Admission.h"
 #include "workbench/model/projection/AllowList.h"
 #include "workbench/model/projection/ProjectionQueries.h"
@@ -137,12 +138,14 @@ MltGraph::MltGraph(std::shared_ptr<MltSession> session, const Admission& admissi
     , marks_(options.marks)
     , projectedProfile_(admission.projection.profile)
     , length_(admission.projection.length)
+    , silenced_(std::make_shared<SilencedEffects>())
 {
     const Projection& projection = admission.projection;
     options.bypassed.insert(admission.left.begin(), admission.left.end());
     MltGraph* former = options.former.get();
     makeProfile(projection.profile, former);
     if (former) {
+        silenced_ = former->silenced_;
         former->byId_.clear();
         former->tractor_.reset(); // gives up its hold on the clips
     }
@@ -265,6 +268,9 @@ void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Opti
             clip.producer->attach(*filter);
             byId_[source.id] = {AllowList::Use::Filter, source.service, std::make_unique<Mlt::Service>(*filter)};
             clip.attached.push_back(std::move(filter));
+            if (isSoundEffect(source.service))
+                if (auto guard = attachSoundGuard(*clip.producer, source.id, silenced_))
+                    clip.attached.push_back(std::move(guard));
         } else {
             report(EngineProblem::Kind::EffectMissing, source.id,
                    "The effect " + inQuotes(source.service) + " is not installed.");
@@ -274,6 +280,12 @@ void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Opti
     if (isFilm(*clip.producer))
         if (auto hold = attachEndHold(*clip.producer))
             clip.attached.push_back(std::move(hold));
+}
+
+bool MltGraph::isSoundEffect(const std::string& service) const
+{
+    const EffectCatalogue::Entry effect = allowed_->effects().find(service);
+    return effect && effect->medium == EffectDescription::Medium::Audio;
 }
 
 std::unique_ptr<Mlt::Producer> MltGraph::makeCut(const ProjectedCut& cut)
@@ -399,6 +411,22 @@ void MltGraph::makeAnew(Made& broken)
             clip->producer->attach(*filter);
         return;
     }
+}
+
+std::vector<EngineProblem> MltGraph::takeSilenced()
+{
+    std::vector<EngineProblem> result;
+    for (const std::string& id : silenced_->take())
+        if (const auto found = byId_.find(id); found != byId_.end()) {
+            const EffectCatalogue::Entry effect = allowed_->effects().find(found->second.name);
+            const std::string title = effect ? effect->title : found->second.name;
+            result.push_back(
+                {EngineProblem::Kind::EffectSilenced,
+                 "The effect " + inQuotes(title) + " makes sound that cannot be played. There is silence instead.",
+                 id,
+                 {found->second.name}});
+        }
+    return result;
 }
 
 std::vector<Mlt::Service*> MltGraph::services() const

@@ -23,6 +23,7 @@ namespace workbench
 struct Admission;
 class AllowList;
 class MltSession;
+class SilencedEffects;
 class TraceMarks;
 
 /**
@@ -63,6 +64,9 @@ public:
     /** Whether one of the changes makes an effect anew, for which nobody may be reading from producer(). */
     bool makesAnew(const std::vector<PropertyUpdate>& updates) const;
 
+    /** Effects whose sound had to be replaced by silence since the last call; each of them once. */
+    std::vector<EngineProblem> takeSilenced();
+
     /** Every service of the graph, for counting what is still alive. */
     std::vector<Mlt::Service*> services() const;
 
@@ -80,6 +84,7 @@ private:
     std::unique_ptr<Mlt::Tractor> makeMix(const ProjectedEntry& entry);
     std::unique_ptr<Mlt::Producer> makeCut(const ProjectedCut& cut);
     void addTransition(Mlt::Tractor& tractor, const ProjectedTransition& wanted);
+    bool isSoundEffect(const std::string& service) const;
     bool isBroken(const Made& made) const;
     void makeAnew(Made& broken);
     void report(EngineProblem::Kind kind, const std::string& subject, std::string message);
@@ -94,6 +99,7 @@ private:
     std::unique_ptr<Mlt::Tractor> tractor_;
     std::vector<EngineProblem> problems_;
     int length_ = 0;
+    std::shared_ptr<SilencedEffects> silenced_;
 };
 
 } // namespace workbench

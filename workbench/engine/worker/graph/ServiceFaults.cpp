@@ -5,6 +5,7 @@
 #include <cstdarg>
 #include <mutex>
 #include <set>
+#include <string_view>
 
 namespace workbench
 {
@@ -23,9 +24,16 @@ Faults& faults()
     return *known;
 }
 
-void noteFault(void* service, int level, const char*, va_list)
+/** An effect that looks ahead has nothing to give at first, and is whole all the same. */
+bool isOfOneFrame(std::string_view message)
 {
-    if (!service || level > MLT_LOG_ERROR)
+    return message.find("get frame from") != std::string_view::npos ||
+           message.find("return format") != std::string_view::npos;
+}
+
+void noteFault(void* service, int level, const char* message, va_list)
+{
+    if (!service || level > MLT_LOG_ERROR || isOfOneFrame(message))
         return;
     const std::lock_guard lock(faults().mutex);
     faults().services.insert(service);
