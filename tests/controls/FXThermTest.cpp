@@ -7,6 +7,7 @@
 #include "oribund/host/canvas/RecordingRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
 
+#include <array>
 #include <functional>
 
 namespace oribund::test
@@ -224,6 +225,26 @@ TEST_F(FXTherms, AMovedTimeRepaintsTheMarkerAlone)
     addEffect(8, 8.0, 16.0);
     vob->setCurrentTime(15.0);
     EXPECT_EQ(canvas.dirtyRegion().bounds().width(), bar->getWidth()) << "other effects are shown";
+}
+
+TEST_F(FXTherms, EscapeLeavesNothingSelectedThatWasNotBefore)
+{
+    const auto other = addParam(*effect, L"Other", {11.0, 14.0});
+    press(100, kRight);
+    EXPECT_EQ(selected(), 2);
+    other->graph()->removeKeyframe(1);
+    key(Key::Escape);
+    EXPECT_EQ(selected(), 0) << "one has gone";
+    release(100, kRight);
+
+    press(100, kRight);
+    vob->monitor->effects.front().second = {10.0, 18.0};
+    amount->graph()->setKeyframeTimes(std::array{0, 1, 2}, std::array{0.25, 0.5, 1.0}, ChangeKind::Single);
+    vob->monitor->tell(EffectChangeCode::ParamSetRestored, effect->id());
+    EXPECT_EQ(selected(), 1);
+    key(Key::Escape);
+    EXPECT_EQ(selected(), 0) << "it has another effect time";
+    EXPECT_EQ(bar->accessible(-7).role, bar->accessible(99).role) << "no part of it";
 }
 
 TEST_F(FXTherms, KeyframesArePartsOfItForThoseWhoDoNotSeeIt)

@@ -68,10 +68,14 @@ TEST(ThermGeometry, TheMarkerWinsThenTheNearerEdgeThenTheWindow)
 TEST(ThermGeometry, DraggedEdgesZoomAboutTheCurrentTime)
 {
     const ThermGeometry geometry = bar(0, 100, 20, 60);
-    EXPECT_EQ(geometry.draggedEdge(ThermHit::LeftEdge, 10.0, 30.0), NumRange<double>(10.0, 90.0));
-    EXPECT_EQ(geometry.draggedEdge(ThermHit::LeftEdge, -10.0, 30.0), NumRange<double>(0.0, 100.0));
-    EXPECT_EQ(geometry.draggedEdge(ThermHit::RightEdge, 45.0, 30.0), NumRange<double>(25.0, 45.0));
-    EXPECT_EQ(geometry.draggedEdge(ThermHit::RightEdge, 120.0, 30.0).end(), 100.0);
+    EXPECT_EQ(geometry.draggedEdge(ThermHit::LeftEdge, 10.0, 30.0, 0.0), NumRange<double>(10.0, 90.0));
+    EXPECT_EQ(geometry.draggedEdge(ThermHit::LeftEdge, -10.0, 30.0, 0.0), NumRange<double>(0.0, 100.0));
+    EXPECT_EQ(geometry.draggedEdge(ThermHit::RightEdge, 45.0, 30.0, 0.0), NumRange<double>(25.0, 45.0));
+    EXPECT_EQ(geometry.draggedEdge(ThermHit::RightEdge, 120.0, 30.0, 0.0).end(), 100.0);
+    const NumRange<double> least = geometry.draggedEdge(ThermHit::LeftEdge, 55.0, 30.0, 0.4);
+    EXPECT_DOUBLE_EQ(least.start(), 29.9) << "it does not pass the time";
+    EXPECT_DOUBLE_EQ(least.end(), 30.3);
+    EXPECT_DOUBLE_EQ(geometry.draggedEdge(ThermHit::RightEdge, 10.0, 30.0, 0.4).end(), 30.3);
 
     const NumRange<double> closer = geometry.zoomedAbout(30.0, 40.0 * 0.8);
     EXPECT_DOUBLE_EQ((30.0 - closer.start()) / closer.length(), 0.25);

@@ -6,7 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace oribund::test
@@ -160,8 +162,23 @@ TEST_F(Therms, APopUpStandsBelowItsCueAsLongAsBothAreThere)
     panel->close();
     EXPECT_FALSE(ofClosed);
     panel->open();
+    const auto given = popUp();
+    ASSERT_TRUE(bar->takeFocus());
+    EXPECT_TRUE(canvas.inject(Event::keyPress(Key::Escape)));
+    EXPECT_FALSE(given);
+    EXPECT_FALSE(canvas.inject(Event::keyPress(Key::Escape)));
+    bar->setPosition({0, 75});
+    bar->jumpToPos(40.0);
+    EXPECT_EQ(bar->popup->box().bottom, 75) << "above a bar that stands low, and no higher than the canvas";
+    EXPECT_EQ(bar->popup->box().top, 0);
+    EXPECT_TRUE(panel->messages.empty());
+    canvas.setSize({400, 18});
+    bar->setPosition({0, 0});
+    bar->jumpToPos(40.0);
+    ASSERT_EQ(panel->messages.size(), 1U);
+    EXPECT_EQ(std::exchange(panel->messages, {}).back(), therm::showCueMsg) << "there is no room for it";
     bar->ownPopup = false;
-    popUp();
+    bar->jumpToPos(40.0);
     EXPECT_EQ(panel->messages.back(), therm::showCueMsg) << "the owner's business";
 
     for (int i = 0; i < 1000; ++i)
@@ -190,6 +207,19 @@ TEST_F(Therms, SectionsAreStripsThatALowBarLeavesOut)
     EXPECT_TRUE(boxes().empty());
 }
 
+TEST_F(Therms, WhatIsNoTimeIsNotSetAndEndlesslyFarIsTheEnd)
+{
+    therm* bar = make();
+    vob->setCurrentTime(50.0);
+    bar->jumpToPos(std::nan(""));
+    bar->setTime(std::nan(""));
+    EXPECT_FALSE(bar->accessibleSetNumber(std::nan("")));
+    EXPECT_EQ(vob->getCurrentTime(), 50.0);
+    vob->viewRange = {0.0, 20.0};
+    bar->jumpToPos(HUGE_VAL);
+    EXPECT_EQ(vob->viewRange, NumRange<double>(90.0, 110.0));
+}
+
 TEST_F(Therms, TheWheelZoomsAboutTheTimeWhereZoomingIsAllowed)
 {
     therm* bar = make();
@@ -212,6 +242,17 @@ TEST_F(Therms, TheWheelZoomsAboutTheTimeWhereZoomingIsAllowed)
     canvas.inject(Event::mouseWheel({5, 2}, 0.5));
     canvas.inject(Event::mouseWheel({5, 2}, -1.0));
     EXPECT_EQ(bar->requestedWindow(), NumRange<double>(17.5, 67.5)) << "the other way, half a notch is forgotten";
+
+    vob->viewRange = {29.99, 30.035};
+    bar->set(0.0, 100.0, 29.99, 30.035);
+    panel->messages.clear();
+    canvas.inject(Event::mouseWheel({5, 2}, 1.0));
+    EXPECT_TRUE(panel->messages.empty()) << "no less than a frame";
+    vob->viewRange = {30.0, 30.0};
+    bar->set(0.0, 100.0, 30.0, 30.0);
+    canvas.inject(Event::mouseWheel({5, 2}, -1.0));
+    EXPECT_NEAR(bar->requestedWindow().length(), 0.04, 1e-9) << "out of a window without length";
+    EXPECT_FALSE(panel->messages.empty());
 }
 
 TEST_F(Therms, ADragTellsTheViewerThatItScrubs)

@@ -12,6 +12,7 @@
 #include "oribund/host/toolkit/core/GlobChange.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace oribund
 {
@@ -134,7 +135,7 @@ bool FXThermBase::handleMessageEvent(const String& message, Glob* sender)
 
 double FXThermBase::constrainTime(double editTime) const
 {
-    return std::max(geometry().start, std::min(region_.end(), editTime));
+    return std::isnan(editTime) ? editTime : std::max(geometry().start, std::min(region_.end(), editTime));
 }
 
 double FXThermBase::getTime(eAccuracy accuracy) const
@@ -149,10 +150,15 @@ double FXThermBase::getTime(eAccuracy accuracy) const
 void FXThermBase::setTime(double editTime)
 {
     Vob* const vob = getEdit() ? getVob() : nullptr;
-    if (!vob)
+    if (!vob || std::isnan(editTime))
         return;
     commands().stopPlay();
     vob->setCurrentTime(editTime);
+}
+
+double FXThermBase::leastWindow() const
+{
+    return std::min(timeStep(), region_.length());
 }
 
 double FXThermBase::timeStep() const

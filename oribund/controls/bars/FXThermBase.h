@@ -75,7 +75,13 @@ public:
     std::optional<double> getClosestKF(int x) const;
     std::optional<double> getClosestKF(int x, int tolerance) const;
 
+    /** A frame. */
+    double leastWindow() const override;
+
     void selectAllKeyframes(bool select);
+
+    /** Those at an edit time that the user may select and drag here. */
+    Keyframes keyframesAt(const std::optional<double>& editTime) const;
 
     /** What is at the current time, for who does not see it: keyframes and their values, or the time alone. */
     WString valueText() const override;
@@ -158,8 +164,7 @@ private:
     void setSignificantRegion(const NumRange<double>& region);
     bool pressKeyframes(const Event& event);
     void grabKeyframes(const Keyframes& keyframes, double editTime, int x);
-    Keyframes acceptedAt(const std::optional<double>& editTime) const;
-    Keyframes acceptedHere() const;
+    Keyframes keyframesHere() const;
 
     IdStamp track_;
     ThermKeyframes keyframes_;

@@ -28,7 +28,7 @@ std::optional<double> FXThermBase::getClosestKF(int x, int tolerance) const
     return pixel >= 0.0 && std::abs(pixel - x) <= tolerance ? time : std::nullopt;
 }
 
-FXThermBase::Keyframes FXThermBase::acceptedAt(const std::optional<double>& editTime) const
+FXThermBase::Keyframes FXThermBase::keyframesAt(const std::optional<double>& editTime) const
 {
     Keyframes keyframes = editTime ? keyframes_.at(*editTime) : Keyframes();
     std::erase_if(keyframes, [this](const FXKeyframe& keyframe) { return !acceptsKeyframe(keyframe); });
@@ -44,8 +44,8 @@ UIString FXThermBase::tooltip() const
 
 MouseCursor FXThermBase::contextCursor(const XY<int>& local) const
 {
-    return acceptedAt(getClosestKF(local.x, cueTolerance())).empty() ? ThermBase::contextCursor(local)
-                                                                     : MouseCursor::Hand;
+    return keyframesAt(getClosestKF(local.x, cueTolerance())).empty() ? ThermBase::contextCursor(local)
+                                                                      : MouseCursor::Hand;
 }
 
 bool FXThermBase::handleMouseEvent(const Event& event)
@@ -64,7 +64,7 @@ bool FXThermBase::pressKeyframes(const Event& event)
         return true;
     }
     const auto time = getClosestKF(event.position.x, cueTolerance());
-    const Keyframes keyframes = acceptedAt(time);
+    const Keyframes keyframes = keyframesAt(time);
     if (keyframes.empty())
         return false;
     if (event.button == MouseButton::Right)
@@ -97,7 +97,7 @@ void FXThermBase::grabKeyframes(const Keyframes& keyframes, double editTime, int
 void FXThermBase::handleOptionPress(const Event& event)
 {
     const KeyframeCommands commands = this->commands();
-    const Keyframes keyframes = acceptedAt(getClosestKF(event.position.x, cueTolerance()));
+    const Keyframes keyframes = keyframesAt(getClosestKF(event.position.x, cueTolerance()));
     const RedrawHold hold;
     commands.selectAll(false);
     commands.select(keyframes, true);
@@ -129,7 +129,7 @@ bool FXThermBase::usesKey(const Event& press) const
 {
     if (dragState() == 0 && hasTime() && canInteract()) {
         const bool toggles = press.key == Key::Space && press.isPlainKeyPress();
-        if (usesKeyframeKey(commands(), press) || (toggles && !acceptedHere().empty()))
+        if (usesKeyframeKey(commands(), press) || (toggles && !keyframesHere().empty()))
             return true;
     }
     return ThermBase::usesKey(press);
@@ -141,14 +141,14 @@ bool FXThermBase::handleKeyEvent(const Event& event)
         return true;
     if (!event.isPlainKeyPress() || event.key != Key::Space)
         return ThermBase::handleKeyEvent(event);
-    commands().toggle(acceptedHere());
+    commands().toggle(keyframesHere());
     return true;
 }
 
-FXThermBase::Keyframes FXThermBase::acceptedHere() const
+FXThermBase::Keyframes FXThermBase::keyframesHere() const
 {
     Vob* const vob = getVob();
-    return vob ? acceptedAt(vob->getCurrentTime()) : Keyframes();
+    return vob ? keyframesAt(vob->getCurrentTime()) : Keyframes();
 }
 
 } // namespace oribund

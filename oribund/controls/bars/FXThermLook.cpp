@@ -95,7 +95,7 @@ int FXThermBase::accessiblePartCount() const
 void FXThermBase::describePart(int part, AccessibleDescription& description) const
 {
     const CompoundEffectMonitor* const monitor = commands().monitor();
-    if (!monitor || part >= accessiblePartCount())
+    if (!monitor || part < 0 || part >= accessiblePartCount())
         return;
     const double time = keyframes_.times()[static_cast<std::size_t>(part)];
     const ThermGeometry shown = geometry();
@@ -109,7 +109,7 @@ void FXThermBase::describePart(int part, AccessibleDescription& description) con
     description.selectable = true;
     description.selected =
         std::any_of(keyframes.begin(), keyframes.end(), [](const FXKeyframe& keyframe) { return keyframe.selected; });
-    description.action = acceptedAt(time).empty() ? AccessibleAction::None : AccessibleAction::Toggle;
+    description.action = keyframesAt(time).empty() ? AccessibleAction::None : AccessibleAction::Toggle;
 }
 
 int FXThermBase::accessiblePartAt(const XY<int>& local) const
@@ -124,7 +124,7 @@ bool FXThermBase::accessibleActivate(int part)
 {
     if (!canInteract() || part < 0 || part >= accessiblePartCount())
         return false;
-    const Keyframes keyframes = acceptedAt(keyframes_.times()[static_cast<std::size_t>(part)]);
+    const Keyframes keyframes = keyframesAt(keyframes_.times()[static_cast<std::size_t>(part)]);
     commands().toggle(keyframes);
     return !keyframes.empty();
 }

@@ -5,6 +5,7 @@
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/toolkit/core/Event.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -16,6 +17,7 @@ KeyframeDrag::KeyframeDrag(FXThermBase& bar, int x, double anchor, Keyframes sel
     , effectBar_(bar)
     , lastX_(x)
     , anchor_(anchor)
+    , pressedAt_(anchor)
     , selected_(std::move(selected))
     , lone_(lone)
 {
@@ -56,7 +58,14 @@ void KeyframeDrag::abort()
     const KeyframeCommands commands = effectBar_.commands();
     if (CompoundEffectMonitor* const monitor = commands.monitor())
         monitor->cancelTrim();
-    commands.select(selected_, false);
+    // By edit time: their effect may have got another length meanwhile, and with that they other effect times.
+    Keyframes there = effectBar_.keyframesAt(pressedAt_);
+    std::erase_if(there, [this](const auto& keyframe) {
+        return std::none_of(selected_.begin(), selected_.end(), [&](const auto& pressed) {
+            return pressed.effect == keyframe.effect && pressed.param == keyframe.param;
+        });
+    });
+    commands.select(there, false);
 }
 
 } // namespace oribund

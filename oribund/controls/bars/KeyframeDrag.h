@@ -35,7 +35,8 @@ private:
     int lastX_;
     double anchor_;
     double distance_ = 0.0;
-    Keyframes selected_;
+    double pressedAt_;
+    Keyframes selected_; ///< as they were at the press
     bool lone_;
 };
 

@@ -78,12 +78,19 @@ double ThermBase::constrainTime(double editTime) const
 
 void ThermBase::jumpToPos(double editTime)
 {
-    setTime(constrainTime(snapTime(editTime)));
+    if (!std::isnan(editTime))
+        setTime(constrainTime(snapTime(editTime)));
+}
+
+double ThermBase::leastWindow() const
+{
+    return (geometry_.end - geometry_.start) * 1e-6;
 }
 
 void ThermBase::setWindow(const NumRange<double>& range)
 {
-    const double ratio = range.length() / (geometry_.windowEnd - geometry_.windowStart);
+    const double present = geometry_.windowEnd - geometry_.windowStart;
+    const double ratio = range.length() / (present > 0.0 ? present : leastWindow());
     if (!std::isfinite(ratio) || !(ratio > 0.0))
         return;
     requestedWindow_ = range;
@@ -249,7 +256,7 @@ void ThermBase::describe(AccessibleDescription& description) const
 
 bool ThermBase::accessibleSetNumber(double value, int)
 {
-    if (!canInteract() || !hasTime())
+    if (!canInteract() || !hasTime() || std::isnan(value))
         return false;
     setTime(constrainTime(value));
     return true;

@@ -31,7 +31,8 @@ class ORIBUND_API ThermBase : public Control
 {
 public:
     /** What the parent is sent to ask for another window: this text, a blank, and the new length of the window as a
-        multiple of the present one. The whole range asked for is requestedWindow(). */
+        multiple of the present one; of leastWindow(), where that has no length. The whole range asked for is
+       requestedWindow(). */
     static const String resizeZoomWinMsg;
 
     explicit ThermBase(const InitArgs& args);
@@ -66,14 +67,17 @@ public:
     virtual double getTime(eAccuracy accuracy) const = 0;
     virtual void setTime(double editTime) = 0;
 
-    /** The nearest time that the bar can set. */
+    /** The nearest time that the bar can set; NaN for NaN. */
     virtual double constrainTime(double editTime) const;
 
-    /** Goes to a time that the user has pointed at. */
+    /** Goes to a time that the user has pointed at. Like every way to set a time it ignores NaN. */
     virtual void jumpToPos(double editTime);
 
     /** Asks the owner for another window. */
     void setWindow(const NumRange<double>& range);
+
+    /** How far the window can be zoomed in. Seconds. */
+    virtual double leastWindow() const;
 
     const NumRange<double>& requestedWindow() const { return requestedWindow_; }
 
@@ -138,6 +142,9 @@ protected:
     virtual void drawCueAt(CanvasRenderer& renderer, int x, const Colour& colour);
     void drawMarkAt(CanvasRenderer& renderer, int x);
     void drawTimeAt(CanvasRenderer& renderer, int x);
+
+    /** A shaded diamond of the default size, in the middle of the bar's height. */
+    void drawDiamond(CanvasRenderer& renderer, unsigned short x, const Colour& colour);
 
     /** An arrow at the end of the bar beyond which the current time lies. */
     void drawOutOfRangeIndicator(CanvasRenderer& renderer, bool atEnd);

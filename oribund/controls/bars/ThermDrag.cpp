@@ -105,7 +105,10 @@ public:
     {
     }
 
-    void motion(int x) override { bar_.setWindow(bar_.geometry().draggedEdge(hit(), timeAt(x), bar_.getTime(eExact))); }
+    void motion(int x) override
+    {
+        bar_.setWindow(bar_.geometry().draggedEdge(hit(), timeAt(x), bar_.getTime(eExact), bar_.leastWindow()));
+    }
 
     void finish() override { bringTimeIntoView(); }
 

@@ -65,7 +65,7 @@ double ThermGeometry::x2f(double x) const
 
 double ThermGeometry::clamp(double t) const
 {
-    return std::max(start, std::min(end, t));
+    return std::isnan(t) ? t : std::max(start, std::min(end, t));
 }
 
 double ThermGeometry::place(double t) const
@@ -99,15 +99,18 @@ ThermHit ThermGeometry::hitTest(int x, double t, bool grabsTime, bool grabsWindo
     return toLeft < toRight || (toLeft == toRight && x < left) ? ThermHit::LeftEdge : ThermHit::RightEdge;
 }
 
-NumRange<double> ThermGeometry::draggedEdge(ThermHit edge, double to, double t) const
+NumRange<double> ThermGeometry::draggedEdge(ThermHit edge, double to, double t, double least) const
 {
     const double p = place(t);
     if (edge == ThermHit::LeftEdge) {
-        const double newStart = std::max(start, to);
+        const double limit = p != 0.0 ? t - p * least : windowEnd - least;
+        const double newStart = std::max(start, p < 0.0 ? std::max(limit, to) : std::min(limit, to));
         return {newStart, p != 0.0 ? std::min(end, newStart + (t - newStart) / p) : windowEnd};
     }
-    const double newEnd = std::min(end, to);
-    return {p != 1.0 ? std::max(start, newEnd - (newEnd - t) / (1.0 - p)) : windowStart, newEnd};
+    const double q = 1.0 - p;
+    const double limit = q != 0.0 ? t + q * least : windowStart + least;
+    const double newEnd = std::min(end, q < 0.0 ? std::min(limit, to) : std::max(limit, to));
+    return {q != 0.0 ? std::max(start, newEnd - (newEnd - t) / q) : windowStart, newEnd};
 }
 
 } // namespace oribund

@@ -50,7 +50,7 @@ struct ORIBUND_API ThermGeometry {
 
     double x2f(double x) const;
 
-    /** Limited to the span. */
+    /** Limited to the span; NaN stays what it is. */
     double clamp(double t) const;
 
     /** The same span seen through the window of a zoom about `t`, which keeps its place: `length` long. */
@@ -61,8 +61,9 @@ struct ORIBUND_API ThermGeometry {
 
     bool operator==(const ThermGeometry&) const = default;
 
-    /** The window when an edge is dragged to the time `to`: a zoom about `t`. */
-    NumRange<double> draggedEdge(ThermHit edge, double to, double t) const;
+    /** The window when an edge is dragged to the time `to`: a zoom about `t`. The edge stays on its side of `t`, where
+        the window is `least` long. */
+    NumRange<double> draggedEdge(ThermHit edge, double to, double t, double least) const;
 
 private:
     double place(double t) const;

@@ -118,6 +118,12 @@ void ThermBase::drawTimeAt(CanvasRenderer& renderer, int x)
     renderer.fillRect({at, 0.0, at + 1.0, static_cast<double>(getHeight())}, UifStd::getColourScheme().currentTime);
 }
 
+void ThermBase::drawDiamond(CanvasRenderer& renderer, unsigned short x, const Colour& colour)
+{
+    const int top = (getHeight() - getDefaultDiamondSize().y) / 2;
+    oribund::drawDiamond(renderer, {static_cast<int>(x), top}, colour, colour.scaled(0.3));
+}
+
 void ThermBase::drawOutOfRangeIndicator(CanvasRenderer& renderer, bool atEnd)
 {
     const double middle = getHeight() / 2.0;

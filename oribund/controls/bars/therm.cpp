@@ -72,8 +72,13 @@ double therm::getTime(eAccuracy accuracy) const
 
 void therm::setTime(double editTime)
 {
-    if (getEdit())
+    if (getEdit() && !std::isnan(editTime))
         getVob()->setCurrentTime(editTime);
+}
+
+double therm::leastWindow() const
+{
+    return getEdit() ? std::min(timeStep(), geometry().end - geometry().start) : ThermBase::leastWindow();
 }
 
 double therm::constrainTime(double editTime) const
@@ -95,8 +100,10 @@ Cue therm::cueAt(int x) const
 
 void therm::jumpToPos(double editTime)
 {
-    if (!getEdit())
+    if (!getEdit() || std::isnan(editTime))
         return;
+    if (std::isinf(editTime))
+        editTime = constrainTime(editTime);
     const GlobRef<therm> self(this);
     const Cue cue = cueAt(geometry().f2xi(editTime));
     if (cue.time != kNoCueTime) {
@@ -119,14 +126,29 @@ void therm::showCuePanel(const Cue& cue)
 {
     shownCue_ = cue;
     popup_ = makePopup(cue);
-    if (popup_) {
-        XY<int> at = toCanvas({f2xi(cue.time), getHeight()});
-        at.x = std::max(0, std::min(at.x, canvas()->size().x - popup_->getWidth()));
-        popup_->setPosition(at);
+    if (popup_ && placePopup(cue.time)) {
         popup_->open();
-    } else {
-        sendMsg(showCueMsg);
+        return;
     }
+    popup_.reset();
+    sendMsg(showCueMsg);
+}
+
+/** Below the bar or, where there is more room, above it, as much of it as fits. False where that is too little. */
+bool therm::placePopup(double editTime)
+{
+    const int top = toCanvas({0, 0}).y;
+    const int bottom = top + getHeight();
+    const int below = canvas()->size().y - bottom;
+    const bool isBelow = popup_->getHeight() <= below || below >= top;
+    const int room = isBelow ? below : top;
+    if (room < std::min(popup_->getHeight(), 2 * UifStd::getRowHeight()))
+        return false;
+    const int height = std::min(popup_->getHeight(), room);
+    popup_->resize({popup_->getWidth(), height});
+    const int left = std::min(toCanvas({f2xi(editTime), 0}).x, canvas()->size().x - popup_->getWidth());
+    popup_->setPosition({std::max(0, left), isBelow ? bottom : top - height});
+    return true;
 }
 
 std::unique_ptr<Glob> therm::makePopup(const Cue& cue)
@@ -163,8 +185,24 @@ bool therm::zoomBy(double factor)
 {
     if (!allowZoom() || !getEdit())
         return false;
+    // At the floor a step inwards is left out as a whole: so many steps back lead to the same window as before.
+    const double least = leastWindow();
     const double length = getVob()->getViewRange().length() * factor;
-    setWindow(geometry().zoomedAbout(getTime(eExact), length));
+    if (factor > 1.0 || length >= least)
+        setWindow(geometry().zoomedAbout(getTime(eExact), std::max(length, least)));
+    return true;
+}
+
+bool therm::usesKey(const Event& press) const
+{
+    return (popup_ && press.isKeyPress(Key::Escape)) || ThermBase::usesKey(press);
+}
+
+bool therm::handleKeyEvent(const Event& event)
+{
+    if (!popup_ || dragState() != 0 || !event.isKeyPress(Key::Escape))
+        return ThermBase::handleKeyEvent(event);
+    popup_.reset();
     return true;
 }
 

@@ -65,6 +65,7 @@ public:
 
     double getTime(eAccuracy accuracy) const override;
     void setTime(double editTime) override;
+    double leastWindow() const override;
     double constrainTime(double editTime) const override;
     void jumpToPos(double editTime) override;
     void startTimeChangeSeries() override;
@@ -79,6 +80,8 @@ public:
     int accessiblePartAt(const XY<int>& local) const override;
     bool accessibleActivate(int part = kWhole) override;
 
+    bool usesKey(const Event& press) const override;
+
     /** That of the cue under the pointer. */
     UIString tooltip() const override;
 
@@ -86,8 +89,9 @@ protected:
     /** Opens what tells of a cue: the pop-up or, without one, what the parent shows. */
     virtual void showCuePanel(const Cue& cue);
 
-    /** What to show below a cue until the next press on the bar, and as long as both can be seen: by default a panel of
-        its fields. Null where the parent shows it. */
+    /** What to show at a cue, below the bar or above it, until Escape or the next press on the bar, and as long as both
+        can be seen: by default a panel of its fields. Null where the parent shows it; so it has to on a canvas that has
+        no room for it on either side. */
     virtual std::unique_ptr<Glob> makePopup(const Cue& cue);
 
     /** For derived classes whose host knows of any: an edit tells of none. They do not overlap within a kind. */
@@ -99,6 +103,7 @@ protected:
     void drawCues(CanvasRenderer& renderer) override;
     double timeStep() const override;
     bool handleMouseEvent(const Event& event) override;
+    bool handleKeyEvent(const Event& event) override;
     void handleMouseLeft(const Event& event) override;
     void handleCurrentTimeChange() override;
     void handleModifications(const EditModification& modification) override;
@@ -110,6 +115,7 @@ private:
     std::vector<Cue> cuesShown() const;
     Cue cueAt(int x) const;
     bool zoomBy(double factor);
+    bool placePopup(double editTime);
 
     Cookie cookie_;
     Cue shownCue_;

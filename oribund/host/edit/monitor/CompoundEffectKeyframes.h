@@ -133,7 +133,7 @@ private:
     std::vector<Kt::Ptr<EffectInstance>> effectsMeant(const IdStamp& effect) const;
     bool remove(const KeyframeRemoval& removal);
     std::shared_ptr<KeyframeTrim> beginTrim(const IdStamp& track);
-    void select(const KeyframeTrim& trim);
+    void select(KeyframeTrim& trim);
     void followKeyframes();
     void tellSelection(const IdStamp& effect, const IdStamp& param);
 

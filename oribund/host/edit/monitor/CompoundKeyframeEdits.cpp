@@ -148,7 +148,7 @@ bool CompoundEffectKeyframes::trimSelectedKeyframes(const IdStamp& track, double
     return true;
 }
 
-void CompoundEffectKeyframes::select(const KeyframeTrim& trim)
+void CompoundEffectKeyframes::select(KeyframeTrim& trim)
 {
     KeyframeSelection moved = keyframeSelection();
     trim.select(moved);

@@ -128,7 +128,7 @@ bool KeyframeTrim::moveBy(double seconds)
     if (!std::isfinite(seconds))
         return false;
     asked_ += seconds;
-    std::erase_if(parts_, [this](Part& part) { return !bringInStep(part); });
+    dropLost();
     const long long shift = limited(std::round(asked_ / frame_));
     bool moved = false;
     for (Part& part : parts_)
@@ -169,8 +169,14 @@ bool KeyframeTrim::move(Part& part, long long shift)
     return true;
 }
 
-void KeyframeTrim::select(KeyframeSelection& selection) const
+void KeyframeTrim::dropLost()
 {
+    std::erase_if(parts_, [this](Part& part) { return !bringInStep(part); });
+}
+
+void KeyframeTrim::select(KeyframeSelection& selection)
+{
+    dropLost();
     for (const Part& part : parts_)
         selection.assign(part.effect, part.param, part.now);
 }

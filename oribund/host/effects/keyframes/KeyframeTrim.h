@@ -48,8 +48,8 @@ public:
     /** Puts everything back that is not where it was. */
     void restore();
 
-    /** Selects the keyframes where they are now. */
-    void select(KeyframeSelection& selection) const;
+    /** Selects the keyframes where they are now; of what is gone or cannot be moved any more nothing is touched. */
+    void select(KeyframeSelection& selection);
 
 private:
     /** The keyframes of one parameter that move; times are effect times. */
@@ -72,6 +72,7 @@ private:
     Kt::Ptr<EffectValParamBase> find(const Part& part) const;
     Kt::Ptr<EffectValParamBase> bringInStep(Part& part) const;
     static bool isBack(const Part& part, const EffectValParamBase& param);
+    void dropLost();
     long long limited(double frames) const;
     bool move(Part& part, long long shift);
 
