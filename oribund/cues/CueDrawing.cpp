@@ -37,6 +37,13 @@ int markIndent()
     return indent < gap ? indent : std::max(1, gap / 3);
 }
 
+/** A mark far outside every canvas, moved to where the edges of it can still be counted in pixels. */
+XY<int> nearby(const XY<int>& position)
+{
+    constexpr int kFar = 1'000'000'000;
+    return {std::clamp(position.x, -kFar, kFar), std::clamp(position.y, -kFar, kFar)};
+}
+
 Colour shade(const Colour& top, const Colour& bottom, int row, int height)
 {
     return height > 1 ? top.mix(bottom, static_cast<double>(row) / (height - 1)) : top;
@@ -79,11 +86,12 @@ void fillDiamond(CanvasRenderer& renderer, const XY<int>& centre, int radius, co
 {
     if (radius < 0)
         return;
-    fillRow(renderer, {centre.x - radius, centre.x + radius + 1}, centre.y, colour);
+    const auto [x, y] = nearby(centre);
+    fillRow(renderer, {x - radius, x + radius + 1}, y, colour);
     for (int k = 1; k <= radius; ++k) {
-        const Span span{centre.x - (radius - k), centre.x + (radius - k) + 1};
-        fillRow(renderer, span, centre.y + k, colour);
-        fillRow(renderer, span, centre.y - k, colour);
+        const Span span{x - (radius - k), x + (radius - k) + 1};
+        fillRow(renderer, span, y + k, colour);
+        fillRow(renderer, span, y - k, colour);
     }
 }
 
@@ -99,9 +107,10 @@ void drawDiamond(CanvasRenderer& renderer, const XY<int>& position, const XY<int
 {
     if (size.x < 0 || size.y <= 0)
         return;
+    const XY<int> at = nearby(position);
     const auto row = [&](int index, int width) {
-        const int left = position.x - width / 2;
-        fillRow(renderer, {left, left + width}, position.y + index, shade(top, bottom, index, size.y));
+        const int left = at.x - width / 2;
+        fillRow(renderer, {left, left + width}, at.y + index, shade(top, bottom, index, size.y));
     };
     const int half = size.y / 2;
     for (int i = 0; i < half; ++i) {
@@ -124,7 +133,7 @@ void drawDiamond(CanvasRenderer& renderer, const XY<int>& position, const Colour
 void drawDiamondWithTopHighlight(CanvasRenderer& renderer, const XY<double>& position, const Colour& top,
                                  const Colour& bottom)
 {
-    const XY<int> at{roundHalfAway(position.x), roundHalfAway(position.y)};
+    const XY<int> at = nearby({roundHalfAway(position.x), roundHalfAway(position.y)});
     const XY<int> size = getDefaultDiamondSize();
     const int inset = markIndent();
     const Colour rim = UifStd::getColourScheme().window().mix(kWhite, kHighlight);
@@ -136,12 +145,13 @@ void drawSmallMark(CanvasRenderer& renderer, const XY<int>& position, const Colo
 {
     constexpr int kReach[] = {2, 2, 1, 0};
     const Colour edge = colour.scaled(kMarkEdge);
-    int y = position.y;
+    const XY<int> at = nearby(position);
+    int y = at.y;
     for (const int reach : kReach) {
-        fillRow(renderer, {position.x - reach, position.x - reach + 1}, y, edge);
-        fillRow(renderer, {position.x - reach + 1, position.x + reach}, y, colour);
+        fillRow(renderer, {at.x - reach, at.x - reach + 1}, y, edge);
+        fillRow(renderer, {at.x - reach + 1, at.x + reach}, y, colour);
         if (reach > 0)
-            fillRow(renderer, {position.x + reach, position.x + reach + 1}, y, edge);
+            fillRow(renderer, {at.x + reach, at.x + reach + 1}, y, edge);
         ++y;
     }
 }
@@ -149,16 +159,17 @@ void drawSmallMark(CanvasRenderer& renderer, const XY<int>& position, const Colo
 void drawCue(CanvasRenderer& renderer, const XY<int>& position, const Colour& fill, const Colour& outline,
              eCueSize cueSize)
 {
+    const XY<int> at = nearby(position);
     const XY<int> size = getCueDimensions(cueSize);
     for (int row = 0; row < size.y; ++row) {
-        const Span span = cueRow(position, size, row);
-        const int y = position.y + row;
+        const Span span = cueRow(at, size, row);
+        const int y = at.y + row;
         if (row == 0 || row == size.y - 1) {
             fillRow(renderer, span, y, outline);
             continue;
         }
         // A pixel belongs to the outline where one of its four neighbours is outside; rows never get wider downwards.
-        const Span below = cueRow(position, size, row + 1);
+        const Span below = cueRow(at, size, row + 1);
         const Span inner{std::max(span.left + 1, below.left), std::min(span.right - 1, below.right)};
         fillRow(renderer, {span.left, inner.left}, y, outline);
         fillRow(renderer, inner, y, fill);

@@ -109,7 +109,7 @@ Kt::Ptr<iEffectPanelBuilder> FXPanelFactory::findPanelBuilder(int kind, const St
 
 bool FXPanelFactory::canMakeComponentPanel(const Kt::Ptr<EffectInstance>& effect) const
 {
-    return static_cast<bool>(findPanelBuilder(iEffectPanelBuilder::kComponentPanel, effect->tagTypeId()));
+    return effect && findPanelBuilder(iEffectPanelBuilder::kComponentPanel, effect->tagTypeId());
 }
 
 EffectComponentPanel* FXPanelFactory::makeComponentPanel(const FXPanelCreationOptions& options) const

@@ -57,7 +57,7 @@ public:
 
     const std::vector<iVideoAnalysisViewBuilder*>& getVideoAnalysisViewBuilders() const { return analysisBuilders_; }
 
-    /** The effect must not be empty. */
+    /** False for an empty effect. */
     bool canMakeComponentPanel(const Kt::Ptr<EffectInstance>& effect) const;
 
     /** A new panel, which belongs to the caller. Null when the options yield no effect or no builder claims it. */

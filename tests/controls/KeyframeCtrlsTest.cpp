@@ -126,6 +126,18 @@ TEST_F(OtherRows, TurnsAndDegreesOfAnAngleAreEditedApart)
     EXPECT_EQ(angle->constant().degrees, 690.0) << "a drag below zero costs no turn with every step";
 }
 
+TEST_F(OtherRows, WithoutAParameterStayEmpty)
+{
+    KeyframeAngleCtrls angles(handle, {}, kWidth, kLabelWidth, &canvas);
+    KeyframeFloatCtrlsBase numbers(handle, {}, kWidth, kLabelWidth, 0, &canvas);
+    for (KeyframeCtrlsBase* const row :
+         {static_cast<KeyframeCtrlsBase*>(&angles), static_cast<KeyframeCtrlsBase*>(&numbers)}) {
+        row->resize({300, 24});
+        EXPECT_FALSE(row->isEnabled());
+        EXPECT_FALSE(row->userReset());
+    }
+}
+
 TEST_F(OtherRows, AnAngleRowHasWhatItsRangeAsksFor)
 {
     const auto narrow = makeAngleRow(0.0, 360.0);

@@ -167,6 +167,7 @@ TEST_F(Therms, APopUpStandsBelowItsCueAsLongAsBothAreThere)
     EXPECT_TRUE(canvas.inject(Event::keyPress(Key::Escape)));
     EXPECT_FALSE(given);
     EXPECT_FALSE(canvas.inject(Event::keyPress(Key::Escape)));
+    canvas.setSize({400, 100});
     bar->setPosition({0, 75});
     bar->jumpToPos(40.0);
     EXPECT_EQ(bar->popup->box().bottom, 75) << "above a bar that stands low, and no higher than the canvas";

@@ -59,6 +59,20 @@ TEST_F(Writing, ASeriesStartsOnceAndGoesOnUntilItIsEnded)
               (std::vector{ChangeKind::Start, ChangeKind::Continuation, ChangeKind::Continuation, ChangeKind::Start}));
 }
 
+TEST_F(Writing, ATextOfAnAngleKeepsAllItsDigits)
+{
+    const auto angle = addParam(Angle{-720.0});
+    const auto text = Kt::makePtr<DegreesParamAdaptor<WString>>(handle, *angle);
+    const auto raw = Kt::makePtr<RawDegreesParamAdaptor<WString>>(handle, *angle);
+    EXPECT_EQ(text->getDataValue(), WString(L"0")) << "and zero no sign";
+    for (const double fine : {12.3456789012, 372.3456789012}) {
+        angle->setConstant(Angle{fine});
+        EXPECT_TRUE(text->requestSetValue(text->getDataValue(), ChangeKind::Single));
+        EXPECT_TRUE(raw->requestSetValue(raw->getDataValue(), ChangeKind::Single));
+        EXPECT_EQ(angle->constant().degrees, fine);
+    }
+}
+
 TEST_F(Writing, ASeriesOfDegreesHasTheTurnsOfItsStartUntilTimeOrValueIsNotItsOwn)
 {
     const auto angle = addParam(Angle{725.0});

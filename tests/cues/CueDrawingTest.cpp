@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <limits>
 #include <map>
 #include <string>
 #include <vector>
@@ -135,6 +137,19 @@ TEST_F(CueDrawing, ASmallMarkIsAPennantOfFourRowsWithDarkEdges)
     drawSmallMark(renderer, {10, 4}, kRed);
     EXPECT_EQ(picture(renderer, 7, 14), (Lines{{4, ".#RRR#."}, {5, ".#RRR#."}, {6, "..#R#.."}, {7, "...#..."}}));
     EXPECT_EQ(renderer.primitives().front().colour, kRed.scaled(0.3));
+}
+
+TEST_F(CueDrawing, MarksFarAwayAreDrawnFarAway)
+{
+    constexpr int kFar = std::numeric_limits<int>::max();
+    for (const int x : {kFar, -kFar}) {
+        drawDiamondWithTopHighlight(renderer, {x * 1e300, x * 1.0}, kRed, kBlue);
+        drawKeyFrame(renderer, {x, x}, kRed, kBlue);
+        drawSmallMark(renderer, {x, x}, kRed);
+        drawCue(renderer, {x, x}, kRed, kBlue, eCueSizeLarge);
+    }
+    for (const Primitive& p : renderer.primitives())
+        EXPECT_GT(std::abs(p.box.left), 1e8);
 }
 
 TEST_F(CueDrawing, ACueFillsItsDimensionsAndIsOutlinedWithoutAGap)

@@ -194,6 +194,7 @@ TEST_F(Factory, AsksNobodyWithoutAnEffect)
     factory.add(builder);
     EXPECT_FALSE(factory.createOverlayRenderer(nullptr, effect));
     EXPECT_FALSE(factory.createOverlayRenderer(&vob, {}));
+    EXPECT_FALSE(factory.canMakeComponentPanel({}));
     vob.monitor->effects.clear();
     vob.monitor->tell(EffectChangeCode::ParamSetChanged, effect->id());
     EXPECT_EQ(makePanel(), nullptr);

@@ -31,7 +31,8 @@ public:
     T getDataValue() override
     {
         const auto angle = this->readValue();
-        return angle ? reinterpretValType<T>(std::fmod(angle->degrees, kFullTurn)) : T();
+        // Of whole turns backwards the rest is a zero with a sign.
+        return angle ? shownNumber<T>(std::fmod(angle->degrees, kFullTurn) + 0.0) : T();
     }
 
     bool requestSetValue(const T& value, ChangeKind kind) override

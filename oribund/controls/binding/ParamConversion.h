@@ -5,8 +5,10 @@
 #include "oribund/host/base/ListParam.h"
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/base/VideoInputParam.h"
+#include "oribund/host/base/text/NumberFormat.h"
 
 #include <optional>
+#include <type_traits>
 
 namespace oribund
 {
@@ -25,10 +27,20 @@ struct ParamConversion<T, T> {
     static std::optional<T> toParam(const T& shown, const T&) { return shown; }
 };
 
-/** An angle as its number of degrees, as it stands, or as text of that number. */
+/** A number as a widget shows it; as text with all its digits, so that what is read back is the same number. */
+template <class T>
+T shownNumber(double number)
+{
+    if constexpr (std::is_same_v<T, WString>)
+        return NumberFormat::plain(number);
+    else
+        return reinterpretValType<T>(number);
+}
+
+/** An angle as its number of degrees, or as text of that number. */
 template <class T>
 struct ParamConversion<T, Angle> {
-    static T toWidget(const Angle& angle) { return reinterpretValType<T>(angle.degrees); }
+    static T toWidget(const Angle& angle) { return shownNumber<T>(angle.degrees); }
 
     static std::optional<Angle> toParam(const T& shown, const Angle&)
     {

@@ -47,9 +47,11 @@ int oneAndAHalfRows()
 
 KeyframeAngleCtrls::KeyframeAngleCtrls(const FXViewHandle& handle, const Kt::Ptr<EffectValParam<Angle>>& param,
                                        unsigned short width, unsigned short labelWidth, Canvas* canvas)
-    : KeyframeCtrlsBase(handle, param->id(), width, labelWidth, static_cast<unsigned short>(calcHeight()), canvas)
+    : KeyframeCtrlsBase(handle, param ? param->id() : IdStamp(), width, labelWidth,
+                        static_cast<unsigned short>(calcHeight()), canvas)
 {
-    addWidgets(*param);
+    if (param)
+        addWidgets(*param);
     finishRow();
 }
 
@@ -138,6 +140,8 @@ unsigned short KeyframeAngleCtrls::calcSliderWidth() const
 
 void KeyframeAngleCtrls::layoutEditors(const Kt::Box<int>& area)
 {
+    if (!degrees_)
+        return;
     const int gap = UifStd::getWidgetGap();
     const int degreesLeft = std::max(area.left, area.right - calcValEntryWidth());
     putInto(*degrees_, {degreesLeft, area.top, area.right, area.bottom});

@@ -18,6 +18,7 @@ class ValSlider;
 class ORIBUND_API KeyframeAngleCtrls : public KeyframeCtrlsBase
 {
 public:
+    /** Without a parameter the row stays empty and disabled. */
     KeyframeAngleCtrls(const FXViewHandle& handle, const Kt::Ptr<EffectValParam<Angle>>& param, unsigned short width,
                        unsigned short labelWidth, Canvas* canvas);
 

@@ -12,9 +12,9 @@ namespace oribund
 KeyframeFloatCtrlsBase::KeyframeFloatCtrlsBase(const FXViewHandle& handle, Kt::Ptr<EffectValParam<double>> param,
                                                unsigned short width, unsigned short labelWidth,
                                                unsigned short rowHeight, Canvas* canvas, int decimals)
-    : KeyframeCtrlsBase(handle, param->id(), width, labelWidth, rowHeight, canvas)
+    : KeyframeCtrlsBase(handle, param ? param->id() : IdStamp(), width, labelWidth, rowHeight, canvas)
 {
-    init(decimals, *param);
+    init(decimals, param.get());
     finishRow();
 }
 
@@ -28,15 +28,17 @@ bool KeyframeFloatCtrlsBase::usePercentageDisplay(const EffectValParam<double>* 
     return param && NumberDisplay::isPercentage(*param);
 }
 
-void KeyframeFloatCtrlsBase::init(int decimals, const EffectValParam<double>& param)
+void KeyframeFloatCtrlsBase::init(int decimals, const EffectValParam<double>* param)
 {
     decimals_ = decimals;
-    const EffectValParamAccessor<double> accessor(param);
     slider_ = addEditor(std::make_unique<ValSlider>(Slider::InitArgs(0, 0, canvas())));
     entry_ = addEntry();
-    applyDisplay(param);
+    if (!param)
+        return;
+    const EffectValParamAccessor<double> accessor(*param);
+    applyDisplay(*param);
     slider_->setDataAdaptor(Kt::makePtr<FloatAdaptor>(getViewHandle(), accessor));
-    entry_->setDataAdaptor(Kt::makePtr<FloatTextAdaptor>(getViewHandle(), FloatParamAccessor(param)));
+    entry_->setDataAdaptor(Kt::makePtr<FloatTextAdaptor>(getViewHandle(), FloatParamAccessor(*param)));
     setKeyframeAdaptor(Kt::makePtr<KeyframeButtonAdaptor<EffectValParamAccessor<double>>>(getViewHandle(), accessor));
 }
 

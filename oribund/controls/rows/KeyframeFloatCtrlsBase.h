@@ -14,7 +14,7 @@ class ValSlider;
 class ORIBUND_API KeyframeFloatCtrlsBase : public KeyframeCtrlsBase
 {
 public:
-    /** `decimals` is what init() takes. */
+    /** `decimals` is what init() takes. Without a parameter the row stays empty and disabled. */
     KeyframeFloatCtrlsBase(const FXViewHandle& handle, Kt::Ptr<EffectValParam<double>> param, unsigned short width,
                            unsigned short labelWidth, unsigned short rowHeight, Canvas* canvas,
                            int decimals = NumberDisplay::kDecimalsFromRange);
@@ -31,7 +31,7 @@ protected:
 
 private:
     /** Makes the widgets. `decimals` is how many the entry shows, or NumberDisplay::kDecimalsFromRange. */
-    void init(int decimals, const EffectValParam<double>& param);
+    void init(int decimals, const EffectValParam<double>* param);
     void applyDisplay(const EffectValParam<double>& param);
 
     int decimals_ = NumberDisplay::kDecimalsFromRange;
