@@ -237,7 +237,10 @@ TEST(ContainmentRulesTest, CoverTheMediaAndTheMapsOfAnEdit)
     edit.clips.push_back({"a", "avformat", "/media/film.mp4", 0, 9, {}, {}});
     edit.clips.push_back({"b", "pixbuf", "/media/row/%04d.png", 0, 9, {}, {}});
     edit.clips.push_back({"c", "color", "red", 0, 9, {}, {}});
+    edit.clips[2].filters.push_back({"e", "ladspa", 0, 9, {{"resource", "/bait.so"}}});
+    edit.clips.push_back({"d", "melt", "/bait.melt", 0, 9, {}, {}});
     edit.transitions.push_back({"t", "luma", 0, 1, 0, 0, {{"resource", "/maps/bar.pgm"}}});
+    edit.transitions.push_back({"u", "composite", 0, 1, 0, 0, {{"luma", "/bait.pgm"}}});
     EXPECT_THAT(placesOf(edit), testing::ElementsAre("/maps/bar.pgm", "/media/film.mp4", "/media/row"));
 
     const auto covering = [&](std::vector<std::string> readable) {

@@ -1,5 +1,6 @@
 #include "workbench/engine/protocol/ContainmentRules.h"
 
+#include "workbench/model/projection/AllowList.h"
 #include "workbench/model/projection/Projection.h"
 
 #include <algorithm>
@@ -12,9 +13,36 @@ namespace workbench
 namespace
 {
 
+/** Only what is allowed is ever made. What else a project names, it may name in order to have it opened to a worker. */
 class Places
 {
 public:
+    void add(const ProjectedClip& clip)
+    {
+        const std::string medium = clip.service.empty() ? clip.resource : clip.service + ':' + clip.resource;
+        if (const auto source = rules().sourceOf(medium))
+            add(source->resource);
+    }
+
+    void add(const std::vector<ProjectedTransition>& transitions)
+    {
+        for (const ProjectedTransition& transition : transitions)
+            for (const ProjectedProperty& property : transition.properties)
+                if (rules().allowsProperty(AllowList::Use::Transition, transition.service, property.name,
+                                           property.value))
+                    add(property.value);
+    }
+
+    std::vector<std::string> sorted() const { return {found_.begin(), found_.end()}; }
+
+private:
+    // No effect may name a file, so that it is no matter which are installed.
+    static const AllowList& rules()
+    {
+        static const AllowList builtIn({});
+        return builtIn;
+    }
+
     void add(std::string_view path)
     {
         if (!path.starts_with('/'))
@@ -26,21 +54,6 @@ public:
         found_.emplace(path);
     }
 
-    void addValues(const ProjectedProperties& properties)
-    {
-        for (const ProjectedProperty& property : properties)
-            add(property.value);
-    }
-
-    void addValues(const std::vector<ProjectedTransition>& transitions)
-    {
-        for (const ProjectedTransition& transition : transitions)
-            addValues(transition.properties);
-    }
-
-    std::vector<std::string> sorted() const { return {found_.begin(), found_.end()}; }
-
-private:
     std::set<std::string> found_;
 };
 
@@ -54,16 +67,12 @@ bool isWithin(const std::string& path, const std::string& place)
 std::vector<std::string> placesOf(const Projection& projection)
 {
     Places places;
-    for (const ProjectedClip& clip : projection.clips) {
-        places.add(clip.resource);
-        places.addValues(clip.properties);
-        for (const ProjectedFilter& filter : clip.filters)
-            places.addValues(filter.properties);
-    }
+    for (const ProjectedClip& clip : projection.clips)
+        places.add(clip);
     for (const ProjectedTrack& track : projection.tracks)
         for (const ProjectedEntry& entry : track.entries)
-            places.addValues(entry.transitions);
-    places.addValues(projection.transitions);
+            places.add(entry.transitions);
+    places.add(projection.transitions);
     return places.sorted();
 }
 
