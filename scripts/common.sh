@@ -21,7 +21,7 @@ packages_to_build=(
 packages_to_run=(melt frei0r-plugins ffmpeg fonts-dejavu-core)
 packages_to_test=(
     clang-format-14 clang-tidy-14 clang-14 libclang-rt-14-dev xvfb xauth
-    at-spi2-core dbus gir1.2-atspi-2.0 python3-gi openbox xdotool
+    at-spi2-core dbus gir1.2-atspi-2.0 python3-gi openbox strace xdotool
 )
 
 say() { printf '%s\n' "$*"; }
