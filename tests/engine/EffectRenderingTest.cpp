@@ -128,7 +128,7 @@ protected:
     static Rendering renderEdit(const Projection& edit)
     {
         const auto graph = MltGraph::build(session, edit, {});
-        EXPECT_TRUE(graph->problems().empty());
+        EXPECT_TRUE(graph->takeProblems().empty());
         return render(*graph);
     }
 

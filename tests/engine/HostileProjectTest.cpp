@@ -92,7 +92,7 @@ protected:
     Names made(const Projection& projection, std::vector<EngineProblem>& problems)
     {
         const auto graph = MltGraph::build(session, projection, {});
-        problems = graph->problems();
+        problems = graph->takeProblems();
         renderFrame(graph->producer(), 0, {64, 36});
         Names names;
         for (Mlt::Service* const service : graph->services())

@@ -175,7 +175,11 @@ TEST(TraceMarks, knowsWhatIsInnermostAndWhatIsLate)
     EXPECT_TRUE(marks->isLate(now + 1500ms));
     marks->setDeadline(TraceMarks::Work::Playback, TraceMarks::Clock::time_point::max());
     EXPECT_FALSE(marks->isLate(now + 1500ms));
-    EXPECT_TRUE(marks->isLate(now + 3s));
+    marks->allowUntil(now + 5s);
+    EXPECT_FALSE(marks->isLate(now + 3s));
+    marks->allowUntil(now + 4s);
+    EXPECT_FALSE(marks->isLate(now + 4500ms)) << "nobody gets less";
+    EXPECT_TRUE(marks->isLate(now + 6s));
 }
 
 } // namespace

@@ -109,7 +109,7 @@ private:
         MltGraph::Options options;
         options.former = std::move(graph_);
         auto graph = MltGraph::build(session_, editWith(options_, effect_.service, properties), std::move(options));
-        for (const EngineProblem& problem : graph->problems())
+        for (const EngineProblem& problem : graph->takeProblems())
             complain("problem: " + problem.message);
         return graph;
     }

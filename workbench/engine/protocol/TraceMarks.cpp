@@ -18,7 +18,7 @@ namespace
 constexpr std::size_t kLanes = 64;
 constexpr std::uint32_t kDepth = 64;
 
-// Safe in a signal handler, and, unlike the number the C library keeps, never wrong in a process that was forked.
+// Safe in a signal handler.
 int threadNumber()
 {
     return static_cast<int>(syscall(SYS_gettid));
@@ -130,6 +130,16 @@ void TraceMarks::setDeadline(Work work, Clock::time_point deadline)
 {
     const Clock::rep count = deadline == Clock::time_point::max() ? 0 : deadline.time_since_epoch().count();
     page().deadlines[static_cast<std::size_t>(work)] = count;
+}
+
+void TraceMarks::allowUntil(Clock::time_point deadline)
+{
+    for (auto& known : page().deadlines) {
+        Clock::rep now = known.load();
+        while (now != 0 && now < deadline.time_since_epoch().count() &&
+               !known.compare_exchange_weak(now, deadline.time_since_epoch().count())) {
+        }
+    }
 }
 
 void TraceMarks::setFrame(int frame)

@@ -46,6 +46,9 @@ public:
     /** The work is late from then on. `Clock::time_point::max()` when there is none. */
     void setDeadline(Work work, Clock::time_point deadline);
 
+    /** What has a deadline may take until then, if it has not more time already. */
+    void allowUntil(Clock::time_point deadline);
+
     /** The frame that is being rendered. */
     void setFrame(int frame);
 

@@ -190,7 +190,7 @@ ExportResult runExport(const std::shared_ptr<MltSession>& session, Projection pr
     MltGraph::Options options;
     options.marks = &marks;
     encoding.graph = MltGraph::build(session, projection, std::move(options));
-    for (const EngineProblem& problem : encoding.graph->problems())
+    for (const EngineProblem& problem : encoding.graph->takeProblems())
         if (problem.kind == EngineProblem::Kind::MediaMissing)
             return failure(problem.message);
         else
@@ -202,6 +202,9 @@ ExportResult runExport(const std::shared_ptr<MltSession>& session, Projection pr
     if (!encoding.start(*preset, settings.path, from, to))
         return failure("The encoder cannot be started.");
     ExportResult result = encode(encoding, settings, progress);
+    for (const EngineProblem& problem : encoding.graph->takeProblems()) // of clips that were opened on the way
+        if (problem.kind == EngineProblem::Kind::MediaMissing)
+            return failure(problem.message);
     std::error_code unknown;
     if (result.outcome == ExportResult::Outcome::Done && (fs::file_size(settings.path, unknown) == 0 || unknown))
         return failure("Nothing was written; is the disk full?");

@@ -138,8 +138,7 @@ void RenderWorker::rebuild(Mail& mail)
         MltGraph::Options options{std::move(mail.bypassed), &marks_, std::move(graph_)};
         graph_ = MltGraph::build(session_, *mail.projection, std::move(options));
     }
-    for (const EngineProblem& problem : graph_->problems())
-        callbacks_.problem(problem);
+    tellProblems();
     if (wasPlaying && !mail.playing)
         startPlaying();
 }
@@ -174,6 +173,7 @@ void RenderWorker::render(const FrameRequest& request)
         image = renderFrame(graph_->producer(), request.frame,
                             fitFrame(graph_->profile(), request.maxWidth, request.maxHeight), memory_);
     }
+    tellProblems();
     if (!image)
         return;
     image->revision = revision_;
@@ -210,9 +210,17 @@ void RenderWorker::stopPlaying()
     callbacks_.playing(false);
 }
 
+/** Some come up only when a clip is reached. */
+void RenderWorker::tellProblems()
+{
+    for (const EngineProblem& problem : graph_->takeProblems())
+        callbacks_.problem(problem);
+}
+
 void RenderWorker::handleShown(const Player::Shown& shown)
 {
     setFrame(shown.frame);
+    tellProblems();
     callbacks_.position(shown.frame);
     for (const EngineProblem& problem : graph_->takeSilenced())
         callbacks_.problem(problem);

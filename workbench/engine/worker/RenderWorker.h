@@ -81,6 +81,7 @@ private:
     void startPlaying();
     void stopPlaying();
     void handleShown(const Player::Shown& shown);
+    void tellProblems();
     void setFrame(int frame);
 
     const std::shared_ptr<MltSession> session_;

@@ -1,7 +1,7 @@
 #include "workbench/engine/worker/graph/MltGraph.h"
 
 #include "workbench/engine/protocol/TraceMarks.h"
-#include "workbench/engine/worker/graph/EndHold.h"
+#include "workbench/engine/worker/graph/ClipSource.h"
 #include "workbench/engine/worker/graph/FilterTrace.h"
 #include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/engine/worker/graph/ServiceFaults.h"
@@ -13,28 +13,58 @@
 #include <mlt++/Mlt.h>
 
 #include <algorithm>
-#include <filesystem>
+#include <mutex>
 #include <string_view>
 #include <utility>
 
 namespace workbench
 {
 
-/** An open medium with the effects on it. */
+/** A medium with the effects on it. */
 struct MltGraph::Clip {
-    ProjectedClip source; // without effects and range: what it was opened from
-    std::unique_ptr<Mlt::Producer> producer;
-    bool standIn = false;
+    ClipSource source;
     std::vector<std::unique_ptr<Mlt::Filter>> attached; // effects and markers
 
+    Clip(const std::shared_ptr<Mlt::Profile>& profile, const ProjectedClip& wanted,
+         const std::shared_ptr<OpenSources>& sources, std::function<void(const std::string&)> report)
+        : source(profile, wanted, sources, std::move(report))
+    {
+    }
+
     ~Clip() { detachAll(); }
+
+    Clip(const Clip&) = delete;
+    Clip& operator=(const Clip&) = delete;
+
+    Mlt::Producer& producer() const { return *source.producer(); }
 
     void detachAll()
     {
         for (const auto& filter : attached)
-            producer->detach(*filter);
+            producer().detach(*filter);
         attached.clear();
     }
+};
+
+/** What went wrong since it was asked for. Sources add to it, on whatever thread they are opened. */
+class MltGraph::Problems
+{
+public:
+    void add(EngineProblem problem)
+    {
+        const std::lock_guard lock(mutex_);
+        problems_.push_back(std::move(problem));
+    }
+
+    std::vector<EngineProblem> take()
+    {
+        const std::lock_guard lock(mutex_);
+        return std::exchange(problems_, {});
+    }
+
+private:
+    std::mutex mutex_;
+    std::vector<EngineProblem> problems_;
 };
 
 /** An effect or transition that is at work. */
@@ -47,10 +77,15 @@ struct MltGraph::Made {
 namespace
 {
 
-namespace fs = std::filesystem;
-
 constexpr std::string_view kFfmpegEffect = "avfilter.";
-constexpr const char* kStandInColour = "color:#ff400810";
+// So few are open from the beginning; of many, those that are shown. A track shows two at a time, and soon the next.
+constexpr std::size_t kOpenedAtOnce = 16;
+constexpr std::size_t kOpen = 32;
+constexpr std::size_t kOpenPerTrack = 4;
+// A playlist goes over all of its entries whenever one is added: a longer track is one of playlists.
+constexpr std::size_t kEntriesOfAPlaylist = 64;
+// A file on a slow disk may take longer to be opened than a frame may take.
+constexpr std::chrono::seconds kOpening{10};
 
 /** An effect is at work while it is made and set up, too. */
 class AtWork
@@ -82,45 +117,9 @@ void setProperties(Mlt::Properties& target, const ProjectedProperties& propertie
         target.set(property.name.c_str(), property.value.c_str());
 }
 
-std::string serviceOf(Mlt::Producer& producer)
-{
-    const char* service = producer.get("mlt_service");
-    return service ? service : "";
-}
-
-bool isFilm(Mlt::Producer& producer)
-{
-    return serviceOf(producer).starts_with("avformat") && producer.get_int("video_index") >= 0;
-}
-
-/** A producer that makes its picture itself has no length of its own: as long as it is needed. */
-void stretch(Mlt::Producer& producer, int frames)
-{
-    const std::string name = serviceOf(producer);
-    if (name.starts_with("avformat") || name == "xml" || producer.get_length() >= frames)
-        return;
-    producer.set("length", frames);
-    producer.set("out", frames - 1);
-}
-
-bool sameSource(const ProjectedClip& a, const ProjectedClip& b)
-{
-    return a.service == b.service && a.resource == b.resource && a.properties == b.properties;
-}
-
 EngineProblem::Kind kindOf(Refusal::What what)
 {
     return what == Refusal::What::Clip ? EngineProblem::Kind::MediaMissing : EngineProblem::Kind::EffectMissing;
-}
-
-/** Whether a file is there that can be read to its end: a pipe or device may never have one. */
-bool isReadable(const ProjectedClip& clip)
-{
-    std::error_code ignored;
-    const fs::path file(clip.resource);
-    // The name of a row of pictures is none of a file.
-    const bool isRow = clip.service == "pixbuf" && file.filename().string().find('%') != std::string::npos;
-    return isRow ? fs::is_directory(file.parent_path(), ignored) : fs::is_regular_file(file, ignored);
 }
 
 } // namespace
@@ -149,8 +148,18 @@ MltGraph::MltGraph(std::shared_ptr<MltSession> session, const Admission& admissi
         former->byId_.clear();
         former->tractor_.reset(); // gives up its hold on the clips
     }
+    sources_ = former && former->profile_ == profile_ ? former->sources_ : std::make_shared<OpenSources>();
+    sources_->allow(kOpen + kOpenPerTrack * projection.tracks.size());
+    sources_->whenOpening([marks = marks_] {
+        if (marks)
+            marks->allowUntil(TraceMarks::Clock::now() + kOpening);
+    });
+    problems_ = former && former->profile_ == profile_ ? former->problems_ : std::make_shared<Problems>();
     for (const ProjectedClip& clip : projection.clips) {
         openClip(clip, former);
+        ClipSource& source = clips_[clip.id]->source;
+        if (projection.clips.size() <= kOpenedAtOnce || !source.isThere())
+            source.open();
         attachFilters(*clips_[clip.id], clip, options);
     }
 
@@ -172,6 +181,7 @@ MltGraph::~MltGraph()
     tractor_.reset();
     byId_.clear();
     clips_.clear();
+    sources_.reset();
     profile_.reset();
 }
 
@@ -199,46 +209,18 @@ void MltGraph::openClip(const ProjectedClip& wanted, MltGraph* former)
 {
     if (former) {
         const auto open = former->clips_.find(wanted.id);
-        if (open != former->clips_.end() && sameSource(open->second->source, wanted) && !open->second->standIn) {
+        if (open != former->clips_.end() && open->second->source.serves(wanted)) {
             open->second->detachAll();
-            stretch(*open->second->producer, wanted.out + 1);
+            open->second->source.stretchTo(wanted);
             clips_[wanted.id] = std::move(open->second);
             former->clips_.erase(open);
             return;
         }
     }
-    auto clip = std::make_unique<Clip>();
-    clip->source.service = wanted.service;
-    clip->source.resource = wanted.resource;
-    clip->source.properties = wanted.properties;
-    openSource(*clip, wanted);
-    if (!clip->producer || !clip->producer->is_valid()) {
-        report(EngineProblem::Kind::MediaMissing, wanted.id, "Cannot open " + inQuotes(wanted.resource) + ".");
-        clip->producer = std::make_unique<Mlt::Producer>(*profile_, kStandInColour);
-        clip->standIn = true;
-    }
-    setProperties(*clip->producer, wanted.properties);
-    stretch(*clip->producer, wanted.out + 1);
-    if (clip->standIn) {
-        clip->producer->set("length", wanted.out + 1);
-        clip->producer->set("out", wanted.out);
-    }
-    clips_[wanted.id] = std::move(clip);
-}
-
-void MltGraph::openSource(Clip& clip, const ProjectedClip& wanted)
-{
-    if (wanted.resource.starts_with('/') && !isReadable(wanted))
-        return;
-    // By way of the loader, as when a saved project is opened: it attaches what converts between formats.
-    clip.producer = std::make_unique<Mlt::Producer>(*profile_, (wanted.service + ':' + wanted.resource).c_str());
-    // The module that reads pictures may not be installed; what reads films knows most of them.
-    if (!clip.producer->is_valid() && wanted.service == "pixbuf")
-        clip.producer = std::make_unique<Mlt::Producer>(*profile_, ("avformat:" + wanted.resource).c_str());
-    // Where the reader that was named fails, the loader looks for another one.
-    if (wanted.resource.starts_with('/') && !isFilm(*clip.producer) &&
-        !serviceOf(*clip.producer).starts_with(wanted.service))
-        clip.producer.reset();
+    clips_[wanted.id] = std::make_unique<Clip>(profile_, wanted, sources_,
+                                               [problems = problems_, id = wanted.id](const std::string& message) {
+                                                   problems->add({EngineProblem::Kind::MediaMissing, message, id, {}});
+                                               });
 }
 
 void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Options& options)
@@ -252,7 +234,7 @@ void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Opti
             return;
         const std::string below = done > 0 ? filters[done - 1]->id : std::string();
         const std::string next = done < filters.size() ? filters[done]->id : std::string();
-        if (auto marker = attachMarker(*clip.producer, *options.marks, below, next))
+        if (auto marker = attachMarker(clip.producer(), *options.marks, below, next))
             clip.attached.push_back(std::move(marker));
     };
 
@@ -265,7 +247,7 @@ void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Opti
             forgetFault(*filter);
             setProperties(*filter, source.properties);
             filter->set_in_and_out(source.in, source.out);
-            clip.producer->attach(*filter);
+            clip.producer().attach(*filter);
             byId_[source.id] = {AllowList::Use::Filter, source.service, std::make_unique<Mlt::Service>(*filter)};
             clip.attached.push_back(std::move(filter));
             if (isSoundEffect(source.service))
@@ -277,9 +259,6 @@ void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Opti
         }
         mark(i + 1);
     }
-    if (isFilm(*clip.producer))
-        if (auto hold = attachEndHold(*clip.producer))
-            clip.attached.push_back(std::move(hold));
 }
 
 bool MltGraph::isSoundEffect(const std::string& service) const
@@ -293,7 +272,7 @@ std::unique_ptr<Mlt::Producer> MltGraph::makeCut(const ProjectedCut& cut)
     const auto clip = clips_.find(cut.clip);
     if (clip == clips_.end())
         return nullptr;
-    return std::unique_ptr<Mlt::Producer>(clip->second->producer->cut(cut.in, cut.out));
+    return std::unique_ptr<Mlt::Producer>(clip->second->producer().cut(cut.in, cut.out));
 }
 
 std::unique_ptr<Mlt::Tractor> MltGraph::makeMix(const ProjectedEntry& entry)
@@ -317,7 +296,21 @@ void MltGraph::addTrack(const ProjectedTrack& track, int index)
         playlist.set("id", track.id.c_str());
     playlist.set("hide", static_cast<int>(track.hide));
 
-    for (const ProjectedEntry& entry : track.entries) {
+    const std::span<const ProjectedEntry> entries(track.entries);
+    if (entries.size() <= kEntriesOfAPlaylist)
+        addEntries(playlist, entries);
+    for (std::size_t from = 0; entries.size() > kEntriesOfAPlaylist && from < entries.size();
+         from += kEntriesOfAPlaylist) {
+        Mlt::Playlist part(*profile_);
+        addEntries(part, entries.subspan(from, std::min(kEntriesOfAPlaylist, entries.size() - from)));
+        playlist.append(part, 0, part.get_playtime() - 1);
+    }
+    tractor_->set_track(playlist, index);
+}
+
+void MltGraph::addEntries(Mlt::Playlist& playlist, std::span<const ProjectedEntry> entries)
+{
+    for (const ProjectedEntry& entry : entries) {
         if (entry.kind == ProjectedEntry::Kind::Blank) {
             playlist.blank(entry.length - 1);
         } else if (entry.kind == ProjectedEntry::Kind::Mix) {
@@ -326,12 +319,11 @@ void MltGraph::addTrack(const ProjectedTrack& track, int index)
         } else {
             const auto clip = clips_.find(entry.first.clip);
             if (clip != clips_.end())
-                playlist.append(*clip->second->producer, entry.first.in, entry.first.out);
+                playlist.append(clip->second->producer(), entry.first.in, entry.first.out);
             else
                 playlist.blank(entry.first.out - entry.first.in);
         }
     }
-    tractor_->set_track(playlist, index);
 }
 
 void MltGraph::addTransition(Mlt::Tractor& tractor, const ProjectedTransition& wanted)
@@ -354,12 +346,17 @@ void MltGraph::addTransition(Mlt::Tractor& tractor, const ProjectedTransition& w
 
 void MltGraph::report(EngineProblem::Kind kind, const std::string& subject, std::string message)
 {
-    problems_.push_back({kind, std::move(message), subject, {}});
+    problems_->add({kind, std::move(message), subject, {}});
 }
 
 Mlt::Producer& MltGraph::producer()
 {
     return *tractor_;
+}
+
+std::vector<EngineProblem> MltGraph::takeProblems()
+{
+    return problems_->take();
 }
 
 bool MltGraph::apply(const PropertyUpdate& update)
@@ -404,11 +401,11 @@ void MltGraph::makeAnew(Made& broken)
         fresh->set_in_and_out((*place)->get_in(), (*place)->get_out());
         forgetFault(*fresh);
         for (const auto& filter : clip->attached)
-            clip->producer->detach(*filter);
+            clip->producer().detach(*filter);
         broken.service = std::make_unique<Mlt::Service>(*fresh);
         *place = std::move(fresh);
         for (const auto& filter : clip->attached)
-            clip->producer->attach(*filter);
+            clip->producer().attach(*filter);
         return;
     }
 }
@@ -435,7 +432,9 @@ std::vector<Mlt::Service*> MltGraph::services() const
     for (const auto& [id, made] : byId_)
         result.push_back(made.service.get());
     for (const auto& [id, clip] : clips_) {
-        result.push_back(clip->producer.get());
+        result.push_back(clip->source.producer());
+        if (Mlt::Producer* const opened = clip->source.opened())
+            result.push_back(opened);
         for (const auto& filter : clip->attached)
             result.push_back(filter.get());
     }

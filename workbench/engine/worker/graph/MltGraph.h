@@ -6,11 +6,13 @@
 #include <map>
 #include <memory>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
 namespace Mlt
 {
+class Playlist;
 class Producer;
 class Profile;
 class Service;
@@ -23,6 +25,7 @@ namespace workbench
 struct Admission;
 class AllowList;
 class MltSession;
+class OpenSources;
 class SilencedEffects;
 class TraceMarks;
 
@@ -39,8 +42,8 @@ public:
         std::unique_ptr<MltGraph> former; ///< media that it has open and that are still wanted are taken over
     };
 
-    /** Always makes a graph: what is not allowed, cannot be opened or found is replaced or left out, and told in
-        problems(). */
+    /** Always makes a graph: what is not allowed, cannot be opened or found is replaced or left out, and told by
+        takeProblems(). */
     static std::unique_ptr<MltGraph> build(std::shared_ptr<MltSession> session, const Projection& projection,
                                            Options options);
 
@@ -56,7 +59,8 @@ public:
 
     int length() const { return length_; }
 
-    const std::vector<EngineProblem>& problems() const { return problems_; }
+    /** Those that came up since the last call: in the making, or when a source was opened for a frame. Any thread. */
+    std::vector<EngineProblem> takeProblems();
 
     /** False when there is no such effect or transition, or when the value is not allowed. */
     bool apply(const PropertyUpdate& update);
@@ -72,15 +76,16 @@ public:
 
 private:
     struct Clip;
+    class Problems;
     struct Made;
 
     MltGraph(std::shared_ptr<MltSession> session, const Admission& admission, Options& options);
 
     void makeProfile(const ProjectedProfile& wanted, MltGraph* former);
     void openClip(const ProjectedClip& wanted, MltGraph* former);
-    void openSource(Clip& clip, const ProjectedClip& wanted);
     void attachFilters(Clip& clip, const ProjectedClip& wanted, const Options& options);
     void addTrack(const ProjectedTrack& track, int index);
+    void addEntries(Mlt::Playlist& playlist, std::span<const ProjectedEntry> entries);
     std::unique_ptr<Mlt::Tractor> makeMix(const ProjectedEntry& entry);
     std::unique_ptr<Mlt::Producer> makeCut(const ProjectedCut& cut);
     void addTransition(Mlt::Tractor& tractor, const ProjectedTransition& wanted);
@@ -94,10 +99,11 @@ private:
     TraceMarks* marks_;
     ProjectedProfile projectedProfile_;
     std::shared_ptr<Mlt::Profile> profile_;
+    std::shared_ptr<OpenSources> sources_;
     std::map<std::string, std::unique_ptr<Clip>> clips_;
     std::map<std::string, Made> byId_; // effects and transitions
     std::unique_ptr<Mlt::Tractor> tractor_;
-    std::vector<EngineProblem> problems_;
+    std::shared_ptr<Problems> problems_;
     int length_ = 0;
     std::shared_ptr<SilencedEffects> silenced_;
 };
