@@ -12,6 +12,7 @@
 #include <atomic>
 #include <chrono>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <thread>
 #include <utility>
@@ -190,11 +191,17 @@ ExportResult runExport(const std::shared_ptr<MltSession>& session, Projection pr
     MltGraph::Options options;
     options.marks = &marks;
     encoding.graph = MltGraph::build(session, projection, std::move(options));
-    for (const EngineProblem& problem : encoding.graph->takeProblems())
-        if (problem.kind == EngineProblem::Kind::MediaMissing)
-            return failure(problem.message);
-        else
-            note += (note.empty() ? "" : "\n") + problem.message;
+    // Some come up only when a clip is reached.
+    const auto missing = [&]() -> std::optional<std::string> {
+        for (const EngineProblem& problem : encoding.graph->takeProblems())
+            if (problem.kind == EngineProblem::Kind::MediaMissing)
+                return problem.message;
+            else
+                note += (note.empty() ? "" : "\n") + problem.message;
+        return std::nullopt;
+    };
+    if (const std::optional<std::string> problem = missing())
+        return failure(*problem);
 
     const int last = std::max(0, encoding.graph->length() - 1);
     const int from = std::clamp(settings.from, 0, last);
@@ -202,9 +209,8 @@ ExportResult runExport(const std::shared_ptr<MltSession>& session, Projection pr
     if (!encoding.start(*preset, settings.path, from, to))
         return failure("The encoder cannot be started.");
     ExportResult result = encode(encoding, settings, progress);
-    for (const EngineProblem& problem : encoding.graph->takeProblems()) // of clips that were opened on the way
-        if (problem.kind == EngineProblem::Kind::MediaMissing)
-            return failure(problem.message);
+    if (const std::optional<std::string> problem = missing())
+        return failure(*problem);
     std::error_code unknown;
     if (result.outcome == ExportResult::Outcome::Done && (fs::file_size(settings.path, unknown) == 0 || unknown))
         return failure("Nothing was written; is the disk full?");

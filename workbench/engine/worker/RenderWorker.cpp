@@ -222,8 +222,6 @@ void RenderWorker::handleShown(const Player::Shown& shown)
     setFrame(shown.frame);
     tellProblems();
     callbacks_.position(shown.frame);
-    for (const EngineProblem& problem : graph_->takeSilenced())
-        callbacks_.problem(problem);
     if (shown.image) {
         shown.image->frame = shown.frame;
         shown.image->revision = revision_;

@@ -251,7 +251,7 @@ void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Opti
             byId_[source.id] = {AllowList::Use::Filter, source.service, std::make_unique<Mlt::Service>(*filter)};
             clip.attached.push_back(std::move(filter));
             if (isSoundEffect(source.service))
-                if (auto guard = attachSoundGuard(*clip.producer, source.id, silenced_))
+                if (auto guard = attachSoundGuard(clip.producer(), source.id, silenced_))
                     clip.attached.push_back(std::move(guard));
         } else {
             report(EngineProblem::Kind::EffectMissing, source.id,
@@ -356,6 +356,16 @@ Mlt::Producer& MltGraph::producer()
 
 std::vector<EngineProblem> MltGraph::takeProblems()
 {
+    for (const std::string& id : silenced_->take())
+        if (const auto found = byId_.find(id); found != byId_.end()) {
+            const EffectCatalogue::Entry effect = allowed_->effects().find(found->second.name);
+            const std::string title = effect ? effect->title : found->second.name;
+            problems_->add(
+                {EngineProblem::Kind::EffectSilenced,
+                 "The effect " + inQuotes(title) + " makes sound that cannot be played. There is silence instead.",
+                 id,
+                 {found->second.name}});
+        }
     return problems_->take();
 }
 
@@ -408,22 +418,6 @@ void MltGraph::makeAnew(Made& broken)
             clip->producer().attach(*filter);
         return;
     }
-}
-
-std::vector<EngineProblem> MltGraph::takeSilenced()
-{
-    std::vector<EngineProblem> result;
-    for (const std::string& id : silenced_->take())
-        if (const auto found = byId_.find(id); found != byId_.end()) {
-            const EffectCatalogue::Entry effect = allowed_->effects().find(found->second.name);
-            const std::string title = effect ? effect->title : found->second.name;
-            result.push_back(
-                {EngineProblem::Kind::EffectSilenced,
-                 "The effect " + inQuotes(title) + " makes sound that cannot be played. There is silence instead.",
-                 id,
-                 {found->second.name}});
-        }
-    return result;
 }
 
 std::vector<Mlt::Service*> MltGraph::services() const

@@ -59,7 +59,8 @@ public:
 
     int length() const { return length_; }
 
-    /** Those that came up since the last call: in the making, or when a source was opened for a frame. Any thread. */
+    /** Those that came up since the last call: in the making, when a source was opened for a frame, or when the sound
+       of an effect was replaced by silence. Each is told once. */
     std::vector<EngineProblem> takeProblems();
 
     /** False when there is no such effect or transition, or when the value is not allowed. */
@@ -67,9 +68,6 @@ public:
 
     /** Whether one of the changes makes an effect anew, for which nobody may be reading from producer(). */
     bool makesAnew(const std::vector<PropertyUpdate>& updates) const;
-
-    /** Effects whose sound had to be replaced by silence since the last call; each of them once. */
-    std::vector<EngineProblem> takeSilenced();
 
     /** Every service of the graph, for counting what is still alive. */
     std::vector<Mlt::Service*> services() const;
