@@ -63,6 +63,7 @@ def saved(path):
 def use():
     window = wait("the window", lambda: xdotool("search", "--onlyvisible", "--name", "Oribund workbench"))[-1]
     xdotool("windowactivate", "--sync", window)
+    wait("the clip to be there", lambda: xdotool("search", "--onlyvisible", "--name", r"^Untitled\*"))
 
     xdotool("key", "ctrl+f", "type", "brightness")
     xdotool("key", "Return")
@@ -92,7 +93,8 @@ def main():
             effects = re.findall(r'"constant":([0-9.]+),"property":"0"}],"service":"frei0r.brightness"', saved(project))
             assert len(effects) == 1 and 0.4 < float(effects[0]) < 0.6, f"effects saved: {effects}"
             xdotool("key", "ctrl+q")
-            assert running.wait(timeout=30) == 0, "it did not end well"
+            code = running.wait(timeout=30)
+            assert code == 0, f"it did not end well: {code}, {running.stderr.read()}"
         finally:
             running.kill()
     print("used in a window")

@@ -20,6 +20,7 @@
 #include "workbench/store/files/StandardFolders.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 
 namespace workbench
@@ -123,17 +124,9 @@ int runBatch(const CommandLine& commandLine)
     return commandLine.task == CommandLine::Task::Export ? exportFile(workspace, commandLine) : listEffects(workspace);
 }
 
-int runWithWindow(const CommandLine& commandLine, int& argc, char** argv)
+int runWithSettings(const CommandLine& commandLine)
 {
     const bool pictures = commandLine.task == CommandLine::Task::Pictures;
-    if (pictures)
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    if (commandLine.scale > 0.0)
-        qputenv("QT_SCALE_FACTOR", QByteArray::number(commandLine.scale));
-    SkinApplication application(argc, argv);
-    application.setApplicationName(QStringLiteral("Oribund workbench"));
-    application.installEventFilter(new KeyPolicy(&application));
-    application.installEventFilter(new PlainTexts(&application));
     const ScratchFolder scratch;
     if (pictures && scratch.path().empty()) {
         std::fprintf(stderr, "There is no room for temporary files. Free some space, or set TMPDIR.\n");
@@ -148,6 +141,25 @@ int runWithWindow(const CommandLine& commandLine, int& argc, char** argv)
     const int status = runWindow(workspace, host, preferences, commandLine,
                                  pictures ? scratch.path() / "recovery" : recoveryFolder(), scratch.path());
     host.setPlayMachine(nullptr);
+    return status;
+}
+
+int runWithWindow(const CommandLine& commandLine, int& argc, char** argv)
+{
+    if (commandLine.task == CommandLine::Task::Pictures)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (commandLine.scale > 0.0)
+        qputenv("QT_SCALE_FACTOR", QByteArray::number(commandLine.scale));
+    SkinApplication application(argc, argv);
+    application.setApplicationName(QStringLiteral("Oribund workbench"));
+    application.installEventFilter(new KeyPolicy(&application));
+    application.installEventFilter(new PlainTexts(&application));
+    const int status = runWithSettings(commandLine);
+    // The application waits for the threads for ever; a disk that never answers must not keep it from ending.
+    if (!Background::finishAll(3000)) {
+        std::fflush(stdout);
+        std::_Exit(status);
+    }
     return status;
 }
 

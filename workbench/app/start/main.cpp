@@ -1,9 +1,7 @@
-#include "workbench/app/session/Background.h"
 #include "workbench/app/start/Application.h"
 #include "workbench/app/start/CommandLine.h"
 
 #include <cstdio>
-#include <cstdlib>
 
 int main(int argc, char** argv)
 {
@@ -18,10 +16,5 @@ int main(int argc, char** argv)
         std::fputs(commandLineHelp().c_str(), stdout);
         return 0;
     }
-    const int status = runApplication(parsed.commandLine, argc, argv);
-    std::fflush(stdout);
-    // A disk that never answers must not keep the program from ending.
-    if (!Background::finishAll(3000))
-        std::_Exit(status);
-    return status;
+    return runApplication(parsed.commandLine, argc, argv);
 }

@@ -102,7 +102,10 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
                                 : QStringLiteral("Loading media: %1 of %2").arg(done + 1).arg(total);
         showLoading();
     };
-    workspace_.whenInstalledIsKnown([this] { list_->refresh(); });
+    workspace_.whenInstalledIsKnown([this] {
+        list_->refresh();
+        showLoading();
+    });
     list_->done = [this] { timeline_->strip().setFocus(); };
     list_->chosen = [this](const std::string& service) { adder_.add(service); };
     replacedCallback_.attach(workspace_.replaced());
@@ -204,7 +207,8 @@ void MainWindow::showProblem(const EngineProblem& problem)
 void MainWindow::showLoading()
 {
     const bool isFirstToCome = !viewer_->picture() && workspace_.edit().timeline().endFrame() > 0;
-    viewer_->setStatus(loading_.isEmpty() && isFirstToCome ? QStringLiteral("Loading\u2026") : loading_);
+    const bool isToCome = isFirstToCome || !workspace_.knowsInstalled();
+    viewer_->setStatus(loading_.isEmpty() && isToCome ? QStringLiteral("Loading\u2026") : loading_);
 }
 
 bool MainWindow::isSettled() const
