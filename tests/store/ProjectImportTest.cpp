@@ -240,7 +240,7 @@ TEST(ProjectImport, LosesNothingOfAnEditorsProject)
     EXPECT_EQ(reading.edit->cues[0].name, oribund::WString(L"Here"));
     EXPECT_EQ(reading.edit->cues[0].colour.r, 1.0);
     ASSERT_EQ(reading.warnings.size(), 1U);
-    EXPECT_THAT(reading.warnings[0], HasSubstr("1 effects on whole tracks, 0 transitions"));
+    EXPECT_THAT(reading.warnings[0], HasSubstr(": 1 effects on whole tracks. The"));
 
     const std::string saved = projectXml(EditModel(*reading.edit, catalogue()), {}, "/media");
     EXPECT_EQ(parseProject(saved, "/media", catalogue()).edit->original, file) << "what was left out is not lost";

@@ -104,11 +104,18 @@ public:
 private:
     void tellWhatIsLeft()
     {
-        if (left_.trackEffects + left_.transitions + left_.nested + left_.speeds > 0)
-            warnings_.add("Left out, for this program has nothing like them: " + std::to_string(left_.trackEffects) +
-                          " effects on whole tracks, " + std::to_string(left_.transitions) +
-                          " transitions between tracks, " + std::to_string(left_.nested) + " edits within the edit, " +
-                          std::to_string(left_.speeds) + " changes of speed. The project keeps them, unused.");
+        std::string list;
+        const auto count = [&list](int number, const char* what) {
+            if (number > 0)
+                list += (list.empty() ? "" : ", ") + std::to_string(number) + what;
+        };
+        count(left_.trackEffects, " effects on whole tracks");
+        count(left_.transitions, " transitions between tracks");
+        count(left_.nested, " edits within the edit");
+        count(left_.speeds, " changes of speed");
+        if (!list.empty())
+            warnings_.add("Left out, for this program has nothing like them: " + list +
+                          ". The project keeps them, unused.");
         if (left_.mixers > 0)
             warnings_.add(std::to_string(left_.mixers) + " transitions of a kind of their own are dissolves here.");
     }
