@@ -3,6 +3,8 @@
 #include "workbench/model/projection/AllowList.h"
 #include "workbench/model/projection/Projection.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <set>
 #include <string_view>
@@ -63,6 +65,13 @@ bool isWithin(const std::string& path, const std::string& place)
 }
 
 } // namespace
+
+std::uint64_t usualMemoryLimit()
+{
+    const long pages = sysconf(_SC_PHYS_PAGES);
+    const long size = sysconf(_SC_PAGESIZE);
+    return pages > 0 && size > 0 ? static_cast<std::uint64_t>(pages) * static_cast<std::uint64_t>(size) / 4 * 3 : 0;
+}
 
 std::vector<std::string> placesOf(const Projection& projection)
 {

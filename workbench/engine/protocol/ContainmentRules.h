@@ -9,12 +9,15 @@ namespace workbench
 
 struct Projection;
 
+/** Most of what this machine has: what runs wild ends before the machine does. Bytes. */
+std::uint64_t usualMemoryLimit();
+
 /** What a worker may touch beyond the system's own libraries, fonts and plug-ins. All paths are absolute. */
 struct ContainmentRules {
     std::vector<std::string> readable; ///< files, or folders with all that is in them
     std::vector<std::string> writable; ///< files that exist already, or folders in which files may be made and replaced
     bool sound = false;                ///< may talk to the sound server and the sound devices of this machine
-    std::uint64_t memoryLimit = 0;     ///< bytes that the worker may have for itself; 0 for no limit
+    std::uint64_t memoryLimit = usualMemoryLimit(); ///< bytes that the worker may have for itself; 0 for no limit
 
     bool operator==(const ContainmentRules&) const = default;
 };
@@ -28,7 +31,9 @@ struct ContainmentReport {
     bool operator==(const ContainmentReport&) const = default;
 };
 
-/** The files and folders that an edit is shown from: its media, and the maps of its wipes. Sorted, each of them once.
+/**
+ * The files and folders that an edit is shown from: its media, and the maps of its wipes, as far as the allow list lets
+ * them be used. Sorted, each of them once.
  */
 std::vector<std::string> placesOf(const Projection& projection);
 
