@@ -127,6 +127,11 @@ void CueDescriptionPanel::handleModifications(const EditModification& modificati
         refresh();
 }
 
+void CueDescriptionPanel::handleVobGone()
+{
+    setVob(nullptr);
+}
+
 // Storing
 
 bool CueDescriptionPanel::storeFieldText(const WString& text, const XY<int>& cell)

@@ -94,6 +94,7 @@ public:
 
 protected:
     void handleModifications(const EditModification& modification) override;
+    void handleVobGone() override;
 
 private:
     IdStamp cueID_;

@@ -62,6 +62,63 @@ TEST_F(FloatRow, NothingThatWasBegunIsWrittenIntoAReplacedParameter)
     EXPECT_EQ(other->constant(), 4.0);
 }
 
+TEST_F(FloatRow, ADragEndsWithItsGestureAndWithItsAdaptor)
+{
+    auto& slider = in<ValSlider>(*row);
+    slider.userPress(0.5);
+    vob.edit->gesture = iGestureJournal::kNone; // as an undo ends it
+    param->setConstant(0.125);
+    EXPECT_FALSE(slider.isDragging());
+    EXPECT_EQ(slider.getValue(), 0.125);
+    slider.userDrag(0.75);
+    EXPECT_EQ(param->constant(), 0.125);
+    ASSERT_TRUE(entry().userScrubStart());
+    entry().userScrub(1.0);
+    vob.edit->gesture = iGestureJournal::kNone;
+    entry().userScrub(2.0);
+    EXPECT_FALSE(entry().isScrubbing()) << "it is noticed at the next edit at the latest";
+    EXPECT_EQ(vob.edit->begun, 2) << "no gesture is begun that would drop the redo";
+
+    slider.userPress(0.5);
+    const auto other = addLimited(0.75, 0.0, 1.0);
+    slider.setDataAdaptor(Kt::makePtr<FloatAdaptor>(handle, EffectValParamAccessor<double>(*other)));
+    EXPECT_FALSE(slider.isDragging());
+    EXPECT_EQ(vob.edit->finished, 1);
+    slider.userDrag(0.25);
+    EXPECT_EQ(other->constant(), 0.75);
+}
+
+TEST_F(FloatRow, EscapeLeavesNoKeyframeWhereTheEditKeepsNoJournal)
+{
+    vob.edit->keepsJournal = false;
+    param->setFunctionType(EffectValParamFnType::Keyframed, 0.0);
+    setEffectTime(0.5);
+    auto& slider = in<ValSlider>(*row);
+    slider.userPress(0.5);
+    slider.userDrag(0.75);
+    EXPECT_EQ(param->graph()->size(), 2);
+    slider.userCancel();
+    EXPECT_EQ(param->graph()->size(), 1);
+    EXPECT_EQ(slider.getValue(), 0.25);
+}
+
+TEST_F(FloatRow, IsOutOfUseWhileTheEditIsReadOnlyAndOnceTheViewerIsGone)
+{
+    vob.edit->readOnly = true;
+    vob.monitor->tell(EffectChangeCode::EditabilityChanged, IdStamp::wildcard());
+    auto& slider = in<ValSlider>(*row);
+    EXPECT_FALSE(slider.canInteract());
+    EXPECT_FALSE(slider.getDataAdaptor()->requestSetValue(0.5, ChangeKind::Single));
+    EXPECT_FALSE(row->userReset());
+    EXPECT_EQ(param->constant(), 0.25);
+
+    auto viewer = std::make_unique<test::FakeVob>();
+    const KeyframeFloatCtrlsBase theirs(viewer->add(effect), param, kWidth, kLabelWidth, 0, &canvas);
+    EXPECT_TRUE(theirs.isEnabled());
+    viewer.reset();
+    EXPECT_FALSE(theirs.isEnabled());
+}
+
 TEST_F(FloatRow, OnlyAnimatedRowsAreToldThatTheTimeMoves)
 {
     const unsigned before = canvas.repaintCount();
@@ -151,6 +208,21 @@ TEST_F(OtherRows, AnAngleRowHasWhatItsRangeAsksFor)
     wide->resize({150, 24});
     EXPECT_EQ(wide->calcSliderWidth(), 0);
     EXPECT_FALSE(in<ValSlider>(*wide).isVisible());
+}
+
+TEST_F(DialRows, StayUnderThePointerInADrag)
+{
+    const auto row = makeAngleRow(-90.0, 90.0, 10.0);
+    auto& dial = in<AngleParamWidget>(*row);
+    dial.userPress(10.0);
+    dial.userDrag(50.0);
+    angle->setConstant(Angle{20.0});
+    EXPECT_EQ(dial.getAngle(), 50.0);
+    dial.userDrag(120.0);
+    EXPECT_EQ(dial.getAngle(), 90.0) << "the limit";
+    angle->setConstant(Angle{30.0});
+    dial.userRelease();
+    EXPECT_EQ(dial.getAngle(), 30.0);
 }
 
 TEST_F(DialRows, HaveADialInPlaceOfTheSliderAndAreHigher)

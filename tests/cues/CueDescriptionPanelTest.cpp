@@ -130,6 +130,14 @@ TEST_F(CuePanel, AnEditThatIsLockedTakesNothing)
     EXPECT_EQ(cue(kDoor).name, L"Door");
 }
 
+TEST_F(CuePanel, IsEmptyOnceTheViewerIsGone)
+{
+    ASSERT_FALSE(panel->getFields().empty());
+    vob.reset();
+    EXPECT_TRUE(panel->getFields().empty());
+    EXPECT_EQ(panel->getNumRows(), 0);
+}
+
 TEST_F(CuePanel, WhatIsTypedForOneCueIsNeverStoredInAnother)
 {
     type(kName, L"Gate");

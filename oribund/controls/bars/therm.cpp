@@ -358,6 +358,11 @@ void therm::handleModifications(const EditModification&)
     changed(GlobChange::kContents);
 }
 
+void therm::handleVobGone()
+{
+    setVob(nullptr);
+}
+
 void therm::handleHidden()
 {
     popup_.reset();

@@ -107,6 +107,7 @@ protected:
     void handleMouseLeft(const Event& event) override;
     void handleCurrentTimeChange() override;
     void handleModifications(const EditModification& modification) override;
+    void handleVobGone() override;
     void handleHidden() override;
 
 private:

@@ -61,11 +61,11 @@ protected:
 
     Accessor& accessor() { return accessor_; }
 
-    /** Whether the parameter can be edited now, as the effect says; nothing while either is gone. */
+    /** Whether the parameter can be edited now, as edit and effect say; nothing while the latter or it is gone. */
     std::optional<bool> isEditable() const
     {
         const Kt::Ptr<EffectInstance> effect = getEffectPtr();
-        return effect && boundParam() ? std::optional(effect->canEditParam(*boundParam())) : std::nullopt;
+        return effect && boundParam() ? std::optional(canEditParam(*effect, *boundParam())) : std::nullopt;
     }
 
     /** The parameter that is listened to: getParam() without a search. Empty while there is none. */

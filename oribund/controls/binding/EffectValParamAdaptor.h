@@ -10,6 +10,7 @@
 
 #include <cstdint>
 #include <utility>
+#include <vector>
 
 namespace oribund
 {
@@ -54,7 +55,12 @@ protected:
     bool write(const typename Accessor::Value& value, ChangeKind kind);
 
 private:
-    EditGesture gesture_; ///< a series, or the single edit that is being made
+    bool endLostSeries();
+    bool lacksKeyframe(double fxTime) const;
+    bool removeAdded();
+
+    EditGesture gesture_;       ///< a series, or the single edit that is being made
+    std::vector<double> added_; ///< effect times of the keyframes that the series has made
     std::uint32_t inChangeSeries_ = 0;
     ChangeKind seriesChangeKind_ = ChangeKind::Start;
 };

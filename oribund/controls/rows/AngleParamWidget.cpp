@@ -20,19 +20,28 @@ AngleParamWidget::~AngleParamWidget()
 
 void AngleParamWidget::setWidgetValue(const double& degrees, eRedrawFlag flag)
 {
-    degrees_ = degrees;
+    if (isAnswered_)
+        answer_ = degrees;
     setAngle(degrees, flag);
 }
 
 double AngleParamWidget::getIndicatorValue()
 {
     const auto adaptor = getDataAdaptor();
-    return adaptor ? adaptor->getDataValue() : degrees_;
+    return adaptor ? adaptor->getDataValue() : shown();
 }
 
 bool AngleParamWidget::setIndicatorValue(double degrees, ChangeKind kind)
 {
-    return requestDataChange(degrees, kind);
+    const GlobRef<AngleParamWidget> self(this);
+    isAnswered_ = true;
+    const bool accepted = requestDataChange(degrees, kind);
+    // An adaptor that has limited the value to what it was before tells nobody.
+    if (self)
+        refreshFromData();
+    if (self)
+        isAnswered_ = false;
+    return accepted;
 }
 
 void AngleParamWidget::handleSeriesEnd()

@@ -17,13 +17,14 @@ public:
 
     void setWidgetValue(const double& degrees, eRedrawFlag flag) override;
 
-    double getWidgetValue() const override { return degrees_; }
+    double getWidgetValue() const override { return getStoredValue(); }
 
 protected:
     double getIndicatorValue() override;
     bool setIndicatorValue(double degrees, ChangeKind kind) override;
 
-    double getStoredValue() const override { return degrees_; }
+    /** In a drag the answer to it; what comes from elsewhere is shown at its end. */
+    double getStoredValue() const override { return hasWritten() ? answer_ : shown(); }
 
     Colour getIndicatorColour() const override { return colour_; }
 
@@ -31,7 +32,8 @@ protected:
     void handleSeriesCancel(const double& original) override;
 
 private:
-    double degrees_ = 0.0;
+    double answer_ = 0.0;
+    bool isAnswered_ = false; ///< what comes now is the answer to the dial's own request
     Colour colour_;
 };
 

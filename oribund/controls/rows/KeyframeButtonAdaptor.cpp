@@ -50,7 +50,7 @@ void KeyframeButtonAdaptor<Accessor>::widgetLeftClicked()
 {
     const auto param = this->getParam();
     const Kt::Ptr<EffectInstance> effect = this->getEffectPtr();
-    if (!param || !param->isKeyframable() || !effect->canEditParam(*param))
+    if (!param || !param->isKeyframable() || !this->canEditParam(*effect, *param))
         return;
     const Kt::Ptr<AdaptorBase> self = keepAlive();
     const RedrawHold hold;

@@ -76,6 +76,8 @@ KeyframeCtrlsBase::KeyframeCtrlsBase(const FXViewHandle& handle, const IdStamp& 
     button_->setVisible(false);
     Label::InitArgs args(labelWidth, static_cast<unsigned short>(getHeight()), canvas);
     label_ = addToRow(std::make_unique<NameLabel>(args, *this));
+    if (const Kt::Ptr<FXVob>& fxVob = getFXVob())
+        goneCallback_.attach(fxVob->vobGone());
     shownParam_ = getEffectParam();
     if (!shownParam_)
         return;
@@ -164,6 +166,12 @@ void KeyframeCtrlsBase::handleFXModifications(const CompoundEffectMonitorClient:
         followParam();
 }
 
+int KeyframeCtrlsBase::handleVobGone(const FXVob&)
+{
+    followParam();
+    return 0;
+}
+
 void KeyframeCtrlsBase::setParamId(const IdStamp& paramId)
 {
     finder_ = ParamFinder(paramId);
@@ -196,7 +204,7 @@ bool KeyframeCtrlsBase::userReset()
 {
     const Kt::Ptr<EffectInstance> effect = getEffectPtr();
     const Kt::Ptr<EffectValParamBase> param = getEffectParam();
-    if (!param || !canInteract() || !effect->canEditParam(*param))
+    if (!param || !canInteract() || !canEditParam(*effect, *param))
         return false;
     const RedrawHold hold;
     if (param->functionType() == EffectValParamFnType::Keyframed)

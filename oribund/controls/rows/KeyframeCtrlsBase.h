@@ -3,6 +3,7 @@
 #include "oribund/controls/binding/ParamFinder.h"
 #include "oribund/host/base/Export.h"
 #include "oribund/host/edit/monitor/FXVobClient.h"
+#include "oribund/host/notify/MethodCallback.h"
 #include "oribund/host/toolkit/layout/StandardPanel.h"
 #include "oribund/host/toolkit/values/ValAdaptorBase.h"
 
@@ -136,6 +137,7 @@ private:
         }
     }
 
+    int handleVobGone(const FXVob&);
     void followParam();
     void nameWidgets();
 
@@ -147,6 +149,7 @@ private:
     KeyframeButton* button_ = nullptr;
     NameLabel* label_ = nullptr;
     std::vector<Editor> editors_;
+    MethodCallback<KeyframeCtrlsBase, FXVob> goneCallback_{this, &KeyframeCtrlsBase::handleVobGone};
 };
 
 } // namespace oribund

@@ -33,7 +33,8 @@ public:
     /** The end of the last segment, in seconds. */
     virtual double getEndTime() const = 0;
 
-    /** Whether the user may change it. Widgets that edit are disabled while not. */
+    /** Whether the user may change it. Widgets that edit are disabled while not; a host tells of a change of it as one
+       of EffectChangeCode::EditabilityChanged. */
     virtual bool isReadOnly() const = 0;
 
     virtual const CueList& getCues() const = 0;

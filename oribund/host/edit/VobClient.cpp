@@ -31,9 +31,10 @@ void VobClient::setVob(Vob* vob)
 
 int VobClient::handleTimeEvent(const ValServerEvent<double>& event)
 {
-    if (event.kind == ValEventKind::ServerGone)
+    if (event.kind == ValEventKind::ServerGone) {
         setVob(nullptr);
-    else if (event.kind == ValEventKind::Changed)
+        handleVobGone(); // may destroy this
+    } else if (event.kind == ValEventKind::Changed)
         handleCurrentTimeChange();
     return 0;
 }

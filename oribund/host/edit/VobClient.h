@@ -30,6 +30,9 @@ protected:
     /** The current time has moved. */
     virtual void handleCurrentTimeChange() {}
 
+    /** The viewer is gone, getVob() is null: what shows its edit has nothing to show any more. */
+    virtual void handleVobGone() {}
+
     /** The edit was modified. */
     virtual void handleModifications(const EditModification&) {}
 

@@ -46,6 +46,8 @@ int FXVob::handleTimeEvent(const ValServerEvent<double>& event)
         vob_ = nullptr;
         currentTime_ = nullptr;
         effect_ = {};
+        const Kt::Ptr<FXVob> self(this); // who hears may be the last to hold it
+        vobGone_.notify(*this);
     }
     return 0;
 }

@@ -7,6 +7,7 @@
 #include "oribund/host/base/NumRange.h"
 #include "oribund/host/base/iVirtual.h"
 #include "oribund/host/notify/MethodCallback.h"
+#include "oribund/host/notify/Notifier.h"
 #include "oribund/host/notify/ValServer.h"
 
 namespace oribund
@@ -45,6 +46,9 @@ public:
     FXTime editTimeToFXTime(double editTime) const;
     double fxTimeToEditTime(FXTime time) const;
 
+    /** Tells when the viewer has gone; effect and viewer are empty by then. */
+    Notifier<FXVob>& vobGone() { return vobGone_; }
+
     /** For the monitor: what the edit now holds. */
     void update(const Kt::Ptr<EffectInstance>& effect, const NumRange<double>& region);
 
@@ -56,6 +60,7 @@ private:
     IdStamp effectId_;
     Kt::Ptr<EffectInstance> effect_;
     NumRange<double> region_;
+    Notifier<FXVob> vobGone_;
     MethodCallback<FXVob, ValServerEvent<double>, int> timeCallback_;
 };
 

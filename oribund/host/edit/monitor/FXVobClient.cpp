@@ -35,6 +35,12 @@ void FXVobClient::prepareEdit() const
         vob->prepareEdit(handle_.getFXVob()->getEditRegion());
 }
 
+bool FXVobClient::canEditParam(const EffectInstance& effect, const EffectValParamBase& param) const
+{
+    const EditPtr edit = getViewedEdit();
+    return edit && !edit->isReadOnly() && effect.canEditParam(param);
+}
+
 EditPtr FXVobClient::getViewedEdit() const
 {
     return getVob() ? getVob()->getEdit() : EditPtr();

@@ -30,6 +30,10 @@ public:
     /** The current time as effect time: 0 at the effect's start, 1 at its end; not limited. 0 without a view. */
     double getNormalisedCurrentTime() const;
 
+    /** Whether the user may change a parameter of the effect now: the edit is not read-only, and the effect allows it.
+     */
+    bool canEditParam(const EffectInstance& effect, const EffectValParamBase& param) const;
+
     /** Before a keyframe is written at the current time: the host may first move that to the effect. */
     void prepareEdit() const;
 

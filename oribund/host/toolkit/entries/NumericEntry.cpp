@@ -97,6 +97,13 @@ WString NumericEntry::getWidgetValue() const
     return value_;
 }
 
+bool NumericEntry::letGo()
+{
+    const GlobRef<NumericEntry> self(this);
+    userScrubEnd();
+    return static_cast<bool>(self);
+}
+
 // Single edits
 
 NumberExpression::Result NumericEntry::evaluate(const WString& text) const

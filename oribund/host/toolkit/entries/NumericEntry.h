@@ -63,6 +63,7 @@ public:
 
     void setWidgetValue(const WString& value, eRedrawFlag flag) override;
     WString getWidgetValue() const override;
+    bool letGo() override;
     bool canStep() const override;
     bool usesKey(const Event& press) const override;
     void describe(AccessibleDescription& description) const override;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "oribund/host/toolkit/core/GlobRef.h"
 #include "oribund/host/toolkit/values/ValWidget.h"
 
 namespace oribund
@@ -15,6 +16,14 @@ public:
     void setWidgetEnabled(bool enabled) override { this->setEnabled(enabled); }
 
     bool isWidgetEnabled() const override { return this->isEnabled(); }
+
+    bool letGo() override
+    {
+        const GlobRef<Base> self(this);
+        if constexpr (requires { this->endSeries(false); })
+            this->endSeries(false);
+        return static_cast<bool>(self);
+    }
 };
 
 } // namespace oribund

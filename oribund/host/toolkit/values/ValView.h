@@ -16,6 +16,9 @@ public:
 
     /** The value shown. */
     virtual T getWidgetValue() const = 0;
+
+    /** Ends what the user is dragging or choosing, as a release does. False when the widget is gone with that. */
+    virtual bool letGo() { return true; }
 };
 
 } // namespace oribund

@@ -17,9 +17,12 @@ template <class T>
 class ORIBUND_API ValWidget : public ValView<T>
 {
 public:
-    /** Uses the adaptor from now on and shows its value; null leaves what is shown as it is. */
+    /** Uses the adaptor from now on and shows its value; null leaves what is shown as it is. Ends a drag first, which
+       is the old one's. */
     void setDataAdaptor(Kt::Ptr<ValAdaptorBase<T>> adaptor)
     {
+        if (this->getAdaptor() && adaptor != this->getAdaptor() && !this->letGo())
+            return;
         this->setAdaptor(adaptor);
         if (adaptor)
             adaptor->forceWidgetUpdate(eRedrawFlag::Yes);
