@@ -1,7 +1,6 @@
 #include "workbench/engine/client/Engine.h"
 
 #include "tests/engine/SampleMedia.h"
-#include "workbench/engine/client/BypassedEffects.h"
 #include "workbench/engine/protocol/TraceMarks.h"
 #include "workbench/engine/worker/graph/FrameRendering.h"
 #include "workbench/engine/worker/graph/MltGraph.h"
@@ -92,6 +91,13 @@ void killWorkers()
         for (pid_t child = 0; children >> child;)
             kill(child, SIGKILL);
     }
+}
+
+testing::Matcher<const EngineProblem&> crashOf(const std::string& effect)
+{
+    return testing::AllOf(testing::Field(&EngineProblem::kind, EngineProblem::Kind::EffectCrashed),
+                          testing::Field(&EngineProblem::subject, effect),
+                          testing::Field(&EngineProblem::message, testing::HasSubstr(kCrashing)));
 }
 
 class EngineTest : public testing::Test
@@ -321,26 +327,33 @@ TEST_F(EngineTest, anEffectThatHangsWhilePlayingIsBypassed)
     EXPECT_TRUE(listener.wait([&] { return !listener.positions.empty() && listener.positions.back() >= 40; }));
 }
 
-TEST(BypassedEffects, areTriedAgainOnceTheyAreSetDifferentlyAndThreeTimesAtMost)
+TEST_F(EngineTest, aCrashingEffectEndsOnlyItsWorkerAndIsTriedThreeTimes)
 {
-    Projection edit = sampleEdit("x", {{"0", "1"}});
-    BypassedEffects bypassed;
-    const auto fail = [&] { bypassed.add(edit.clips[1].filters[0]); };
-    fail();
-    EXPECT_THAT(bypassed.in(edit), ElementsAre(kSampleEffect));
-    EXPECT_FALSE(bypassed.retryAfterChange("another"));
-    EXPECT_TRUE(bypassed.retryAfterChange(kSampleEffect));
-    EXPECT_THAT(bypassed.in(edit), IsEmpty());
-    fail();
-    edit.clips[1].filters[0].properties[0].value = "2";
-    EXPECT_THAT(bypassed.in(edit), IsEmpty());
-    fail();
-    EXPECT_TRUE(bypassed.isOff(kSampleEffect));
-    EXPECT_FALSE(bypassed.retryAfterChange(kSampleEffect));
-    edit.clips[1].filters[0].properties[0].value = "3";
-    EXPECT_THAT(bypassed.in(edit), ElementsAre(kSampleEffect));
-    bypassed.forgive(kSampleEffect);
-    EXPECT_THAT(bypassed.in(edit), IsEmpty());
+    Projection edit = sampleEdit();
+    edit.clips[1].filters.push_back({"bad", kCrashing, 0, 74, {{"0", "0.9"}}});
+    Engine engine(testEngine(), listener.callbacks());
+    auto revision = engine.load(edit);
+    engine.requestFrame(5, 320, 180);
+    ASSERT_TRUE(listener.waitForFrame(5, revision));
+    EXPECT_THAT(listener.problems, ElementsAre(crashOf("bad")));
+
+    // Another setting may do; what is done to others tries it no further.
+    engine.update({{"another", "0", "0.5"}});
+    revision = engine.update({{"bad", "0", "0.8"}});
+    engine.requestFrame(6, 320, 180);
+    ASSERT_TRUE(listener.waitForFrame(6, revision));
+    EXPECT_EQ(listener.problems.size(), 2U);
+    edit.clips[1].filters.back().properties.front().value = "0.7";
+    revision = engine.load(edit);
+    engine.requestFrame(7, 320, 180);
+    ASSERT_TRUE(listener.waitForFrame(7, revision));
+    EXPECT_EQ(listener.problems.size(), 3U);
+    revision = engine.update({{"bad", "0", "0.6"}});
+    engine.requestFrame(8, 320, 180);
+    ASSERT_TRUE(listener.waitForFrame(8, revision));
+    EXPECT_EQ(listener.problems.size(), 3U) << "three times are enough";
+    engine.retryEffects("bad");
+    EXPECT_TRUE(listener.wait([&] { return listener.problems.size() == 4; }));
 }
 
 TEST_F(EngineTest, aWorkerThatIsKilledIsReplacedAndPlayingGoesOn)
@@ -453,7 +466,7 @@ TEST(EffectProbe, tellsGoodFromBad)
     EXPECT_EQ(testEngine()->probeEffect("frei0r.brightness", {{"0", "0.7"}}).outcome, Outcome::Works);
     EXPECT_EQ(testEngine()->probeEffect("volume").outcome, Outcome::Works);
     EXPECT_EQ(testEngine()->probeEffect("no.such.effect").outcome, Outcome::Missing);
-    EXPECT_EQ(testEngine()->probeEffect(kCrashing).outcome, Outcome::Crashes);
+    EXPECT_EQ(testEngine()->probeEffect(kCrashing, {{"0", "1"}}).outcome, Outcome::Crashes);
     const EffectProbeResult hung = testEngine()->probeEffect(kHanging, {}, 1500ms);
     EXPECT_EQ(hung.outcome, Outcome::Hangs);
     EXPECT_THAT(hung.message, testing::HasSubstr(kHanging));

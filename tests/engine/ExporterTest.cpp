@@ -97,7 +97,7 @@ TEST_F(ExporterTest, givesUpOnAnEffectThatDoesNotComeBack)
 TEST_F(ExporterTest, saysWhichEffectCrashedAndWhere)
 {
     Projection edit = sampleEdit();
-    edit.clips[1].filters.push_back({"bad", kCrashing, 40, 74, {}});
+    edit.clips[1].filters.push_back({"bad", kCrashing, 40, 74, {{"0", "1"}}});
     const ExportResult result = run(edit, {(folder / "film.mp4").string()});
     EXPECT_EQ(result.outcome, Outcome::Failed);
     EXPECT_THAT(result.message, testing::AllOf(testing::HasSubstr(kCrashing), testing::HasSubstr(" of 75 frames")));

@@ -36,10 +36,10 @@ inline const std::string kSampleEffect = "effect1";
 /** An effect that never comes back: it waits for a lock that the rendering of its clip holds. */
 inline const std::string kHanging = "freeze";
 
-/** An effect that crashes as it is. */
-inline const std::string kCrashing = "frei0r.3dflippo";
+/** An effect of the tests' own: where its setting "0" is above 0.5, it crashes. */
+inline const std::string kCrashing = "frei0r.crashing";
 
-/** Starts the workers of all tests of a program. They make these two as well, which are blocked for everybody else. */
+/** Starts the workers of all tests of a program. They make kHanging too, which is blocked for everybody else. */
 std::shared_ptr<EngineHost> testEngine();
 
 } // namespace workbench

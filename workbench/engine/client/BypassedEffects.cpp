@@ -5,20 +5,32 @@
 namespace workbench
 {
 
-void BypassedEffects::add(const ProjectedFilter& effect)
+namespace
+{
+ProjectedProperties settingsOf(const ProjectedFilter& effect, const BypassedEffects::Updates& updates)
+{
+    ProjectedProperties settings = effect.properties;
+    for (ProjectedProperty& setting : settings)
+        if (const auto update = updates.find({effect.id, setting.name}); update != updates.end())
+            setting.value = update->second;
+    return settings;
+}
+} // namespace
+
+void BypassedEffects::add(const ProjectedFilter& effect, const Updates& updates)
 {
     Record& record = records_[effect.id];
-    record.last = effect;
+    record.last = settingsOf(effect, updates);
     record.bypassed = true;
     ++record.failures;
 }
 
-std::vector<std::string> BypassedEffects::in(const Projection& edit)
+std::vector<std::string> BypassedEffects::in(const Projection& edit, const Updates& updates)
 {
     std::vector<std::string> left;
     for (auto& [id, record] : records_) {
         const ProjectedFilter* const now = record.bypassed ? findEffect(edit, id) : nullptr;
-        if (now && now->properties != record.last.properties && !isOff(id))
+        if (now && settingsOf(*now, updates) != record.last && !isOff(id))
             record.bypassed = false;
         if (now && record.bypassed)
             left.push_back(id);

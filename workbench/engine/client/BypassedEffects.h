@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace workbench
@@ -19,10 +20,13 @@ class BypassedEffects
 public:
     static constexpr int kTrials = 3;
 
-    void add(const ProjectedFilter& effect);
+    /** Values that were written since the edit was loaded, by effect and property. */
+    using Updates = std::map<std::pair<std::string, std::string>, std::string>;
+
+    void add(const ProjectedFilter& effect, const Updates& updates);
 
     /** Those that are to be left out of this edit. What was set differently since is none of them any more. */
-    std::vector<std::string> in(const Projection& edit);
+    std::vector<std::string> in(const Projection& edit, const Updates& updates);
 
     /** An effect gets new settings. True when it was left out and is to be tried again. */
     bool retryAfterChange(const std::string& effect);
@@ -35,7 +39,7 @@ public:
 
 private:
     struct Record {
-        ProjectedFilter last; ///< as it was when it failed
+        ProjectedProperties last; ///< as they were when it failed
         int failures = 0;
         bool bypassed = false;
     };

@@ -7,6 +7,7 @@
 #include "workbench/engine/client/WorkerEndText.h"
 
 #include <algorithm>
+#include <atomic>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -26,7 +27,7 @@ class Engine::Impl
     /** The whole state: what a new worker is told. */
     struct Wanted {
         std::shared_ptr<const Projection> projection;
-        std::map<std::pair<std::string, std::string>, std::string> updates; // since the load, by effect and property
+        BypassedEffects::Updates updates; // since the load
         request::RequestFrame frame;
         bool playing = false;
         std::uint64_t revision = 0;
@@ -38,7 +39,6 @@ class Engine::Impl
         std::vector<PropertyUpdate> updates;
         bool frame = false;
         bool playing = false;
-        bool quit = false;
 
         bool any() const { return load || !updates.empty() || frame || playing; }
     };
@@ -62,7 +62,8 @@ public:
 
     ~Impl()
     {
-        change([](Wanted&, Unsent& unsent) { unsent.quit = true; });
+        quit_ = true;
+        wake_.wake();
         thread_.join();
     }
 
@@ -122,11 +123,8 @@ private:
     {
         for (;;) {
             waitForSomething();
-            {
-                const std::lock_guard lock(mutex_);
-                if (unsent_.quit)
-                    return;
-            }
+            if (quit_)
+                return;
             bringUpToDate(false);
             if (worker_)
                 listen();
@@ -157,7 +155,7 @@ private:
             if (!wanted_.projection || (!worker_ && wanted_.frame.maxWidth <= 0))
                 return;
             wanted = wanted_;
-            bypassed = bypassed_.in(*wanted_.projection);
+            bypassed = bypassed_.in(*wanted_.projection, wanted_.updates);
         }
         // A worker cannot be allowed more than it was at first.
         const bool fits = worker_ && (!unsent.load || covers(rules_, *wanted.projection));
@@ -264,7 +262,7 @@ private:
             const std::lock_guard lock(mutex_);
             problem = describe(end, *wanted_.projection);
             if (const ProjectedFilter* const effect = effectToBlame(end, *wanted_.projection)) {
-                bypassed_.add(withUpdates(*effect));
+                bypassed_.add(*effect, wanted_.updates);
                 blamed = true;
                 problem.message += bypassed_.isOff(effect->id) ? " It stays switched off."
                                                                : " It is switched off until its settings change.";
@@ -278,14 +276,6 @@ private:
             problem.message += " It is tried again with the next picture that is wanted.";
         tell(problem);
         return goesOn;
-    }
-
-    ProjectedFilter withUpdates(ProjectedFilter effect) const
-    {
-        for (ProjectedProperty& property : effect.properties)
-            if (const auto update = wanted_.updates.find({effect.id, property.name}); update != wanted_.updates.end())
-                property.value = update->second;
-        return effect;
     }
 
     void stopPlaying()
@@ -321,6 +311,7 @@ private:
     const EngineCallbacks callbacks_;
     const EngineOptions options_;
     WakeUp wake_;
+    std::atomic<bool> quit_{false};
 
     std::mutex mutex_; // guards the three
     Wanted wanted_;

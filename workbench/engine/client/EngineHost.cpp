@@ -124,6 +124,9 @@ std::unique_ptr<EngineProcess> EngineHost::start(ContainmentRules rules, const E
     std::unique_ptr<EngineProcess> process = EngineProcess::start(program_, problem);
     if (!process)
         return nullptr;
+    // What was asked about is loaded now, and the memory that reading it took is better used here.
+    if (const std::unique_lock lock(proberMutex_, std::try_to_lock); lock)
+        prober_->end();
     // It comes up while what is installed is read, which happens once.
     const std::shared_ptr<const Installed> known = installed();
     request::Hello hello;

@@ -1,0 +1,154 @@
+// A still of 720p with one effect, asked for and waited for: by way of a worker, and by a renderer in this process. And
+// how long it takes until there is a picture again after a worker was killed.
+
+#include "workbench/engine/client/Engine.h"
+#include "workbench/engine/client/EngineHost.h"
+#include "workbench/engine/worker/RenderWorker.h"
+#include "workbench/engine/worker/graph/MltSession.h"
+
+#include <benchmark/benchmark.h>
+
+#include <condition_variable>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <mutex>
+
+namespace workbench
+{
+namespace
+{
+
+constexpr int kWidth = 1280;
+constexpr int kHeight = 720;
+constexpr int kFrames = 250;
+
+/** The picture that came last. */
+class Latest
+{
+public:
+    EngineCallbacks callbacks()
+    {
+        EngineCallbacks callbacks;
+        callbacks.frame = [this](FrameImagePtr picture) {
+            const std::lock_guard lock(mutex_);
+            picture_ = std::move(picture);
+            came_.notify_one();
+        };
+        callbacks.position = [](int) {};
+        callbacks.playing = [](bool) {};
+        callbacks.problem = [](const EngineProblem&) {};
+        return callbacks;
+    }
+
+    bool wait(int frame)
+    {
+        std::unique_lock lock(mutex_);
+        return came_.wait_for(lock, std::chrono::seconds(20), [&] { return picture_ && picture_->frame == frame; });
+    }
+
+private:
+    std::mutex mutex_;
+    std::condition_variable came_;
+    FrameImagePtr picture_;
+};
+
+/** Colours need no reading of files, so that what is measured is the way of the picture. */
+Projection edit()
+{
+    Projection projection;
+    projection.profile.width = kWidth;
+    projection.profile.height = kHeight;
+    projection.length = kFrames;
+    projection.clips.push_back({"clip", "color", "#ff204060", 0, kFrames - 1, {}, {}});
+    projection.clips[0].filters.push_back({"effect", "brightness", 0, kFrames - 1, {{"level", "0.8"}}});
+    ProjectedEntry entry;
+    entry.kind = ProjectedEntry::Kind::Clip;
+    entry.length = kFrames;
+    entry.first = {"clip", 0, kFrames - 1};
+    projection.tracks.push_back({"track", "", ProjectedTrack::Hide::Nothing, {entry}});
+    return projection;
+}
+
+std::shared_ptr<EngineHost> host()
+{
+    static const auto shared = std::make_shared<EngineHost>(ORIBUND_ENGINE_PROGRAM);
+    return shared;
+}
+
+void stillFromWorker(benchmark::State& state)
+{
+    Latest latest;
+    Engine engine(host(), latest.callbacks());
+    engine.load(edit());
+    engine.requestFrame(0, kWidth, kHeight);
+    latest.wait(0); // it has to come up
+    int frame = 0;
+    for (auto _ : state) {
+        frame = (frame + 1) % kFrames;
+        engine.requestFrame(frame, kWidth, kHeight);
+        if (!latest.wait(frame))
+            return state.SkipWithError("no picture came");
+    }
+}
+
+BENCHMARK(stillFromWorker)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+void stillInProcess(benchmark::State& state)
+{
+    Latest latest;
+    const auto marks = TraceMarks::create();
+    RenderWorker renderer(MltSession::open(), latest.callbacks(), {}, *marks);
+    renderer.load(std::make_shared<const Projection>(edit()), {}, 1);
+    renderer.request({0, kWidth, kHeight});
+    latest.wait(0);
+    int frame = 0;
+    for (auto _ : state) {
+        frame = (frame + 1) % kFrames;
+        renderer.request({frame, kWidth, kHeight});
+        if (!latest.wait(frame))
+            return state.SkipWithError("no picture came");
+    }
+}
+
+BENCHMARK(stillInProcess)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+void killWorkers()
+{
+    for (const auto& thread : std::filesystem::directory_iterator("/proc/self/task")) {
+        std::ifstream children(thread.path() / "children");
+        for (pid_t child = 0; children >> child;)
+            kill(child, SIGKILL);
+    }
+}
+
+void pictureAfterADeath(benchmark::State& state)
+{
+    Latest latest;
+    Engine engine(host(), latest.callbacks());
+    engine.load(edit());
+    engine.requestFrame(0, kWidth, kHeight);
+    latest.wait(0);
+    int frame = 0;
+    for (auto _ : state) {
+        frame = (frame + 1) % kFrames;
+        killWorkers();
+        engine.requestFrame(frame, kWidth, kHeight);
+        if (!latest.wait(frame))
+            return state.SkipWithError("no picture came");
+    }
+    const auto open =
+        std::distance(std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
+    state.counters["openFiles"] = static_cast<double>(open);
+    std::ifstream memory("/proc/self/statm");
+    double all = 0.0;
+    double resident = 0.0;
+    memory >> all >> resident;
+    state.counters["residentPages"] = resident;
+}
+
+BENCHMARK(pictureAfterADeath)->UseRealTime()->Unit(benchmark::kMillisecond)->Iterations(20);
+BENCHMARK(pictureAfterADeath)->UseRealTime()->Unit(benchmark::kMillisecond)->Iterations(200);
+
+} // namespace
+} // namespace workbench
