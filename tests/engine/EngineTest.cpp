@@ -83,14 +83,27 @@ std::size_t openFiles()
     return static_cast<std::size_t>(std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator()));
 }
 
-/** Ends the processes that this one has started, as somebody from outside does. */
-void killWorkers()
+std::vector<pid_t> workers()
 {
+    std::vector<pid_t> found;
     for (const auto& thread : fs::directory_iterator("/proc/self/task")) {
         std::ifstream children(thread.path() / "children");
         for (pid_t child = 0; children >> child;)
-            kill(child, SIGKILL);
+            found.push_back(child);
     }
+    return found;
+}
+
+/** To the processes that this one has started, from outside. */
+void sendToWorkers(int signal)
+{
+    for (const pid_t worker : workers())
+        kill(worker, signal);
+}
+
+void killWorkers()
+{
+    sendToWorkers(SIGKILL);
 }
 
 testing::Matcher<const EngineProblem&> crashOf(const std::string& effect)
@@ -385,6 +398,36 @@ TEST_F(EngineTest, aWorkerThatIsKilledIsReplacedAndPlayingGoesOn)
         EXPECT_EQ(problem.kind, EngineProblem::Kind::EngineEnded) << "nobody is blamed: " << problem.message;
 }
 
+TEST_F(EngineTest, aWorkerThatIsStoppedWhileItHasNothingToDoIsReplaced)
+{
+    setenv("SDL_AUDIODRIVER", "dummy", 1);
+    Engine engine(testEngine(), listener.callbacks());
+    const auto revision = engine.load(sampleEdit());
+    engine.requestFrame(10, 160, 90);
+    ASSERT_TRUE(listener.waitForFrame(10, revision));
+    std::this_thread::sleep_for(3500ms); // to be left alone for long is no fault
+    sendToWorkers(SIGSTOP);
+    engine.requestFrame(20, 160, 90);
+    engine.play();
+    engine.pause();
+    ASSERT_TRUE(listener.waitForFrame(20, revision));
+    ASSERT_EQ(listener.problems.size(), 1U);
+    EXPECT_EQ(listener.problems[0].kind, EngineProblem::Kind::EngineEnded);
+    EXPECT_THAT(listener.positions, IsEmpty());
+
+    // One that is stopped while it plays is replaced, too, and the next one plays on.
+    engine.play();
+    ASSERT_TRUE(listener.wait([&] { return !listener.positions.empty(); }));
+    sendToWorkers(SIGSTOP);
+    ASSERT_TRUE(listener.wait([&] { return listener.problems.size() == 2; }));
+    const std::size_t before = listener.positions.size();
+    ASSERT_TRUE(listener.wait([&] { return listener.positions.size() > before; }));
+    // Pausing is told where only the worker that is gone could have told it.
+    sendToWorkers(SIGSTOP);
+    engine.pause();
+    EXPECT_TRUE(listener.wait([&] { return !listener.playing.back(); }));
+}
+
 TEST_F(EngineTest, withoutItsProgramItSaysSo)
 {
     Engine engine(std::make_shared<EngineHost>("/no/such/program"), listener.callbacks());
@@ -470,6 +513,20 @@ TEST(EffectProbe, tellsGoodFromBad)
     const EffectProbeResult hung = testEngine()->probeEffect(kHanging, {}, 1500ms);
     EXPECT_EQ(hung.outcome, Outcome::Hangs);
     EXPECT_THAT(hung.message, testing::HasSubstr(kHanging));
+}
+
+TEST(EffectProbe, nothingIsBlamedForAWorkerThatWasEndedBefore)
+{
+    for (const int signal : {SIGKILL, SIGSTOP}) {
+        ASSERT_TRUE(testEngine()->probeEffect("frei0r.brightness").works());
+        ASSERT_FALSE(workers().empty());
+        sendToWorkers(signal);
+        EXPECT_EQ(testEngine()->probeEffect("frei0r.brightness").message, "");
+    }
+    killWorkers();
+    for (int i = 0; i < 500 && !workers().empty(); ++i)
+        std::this_thread::sleep_for(10ms);
+    EXPECT_THAT(workers(), IsEmpty()) << "reaped while nobody asks";
 }
 
 } // namespace

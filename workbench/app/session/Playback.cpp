@@ -119,11 +119,15 @@ void Playback::startPlay()
     flush();
     requestFrame();
     engine_.play();
+    vob_.playStateChanged(true); // a second press while the engine is slow to begin is to pause
 }
 
 void Playback::stopPlay()
 {
     engine_.pause();
+    // What never began is not told to end. Otherwise pictures come until it has ended.
+    if (!enginePlays_)
+        vob_.playStateChanged(false);
 }
 
 int Playback::handleTime(const oribund::ValServerEvent<double>& event)
@@ -205,6 +209,8 @@ void Playback::deliver()
         playing = std::exchange(mail_->playing, std::nullopt);
         problems = std::exchange(mail_->problems, {});
     }
+    if (playing)
+        enginePlays_ = *playing;
     if (playing && *playing)
         vob_.playStateChanged(true);
     if (position && vob_.isPlaying()) {

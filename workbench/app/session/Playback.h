@@ -63,6 +63,7 @@ private:
     QTimer flushTimer_;
     bool structureChanged_ = false;
     std::set<std::pair<oribund::IdStamp, oribund::IdStamp>> changedParams_;
+    bool enginePlays_ = false; // as it told
     bool following_ = false;
     int requested_ = -1;
     int width_ = 0;

@@ -107,6 +107,9 @@ int exportFile(Workspace& workspace, const CommandLine& commandLine)
 
 int listEffects(const Workspace& workspace)
 {
+    // Why there are none was said when they were looked for.
+    if (workspace.catalogue().all().empty())
+        return 1;
     for (const EffectCatalogue::Entry& effect : workspace.catalogue().all())
         if (effect->blockedBecause.empty())
             std::printf("%-34s %-28s %s\n", effect->service.c_str(), effect->title.c_str(), effect->category.c_str());

@@ -250,7 +250,20 @@ private:
         const bool goesOn = takeBlame(end);
         if (!goesOn)
             return stopPlaying();
+        tellIfPaused();
         bringUpToDate(true);
+    }
+
+    /** The worker that was to pause is gone, and the next one has nothing to tell of that. */
+    void tellIfPaused()
+    {
+        bool paused = false;
+        {
+            const std::lock_guard lock(mutex_);
+            paused = isPlaying_ && !wanted_.playing;
+        }
+        if (paused)
+            tellPlaying(false);
     }
 
     /** Whether a new worker can be expected to get further than the last one. Tells of the end. */
@@ -270,8 +283,9 @@ private:
         }
         // Without an effect to blame the same frame may well end the next one in the same way.
         fruitless_ = hasShown_ || blamed ? 0 : fruitless_ + 1;
-        const bool goesOn = blamed || (end.way == WorkerEnd::Way::Ended && fruitless_ < kMostFruitless) ||
-                            (end.way == WorkerEnd::Way::Crashed && hasShown_);
+        const bool byChance = end.way == WorkerEnd::Way::Ended || end.way == WorkerEnd::Way::Silent;
+        const bool goesOn =
+            blamed || (byChance && fruitless_ < kMostFruitless) || (end.way == WorkerEnd::Way::Crashed && hasShown_);
         if (!goesOn)
             problem.message += " It is tried again with the next picture that is wanted.";
         tell(problem);
@@ -285,7 +299,7 @@ private:
             const std::lock_guard lock(mutex_);
             wasPlaying = std::exchange(wanted_.playing, false);
         }
-        if (wasPlaying)
+        if (wasPlaying || isPlaying_)
             tellPlaying(false);
     }
 
@@ -301,8 +315,9 @@ private:
             callbacks_.problem(problem);
     }
 
-    void tellPlaying(bool playing) const
+    void tellPlaying(bool playing)
     {
+        isPlaying_ = playing;
         if (callbacks_.playing)
             callbacks_.playing(playing);
     }
@@ -320,8 +335,9 @@ private:
 
     std::unique_ptr<EngineProcess> worker_;
     ContainmentRules rules_;
-    bool hasShown_ = false; // a picture, since it was started
-    int fruitless_ = 0;     // workers in a row that ended from outside before they had shown anything
+    bool hasShown_ = false;  // a picture, since it was started
+    bool isPlaying_ = false; // as it was told
+    int fruitless_ = 0;      // workers in a row that ended from outside before they had shown anything
 
     std::thread thread_; // last: it uses all of the above
 };

@@ -3,6 +3,7 @@
 #include "workbench/engine/client/EngineProcess.h"
 #include "workbench/model/projection/ProjectionQueries.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <optional>
 
@@ -16,6 +17,7 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds kReadPatience{20};
+constexpr std::chrono::milliseconds kLook{100}; // how late it may be noticed that one has ended
 
 // Media may lie on a disk that has to wake up, or at the other end of a slow line.
 constexpr std::chrono::seconds kMediaPatience{60};
@@ -40,21 +42,25 @@ public:
     template <class Answer>
     struct Asked {
         std::optional<Answer> answer;
-        bool died = false; ///< of what it was asked; otherwise it took too long
+        std::string problem; ///< why it could not be asked at all
+        bool died = false;   ///< of what it was asked; otherwise it took too long
     };
 
-    /** Sees to it that there is one that can read this folder, if any. False when there is none; `problem` says why. */
-    bool prepare(const std::string& readable, std::string& problem);
-
+    /** Asks one that can read this folder, if any. What ends one for another reason than the request is not told. */
     template <class Answer>
-    Asked<Answer> ask(const Request& request, std::chrono::milliseconds timeLimit);
+    Asked<Answer> ask(const std::string& readable, const Request& request, std::chrono::milliseconds timeLimit);
 
     void end() { process_.reset(); }
 
     const std::vector<std::string>& gaps() const { return gaps_; }
 
 private:
+    bool prepare(const std::string& readable, std::string& problem);
     bool awaitReady(std::string& problem);
+
+    /** Whether it is worth while to ask another one. */
+    template <class Answer>
+    bool tryToAsk(const Request& request, std::chrono::milliseconds timeLimit, Asked<Answer>& asked);
 
     const std::string& program_;
     std::unique_ptr<EngineProcess> process_;
@@ -62,6 +68,19 @@ private:
     std::vector<std::string> gaps_;
 };
 
+template <class Answer>
+EngineHost::Prober::Asked<Answer> EngineHost::Prober::ask(const std::string& readable, const Request& request,
+                                                          std::chrono::milliseconds timeLimit)
+{
+    Asked<Answer> asked;
+    // One that was ended from outside says nothing of what it was asked; two in a row do.
+    for (int i = 0; i < 2; ++i)
+        if (!prepare(readable, asked.problem) || !tryToAsk(request, timeLimit, asked))
+            break;
+    return asked;
+}
+
+/** Sees to it that there is one that can read this folder, if any. False when there is none; `problem` says why. */
 bool EngineHost::Prober::prepare(const std::string& readable, std::string& problem)
 {
     // What a worker may read is settled for good when it starts.
@@ -93,7 +112,7 @@ bool EngineHost::Prober::awaitReady(std::string& problem)
 }
 
 template <class Answer>
-EngineHost::Prober::Asked<Answer> EngineHost::Prober::ask(const Request& request, std::chrono::milliseconds timeLimit)
+bool EngineHost::Prober::tryToAsk(const Request& request, std::chrono::milliseconds timeLimit, Asked<Answer>& asked)
 {
     const Clock::time_point end = Clock::now() + timeLimit;
     process_->send(request);
@@ -101,13 +120,16 @@ EngineHost::Prober::Asked<Answer> EngineHost::Prober::ask(const Request& request
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
         if (left.count() <= 0)
             break;
-        std::optional<Event> event = process_->receive(left);
-        if (auto* answer = event ? std::get_if<Answer>(&*event) : nullptr)
-            return {std::move(*answer), false};
+        std::optional<Event> event = process_->receive(std::min(left, kLook));
+        if (auto* answer = event ? std::get_if<Answer>(&*event) : nullptr) {
+            asked.answer = std::move(*answer);
+            return false;
+        }
     }
-    const bool died = process_->hasEnded();
+    asked.died = process_->hasEnded();
+    const bool byItself = process_->finish().way == WorkerEnd::Way::Crashed;
     process_.reset();
-    return {std::nullopt, died};
+    return asked.died && !byItself;
 }
 
 EngineHost::EngineHost(std::string program)
@@ -158,13 +180,13 @@ Installed EngineHost::read()
 {
     const std::lock_guard lock(proberMutex_);
     Installed result;
-    if (!prober_->prepare({}, result.failure))
-        return result;
-    auto read = prober_->ask<event::CatalogueRead>(request::ReadCatalogue{}, kReadPatience).answer;
+    auto asked = prober_->ask<event::CatalogueRead>({}, request::ReadCatalogue{}, kReadPatience);
+    auto& read = asked.answer;
     // What it has read takes memory, and is not needed there again.
     prober_->end();
     if (!read) {
-        result.failure = "The engine ended while it looked for what is installed.";
+        result.failure =
+            !asked.problem.empty() ? asked.problem : "The engine ended while it looked for what is installed.";
         return result;
     }
     for (EffectDescription& effect : read->effects)
@@ -177,14 +199,14 @@ Installed EngineHost::read()
 MediaProbeResult EngineHost::probeMedia(const std::string& path)
 {
     const std::lock_guard lock(proberMutex_);
-    MediaProbeResult result;
-    if (!prober_->prepare(folderOf(path), result.problem))
-        return result;
-    auto asked = prober_->ask<event::MediaProbed>(request::ProbeMedia{path}, kMediaPatience);
+    auto asked = prober_->ask<event::MediaProbed>(folderOf(path), request::ProbeMedia{path}, kMediaPatience);
     if (asked.answer)
         return std::move(asked.answer->result);
-    result.problem = inQuotes(fs::path(path).filename().string()) +
-                     (asked.died ? " is damaged: what reads it crashed." : " does not answer.");
+    MediaProbeResult result;
+    result.problem = asked.problem;
+    if (result.problem.empty())
+        result.problem = inQuotes(fs::path(path).filename().string()) +
+                         (asked.died ? " is damaged: what reads it crashed." : " does not answer.");
     return result;
 }
 
@@ -194,12 +216,11 @@ EffectProbeResult EngineHost::probeEffect(const std::string& service,
 {
     using Outcome = EffectProbeResult::Outcome;
     const std::lock_guard lock(proberMutex_);
-    std::string problem;
-    if (!prober_->prepare({}, problem))
-        return {Outcome::NotTried, problem};
-    auto asked = prober_->ask<event::EffectProbed>(request::ProbeEffect{service, properties}, timeLimit);
+    auto asked = prober_->ask<event::EffectProbed>({}, request::ProbeEffect{service, properties}, timeLimit);
     if (asked.answer)
         return std::move(asked.answer->result);
+    if (!asked.problem.empty())
+        return {Outcome::NotTried, asked.problem};
     const std::string name = "The effect " + inQuotes(service);
     return asked.died ? EffectProbeResult{Outcome::Crashes, name + " crashes."}
                       : EffectProbeResult{Outcome::Hangs, name + " does not come back."};

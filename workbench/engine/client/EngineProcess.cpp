@@ -3,17 +3,16 @@
 #include "workbench/engine/protocol/MessageCodec.h"
 #include "workbench/engine/protocol/WorkerDescriptors.h"
 
-#include <csignal>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <thread>
 #include <utility>
 
 namespace workbench
@@ -28,6 +27,7 @@ constexpr const char* kProgram = "oribund-engine";
 
 // A worker takes what it is sent off the line at once; one that does not is stopped, or gone mad.
 constexpr std::chrono::seconds kSendPatience{5};
+constexpr std::chrono::seconds kTakePatience{3};
 
 constexpr std::chrono::milliseconds kEndPatience{1000};
 
@@ -103,22 +103,23 @@ std::unique_ptr<EngineProcess> EngineProcess::start(const std::string& program, 
 
 EngineProcess::EngineProcess(pid_t id, Descriptor socket, std::unique_ptr<FramePool> pool,
                              std::unique_ptr<TraceMarks> marks)
-    : id_(id)
+    : child_(id)
     , channel_(std::move(socket))
     , pool_(std::move(pool))
     , marks_(std::move(marks))
 {
 }
 
-EngineProcess::~EngineProcess()
-{
-    finish();
-}
+EngineProcess::~EngineProcess() = default;
 
 void EngineProcess::send(const Request& request)
 {
-    if (!broken_ && channel_.send(encode(request), kSendPatience) != MessageChannel::Outcome::Done)
-        broken_ = true;
+    if (broken_)
+        return;
+    if (marks_->taken() == sent_)
+        lastSign_ = TraceMarks::Clock::now();
+    ++sent_;
+    broken_ = channel_.send(encode(request), kSendPatience) != MessageChannel::Outcome::Done;
 }
 
 std::optional<Event> EngineProcess::receive(std::chrono::milliseconds patience)
@@ -130,6 +131,7 @@ std::optional<Event> EngineProcess::receive(std::chrono::milliseconds patience)
         closed_ = outcome == MessageChannel::Outcome::Closed;
         std::optional<Event> event =
             outcome == MessageChannel::Outcome::Done ? decodeEvent(message_) : std::optional<Event>();
+        lastSign_ = TraceMarks::Clock::now();
         if (!event) {
             broken_ = true;
         } else if (const auto* ready = std::get_if<event::Ready>(&*event)) {
@@ -145,7 +147,13 @@ std::optional<Event> EngineProcess::receive(std::chrono::milliseconds patience)
 bool EngineProcess::hasEnded()
 {
     const TraceMarks::Clock::time_point now = TraceMarks::Clock::now();
-    return broken_ || marks_->isLate(now) || (!ready_ && now > started_ + kStartPatience);
+    return broken_ || marks_->isLate(now) || isSilent(now) || (!ready_ && now > started_ + kStartPatience);
+}
+
+/** The marks say nothing of a worker that was stopped while it had nothing to do. */
+bool EngineProcess::isSilent(TraceMarks::Clock::time_point now) const
+{
+    return ready_ && marks_->taken() != sent_ && !marks_->isAtWork() && now > lastSign_ + kTakePatience;
 }
 
 std::string EngineProcess::describeStart(const std::optional<event::Ready>& ready)
@@ -160,13 +168,18 @@ std::string EngineProcess::describeStart(const std::optional<event::Ready>& read
 WorkerEnd EngineProcess::finish()
 {
     WorkerEnd end;
-    if (id_ == 0)
+    if (std::exchange(finished_, true))
         return end;
-    const bool late = !broken_ && marks_->isLate(TraceMarks::Clock::now());
-    const int status = reap();
+    const TraceMarks::Clock::time_point now = TraceMarks::Clock::now();
+    const bool late = !broken_ && marks_->isLate(now);
+    const bool silent = !closed_ && (isSilent(now) || (late && child_.isStopped()));
+    // A socket closes a little before its process is gone, and how that went is worth knowing.
+    const int status = child_.end(closed_ ? kEndPatience : std::chrono::milliseconds(0));
     end.wasReady = ready_ && ready_->problem.empty();
     end.frame = marks_->frame();
-    if (late) {
+    if (silent) {
+        end.way = WorkerEnd::Way::Silent;
+    } else if (late) {
         end.way = WorkerEnd::Way::Hung;
         end.effect = marks_->current();
     } else if (isFault(status) || marks_->faulted() != 0) {
@@ -174,21 +187,6 @@ WorkerEnd EngineProcess::finish()
         end.effect = marks_->faulted() != 0 ? marks_->faulted() : marks_->current();
     }
     return end;
-}
-
-int EngineProcess::reap()
-{
-    const pid_t id = std::exchange(id_, 0);
-    int status = 0;
-    // A socket closes a little before its process is gone, and how that went is worth knowing.
-    for (int i = 0; closed_ && i < kEndPatience.count(); ++i) {
-        if (waitpid(id, &status, WNOHANG) != 0)
-            return status;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    kill(id, SIGKILL);
-    waitpid(id, &status, 0);
-    return status;
 }
 
 std::string findEngineProgram()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/engine/client/ChildProcess.h"
 #include "workbench/engine/protocol/FramePool.h"
 #include "workbench/engine/protocol/MessageChannel.h"
 #include "workbench/engine/protocol/Messages.h"
@@ -22,6 +23,7 @@ struct WorkerEnd {
     enum class Way {
         Crashed, ///< by a fault of its own
         Hung,    ///< work was late, and it was ended for that
+        Silent,  ///< stopped from outside or deaf to requests, and ended for that
         Ended    ///< from outside, or by itself
     };
 
@@ -55,7 +57,7 @@ public:
      */
     std::optional<Event> receive(std::chrono::milliseconds patience);
 
-    /** Whether it is of no more use: gone, late with its work, or not talking sense. */
+    /** Whether it is of no more use: gone, late with its work, deaf to requests, or not talking sense. */
     bool hasEnded();
 
     /** Ends it, if it has not ended yet, and tells how that came. */
@@ -66,7 +68,7 @@ public:
 
     FramePool& pool() { return *pool_; }
 
-    pid_t id() const { return id_; }
+    pid_t id() const { return child_.id(); }
 
     /** Why one that ended before it could do anything did so, for a person; `ready` is what it said, if it did. */
     static std::string describeStart(const std::optional<event::Ready>& ready);
@@ -77,17 +79,20 @@ public:
 private:
     EngineProcess(pid_t id, Descriptor socket, std::unique_ptr<FramePool> pool, std::unique_ptr<TraceMarks> marks);
 
-    int reap();
+    bool isSilent(TraceMarks::Clock::time_point now) const;
 
-    pid_t id_;
+    ChildProcess child_;
     MessageChannel channel_;
     std::unique_ptr<FramePool> pool_;
     std::unique_ptr<TraceMarks> marks_;
     std::vector<std::uint8_t> message_;
     std::optional<event::Ready> ready_;
     const TraceMarks::Clock::time_point started_ = TraceMarks::Clock::now();
-    bool broken_ = false; // of no more use
-    bool closed_ = false; // because it hung up
+    TraceMarks::Clock::time_point lastSign_; // of life, or since when it owes one
+    std::uint32_t sent_ = 0;                 // requests
+    bool broken_ = false;                    // of no more use
+    bool closed_ = false;                    // because it hung up
+    bool finished_ = false;
 };
 
 /** Where the program that workers run is; empty when it is nowhere. */

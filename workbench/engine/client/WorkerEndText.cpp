@@ -34,6 +34,9 @@ EngineProblem describe(const WorkerEnd& end, const Projection& edit)
     } else if (end.way == Way::Crashed) {
         problem.kind = Kind::EngineEnded;
         problem.message = "The engine crashed" + at + ".";
+    } else if (end.way == Way::Silent) {
+        problem.kind = Kind::EngineEnded;
+        problem.message = "The engine did not answer any more.";
     } else {
         problem.kind = Kind::EngineEnded;
         problem.message = "The engine was ended from outside.";

@@ -23,7 +23,7 @@
 namespace workbench
 {
 
-inline constexpr std::uint32_t kProtocolVersion = 1;
+inline constexpr std::uint32_t kProtocolVersion = 2;
 
 namespace request
 {

@@ -49,6 +49,7 @@ struct TraceMarks::Lane {
 struct TraceMarks::Page {
     std::array<std::atomic<Clock::rep>, 2> deadlines; // by Work; 0 for none
     std::atomic<std::uint64_t> fault;
+    std::atomic<std::uint32_t> taken;
     std::atomic<int> frame;
     std::array<Lane, kLanes> lanes;
 };
@@ -142,6 +143,11 @@ void TraceMarks::allowUntil(Clock::time_point deadline)
     }
 }
 
+void TraceMarks::countTaken()
+{
+    ++page().taken;
+}
+
 void TraceMarks::setFrame(int frame)
 {
     page().frame = frame;
@@ -180,6 +186,16 @@ int TraceMarks::frame() const
     return page().frame;
 }
 
+std::uint32_t TraceMarks::taken() const
+{
+    return page().taken;
+}
+
+bool TraceMarks::isAtWork() const
+{
+    return isLate(Clock::time_point::max());
+}
+
 bool TraceMarks::isLate(Clock::time_point now) const
 {
     return std::any_of(page().deadlines.begin(), page().deadlines.end(), [now](const auto& deadline) {
@@ -194,6 +210,7 @@ void TraceMarks::clear()
     for (auto& deadline : marks.deadlines)
         deadline = 0;
     marks.fault = 0;
+    marks.taken = 0;
     marks.frame = 0;
     for (Lane& lane : marks.lanes) {
         lane.depth = 0;

@@ -49,6 +49,9 @@ public:
     /** What has a deadline may take until then, if it has not more time already. */
     void allowUntil(Clock::time_point deadline);
 
+    /** One more request was taken off the line. */
+    void countTaken();
+
     /** The frame that is being rendered. */
     void setFrame(int frame);
 
@@ -64,6 +67,12 @@ public:
     std::uint64_t current() const;
 
     int frame() const;
+
+    /** The requests that were taken off the line. */
+    std::uint32_t taken() const;
+
+    /** There is work that has a deadline. */
+    bool isAtWork() const;
 
     bool isLate(Clock::time_point now) const;
 

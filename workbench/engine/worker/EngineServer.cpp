@@ -95,6 +95,7 @@ bool EngineServer::takeRequest(Request& request)
     if (outcome != MessageChannel::Outcome::Done)
         return false;
     std::optional<Request> decoded = decodeRequest(message);
+    marks_.countTaken();
     if (decoded)
         request = std::move(*decoded);
     return decoded.has_value();
