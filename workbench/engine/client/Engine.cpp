@@ -288,6 +288,8 @@ private:
             blamed || (byChance && fruitless_ < kMostFruitless) || (end.way == WorkerEnd::Way::Crashed && hasShown_);
         if (!goesOn)
             problem.message += " It is tried again with the next picture that is wanted.";
+        else if (!blamed)
+            problem.message += " It was started anew.";
         tell(problem);
         return goesOn;
     }
