@@ -301,7 +301,7 @@ TEST_F(EngineTest, aClipOfTheEditsShapeFillsThePictureAtEverySize)
 TEST_F(EngineTest, aHungEffectIsNamedAndBypassed)
 {
     Projection edit = sampleEdit("frei0r.brightness", {{"0", "0.9"}});
-    edit.clips[1].filters.push_back({"bad", kHanging, 0, 74, {}});
+    edit.clips[1].filters.push_back({"bad", kHanging, 0, 74, {}, "Slow (2 of 2)"});
     EngineOptions options;
     options.frameTimeout = 400ms;
     const auto host = testEngine();
@@ -315,6 +315,9 @@ TEST_F(EngineTest, aHungEffectIsNamedAndBypassed)
         ASSERT_EQ(listener.problems.size(), 1U);
         EXPECT_EQ(listener.problems[0].kind, EngineProblem::Kind::EffectHung);
         EXPECT_EQ(listener.problems[0].subject, "bad");
+        EXPECT_THAT(listener.problems[0].message,
+                    testing::HasSubstr("\"Slow (2 of 2)\" did not answer at 00:00:00:05."));
+        EXPECT_THAT(engine.leftOut(), ElementsAre(LeftOutEffect{"bad", true, false}));
         EXPECT_THAT(listener.problems[0].effects, ElementsAre("frei0r.brightness", kHanging));
 
         const auto next = engine.update({{kSampleEffect, "0", "0.2"}});
@@ -365,7 +368,9 @@ TEST_F(EngineTest, aCrashingEffectEndsOnlyItsWorkerAndIsTriedThreeTimes)
     engine.requestFrame(8, 320, 180);
     ASSERT_TRUE(listener.waitForFrame(8, revision));
     EXPECT_EQ(listener.problems.size(), 3U) << "three times are enough";
+    EXPECT_THAT(engine.leftOut(), ElementsAre(LeftOutEffect{"bad", false, true}));
     engine.retryEffects("bad");
+    EXPECT_THAT(engine.leftOut(), ElementsAre());
     EXPECT_TRUE(listener.wait([&] { return listener.problems.size() == 4; }));
 }
 

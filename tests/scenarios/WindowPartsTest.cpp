@@ -67,6 +67,30 @@ TEST(EffectList, FindsByEveryWordAndTheArrowsWalkWhatIsFound)
     EXPECT_GT(list.tree().topLevelItem(0)->childCount(), 0) << "the categories are back";
 }
 
+TEST(Messages, WhatOffersSomethingIsSeenAtOnceAndNothingThatWaitsIsLost)
+{
+    MessageBar bar;
+    const auto* const timer = bar.findChild<QTimer*>();
+    auto* const count = bar.findChild<QPushButton*>(QStringLiteral("count"));
+    auto* const close = bar.findChild<QToolButton*>();
+    bar.show(QStringLiteral("failed"), Severity::Error);
+    bar.show(QStringLiteral("minor"), Severity::Warning);
+    EXPECT_EQ(bar.text(), QStringLiteral("failed"));
+    bar.show(QStringLiteral("off"), Severity::Warning, {QStringLiteral("Try again"), [] {}});
+    EXPECT_EQ(bar.text(), QStringLiteral("off"));
+    EXPECT_FALSE(timer->isActive()) << "the offer stays";
+    EXPECT_EQ(count->text(), QStringLiteral("2 more"));
+    count->click();
+    EXPECT_EQ(bar.text(), QStringLiteral("failed"));
+    close->click();
+    EXPECT_EQ(bar.text(), QStringLiteral("minor"));
+    for (int i = 0; i < 100; ++i)
+        bar.show(QString::number(i), Severity::Warning);
+    for (int i = 0; i < 100 && bar.text() != QStringLiteral("off"); ++i)
+        count->click();
+    EXPECT_EQ(bar.text(), QStringLiteral("off")) << "not even a flood drives it away";
+}
+
 TEST(Messages, ComeOneByOneAndAllButErrorsGoByThemselves)
 {
     MessageBar bar;
@@ -80,11 +104,14 @@ TEST(Messages, ComeOneByOneAndAllButErrorsGoByThemselves)
     EXPECT_FALSE(sign->isHidden());
     bar.show(QStringLiteral("two"), Severity::Error);
     bar.show(QStringLiteral("one"), Severity::Error);
-    ASSERT_TRUE(timer->isActive());
-    timer->start(0);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return bar.text() == QStringLiteral("two"); }));
+    EXPECT_EQ(bar.text(), QStringLiteral("two"));
     EXPECT_FALSE(timer->isActive()) << "an error stays";
     auto* close = bar.findChild<QToolButton*>();
+    close->click();
+    ASSERT_TRUE(timer->isActive());
+    timer->start(0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return bar.isHidden(); }));
+    bar.show(QStringLiteral("three"), Severity::Error);
     close->click();
     EXPECT_TRUE(bar.isHidden());
     for (int i = 0; i < 1000; ++i)

@@ -7,6 +7,7 @@
 #include "oribund/panels/FXPanelFactory.h"
 #include "workbench/app/panel/SimplePanel.h"
 #include "workbench/model/Ids.h"
+#include "workbench/model/projection/Projector.h"
 
 #include <algorithm>
 #include <utility>
@@ -71,6 +72,24 @@ void EffectStack::alignLabels()
         }
     for (SimplePanel* const panel : panels)
         panel->setLabelWidth(widest);
+}
+
+void EffectStack::showLeftOut(const std::vector<LeftOutEffect>& leftOut)
+{
+    const RedrawHold hold;
+    for (const auto& [effect, shown] : panels_) {
+        auto* const panel = dynamic_cast<SimplePanel*>(shown);
+        const auto found = std::find_if(leftOut.begin(), leftOut.end(),
+                                        [id = filterId(effect)](const auto& one) { return one.id == id; });
+        if (!panel)
+            continue;
+        if (found == leftOut.end())
+            panel->hideNotice();
+        else
+            panel->showNotice(found->hung ? L"Left out of the picture: it did not answer."
+                                          : L"Left out of the picture: it crashed.",
+                              L"Try again", [this, id = effect] { requests_.retry(id); });
+    }
 }
 
 Kt::Box<int> EffectStack::boxOf(ObjectId effect) const

@@ -5,6 +5,7 @@
 #include "oribund/host/notify/MethodCallback.h"
 #include "oribund/host/toolkit/layout/WidgetGroup.h"
 #include "oribund/host/toolkit/widgets/Button.h"
+#include "workbench/engine/protocol/EngineTypes.h"
 #include "workbench/model/ModelEffect.h"
 
 #include <functional>
@@ -32,6 +33,7 @@ public:
     struct Requests {
         std::function<void(ObjectId effect, int by)> move;
         std::function<void(ObjectId effect)> remove;
+        std::function<void(ObjectId effect)> retry; ///< what is left out of the picture
     };
 
     using Folded = std::set<ObjectId>;
@@ -40,6 +42,9 @@ public:
     EffectStack(const InitArgs& args, oribund::Vob& vob, const Effects& effects, const Folded& folded,
                 Requests requests);
     ~EffectStack() override;
+
+    /** Has the panels say which of the effects are left out of the picture, and why. */
+    void showLeftOut(const std::vector<LeftOutEffect>& leftOut);
 
     /** One of the buttons of an effect. */
     struct Place {

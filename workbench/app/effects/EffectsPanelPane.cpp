@@ -187,6 +187,12 @@ void EffectsPanelPane::refresh()
     reveal(before);
 }
 
+void EffectsPanelPane::showLeftOut()
+{
+    if (auto* const stack = dynamic_cast<EffectStack*>(scroll_->getContent()); stack && leftOut)
+        stack->showLeftOut(leftOut());
+}
+
 void EffectsPanelPane::reveal(const EffectStack::Effects& before)
 {
     auto* const stack = dynamic_cast<EffectStack*>(scroll_->getContent());
@@ -251,6 +257,7 @@ void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)
         if (const EditOutcome outcome = workspace_.editor().removeEffect(effect); !outcome)
             say(outcome.refused);
     };
+    requests.retry = [this](ObjectId effect) { retryWanted(effect); };
     EffectStack::InitArgs args(static_cast<unsigned short>(std::max(scroll_->getWidth(), 1)), 0, &surface_->canvas());
     if (effects.empty()) {
         scroll_->setContent(nullptr);
@@ -259,6 +266,7 @@ void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)
     auto made = std::make_unique<EffectStack>(args, workspace_.vob(), effects, folded_, requests);
     EffectStack& stack = *made;
     scroll_->setContent(std::move(made));
+    showLeftOut();
     scroll_->setScroll(scrolled);
     // The keyboard stays where it was: an effect can be moved on by the same key.
     if (hadKeyboard && !stack.focusButton(keyboard))

@@ -8,7 +8,9 @@
 #include <QStackedWidget>
 #include <QTimer>
 
+#include <functional>
 #include <optional>
+#include <vector>
 
 class QLabel;
 
@@ -51,6 +53,15 @@ public:
 
     /** Brings the panels in step now, where it otherwise happens in the next turn of the event loop. */
     void refresh();
+
+    /** The effects that are left out of the picture are asked of that. */
+    std::function<std::vector<LeftOutEffect>()> leftOut;
+
+    /** Somebody wants one of them to be tried again. */
+    std::function<void(ObjectId effect)> retryWanted;
+
+    /** What leftOut() gives may differ from what the panels say. */
+    void showLeftOut();
 
     /** Whether it is said that the current time is outside the segment whose effects are shown. */
     bool saysOutside() const;

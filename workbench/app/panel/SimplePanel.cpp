@@ -5,7 +5,9 @@
 #include "oribund/controls/rows/ParamRow.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/effects/EffectInstance.h"
+#include "oribund/host/services/TextTable.h"
 #include "oribund/host/toolkit/widgets/Label.h"
+#include "workbench/app/panel/PanelNotice.h"
 
 #include <algorithm>
 #include <utility>
@@ -17,6 +19,9 @@ using namespace oribund;
 
 SimplePanel::SimplePanel(const FXPanelCreationOptions& options)
     : EffectComponentPanel(options)
+    , notice_(addWidget(std::make_unique<PanelNotice>(PanelNotice::InitArgs(
+                            static_cast<unsigned short>(std::clamp(getUserArea().width(), 1, 0xffff)), 0, canvas())),
+                        UserTopLeft(0, UifStd::getRowGap() / 2)))
 {
     rebuild();
     if (options.tabOrderManager)
@@ -33,6 +38,7 @@ void SimplePanel::resize(double width, double height)
     if (getWidth() == widthBefore)
         return;
     const LayoutHold layoutHold(*this);
+    notice_->resize({getUserArea().width(), notice_->getHeight()});
     for (Glob* widget : contents_)
         widget->resize({getUserArea().width(), widget->getHeight()});
     placeLabels();
@@ -61,6 +67,19 @@ void SimplePanel::setLabelWidth(int width)
 {
     if (std::exchange(leastLabelWidth_, width) != width)
         placeLabels();
+}
+
+void SimplePanel::showNotice(const UIString& text, const UIString& button, std::function<void()> act)
+{
+    const UIString description(displayText(button) + L": " + displayText(getTitle()));
+    notice_->show(text, button, description, std::move(act));
+}
+
+void SimplePanel::hideNotice()
+{
+    if (notice_->hasKeyboard())
+        takeFocus();
+    notice_->setVisible(false);
 }
 
 int SimplePanel::calcLabelWidth() const
@@ -129,10 +148,8 @@ void SimplePanel::add(const Shown& entry, const EffectInstance& effect)
 
 void SimplePanel::addBelow(std::unique_ptr<Glob> widget)
 {
-    Glob* const above = contents_.empty() ? nullptr : contents_.back();
-    const WidgetPosition place =
-        above ? WidgetPosition::below(*above, UifStd::getRowGap() / 2) : UserTopLeft(0, UifStd::getRowGap() / 2);
-    contents_.push_back(addWidget(std::move(widget), place));
+    Glob* const above = contents_.empty() ? notice_ : contents_.back();
+    contents_.push_back(addWidget(std::move(widget), WidgetPosition::below(*above, UifStd::getRowGap() / 2)));
 }
 
 } // namespace workbench

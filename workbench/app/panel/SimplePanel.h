@@ -2,6 +2,7 @@
 
 #include "oribund/panels/EffectComponentPanel.h"
 
+#include <functional>
 #include <memory>
 #include <typeindex>
 #include <vector>
@@ -13,6 +14,8 @@ class KeyframeCtrlsBase;
 
 namespace workbench
 {
+
+class PanelNotice;
 
 /** An effect's panel: one row for each parameter in the effect's order of presentation, with headings for its groups.
  */
@@ -30,6 +33,11 @@ public:
 
     /** Gives all names at least so much room, as far as there is any: controls of several panels then line up. */
     void setLabelWidth(int width);
+
+    /** Shows a line above the rows, with a button that does something about what it says. */
+    void showNotice(const oribund::UIString& text, const oribund::UIString& button, std::function<void()> act);
+
+    void hideNotice();
 
 protected:
     void handleFXModifications(const ChangeDescription& change) override;
@@ -51,6 +59,7 @@ private:
     int calcLabelWidth() const;
     void placeLabels();
 
+    PanelNotice* notice_;
     int leastLabelWidth_ = 0;
     std::vector<Shown> shown_;
     std::vector<oribund::Glob*> contents_;

@@ -101,6 +101,7 @@ void Playback::setPictureSize(int width, int height)
 void Playback::retryEffects(const std::string& id)
 {
     engine_.retryEffects(id);
+    display_.leftOutMayDiffer();
 }
 
 bool Playback::isUpToDate() const
@@ -175,6 +176,7 @@ void Playback::flush()
     } else {
         return;
     }
+    display_.leftOutMayDiffer();
     // The player goes on by itself, and shows what was changed.
     if (!vob_.isPlaying())
         requestFrame();
@@ -230,6 +232,8 @@ void Playback::deliver()
     }
     for (const EngineProblem& problem : problems)
         display_.problem(problem);
+    if (!problems.empty())
+        display_.leftOutMayDiffer();
 }
 
 } // namespace workbench

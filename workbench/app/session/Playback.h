@@ -11,6 +11,7 @@
 #include <set>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace workbench
 {
@@ -25,6 +26,7 @@ public:
     struct Display {
         std::function<void(const FrameImagePtr&)> picture; ///< null when the edit is empty
         std::function<void(const EngineProblem&)> problem;
+        std::function<void()> leftOutMayDiffer = [] {}; ///< what leftOut() gives
     };
 
     /** The viewer outlives the playback. */
@@ -39,6 +41,9 @@ public:
 
     /** An effect that was left out is tried again; all of them for an empty id. */
     void retryEffects(const std::string& id = {});
+
+    /** The effects that are left out of the picture for now. */
+    std::vector<LeftOutEffect> leftOut() const { return engine_.leftOut(); }
 
     /** Whether the last picture shows all that has been edited. */
     bool isUpToDate() const;

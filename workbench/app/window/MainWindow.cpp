@@ -18,6 +18,7 @@
 #include "workbench/app/window/MessageBar.h"
 #include "workbench/app/window/TransportBar.h"
 #include "workbench/app/window/ViewerWidget.h"
+#include "workbench/model/projection/Projector.h"
 
 #include <QAction>
 #include <QApplication>
@@ -93,7 +94,10 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
             files_->pictureShown();
     };
     display.problem = [this](const EngineProblem& problem) { showProblem(problem); };
+    display.leftOutMayDiffer = [this] { effects_->showLeftOut(); };
     playback_ = std::make_unique<Playback>(workspace_.engine(), workspace_.vob(), std::move(display));
+    effects_->leftOut = [this] { return playback_->leftOut(); };
+    effects_->retryWanted = [this](ObjectId effect) { playback_->retryEffects(filterId(effect)); };
     viewer_->sizeWanted = [this](int width, int height) { playback_->setPictureSize(width, height); };
     keyframes_.focusedParam = [this] { return effects_->focusedParam(); };
     importer_.progressed = [this](int done, int total) {
@@ -117,6 +121,7 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
 
 MainWindow::~MainWindow()
 {
+    effects_->leftOut = nullptr;
     viewer_->sizeWanted = nullptr;
 }
 

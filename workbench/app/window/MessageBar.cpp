@@ -22,9 +22,9 @@ namespace
 constexpr int kMostWaiting = 20;
 
 /** How long a message is shown, in milliseconds; 0 for one that stays. */
-int lifetimeOf(MessageBar::Severity severity, const QString& text)
+int lifetimeOf(MessageBar::Severity severity, const QString& text, bool offersSomething)
 {
-    if (severity == MessageBar::Severity::Error)
+    if (severity == MessageBar::Severity::Error || offersSomething)
         return 0;
     const int reading = 3000 + 60 * static_cast<int>(text.size());
     return severity == MessageBar::Severity::Warning ? 2 * reading : reading;
@@ -47,7 +47,7 @@ MessageBar::MessageBar(QWidget* parent)
     : QFrame(parent)
     , icon_(new QLabel)
     , text_(new QLabel)
-    , count_(new QLabel)
+    , count_(new QPushButton)
     , action_(new QPushButton)
     , close_(new QToolButton)
 {
@@ -64,9 +64,13 @@ MessageBar::MessageBar(QWidget* parent)
     text_->setWordWrap(true);
     text_->setTextFormat(Qt::PlainText);
     text_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    count_->setFlat(true);
+    count_->setObjectName(QStringLiteral("count"));
+    count_->setToolTip(QStringLiteral("Show the next message"));
     close_->setIcon(glyphIcon(Glyph::Close));
     close_->setToolTip(QStringLiteral("Close this message"));
     close_->setAccessibleName(QStringLiteral("Close this message"));
+    QObject::connect(count_, &QPushButton::clicked, this, [this] { walk(); });
     QObject::connect(action_, &QPushButton::clicked, this, [this] { act(); });
     QObject::connect(close_, &QToolButton::clicked, this, [this] { dismiss(); });
     setObjectName(QStringLiteral("messageBar"));
@@ -87,10 +91,30 @@ void MessageBar::show(const QString& message, Severity severity, Action action)
         return;
     if (!waiting_.isEmpty() && waiting_.front().severity == Severity::Information)
         waiting_.removeFirst();
+    insert({message, severity, std::move(action)});
+    showFirst();
+}
+
+void MessageBar::insert(Message message)
+{
+    makeRoom();
+    const bool isUrgent = waiting_.isEmpty() || message.action.act || message.severity > waiting_.front().severity;
+    waiting_.insert(isUrgent ? 0 : waiting_.size(), std::move(message));
+}
+
+void MessageBar::makeRoom()
+{
     // Whatever goes wrong in a loop must not fill the memory.
-    if (waiting_.size() >= kMostWaiting)
-        waiting_.removeAt(1);
-    waiting_.append({message, severity, std::move(action)});
+    if (waiting_.size() < kMostWaiting)
+        return;
+    const auto isPlain = [](const Message& message) { return !message.action.act; };
+    const auto plain = std::find_if(waiting_.begin() + 1, waiting_.end(), isPlain);
+    waiting_.erase(plain == waiting_.end() ? plain - 1 : plain);
+}
+
+void MessageBar::walk()
+{
+    waiting_.append(waiting_.takeFirst());
     showFirst();
 }
 
@@ -115,13 +139,16 @@ void MessageBar::showFirst()
     action_->setText(message.action.label);
     count_->setVisible(waiting_.size() > 1);
     count_->setText(QStringLiteral("%1 more").arg(waiting_.size() - 1));
+    count_->setAccessibleName(count_->text() + QStringLiteral(", show the next message"));
 }
 
 void MessageBar::startTimer()
 {
-    const int lifetime = waiting_.isEmpty() ? 0 : lifetimeOf(waiting_.front().severity, waiting_.front().text);
     timer_.stop();
-    if (lifetime > 0)
+    if (waiting_.isEmpty())
+        return;
+    const Message& seen = waiting_.front();
+    if (const int lifetime = lifetimeOf(seen.severity, seen.text, static_cast<bool>(seen.action.act)); lifetime > 0)
         timer_.start(lifetime);
 }
 

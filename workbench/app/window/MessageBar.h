@@ -16,9 +16,9 @@ namespace workbench
 {
 
 /**
- * Messages above the picture, one at a time. They stop nobody's work. Errors stay until they are closed; others go by
- * themselves after the time that it takes to read them, but not from under the pointer or the keyboard. What is only
- * said gives way at once to what comes after it.
+ * Messages above the picture, one at a time. They stop nobody's work. Errors, and what offers something to do, stay
+ * until they are closed; others go by themselves after the time that it takes to read them, but not from under the
+ * pointer or the keyboard. What is only said gives way at once to what comes after it.
  */
 class MessageBar final : public QFrame
 {
@@ -33,7 +33,10 @@ public:
         std::function<void()> act;
     };
 
-    /** A message that is waiting already is not shown twice. */
+    /**
+     * What is more severe than the message in view, or offers something to do, is seen at once; anything else waits for
+     * its turn. A message that is waiting already is not shown twice.
+     */
     void show(const QString& message, Severity severity, Action action = {});
 
     /** The message in view; empty for none. */
@@ -50,6 +53,9 @@ private:
         Action action;
     };
 
+    void insert(Message message);
+    void makeRoom();
+    void walk();
     void showFirst();
     void dismiss();
     void act();
@@ -59,7 +65,7 @@ private:
     QList<Message> waiting_;
     QLabel* icon_;
     QLabel* text_;
-    QLabel* count_;
+    QPushButton* count_;
     QPushButton* action_;
     QToolButton* close_;
     QTimer timer_;

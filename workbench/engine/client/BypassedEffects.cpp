@@ -17,23 +17,24 @@ ProjectedProperties settingsOf(const ProjectedFilter& effect, const BypassedEffe
 }
 } // namespace
 
-void BypassedEffects::add(const ProjectedFilter& effect, const Updates& updates)
+void BypassedEffects::add(const ProjectedFilter& effect, const Updates& updates, bool hung)
 {
     Record& record = records_[effect.id];
     record.last = settingsOf(effect, updates);
     record.bypassed = true;
+    record.hung = hung;
     ++record.failures;
 }
 
-std::vector<std::string> BypassedEffects::in(const Projection& edit, const Updates& updates)
+std::vector<LeftOutEffect> BypassedEffects::in(const Projection& edit, const Updates& updates)
 {
-    std::vector<std::string> left;
+    std::vector<LeftOutEffect> left;
     for (auto& [id, record] : records_) {
         const ProjectedFilter* const now = record.bypassed ? findEffect(edit, id) : nullptr;
         if (now && settingsOf(*now, updates) != record.last && !isOff(id))
             record.bypassed = false;
         if (now && record.bypassed)
-            left.push_back(id);
+            left.push_back({id, record.hung, isOff(id)});
     }
     return left;
 }

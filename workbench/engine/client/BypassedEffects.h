@@ -1,5 +1,6 @@
 #pragma once
 
+#include "workbench/engine/protocol/EngineTypes.h"
 #include "workbench/model/projection/Projection.h"
 
 #include <map>
@@ -23,10 +24,11 @@ public:
     /** Values that were written since the edit was loaded, by effect and property. */
     using Updates = std::map<std::pair<std::string, std::string>, std::string>;
 
-    void add(const ProjectedFilter& effect, const Updates& updates);
+    /** `hung`: it held the worker up; otherwise it ended it. */
+    void add(const ProjectedFilter& effect, const Updates& updates, bool hung);
 
     /** Those that are to be left out of this edit. What was set differently since is none of them any more. */
-    std::vector<std::string> in(const Projection& edit, const Updates& updates);
+    std::vector<LeftOutEffect> in(const Projection& edit, const Updates& updates);
 
     /** An effect gets new settings. True when it was left out and is to be tried again. */
     bool retryAfterChange(const std::string& effect);
@@ -42,6 +44,7 @@ private:
         ProjectedProperties last; ///< as they were when it failed
         int failures = 0;
         bool bypassed = false;
+        bool hung = false; ///< the last time
     };
 
     std::map<std::string, Record> records_;

@@ -114,6 +114,12 @@ public:
         });
     }
 
+    std::vector<LeftOutEffect> leftOut()
+    {
+        const std::lock_guard lock(mutex_);
+        return wanted_.projection ? bypassed_.in(*wanted_.projection, wanted_.updates) : std::vector<LeftOutEffect>();
+    }
+
 private:
     static constexpr int kMostFruitless = 5;
 
@@ -155,7 +161,8 @@ private:
             if (!wanted_.projection || (!worker_ && wanted_.frame.maxWidth <= 0))
                 return;
             wanted = wanted_;
-            bypassed = bypassed_.in(*wanted_.projection, wanted_.updates);
+            for (LeftOutEffect& effect : bypassed_.in(*wanted_.projection, wanted_.updates))
+                bypassed.push_back(std::move(effect.id));
         }
         // A worker cannot be allowed more than it was at first.
         const bool fits = worker_ && (!unsent.load || covers(rules_, *wanted.projection));
@@ -275,7 +282,7 @@ private:
             const std::lock_guard lock(mutex_);
             problem = describe(end, *wanted_.projection);
             if (const ProjectedFilter* const effect = effectToBlame(end, *wanted_.projection)) {
-                bypassed_.add(*effect, wanted_.updates);
+                bypassed_.add(*effect, wanted_.updates, end.way == WorkerEnd::Way::Hung);
                 blamed = true;
                 problem.message += bypassed_.isOff(effect->id) ? " It stays switched off."
                                                                : " It is switched off until its settings change.";
@@ -379,6 +386,11 @@ void Engine::pause()
 void Engine::retryEffects(const std::string& id)
 {
     impl_->retry(id);
+}
+
+std::vector<LeftOutEffect> Engine::leftOut() const
+{
+    return impl_->leftOut();
 }
 
 } // namespace workbench

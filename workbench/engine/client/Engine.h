@@ -56,6 +56,9 @@ public:
      */
     void retryEffects(const std::string& id = {});
 
+    /** The effects of the edit that are left out for now, with all that was loaded and updated. */
+    std::vector<LeftOutEffect> leftOut() const;
+
 private:
     class Impl;
     std::unique_ptr<Impl> impl_;

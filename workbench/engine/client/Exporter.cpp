@@ -114,7 +114,10 @@ ExportResult Exporter::Job::judge(EngineProcess& worker, int done, int total) co
     std::string message = "The export stopped";
     if (total > 0)
         message += " after " + std::to_string(done) + " of " + std::to_string(total) + " frames";
-    return failure(message + ". " + describe(end, projection).message);
+    message += ". " + describe(end, projection).message;
+    if (effectToBlame(end, projection))
+        message += " Change its settings or switch it off, then export again.";
+    return failure(message);
 }
 
 Exporter::Exporter(std::shared_ptr<EngineHost> host)

@@ -22,12 +22,12 @@ EngineProblem describe(const WorkerEnd& end, const Projection& edit)
     using Kind = EngineProblem::Kind;
     EngineProblem problem;
     problem.effects = serviceNames(effectsAt(edit, end.frame));
-    const std::string at = " at frame " + std::to_string(end.frame);
+    const std::string at = " at " + timeCodeAt(edit, end.frame);
     if (const ProjectedFilter* const effect = effectToBlame(end, edit)) {
         problem.subject = effect->id;
         problem.kind = end.way == Way::Hung ? Kind::EffectHung : Kind::EffectCrashed;
-        problem.message = "The effect " + inQuotes(effect->service) +
-                          (end.way == Way::Hung ? " did not answer" : " crashed") + at + ".";
+        problem.message =
+            "The effect " + nameInQuotes(*effect) + (end.way == Way::Hung ? " did not answer" : " crashed") + at + ".";
     } else if (end.way == Way::Hung) {
         problem.kind = Kind::MediaHung;
         problem.message = "The picture" + at + " did not come in time.";

@@ -31,6 +31,15 @@ struct EngineProblem {
     bool operator==(const EngineProblem&) const = default;
 };
 
+/** An effect that is left out of the picture because it ended a worker or held it up. */
+struct LeftOutEffect {
+    std::string id; ///< in the projection
+    bool hung = false;
+    bool staysOff = false; ///< other settings do not bring it back
+
+    bool operator==(const LeftOutEffect&) const = default;
+};
+
 struct EngineOptions {
     std::chrono::milliseconds frameTimeout{2000}; ///< after which a frame is taken not to come
     std::chrono::milliseconds loadTimeout{15000}; ///< the same for opening the media of an edit

@@ -70,8 +70,8 @@ void fields(auto& visit, Is<ProjectedProperty> auto& value)
 
 void fields(auto& visit, Is<ProjectedFilter> auto& value)
 {
-    auto& [id, service, in, out, properties] = value;
-    visit(id, service, in, out, properties);
+    auto& [id, service, in, out, properties, name] = value;
+    visit(id, service, in, out, properties, name);
 }
 
 void fields(auto& visit, Is<ProjectedClip> auto& value)

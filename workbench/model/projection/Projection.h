@@ -30,6 +30,7 @@ struct ProjectedFilter {
     int in = 0;
     int out = 0;
     ProjectedProperties properties; ///< has "disable" = "1" for an effect that is switched off
+    std::string name = {};          ///< for messages; empty: the service's
 
     bool operator==(const ProjectedFilter&) const = default;
 };

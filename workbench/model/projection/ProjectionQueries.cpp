@@ -1,5 +1,7 @@
 #include "workbench/model/projection/ProjectionQueries.h"
 
+#include "oribund/host/edit/TimeCode.h"
+
 #include <algorithm>
 
 namespace workbench
@@ -75,6 +77,19 @@ std::vector<std::string> serviceNames(const std::vector<const ProjectedFilter*>&
     for (const ProjectedFilter* effect : effects)
         names.push_back(effect->service);
     return names;
+}
+
+std::string nameInQuotes(const ProjectedFilter& effect)
+{
+    return inQuotes(effect.name.empty() ? effect.service : effect.name);
+}
+
+std::string timeCodeAt(const Projection& projection, int frame)
+{
+    const ProjectedProfile& profile = projection.profile;
+    const int rate =
+        oribund::framesPerSecond(static_cast<double>(profile.fpsDenominator) / std::max(profile.fpsNumerator, 1));
+    return std::string(oribund::toUTF8(oribund::timeCodeText(std::max(frame, 0), rate)).view());
 }
 
 std::string inQuotes(std::string_view name)

@@ -18,6 +18,12 @@ const ProjectedFilter* findEffect(const Projection& projection, std::string_view
 /** The services of some effects, for a message. */
 std::vector<std::string> serviceNames(const std::vector<const ProjectedFilter*>& effects);
 
+/** What a message calls an effect, in quotes. */
+std::string nameInQuotes(const ProjectedFilter& effect);
+
+/** The time code of a frame of the edit, for a message. */
+std::string timeCodeAt(const Projection& projection, int frame);
+
 /** A name as it stands in a message. */
 std::string inQuotes(std::string_view name);
 

@@ -196,7 +196,23 @@ private:
             clip.properties.push_back({track.data.kind == TrackKind::Video ? "audio_index" : "video_index", "-1"});
         for (const auto& effect : segment.effects)
             clip.filters.push_back(filterOf(*effect, in, spanOf(*effect, segment, reach)));
+        nameFilters(clip.filters, segment);
         return clip;
+    }
+
+    /** As in the list of effects; where several of a segment have the name, with their positions. */
+    static void nameFilters(std::vector<ProjectedFilter>& filters, const Segment& segment)
+    {
+        std::map<std::string, int> counts;
+        std::vector<int> positions;
+        for (std::size_t i = 0; i < filters.size(); ++i) {
+            const auto& description = segment.effects[i]->description();
+            filters[i].name = description ? description->title : filters[i].service;
+            positions.push_back(++counts[filters[i].name]);
+        }
+        for (std::size_t i = 0; i < filters.size(); ++i)
+            if (const int count = counts[filters[i].name]; count > 1)
+                filters[i].name += " (" + std::to_string(positions[i]) + " of " + std::to_string(count) + ")";
     }
 
     /** `in` is the frame of the producer that shows the segment's first. */
