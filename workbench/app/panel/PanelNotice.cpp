@@ -13,12 +13,11 @@ using namespace oribund;
 
 PanelNotice::PanelNotice(const InitArgs& args)
     : WidgetGroup(args)
-    , text_(addWidget(std::make_unique<Label>(Label::InitArgs(1, 0, args.canvas)), UserTopLeft(0, 0)))
-    , button_(addWidget(std::make_unique<Button>(
-                            Button::InitArgs(1, static_cast<unsigned short>(UifStd::getControlHeight()), args.canvas)),
-                        UserTopRight(0, 0)))
     , click_(this, &PanelNotice::handleClick)
 {
+    text_ = addWidget(std::make_unique<Label>(Label::InitArgs(1, 0, args.canvas)), UserTopLeft(0, 0));
+    const auto height = static_cast<unsigned short>(UifStd::getControlHeight());
+    button_ = addWidget(std::make_unique<Button>(Button::InitArgs(1, height, args.canvas)), UserTopRight(0, 0));
     click_.attach(button_->clicks());
     setVisible(false);
 }
@@ -42,6 +41,8 @@ void PanelNotice::resize(double width, double height)
 
 void PanelNotice::placeWidgets()
 {
+    if (!button_)
+        return; // it is being made
     const RedrawHold hold;
     const int width = getUserArea().width();
     const XY<int> button = Button::calcSizeFor(button_->getText());

@@ -33,8 +33,8 @@ private:
     int handleClick(const oribund::ButtonEvent&);
     void placeWidgets();
 
-    oribund::Label* text_;
-    oribund::Button* button_;
+    oribund::Label* text_ = nullptr;
+    oribund::Button* button_ = nullptr; // made last
     std::function<void()> act_;
     oribund::MethodCallback<PanelNotice, oribund::ButtonEvent> click_;
 };

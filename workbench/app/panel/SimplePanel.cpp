@@ -19,10 +19,11 @@ using namespace oribund;
 
 SimplePanel::SimplePanel(const FXPanelCreationOptions& options)
     : EffectComponentPanel(options)
-    , notice_(addWidget(std::make_unique<PanelNotice>(PanelNotice::InitArgs(
-                            static_cast<unsigned short>(std::clamp(getUserArea().width(), 1, 0xffff)), 0, canvas())),
-                        UserTopLeft(0, UifStd::getRowGap() / 2)))
 {
+    // Not sooner: what is added resizes the panel.
+    const auto width = static_cast<unsigned short>(std::clamp(getUserArea().width(), 1, 0xffff));
+    notice_ = addWidget(std::make_unique<PanelNotice>(PanelNotice::InitArgs(width, 0, canvas())),
+                        UserTopLeft(0, UifStd::getRowGap() / 2));
     rebuild();
     if (options.tabOrderManager)
         options.tabOrderManager->addTabStopsFrom(this);

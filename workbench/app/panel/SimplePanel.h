@@ -59,7 +59,7 @@ private:
     int calcLabelWidth() const;
     void placeLabels();
 
-    PanelNotice* notice_;
+    PanelNotice* notice_ = nullptr;
     int leastLabelWidth_ = 0;
     std::vector<Shown> shown_;
     std::vector<oribund::Glob*> contents_;
