@@ -33,9 +33,7 @@ private:
     template <class Value>
     void put(const Value& value)
     {
-        if constexpr (std::is_same_v<Value, bool>)
-            wire_.number(static_cast<std::uint8_t>(value));
-        else if constexpr (std::is_enum_v<Value>)
+        if constexpr (std::is_same_v<Value, bool> || std::is_enum_v<Value>)
             wire_.number(static_cast<std::uint8_t>(value));
         else if constexpr (WireNumber<Value>)
             wire_.number(value);
