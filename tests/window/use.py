@@ -4,6 +4,7 @@ Usage: use.py PROGRAM FOLDER, with a clip.mp4 in the folder, on a display with a
 is to be seen is asked of the accessibility bus, what was done of the saved project.
 """
 
+import glob
 import os
 import re
 import subprocess
@@ -44,6 +45,8 @@ class Slider:
         wait("the slider to follow", lambda: self.value() != before)
         if escape:
             xdotool("key", "Escape")
+        else:
+            wait("the slider to arrive", lambda: abs(self.value() - share) < 0.05)
         xdotool("mouseup", 1)
 
 
@@ -60,8 +63,25 @@ def saved(path):
     return wait("the saved project", read)
 
 
-def use():
-    window = wait("the window", lambda: xdotool("search", "--onlyvisible", "--name", "Oribund workbench"))[-1]
+def first_window(program, log):
+    """The program's window. When none comes up, says what there is instead, and ends with 75."""
+    try:
+        return wait("the window", lambda: xdotool("search", "--onlyvisible", "--name", "Oribund workbench"))[-1]
+    except SystemExit as fault:
+        print(fault)
+    print("the program:", "is running" if program.poll() is None else f"ended with {program.returncode}")
+    with open(log, encoding="utf-8", errors="replace") as said:
+        print("it said:", said.read())
+    for thread in glob.glob(f"/proc/{program.pid}/task/*"):
+        state = [open(f"{thread}/{name}", encoding="utf-8").read().strip() for name in ("comm", "wchan", "syscall")]
+        print("thread:", *state)
+    for found in xdotool("search", "--name", ".*"):
+        print("window:", found, *xdotool("getwindowname", found, "getwindowgeometry", found))
+    sys.exit(75)
+
+
+def use(program, log):
+    window = first_window(program, log)
     xdotool("windowactivate", "--sync", window)
     wait("the clip to be there", lambda: xdotool("search", "--onlyvisible", "--name", r"^Untitled\*"))
 
@@ -82,9 +102,13 @@ def use():
 
 def main():
     program, folder = sys.argv[1:3]
-    with subprocess.Popen([program, os.path.join(folder, "clip.mp4")], stderr=subprocess.PIPE, text=True) as running:
+    log = os.path.join(folder, "log")
+    # A window that is there before its manager may be lost to both.
+    wait("the window manager", lambda: xdotool("get_num_desktops"))
+    command = [program, os.path.join(folder, "clip.mp4")]
+    with open(log, "w", encoding="utf-8") as said, subprocess.Popen(command, stderr=said) as running:
         try:
-            use()
+            use(running, log)
             project = os.path.join(folder, "film.mlt")
             xdotool("key", "ctrl+s")
             wait("the question for a name", lambda: xdotool("search", "--onlyvisible", "--name", "^Save"))
@@ -94,7 +118,7 @@ def main():
             assert len(effects) == 1 and 0.4 < float(effects[0]) < 0.6, f"effects saved: {effects}"
             xdotool("key", "ctrl+q")
             code = running.wait(timeout=30)
-            assert code == 0, f"it did not end well: {code}, {running.stderr.read()}"
+            assert code == 0, f"it did not end well: {code}, {open(log, encoding='utf-8').read()}"
         finally:
             running.kill()
     print("used in a window")
