@@ -7,12 +7,21 @@
 namespace oribund::Kt
 {
 
+/** The y axis grows downwards, as on a screen. */
+struct TopDownTraits;
+
+/** The y axis grows upwards, as in a graph: see BottomUp.h. */
+struct BottomUpTraits;
+
+template <class T, class Traits = TopDownTraits>
+struct Box;
+
 /**
  * An upright rectangle with a top-down y axis. It holds the points from `left` and `top` up to, but without, `right`
  * and `bottom`; with `right <= left` or `bottom <= top` it is empty.
  */
 template <class T>
-struct Box {
+struct Box<T, TopDownTraits> {
     T left{};
     T top{};
     T right{};

@@ -16,6 +16,11 @@ struct ORIBUND_API ColourData {
 
     constexpr double operator[](std::size_t i) const noexcept { return values[i]; }
 
+    /** By index, from 0 to 3. */
+    constexpr double getComponent(std::size_t i) const noexcept { return values[i]; }
+
+    constexpr void setComponent(std::size_t i, double value) noexcept { values[i] = value; }
+
     static constexpr std::size_t size() noexcept { return 4; }
 
     constexpr bool operator==(const ColourData&) const noexcept = default;
