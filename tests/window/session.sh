@@ -9,18 +9,7 @@ export XDG_RUNTIME_DIR="$folder/run" XDG_CONFIG_HOME="$folder/config" XDG_DATA_H
 export XDG_CACHE_HOME="$folder/cache" XDG_STATE_HOME="$folder/state" SDL_AUDIODRIVER=dummy
 export QT_QPA_PLATFORM=xcb QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 NO_AT_BRIDGE=0
 ffmpeg -v error -f lavfi -i testsrc=s=320x180:r=25:d=4 -g 12 -bf 0 -c:v mpeg4 -q:v 4 "$folder/clip.mp4" </dev/null
-use() {
-    rm -rf "$folder"/{config,data,cache,state}
-    # shellcheck disable=SC2016
-    xvfb-run -a -s "-screen 0 1600x1000x24" dbus-run-session -- bash -c \
-        'openbox & /usr/bin/python3 -B -W ignore::DeprecationWarning "$0/use.py" "$1" "$2"' "$here" "$1" "$folder"
-}
-status=0
-use "$1" || status=$?
-# A display that comes to nothing is not the program's fault: another one is tried, once.
-if [ "$status" -eq 75 ]; then
-    echo "no window came up, for the reasons above; once more on another display"
-    status=0
-    use "$1" || status=$?
-fi
-exit "$status"
+# shellcheck disable=SC2016
+xvfb-run -a -s "-screen 0 1600x1000x24" dbus-run-session -- bash -c \
+    'openbox --startup "touch $2/managed" & /usr/bin/python3 -B -W ignore::DeprecationWarning "$0/use.py" "$1" "$2"' \
+    "$here" "$1" "$folder"

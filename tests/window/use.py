@@ -64,7 +64,7 @@ def saved(path):
 
 
 def first_window(program, log):
-    """The program's window. When none comes up, says what there is instead, and ends with 75."""
+    """The program's window. When none comes up, says what there is instead."""
     try:
         return wait("the window", lambda: xdotool("search", "--onlyvisible", "--name", "Oribund workbench"))[-1]
     except SystemExit as fault:
@@ -77,7 +77,7 @@ def first_window(program, log):
         print("thread:", *state)
     for found in xdotool("search", "--name", ".*"):
         print("window:", found, *xdotool("getwindowname", found, "getwindowgeometry", found))
-    sys.exit(75)
+    sys.exit(1)
 
 
 def use(program, log):
@@ -103,8 +103,8 @@ def use(program, log):
 def main():
     program, folder = sys.argv[1:3]
     log = os.path.join(folder, "log")
-    # A window that is there before its manager may be lost to both.
-    wait("the window manager", lambda: xdotool("get_num_desktops"))
+    # A window that wants to come up while its manager still starts may never do so.
+    wait("the window manager", lambda: os.path.exists(os.path.join(folder, "managed")))
     command = [program, os.path.join(folder, "clip.mp4")]
     with open(log, "w", encoding="utf-8") as said, subprocess.Popen(command, stderr=said) as running:
         try:

@@ -15,6 +15,12 @@ double Vob::getCurrentTime()
     return getCurrentTimeServer().get();
 }
 
+bool Vob::isReadOnly() const
+{
+    const EditPtr edit = getEdit();
+    return !edit || edit->isReadOnly();
+}
+
 Vob* Vob::getPlayMachine()
 {
     return Host::current().playMachine();

@@ -14,6 +14,8 @@ namespace oribund
 {
 
 class CompoundEffectMonitor;
+class FXEditor;
+class iFrameStatistics;
 class iScrubControl;
 
 /**
@@ -52,6 +54,12 @@ public:
     /** What is told of the time being dragged; null, by default, for a viewer that treats a drag as any change. */
     virtual iScrubControl* getScrubControl() { return nullptr; }
 
+    /** What changes effects beyond their values; null, by default, where a host offers nothing of it. */
+    virtual FXEditor* fxEditor() { return nullptr; }
+
+    /** How the colours of an effect's input are distributed; null, by default, where a host does not know. */
+    virtual iFrameStatistics* frameStatistics() { return nullptr; }
+
     /** The part of the edit that the viewer's strip shows. */
     virtual NumRange<double> getViewRange() const = 0;
     virtual void setViewRange(const NumRange<double>& range) = 0;
@@ -60,6 +68,9 @@ public:
     virtual std::vector<IdStamp> getSelectedChans() const = 0;
 
     double getCurrentTime();
+
+    /** Whether nothing can be changed: the edit is read-only, or there is none. */
+    bool isReadOnly() const;
 
     /** The viewer with focus, as the installed host says; null when there is none. */
     static Vob* getPlayMachine();

@@ -9,6 +9,7 @@
 #include "oribund/host/effects/params/ParamPresentationDetails.h"
 
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace oribund
@@ -39,6 +40,12 @@ public:
 
     /** What a person calls the effect. */
     virtual WString getName() const { return name_; }
+
+    /** For the host, which also tells of it (EffectChangeCode::PresentationChanged). */
+    void setName(WString name) { name_ = std::move(name); }
+
+    /** Whether a panel offers to switch it on and off, and a menu. True by default. */
+    virtual bool hasComponentControls() const { return true; }
 
     std::span<const ParamPtr> params() const noexcept { return params_; }
 

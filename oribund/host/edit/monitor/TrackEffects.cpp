@@ -21,6 +21,15 @@ std::vector<Kt::Ptr<EffectInstance>> TrackEffects::effectsOf(const IdStamp& trac
     return effects;
 }
 
+IdStamp TrackEffects::getTrackOf(const IdStamp& effect) const
+{
+    for (const IdStamp& track : getTracks())
+        for (const auto& candidate : effectsOf(track))
+            if (EffectInstance::findWithin(candidate, effect))
+                return track;
+    return {};
+}
+
 NumRange<double> TrackEffects::getCompoundEditRegion(const IdStamp& track) const
 {
     NumRange<double> whole;

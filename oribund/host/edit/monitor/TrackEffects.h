@@ -38,6 +38,9 @@ public:
         afterwards. */
     virtual bool isChanging() const { return false; }
 
+    /** The track of an effect, mask or embedded effect that getEffects() gives for one; not valid for any other. */
+    virtual IdStamp getTrackOf(const IdStamp& effect) const;
+
     /** As getEffects(), without what a host has left empty. The library asks by this. */
     std::vector<Kt::Ptr<EffectInstance>> effectsOf(const IdStamp& track) const;
 

@@ -40,6 +40,7 @@ struct ParamInfo {
     UIString description; ///< what a person reads
     unsigned displayFlags = 0;
     WString unitText;        ///< behind the value, such as "px"; may be empty
+    WString help;            ///< what it does, in a sentence or two, for tooltips; may be empty
     IdStamp group;           ///< the group of the presentation list that it stands in; invalid at the top level
     bool keyframable = true; ///< counts for types that have a graph at all
 };
@@ -66,6 +67,8 @@ public:
     unsigned displayFlags() const noexcept { return info_.displayFlags; }
 
     const WString& unitText() const noexcept { return info_.unitText; }
+
+    const WString& help() const noexcept { return info_.help; }
 
     const IdStamp& group() const noexcept { return info_.group; }
 

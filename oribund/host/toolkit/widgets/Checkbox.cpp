@@ -50,7 +50,15 @@ void Checkbox::userToggle()
 
 void Checkbox::handleToggle()
 {
-    events_.notify({CheckboxEvent::Kind::Toggled, this, checked_});
+    events_.notify({CheckboxEvent::Kind::Toggled, this, checked_, 0});
+}
+
+void Checkbox::userModifiedClick(unsigned modifiers)
+{
+    if (!tellsModifiers_)
+        userToggle();
+    else if (canInteract())
+        events_.notify({CheckboxEvent::Kind::ModifiedClick, this, !checked_, modifiers});
 }
 
 bool Checkbox::isClickKey(Key key) const

@@ -34,6 +34,9 @@ public:
 
     const String& getMessage() const { return message_; }
 
+    /** Whether a click with keys held is told as one, instead of toggling the box. Off by default. */
+    void setTellsModifiers(bool tells) { tellsModifiers_ = tells; }
+
     /** Tells of what the user does; not of setChecked(). */
     Notifier<CheckboxEvent>& events() { return events_; }
 
@@ -51,6 +54,7 @@ protected:
     virtual void handleToggle();
 
     bool isClickKey(Key key) const override;
+    void userModifiedClick(unsigned modifiers) override;
 
 private:
     Kt::Box<int> markBox() const;
@@ -58,6 +62,7 @@ private:
     WString text_;
     String message_;
     bool checked_;
+    bool tellsModifiers_ = false;
     Notifier<CheckboxEvent> events_;
 };
 

@@ -33,10 +33,15 @@ bool ClickControl::handleMouseEvent(const Event& event)
     if (pressed_ && event.code == EventCode::MouseRelease && event.button == MouseButton::Left) {
         setPressed(false, false);
         if (hitTest(event.position))
-            userClick();
+            event.modifiers == 0 ? userClick() : userModifiedClick(event.modifiers);
         return true;
     }
     return pressed_ || Control::handleMouseEvent(event);
+}
+
+void ClickControl::userModifiedClick(unsigned)
+{
+    userClick();
 }
 
 bool ClickControl::isClickKey(Key key) const

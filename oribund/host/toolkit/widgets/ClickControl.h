@@ -24,6 +24,9 @@ protected:
     /** Whether it is held down: the button is, and the pointer is over it. */
     bool isHeldDown() const { return pressed_ && over_; }
 
+    /** The user has clicked it with keys held (bits of Event::modifiers); by default a click as any. */
+    virtual void userModifiedClick(unsigned modifiers);
+
     /** Space and Enter by default. */
     virtual bool isClickKey(Key key) const;
 
