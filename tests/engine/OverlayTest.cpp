@@ -1,4 +1,5 @@
 #include "workbench/engine/worker/catalogue/Overlay.h"
+#include "workbench/engine/worker/catalogue/EffectMapping.h"
 
 #include <gmock/gmock.h>
 
@@ -83,6 +84,38 @@ TEST(Overlay, everyKindOfValueIsRead)
     EXPECT_THAT(result.effect.params[1].components, ElementsAre("x", "y"));
     EXPECT_EQ(result.effect.params[2].defaultItem, 1);
     EXPECT_TRUE(result.effect.params[3].defaultBool);
+}
+
+TEST(Overlay, groupsConditionsFlagsAndRangesAreRead)
+{
+    const Applied result = apply(R"({ "effects": [ { "service": "f", "params": [
+        { "property": "m", "name": "Mode", "kind": "textlist", "items": [ [ "One", "1" ], [ "Two", "2" ] ] },
+        { "property": "h", "name": "Hue", "kind": "range", "flags": "colourRange", "components": [ "0", "1", "2", "3" ],
+          "scale": 360, "min": -3600, "max": 3600, "default": [ -30, -10, 10, 30 ], "group": [ "Pick", "Soft" ],
+          "collapsed": true, "shown": { "with": "m", "is": [ "2" ] } },
+        { "property": "o", "name": "O", "kind": "colour", "flags": [ "colourOffset", "plain" ], "min": -1, "group": "Pick" }
+        ] } ] })");
+    EXPECT_THAT(result.problems, IsEmpty());
+    EXPECT_THAT(checkEffect(result.effect), IsEmpty());
+    const ParamDescription& hue = result.effect.params.at(1);
+    EXPECT_THAT(hue.defaultColour, ElementsAre(-30, -10, 10, 30));
+    EXPECT_THAT(hue.groups, ElementsAre("Pick", "Soft"));
+    EXPECT_EQ(hue.displayFlags, 0x100U);
+    EXPECT_EQ(result.effect.params.at(2).displayFlags, 0x4200U);
+
+    const auto mistakes = [](const std::string& rest) {
+        Applied wrong = apply(R"({ "effects": [ { "service": "f", "params": [ { "property": "0" },
+            { "property": "h", "name": "H", )" +
+                              rest + " } ] } ] }");
+        const auto more = checkEffect(wrong.effect);
+        return wrong.problems.size() + more.size();
+    };
+    EXPECT_EQ(mistakes(R"("kind": "range", "components": [ "0", "1", "2" ])"), 1U);
+    EXPECT_EQ(mistakes(R"("kind": "range", "components": [ "0", "1", "2", "3" ], "default": [ 0, 0.5, 0.4, 1 ])"), 1U);
+    EXPECT_EQ(mistakes(R"("kind": "range", "components": [ "0", "1", "2", "3" ], "default": [ 0, 0.5, 0.6, 2 ])"), 1U);
+    EXPECT_EQ(mistakes(R"("flags": "shiny")"), 1U);
+    EXPECT_EQ(mistakes(R"("shown": { "with": "0", "is": [ "1" ] })"), 1U) << "a number decides nothing";
+    EXPECT_EQ(mistakes(R"("shown": { "with": "gone", "is": [ "1" ] })"), 1U);
 }
 
 TEST(Overlay, aMistakeCostsOnlyItsOwnEntry)

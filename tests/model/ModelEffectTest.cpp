@@ -1,5 +1,7 @@
 #include "tests/support/SampleEdit.h"
 
+#include "oribund/host/notify/MethodCallback.h"
+
 #include <gtest/gtest.h>
 
 using namespace sample;
@@ -39,6 +41,76 @@ TEST(ModelEffect, GivesBackEverySettingExactlyAndPresentsGroupsAsDescribed)
     for (const auto& entry : effect.presentation())
         order += "(p)"[entry.kind == Kind::GroupStart ? 0 : entry.kind == Kind::Parameter ? 1 : 2];
     EXPECT_EQ(order, "ppppp(pp)p");
+}
+
+namespace
+{
+/** Groups as brackets, a folded one as "<", parameters by the first letter of their names. */
+std::string shownOf(const ModelEffect& effect)
+{
+    using Details = oribund::ParamPresentationDetails;
+    std::string shown;
+    for (const Details& entry : effect.presentation()) {
+        if (entry.kind == Details::Kind::Parameter)
+            shown += effect.findParam(entry.id)->name().c_str()[0];
+        else if (entry.kind == Details::Kind::GroupStart)
+            shown += entry.isCollapsed() ? '<' : '(';
+        else
+            shown += ')';
+    }
+    return shown;
+}
+
+struct PresentationListener {
+    int heard = 0;
+
+    int hear(const ParamEdited& change)
+    {
+        heard += change.code == oribund::EffectChangeCode::PresentationChanged ? 1 : 0;
+        return 0;
+    }
+};
+} // namespace
+
+TEST(ModelEffect, WhatIsShownFollowsListsAndSwitchesAndTheGroupsKeepTheirIds)
+{
+    EffectDescription description;
+    description.service = "mixed";
+    description.params = {other("Mode", ParamKind::TextList), other("Switch", ParamKind::Bool), number("A", 0, 1, 0),
+                          number("B", 0, 1, 0), number("C", 0, 1, 0)};
+    description.params[2].groups = {"One"};
+    description.params[2].shownWith = "Mode";
+    description.params[2].shownWithValues = {"10"};
+    description.params[3].groups = {"Two", "Inner"};
+    description.params[3].collapsed = true;
+    description.params[4].groups = {"Two"};
+    description.params[4].shownWith = "Switch";
+    description.params[4].shownWithValues = {"1"};
+    EffectCatalogue with;
+    with.add(description);
+    const auto edit = oribund::Kt::makePtr<EditModel>(emptyEdit("test", {}), with);
+    Editor editor(*edit);
+    const ObjectId clip = editor.addClip({media(), 0, 100, kVideo, kNoObject}, 0).object;
+    const auto effect = edit->timeline().findEffect(editor.addEffect(clip, "mixed").object);
+    EXPECT_EQ(shownOf(*effect), "MS(A)(<B))");
+    const oribund::IdStamp group = effect->presentation().at(5).id;
+
+    PresentationListener listener;
+    oribund::MethodCallback<PresentationListener, ParamEdited> heard(&listener, &PresentationListener::hear);
+    heard.attach(edit->paramEdits());
+    oribund::ParamValue hard = effect->paramAt(0)->constantValue();
+    std::get<oribund::ListParam<oribund::String>>(hard).select(1);
+    effect->paramAt(0)->setConstantValue(hard);
+    EXPECT_EQ(shownOf(*effect), "MS(<B))");
+    EXPECT_EQ(effect->presentation().at(2).id, group);
+    effect->paramAt(1)->setConstantValue(oribund::ParamValue(true));
+    EXPECT_EQ(shownOf(*effect), "MS(<B)C)");
+    effect->paramAt(3)->setConstantValue(oribund::ParamValue(0.5));
+    EXPECT_EQ(listener.heard, 2) << "only what changes it is told";
+    edit->undoStack().endGesture();
+    while (edit->undoStack().position() > 2) // the clip and the effect stay
+        edit->undoStack().undo();
+    EXPECT_EQ(shownOf(*effect), "MS(A)(<B))");
 }
 
 TEST(ModelEffect, UnknownEffectsAndParametersAreKeptAsTheyWere)

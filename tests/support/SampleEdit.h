@@ -64,7 +64,7 @@ inline const EffectCatalogue& catalogue()
                        other("Mode", ParamKind::TextList),
                        whole};
         tint.params[3].format = "%1 %2 0 0 1";
-        tint.params[5].group = tint.params[6].group = "Options";
+        tint.params[5].groups = tint.params[6].groups = {"Options"};
         tint.fixedProperties = {{"quality", "high"}};
         made.add(tint);
         EffectDescription echo;

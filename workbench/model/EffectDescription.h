@@ -19,7 +19,8 @@ struct ListItem {
     bool operator==(const ListItem&) const = default;
 };
 
-enum class ParamKind { Double, Bool, Angle, Colour, Point, IntList, TextList, VideoInput };
+/** A Range is four numbers on one axis, in ascending order: a band and the soft edges on both its sides. */
+enum class ParamKind { Double, Bool, Angle, Colour, Point, IntList, TextList, Range, VideoInput };
 
 /** The value with which an effect is demonstrated: a number, a switch or list index, a colour (r, g, b, a), a point. */
 using DemoValue = std::variant<double, int, std::array<double, 4>, std::array<double, 2>>;
@@ -33,11 +34,22 @@ struct ParamDescription {
     std::string property; ///< name of the service's property; unique within the effect, and the key in saved projects
     std::string name;     ///< shown beside the control
     std::string unit;     ///< shown after the number: "%", "px"; may be empty
-    std::string group;    ///< heading under which it is shown; empty for none. Parameters of a group are consecutive
-    std::string help;     ///< one or two sentences; may be empty
+    /**
+     * The headings under which it is shown, the outermost first; empty for none. Parameters of a group are consecutive.
+     */
+    std::vector<std::string> groups;
+    bool collapsed = false; ///< its innermost group is shown folded until somebody unfolds it
+    std::string help;       ///< one or two sentences; may be empty
     ParamKind kind = ParamKind::Double;
 
-    double minimum = 0.0;
+    /**
+     * Its row is there only while that list or switch of the same effect has one of these values, as its service has
+     * them ("0" and "1" for a switch). Empty for a row that is always there.
+     */
+    std::string shownWith;
+    std::vector<std::string> shownWithValues;
+
+    double minimum = 0.0; ///< of each number of a Range, of a Point, and of a Colour that is an offset
     double maximum = 1.0;
     double defaultValue = 0.0; ///< of Double and Angle (degrees)
     double scale = 1.0;        ///< never 0
@@ -48,13 +60,14 @@ struct ParamDescription {
     unsigned displayFlags = 0;   ///< as EffectValParamBase::displayFlags()
     std::vector<ListItem> items; ///< of the list kinds
     int defaultItem = 0;
-    std::array<double, 4> defaultColour{0.0, 0.0, 0.0, 1.0}; ///< r, g, b, a, each 0..1
+    std::array<double, 4> defaultColour{0.0, 0.0, 0.0, 1.0}; ///< r, g, b, a, each 0..1; or the numbers of a Range
     std::array<double, 2> defaultPoint{0.0, 0.0};
     bool defaultBool = false;
 
     /**
-     * For a Colour or Point that the service keeps as several numbers: the property of each component in turn (r, g, b
-     * and possibly a; x, y). Each is written as a number, with scale and offset. Empty for one property that holds all.
+     * For a Colour, Range or Point that the service keeps as several numbers: the property of each component in turn
+     * (r, g, b and possibly a; x, y). Each is written as a number, with scale and offset. Empty for one property that
+     * holds all.
      */
     std::vector<std::string> components;
 

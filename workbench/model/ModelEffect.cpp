@@ -2,6 +2,7 @@
 
 #include "workbench/model/Ids.h"
 #include "workbench/model/ParamConversion.h"
+#include "workbench/model/projection/ServiceText.h"
 #include "workbench/model/undo/EffectJournal.h"
 
 #include <utility>
@@ -9,10 +10,10 @@
 namespace workbench
 {
 
+using oribund::EffectValParamBase;
+
 namespace
 {
-constexpr int kGroupStamp = 3;
-
 oribund::WString nameOf(const EffectData& data, const ModelEffect::Description& description)
 {
     return oribund::toWide(description ? description->title : data.service + " (not installed)");
@@ -35,10 +36,11 @@ ModelEffect::ModelEffect(const EffectData& data, Description description)
         else
             unknownParams_.push_back(param);
     }
-    watch_.emplace(*this, [this](const oribund::EffectChangeDescription& change) {
-        if (host_)
-            host_->paramEdited(change);
-    });
+    if (description_) {
+        hasConditions_ = hasConditions(*description_);
+        setPresentation(presentationNow());
+    }
+    watch_.emplace(*this, [this](const oribund::EffectChangeDescription& change) { paramChanged(change); });
 }
 
 ModelEffect::~ModelEffect()
@@ -107,28 +109,39 @@ void ModelEffect::addParams()
 {
     if (!description_)
         return;
-    std::string group;
-    int groups = 0;
     for (const ParamDescription& description : description_->params) {
-        if (description.group != group) {
-            if (!group.empty())
-                endGroup();
-            group = description.group;
-            if (!group.empty())
-                startGroup(oribund::IdStamp(kGroupStamp, ++groups, 0), oribund::toWide(group));
-        }
         oribund::ParamInfo info;
         info.id = paramStamp(paramCount());
         info.name = oribund::String(description.property);
         info.description = oribund::UIString(oribund::toWide(description.name));
         info.displayFlags = description.displayFlags;
         info.unitText = oribund::toWide(description.unit);
-        info.group = group.empty() ? oribund::IdStamp() : oribund::IdStamp(kGroupStamp, groups, 0);
+        info.help = oribund::toWide(description.help);
         info.keyframable = description.animatable;
         addParam(makeParam(description, std::move(info)));
     }
-    if (!group.empty())
-        endGroup();
+}
+
+Presentation ModelEffect::presentationNow() const
+{
+    return presentationOf(*description_, [this](std::size_t index) {
+        const EffectValParamBase& param = *params()[index];
+        return serviceText(description_->params[index], param.constantValue());
+    });
+}
+
+void ModelEffect::paramChanged(const oribund::EffectChangeDescription& change)
+{
+    if (host_)
+        host_->paramEdited(change);
+    const auto param = hasConditions_ ? findParam(change.param) : ParamPtr();
+    if (!param || !decidesForOthers(*description_, param->name().view()))
+        return;
+    if (Presentation now = presentationNow(); now != presentation()) {
+        setPresentation(std::move(now));
+        if (host_)
+            host_->paramEdited({0, oribund::EffectChangeCode::PresentationChanged, id(), {}});
+    }
 }
 
 } // namespace workbench

@@ -4,6 +4,7 @@
 #include "oribund/host/effects/params/EffectWatch.h"
 #include "workbench/model/EditData.h"
 #include "workbench/model/EffectDescription.h"
+#include "workbench/model/EffectPresentation.h"
 
 #include <memory>
 #include <optional>
@@ -80,6 +81,8 @@ public:
 
 private:
     void addParams();
+    void paramChanged(const oribund::EffectChangeDescription& change);
+    Presentation presentationNow() const;
 
     Description description_;
     PropertyList rest_;
@@ -88,6 +91,7 @@ private:
     std::vector<ParamData> unknownParams_;
     iModelEffectHost* host_ = nullptr;
     std::unique_ptr<EffectJournal> effectJournal_;
+    bool hasConditions_ = false; ///< values decide which parameters are shown
     std::optional<oribund::EffectWatch> watch_;
 };
 

@@ -58,6 +58,20 @@ oribund::Kt::Ptr<oribund::EffectValParamBase> makePlain(oribund::ParamInfo info,
     return oribund::Kt::makePtr<EffectValParam<P>>(std::move(info), initial);
 }
 
+constexpr ColourData allFour(double number)
+{
+    return ColourData{{number, number, number, number}};
+}
+
+oribund::Kt::Ptr<oribund::EffectValParamBase> makeColour(const ParamDescription& d, oribund::ParamInfo info)
+{
+    if (d.displayFlags & oribund::ParamDisplay::kColourOffset)
+        return makeRanged<ColourData>(std::move(info), ColourData{d.defaultColour}, allFour(d.minimum),
+                                      allFour(d.maximum));
+    return makeRanged<ColourData>(std::move(info), ColourData{d.defaultColour},
+                                  ColourData{{0, 0, 0, d.format == "rgb" ? 1.0 : 0.0}}, allFour(1.0));
+}
+
 // A choice is kept as the text that its service has for it.
 
 std::string keyOf(const ListParam<int>& list)
@@ -101,10 +115,13 @@ oribund::Kt::Ptr<oribund::EffectValParamBase> makeParam(const ParamDescription& 
     case ParamKind::Angle:
         return makeRanged<Angle>(std::move(info), Angle{d.defaultValue}, Angle{d.minimum}, Angle{d.maximum});
     case ParamKind::Colour:
-        return makeRanged<ColourData>(std::move(info), ColourData{d.defaultColour},
-                                      ColourData{{0, 0, 0, d.format == "rgb" ? 1.0 : 0.0}}, ColourData{{1, 1, 1, 1}});
+        return makeColour(d, std::move(info));
+    case ParamKind::Range:
+        return makeRanged<ColourData>(std::move(info), ColourData{d.defaultColour}, allFour(d.minimum),
+                                      allFour(d.maximum));
     case ParamKind::Point:
-        return makePlain(std::move(info), Vector2d{d.defaultPoint[0], d.defaultPoint[1]});
+        return makeRanged<Vector2d>(std::move(info), Vector2d{d.defaultPoint[0], d.defaultPoint[1]},
+                                    Vector2d{d.minimum, d.minimum}, Vector2d{d.maximum, d.maximum});
     case ParamKind::Bool:
         return makePlain(std::move(info), d.defaultBool);
     case ParamKind::IntList:

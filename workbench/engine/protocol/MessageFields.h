@@ -136,11 +136,12 @@ void fields(auto& visit, Is<ListItem> auto& value)
 
 void fields(auto& visit, Is<ParamDescription> auto& value)
 {
-    auto& [property, name, unit, group, help, kind, minimum, maximum, defaultValue, scale, offset, integer, animatable,
-           displayFlags, items, defaultItem, defaultColour, defaultPoint, defaultBool, components, format, demo] =
-        value;
-    visit(property, name, unit, group, help, kind, minimum, maximum, defaultValue, scale, offset, integer, animatable,
-          displayFlags, items, defaultItem, defaultColour, defaultPoint, defaultBool, components, format, demo);
+    auto& [property, name, unit, groups, collapsed, help, kind, shownWith, shownWithValues, minimum, maximum,
+           defaultValue, scale, offset, integer, animatable, displayFlags, items, defaultItem, defaultColour,
+           defaultPoint, defaultBool, components, format, demo] = value;
+    visit(property, name, unit, groups, collapsed, help, kind, shownWith, shownWithValues, minimum, maximum);
+    visit(defaultValue, scale, offset, integer, animatable, displayFlags, items, defaultItem, defaultColour);
+    visit(defaultPoint, defaultBool, components, format, demo);
 }
 
 void fields(auto& visit, Is<EffectDescription> auto& value)

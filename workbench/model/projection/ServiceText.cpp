@@ -190,6 +190,8 @@ std::optional<PlainValue> plainFromService(const ParamDescription& description, 
                                        [&raw](const ListItem& item) { return item.raw == raw; });
         return known ? std::optional<PlainValue>(raw) : std::nullopt;
     }
+    case ParamKind::Range:
+        return std::nullopt; // its numbers are properties of their own
     case ParamKind::VideoInput:
         return raw;
     }

@@ -153,6 +153,7 @@ bool isValueOf(const ParamDescription& param, std::string_view text)
     case ParamKind::Double:
     case ParamKind::Bool:
     case ParamKind::Angle:
+    case ParamKind::Range:
     case ParamKind::VideoInput:
         return consistsOf(text, kNumberSigns);
     }

@@ -73,7 +73,8 @@ std::optional<PlainValue> fromComponents(const ParamDescription& description, co
     }
     if (description.kind == ParamKind::Point)
         return std::array<double, 2>{numbers[0], numbers[1]};
-    return description.kind == ParamKind::Colour ? std::optional<PlainValue>(numbers) : std::nullopt;
+    const bool isColour = description.kind == ParamKind::Colour || description.kind == ParamKind::Range;
+    return isColour ? std::optional<PlainValue>(numbers) : std::nullopt;
 }
 
 std::vector<std::string> propertiesOf(const ParamDescription& description)

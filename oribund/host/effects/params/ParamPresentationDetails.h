@@ -16,6 +16,8 @@ struct ParamPresentationDetails {
 
     /** Bit of `flags`: the group, from its start to its end, is not shown. */
     static constexpr unsigned char kHiddenGroup = 2;
+    /** Bit of `flags`: the group is folded until the user unfolds it. */
+    static constexpr unsigned char kCollapsedGroup = 4;
 
     IdStamp id; ///< of the parameter or the group
     Kind kind = Kind::Parameter;
@@ -23,6 +25,8 @@ struct ParamPresentationDetails {
     UIString title; ///< of a group
 
     bool isHidden() const noexcept { return (flags & kHiddenGroup) != 0; }
+
+    bool isCollapsed() const noexcept { return (flags & kCollapsedGroup) != 0; }
 
     bool operator==(const ParamPresentationDetails&) const = default;
 };

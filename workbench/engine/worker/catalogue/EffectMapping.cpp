@@ -139,6 +139,49 @@ std::string checkRange(const ParamDescription& param)
     return {};
 }
 
+/** The numbers of a Range or Point, of which each has the range. */
+template <std::size_t size>
+std::string checkNumbers(const ParamDescription& param, const std::array<double, size>& numbers)
+{
+    for (const double number : numbers) {
+        ParamDescription one = param;
+        one.defaultValue = number;
+        if (const std::string problem = checkRange(one); !problem.empty())
+            return problem;
+    }
+    return {};
+}
+
+std::string checkSoftRange(const ParamDescription& param)
+{
+    if (param.components.size() != param.defaultColour.size())
+        return "a range needs four components";
+    return std::is_sorted(param.defaultColour.begin(), param.defaultColour.end())
+               ? checkNumbers(param, param.defaultColour)
+               : "default is not in ascending order";
+}
+
+/** Only what cannot be animated decides: it has one value at all times. */
+std::string checkCondition(const EffectDescription& effect, const ParamDescription& param)
+{
+    if (param.shownWith.empty())
+        return {};
+    const ParamDescription* const decides = effect.find(param.shownWith);
+    if (!decides || decides == &param)
+        return "what it is shown with is not there";
+    if (decides->kind == ParamKind::Bool)
+        return {};
+    if (decides->kind != ParamKind::IntList && decides->kind != ParamKind::TextList)
+        return "what it is shown with is neither a list nor a switch";
+    const auto isItem = [decides](const std::string& raw) {
+        return std::any_of(decides->items.begin(), decides->items.end(),
+                           [&raw](const ListItem& item) { return item.raw == raw; });
+    };
+    return std::all_of(param.shownWithValues.begin(), param.shownWithValues.end(), isItem)
+               ? ""
+               : "what it is shown with has no such item";
+}
+
 } // namespace
 
 std::optional<EffectDescription> mapEffect(const RawEffect& raw)
@@ -170,7 +213,7 @@ void settleColours(EffectDescription& effect)
 {
     for (ParamDescription& param : effect.params)
         if (param.kind == ParamKind::Colour &&
-            (effect.service.starts_with("frei0r.") || param.components.size() == 3)) {
+            (param.components.empty() ? effect.service.starts_with("frei0r.") : param.components.size() == 3)) {
             param.format = "rgb";
             param.defaultColour[3] = 1.0;
         }
@@ -195,6 +238,10 @@ std::string checkParam(const ParamDescription& param)
         problem = checkList(param);
     else if (param.kind == ParamKind::Double || param.kind == ParamKind::Angle)
         problem = checkRange(param);
+    else if (param.kind == ParamKind::Range)
+        problem = checkSoftRange(param);
+    else if (param.kind == ParamKind::Point)
+        problem = checkNumbers(param, param.defaultPoint);
     return problem.empty() ? checkDemo(param) : problem;
 }
 
@@ -208,6 +255,8 @@ std::vector<std::string> checkEffect(const EffectDescription& effect)
             problems.push_back(effect.service + ", " + param.property + ": " + problem);
         if (effect.find(param.property) != &param)
             problems.push_back(effect.service + ", " + param.property + ": described twice");
+        if (const std::string problem = checkCondition(effect, param); !problem.empty())
+            problems.push_back(effect.service + ", " + param.property + ": " + problem);
     }
     return problems;
 }

@@ -1,5 +1,6 @@
 #include "workbench/engine/worker/catalogue/Overlay.h"
 
+#include "oribund/host/effects/params/EffectValParamBase.h"
 #include "workbench/engine/worker/catalogue/EffectMapping.h"
 #include "workbench/engine/worker/catalogue/MetadataText.h"
 
@@ -40,14 +41,49 @@ void readSwitch(const Json& object, const char* key, bool& target)
         target = found->get<bool>();
 }
 
+/** One text, or a list of them. */
+void readTexts(const Json& object, const char* key, std::vector<std::string>& target)
+{
+    const auto found = object.find(key);
+    if (found == object.end())
+        return;
+    target.clear();
+    for (const Json& entry : found->is_array() ? *found : Json::array({*found}))
+        if (entry.is_string())
+            target.push_back(entry.get<std::string>());
+}
+
+/** False when one of them is none. */
+bool readFlags(const Json& object, unsigned& target)
+{
+    namespace Display = oribund::ParamDisplay;
+    static constexpr std::array<std::pair<std::string_view, unsigned>, 5> names = {
+        {{"colourRange", Display::kColourRange},
+         {"colourOffset", Display::kColourOffset},
+         {"tonalRanges", Display::kTonalRanges},
+         {"percentage", Display::kPercentage},
+         {"plain", Display::kPlainNumber}}};
+    std::vector<std::string> flags;
+    readTexts(object, "flags", flags);
+    for (const std::string& flag : flags) {
+        const auto* const known =
+            std::find_if(names.begin(), names.end(), [&flag](const auto& entry) { return entry.first == flag; });
+        if (known == names.end())
+            return false;
+        target |= known->second;
+    }
+    return true;
+}
+
 std::optional<ParamKind> kindNamed(std::string_view name)
 {
-    static constexpr std::array<std::pair<std::string_view, ParamKind>, 7> names = {
+    static constexpr std::array<std::pair<std::string_view, ParamKind>, 8> names = {
         {{"double", ParamKind::Double},
          {"bool", ParamKind::Bool},
          {"angle", ParamKind::Angle},
          {"colour", ParamKind::Colour},
          {"point", ParamKind::Point},
+         {"range", ParamKind::Range},
          {"intlist", ParamKind::IntList},
          {"textlist", ParamKind::TextList}}};
     for (const auto& [known, kind] : names)
@@ -94,7 +130,7 @@ std::optional<DemoValue> readValue(const Json& value, const ParamDescription& pa
         return DemoValue(value.get<double>());
     if (isList(param) && value.is_string())
         return DemoValue(itemIndex(param, value.get<std::string>()));
-    if (param.kind == ParamKind::Colour)
+    if (param.kind == ParamKind::Colour || (param.kind == ParamKind::Range && value.size() == 4))
         if (const auto colour = readColour(value))
             return DemoValue(*colour);
     if (param.kind == ParamKind::Point && value.is_array() && value.size() == 2 && value[0].is_number() &&
@@ -146,21 +182,25 @@ std::string readParam(const Json& source, ParamDescription& param)
 {
     readText(source, "name", param.name);
     readText(source, "unit", param.unit);
-    readText(source, "group", param.group);
     readText(source, "help", param.help);
     readText(source, "format", param.format);
     readSwitch(source, "integer", param.integer);
     readSwitch(source, "animatable", param.animatable);
+    readSwitch(source, "collapsed", param.collapsed);
+    readTexts(source, "group", param.groups);
+    readTexts(source, "components", param.components);
     if (const auto kind = source.find("kind"); kind != source.end()) {
         const std::optional<ParamKind> named = kind->is_string() ? kindNamed(kind->get<std::string>()) : std::nullopt;
         if (!named)
             return "kind is unknown";
         param.kind = *named;
     }
-    if (const auto components = source.find("components"); components != source.end() && components->is_array())
-        for (const Json& component : *components)
-            if (component.is_string())
-                param.components.push_back(component.get<std::string>());
+    if (!readFlags(source, param.displayFlags))
+        return "a flag is unknown";
+    if (const auto shown = source.find("shown"); shown != source.end() && shown->is_object()) {
+        readText(*shown, "with", param.shownWith);
+        readTexts(*shown, "is", param.shownWithValues);
+    }
     readItems(source, param);
     readRange(source, param);
     for (const char* key : {"default", "demo"}) {
