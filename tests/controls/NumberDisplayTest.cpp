@@ -96,6 +96,11 @@ TEST_F(Display, ValuesAreTextsOfTheirType)
 TEST_F(Display, TooltipTellsNameDefaultAndRange)
 {
     EXPECT_EQ(paramTooltip(*addLimited(0.5, 0.0, 1.0)), L"Size\nDefault: 50 %\nRange: 0 % to 100 %");
+    ParamInfo info;
+    info.description = UIString(L"Size");
+    info.help = L"How large it is.";
+    EXPECT_EQ(paramTooltip(EffectValParam<double>(info, 0.5, 0.0, 1.0)),
+              L"Size\nHow large it is.\nDefault: 50 %\nRange: 0 % to 100 %");
     EXPECT_EQ(paramTooltip(*addLimited(Angle{90.0}, Angle{0.0}, Angle{kNone})),
               L"Size\nDefault: 90\u00b0\nRange: from 0\u00b0");
     EXPECT_EQ(paramTooltip(*addLimited(Vector2d{1.0, 2.0}, Vector2d{0.0, -kNone}, Vector2d{4.0, 5.0})),

@@ -41,7 +41,6 @@ struct ParamInfo {
     unsigned displayFlags = 0;
     WString unitText;        ///< behind the value, such as "px"; may be empty
     WString help;            ///< what it does, in a sentence or two, for tooltips; may be empty
-    IdStamp group;           ///< the group of the presentation list that it stands in; invalid at the top level
     bool keyframable = true; ///< counts for types that have a graph at all
 };
 
@@ -69,8 +68,6 @@ public:
     const WString& unitText() const noexcept { return info_.unitText; }
 
     const WString& help() const noexcept { return info_.help; }
-
-    const IdStamp& group() const noexcept { return info_.group; }
 
     EffectValParamFnType functionType() const noexcept { return fnType_.get(); }
 

@@ -142,7 +142,8 @@ WString paramTooltip(const EffectValParamBase& param)
     const WString text = valueText(param, standard);
     const WString defaultLine =
         text.empty() ? WString() : L"\n" + displayText(UIString(TextIds::kDefault).withPlaceholder(L"VALUE", text));
-    return rowNameOf(param) + defaultLine +
+    const WString& help = param.help();
+    return rowNameOf(param) + (help.empty() ? WString() : L"\n" + help) + defaultLine +
            withTypes(param, standard, [](const auto& own, const auto&) { return rangeLines(own); });
 }
 

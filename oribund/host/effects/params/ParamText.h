@@ -21,7 +21,7 @@ ORIBUND_API WString rowNameOf(const EffectValParamBase& param);
  */
 ORIBUND_API WString valueText(const EffectValParamBase& param, const ParamValue& value);
 
-/** What a pointer resting on a parameter's name tells: its whole name, its default and its range, a line each. */
+/** What a pointer resting on a parameter's name tells: its whole name, what it does, its default and its range. */
 ORIBUND_API WString paramTooltip(const EffectValParamBase& param);
 
 /** "keyframe", or "3 keyframes". */

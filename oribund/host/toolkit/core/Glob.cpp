@@ -3,6 +3,7 @@
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/DirtyRegion.h"
+#include "oribund/host/toolkit/core/BringTogether.h"
 #include "oribund/host/toolkit/core/EventRouter.h"
 #include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/core/Skin.h"
@@ -105,6 +106,13 @@ std::unique_ptr<Glob> Glob::removeChild(Glob& child)
     child.parent_ = nullptr;
     handleChildRemoved(&child);
     return owned;
+}
+
+void Glob::reorderChildren(const std::vector<Glob*>& order)
+{
+    bringTogether(children_, order, [](const std::unique_ptr<Glob>& child) { return child.get(); });
+    inRows_ = false;
+    redraw();
 }
 
 bool Glob::isAncestorOf(const Glob* other) const

@@ -219,6 +219,9 @@ protected:
         those at a place are found without asking all of them. */
     void noteRows();
 
+    /** Puts some children into this order, to where the first of them stands; they keep the keyboard. */
+    void reorderChildren(const std::vector<Glob*>& order);
+
     virtual bool handleMouseEvent(const Event& event);
     /** A press that usesKey(), or any release. */
     virtual bool handleKeyEvent(const Event& event);

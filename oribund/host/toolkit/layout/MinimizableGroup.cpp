@@ -83,8 +83,12 @@ void MinimizableGroup::setSizeChangeEnabled(bool enabled)
 
 void MinimizableGroup::userToggleSizeState()
 {
-    if (canToggle() && canInteract())
-        setSizeState(sizeState_ == eSizeMinimised ? eSizeNormal : eSizeMinimised);
+    if (!canToggle() || !canInteract())
+        return;
+    const GlobRef<MinimizableGroup> self(this);
+    setSizeState(sizeState_ == eSizeMinimised ? eSizeNormal : eSizeMinimised);
+    if (self)
+        handleSizeToggle();
 }
 
 void MinimizableGroup::handleChildrenChanged(Glob* child)

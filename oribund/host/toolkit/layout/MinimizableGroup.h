@@ -51,6 +51,9 @@ public:
     void draw(CanvasRenderer& renderer) override;
 
 protected:
+    /** The user has folded or unfolded it. May destroy the group. */
+    virtual void handleSizeToggle() {}
+
     bool handleMouseEvent(const Event& event) override;
     bool handleKeyEvent(const Event& event) override;
     void handleChildrenChanged(Glob* child) override;

@@ -1,10 +1,12 @@
 #include "oribund/host/toolkit/layout/StandardPanel.h"
 
 #include "oribund/host/canvas/CanvasRenderer.h"
+#include "oribund/host/toolkit/core/BringTogether.h"
 #include "oribund/host/toolkit/core/GlobChange.h"
 #include "oribund/host/toolkit/layout/TabOrderable.h"
 
 #include <algorithm>
+#include <unordered_set>
 #include <utility>
 
 namespace oribund
@@ -40,6 +42,30 @@ void StandardPanel::setWidgetPosition(Glob& widget, const WidgetPosition& positi
         if (placement.widget == &widget)
             placement.position = position;
     }
+    widgetsChanged();
+}
+
+void StandardPanel::stackWidgets(const std::vector<Glob*>& order, int gap)
+{
+    const std::unordered_set<const Glob*> meant(order.begin(), order.end());
+    const auto isMeant = [&](const Glob* widget) { return meant.count(widget) > 0; };
+    const auto widgetOf = [](const Placement& placement) { return placement.widget; };
+    const auto first = std::find_if(placements_.begin(), placements_.end(),
+                                    [&](const Placement& placement) { return isMeant(placement.widget); });
+    if (first == placements_.end())
+        return;
+    const auto index = first - placements_.begin();
+    const WidgetPosition top = first->position;
+    bringTogether(placements_, order, widgetOf);
+    reorderChildren(order);
+    const auto placed = std::count_if(placements_.begin(), placements_.end(),
+                                      [&](const Placement& placement) { return isMeant(placement.widget); });
+    const auto last = placements_.begin() + index + placed;
+    for (auto one = placements_.begin() + index; one != last; ++one)
+        one->position = one == placements_.begin() + index ? top : WidgetPosition::below(*std::prev(one)->widget, gap);
+    for (auto other = last; other != placements_.end(); ++other)
+        if (isMeant(static_cast<const Glob*>(other->position.relativeTo)))
+            other->position.relativeTo = order.back();
     widgetsChanged();
 }
 

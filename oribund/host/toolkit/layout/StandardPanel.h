@@ -43,6 +43,12 @@ public:
     /** Moves a widget that was added to another position. */
     void setWidgetPosition(Glob& widget, const WidgetPosition& position);
 
+    /**
+     * Puts widgets that were added one below the other in this order, where the first of them stands now; what stood
+     * below one of them stands below the last. Tab visits them in that order, too. `gap` lies between two.
+     */
+    void stackWidgets(const std::vector<Glob*>& order, int gap);
+
     const Border& getBorder() const { return border_; }
 
     void setBorder(const Border& border);
