@@ -1,5 +1,6 @@
 #include "oribund/controls/binding/ComponentAccessors.h"
 
+#include "oribund/controls/binding/ColourLevelAccessor.h"
 #include "oribund/host/base/Numeric.h"
 #include "oribund/host/base/text/NumberFormat.h"
 #include "oribund/host/effects/EffectInstance.h"
@@ -63,10 +64,23 @@ int ComponentAccessor<P>::addKeyframe(const Kt::Ptr<EffectInstance>& effect, dou
     return whole ? whole_.addKeyframe(effect, *whole, fxTime, kind) : -1;
 }
 
+std::optional<double> ColourLevelAccessor::getValue(const Kt::Ptr<EffectInstance>& effect, double fxTime)
+{
+    const auto whole = whole_.getValue(effect, fxTime);
+    return whole ? std::optional(levelOf(*whole)) : std::nullopt;
+}
+
+bool ColourLevelAccessor::setValue(const Kt::Ptr<EffectInstance>& effect, double level, double fxTime, ChangeKind kind)
+{
+    const auto whole = whole_.getValue(effect, fxTime);
+    return whole && whole_.setValue(effect, withLevel(*whole, level), fxTime, kind);
+}
+
 template class ComponentAccessor<ColourData>;
 template class ComponentAccessor<Vector2d>;
 template class NumberTextAccessor<EffectValParamAccessor<double>>;
 template class NumberTextAccessor<ColCompAccessor<double>>;
 template class NumberTextAccessor<PosAccessor>;
+template class NumberTextAccessor<ColourLevelAccessor>;
 
 } // namespace oribund

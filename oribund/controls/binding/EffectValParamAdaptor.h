@@ -1,5 +1,6 @@
 #pragma once
 
+#include "oribund/controls/binding/ColourLevelAccessor.h"
 #include "oribund/controls/binding/ComponentAccessors.h"
 #include "oribund/controls/binding/EffectParamObserverEx.h"
 #include "oribund/controls/binding/EffectValParamAccessor.h"
@@ -81,6 +82,8 @@ private:
     Adaptor(ColourRangeAdaptor, ColourData, ColRangeInterfaceTraits) \
     Adaptor(ColourComponentAdaptor, double, ColCompAccessor<double>) \
     Adaptor(ColourComponentTextAdaptor, WString, ColourComponentTextAccessor) \
+    Adaptor(ColourLevelAdaptor, double, ColourLevelAccessor) \
+    Adaptor(ColourLevelTextAdaptor, WString, ColourLevelTextAccessor) \
     Adaptor(PositionAdaptor, double, PosAccessor) \
     Adaptor(PositionTextAdaptor, WString, PosTextAccessor)
 // clang-format on

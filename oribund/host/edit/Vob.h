@@ -15,6 +15,7 @@ namespace oribund
 
 class CompoundEffectMonitor;
 class FXEditor;
+class iColourPicker;
 class iFrameStatistics;
 class iScrubControl;
 
@@ -59,6 +60,9 @@ public:
 
     /** How the colours of an effect's input are distributed; null, by default, where a host does not know. */
     virtual iFrameStatistics* frameStatistics() { return nullptr; }
+
+    /** How colours are picked from the viewer's picture; null, by default, where they cannot be. */
+    virtual iColourPicker* colourPicker() { return nullptr; }
 
     /** The part of the edit that the viewer's strip shows. */
     virtual NumRange<double> getViewRange() const = 0;

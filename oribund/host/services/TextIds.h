@@ -6,6 +6,7 @@
  */
 // clang-format off
 #define ORIBUND_TEXTS(Text) \
+    Text(kColourRange, 10348, L"Colour range") \
     Text(kMaskTitle, 13682, L"Mask") \
     Text(kSwitchEffect, 20001, L"Switch $EFFECT$ on or off") \
     Text(kKeyframes, 20101, L"Keyframes") \
@@ -63,6 +64,25 @@
     Text(kBlue, 20316, L"Blue") \
     Text(kPurple, 20317, L"Purple") \
     Text(kWhite, 20318, L"White") \
+    Text(kRangeLowerStart, 20501, L"start of the lower soft edge") \
+    Text(kRangeBandStart, 20502, L"start of the full selection") \
+    Text(kRangeBandEnd, 20503, L"end of the full selection") \
+    Text(kRangeUpperEnd, 20504, L"end of the upper soft edge") \
+    Text(kRangeWhole, 20505, L"whole range") \
+    Text(kRangeHandleTip, 20506, L"$NAME$: $VALUE$\nDrag it, or double-click to type a number") \
+    Text(kRangeReset, 20507, L"Reset the range") \
+    Text(kRangeType, 20508, L"Type a number") \
+    Text(kPickColours, 20509, L"Pick colours in the viewer: click a point or drag a rectangle. Shift adds to the range, Alt takes away; Escape ends it") \
+    Text(kPickStep, 20510, L"Pick colour range") \
+    Text(kColourWheel, 20511, L"colour offset") \
+    Text(kWheelDirection, 20512, L"direction") \
+    Text(kWheelStrength, 20513, L"strength") \
+    Text(kWheelTip, 20514, L"Drag towards a colour; double-click to take the offset away") \
+    Text(kLevel, 20515, L"Level") \
+    Text(kShadowsWhole, 20518, L"end of the full shadows") \
+    Text(kMidtonesStart, 20519, L"start of the full midtones") \
+    Text(kMidtonesEnd, 20520, L"end of the full midtones") \
+    Text(kHighlightsWhole, 20521, L"start of the full highlights") \
     Text(kNoNumber, 20401, L"Failed to parse string") \
     Text(kDivisionByZero, 20402, L"Division by zero") \
     Text(kMissingParenthesis, 20403, L"A parenthesis is missing") \

@@ -73,6 +73,7 @@ void SeriesControl<T, Base>::handleSeriesCancel(const T& original)
 }
 
 template class SeriesControl<double>;
+template class SeriesControl<ColourData>;
 template class SeriesControl<Colour, ClickControl>;
 template class SeriesControl<double, StandardPanel>;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "oribund/host/base/Colour.h"
+#include "oribund/host/base/ColourData.h"
 #include "oribund/host/base/Export.h"
 #include "oribund/host/toolkit/core/Control.h"
 #include "oribund/host/toolkit/values/EditSeries.h"
@@ -59,6 +60,7 @@ private:
 };
 
 extern template class SeriesControl<double>;
+extern template class SeriesControl<ColourData>;
 // Colour is a hidden type, which would hide the template made for it too.
 extern template class ORIBUND_API SeriesControl<Colour, ClickControl>;
 

@@ -1,0 +1,77 @@
+#include "oribund/colour/ColourRangeRow.h"
+
+#include "oribund/colour/ColourRangePanel.h"
+#include "oribund/colour/TolerantRangeEditor.h"
+#include "oribund/controls/binding/EffectValParamAdaptor.h"
+#include "oribund/controls/rows/KeyframeButtonAdaptor.h"
+
+#include <array>
+
+namespace oribund
+{
+
+/** A strip that the panel paints. */
+class ColourRangeRow::Strip final : public TolerantRangeEditor
+{
+public:
+    Strip(ColourRangeRow& row, ColourRangePanel& panel, std::size_t axis)
+        : TolerantRangeEditor(0, row.getPalette(), row.canvas())
+        , row_(row)
+        , panel_(panel)
+        , axis_(axis)
+    {
+        constexpr std::size_t kHue = 0;
+        if (axis != kHue)
+            return;
+        setCircularValue(ColEyeDropBase::hueAxis().span, ColEyeDropBase::hueAxis().period);
+        setNumbers({1, 1.0, L"\u00b0"}, 1.0);
+    }
+
+protected:
+    void drawBackgroundInternal(CanvasRenderer& renderer, const Kt::Box<double>& strip) override
+    {
+        using Painter = void (*)(TolerantRangeEditor&, CanvasRenderer&, const Kt::Box<double>&, ColourRangePanel&);
+        static constexpr std::array<Painter, ColourRangePanel::kRows> kPainters{
+            &ColourRangePanel::drawHueSlider, &ColourRangePanel::drawSatSlider, &ColourRangePanel::drawLumSlider};
+        kPainters[axis_](*this, renderer, strip, panel_);
+    }
+
+    bool keepsTurns() const override
+    {
+        const auto param = row_.getEffectParam();
+        return param && param->functionType() == EffectValParamFnType::Keyframed;
+    }
+
+private:
+    ColourRangeRow& row_;
+    ColourRangePanel& panel_;
+    std::size_t axis_;
+};
+
+ColourRangeRow::ColourRangeRow(ColourRangePanel& panel, std::size_t axis, const FXViewHandle& handle,
+                               const EffectValParam<ColourData>& param, unsigned short width, unsigned short labelWidth,
+                               Canvas* canvas)
+    : KeyframeCtrlsBase(handle, param.id(), width, labelWidth,
+                        static_cast<unsigned short>(TolerantRangeEditor::calcHeight()), canvas)
+{
+    strip_ = addEditor(std::make_unique<Strip>(*this, panel, axis));
+    strip_->setResetValue(param.getDefault());
+    strip_->setDataAdaptor(Kt::makePtr<ColourRangeAdaptor>(handle, ColRangeInterfaceTraits(param)));
+    setKeyframeAdaptor(Kt::makePtr<KeyframeButtonAdaptor<EffectValParamAccessor<ColourData>>>(
+        handle, EffectValParamAccessor<ColourData>(param)));
+    finishRow();
+}
+
+void ColourRangeRow::layoutEditors(const Kt::Box<int>& area)
+{
+    strip_->setPosition(area.topLeft());
+    strip_->resize(area.size());
+}
+
+void ColourRangeRow::handleParamReplaced(EffectValParamBase& param)
+{
+    if (const auto* range = dynamic_cast<const EffectValParam<ColourData>*>(&param))
+        strip_->setResetValue(range->getDefault());
+}
+
+} // namespace oribund
