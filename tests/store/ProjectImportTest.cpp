@@ -82,7 +82,8 @@ TEST(ProjectImport, TakesEffectsAsParametersWhereItKnowsThemAndAsTheyAreElsewher
         <filter><property name="mlt_service">tint</property><property name="Level">0=0.1;25~=0.2;50=0.4</property>
           <property name="r">0.25</property><property name="g">0.5</property><property name="b">1</property>
           <property name="Colour">#80ff0000</property><property name="Centre">10 20 0 0 1</property>
-          <property name="On">1</property><property name="Mode">20</property><property name="Turn">0|=1;5=2</property>
+          <property name="On">1</property><property name="Mode">20</property><property name="Turn">0|=1;00:00:00.200=2</property>
+          <property name="Whole">0=odd</property>
           <property name="extra">kept</property></filter>
         <filter><property name="mlt_service">echo</property><property name="Delay">1.5</property></filter>
         <filter><property name="mlt_service">unheard</property><property name="disable">1</property>
@@ -108,8 +109,13 @@ TEST(ProjectImport, TakesEffectsAsParametersWhereItKnowsThemAndAsTheyAreElsewher
     EXPECT_EQ(param("Centre").constant, PlainValue(std::array<double, 2>{10.0, 20.0}));
     EXPECT_EQ(param("On").constant, PlainValue(true));
     EXPECT_EQ(param("Mode").constant, PlainValue(std::string("20")));
-    EXPECT_THAT(effects[0].rest, ElementsAre(Pair("Turn", "0|=1;5=2"), Pair("extra", "kept")));
-    EXPECT_THAT(reading.warnings, Contains(HasSubstr("\"Turn\"")));
+    const ChannelData turn = param("Turn").channels.at(0);
+    ASSERT_EQ(turn.size(), 3u) << "what is held is straight up to the last frame";
+    EXPECT_EQ(turn[1].time, 0.04);
+    EXPECT_EQ(turn[1].value, 1.0);
+    EXPECT_EQ(turn[2].time, 0.05);
+    EXPECT_THAT(effects[0].rest, ElementsAre(Pair("Whole", "0=odd"), Pair("extra", "kept")));
+    EXPECT_THAT(reading.warnings, Contains(HasSubstr("\"Whole\"")));
 
     EXPECT_EQ(effects[1].service, "unheard");
     EXPECT_FALSE(effects[1].enabled);
@@ -148,6 +154,20 @@ TEST(ProjectImport, CountsKeyframesFromWhereTheFilterBeginsAndReadsCommas)
     EXPECT_EQ(keys.at(1).time, 0.5);
     EXPECT_EQ(keys.at(1).value, 35.0);
     EXPECT_EQ(segment.effects[0].first, 0) << "on all that is shown";
+}
+
+/** What uses a clip counts from the clip's first frame, and so do the filters on either. */
+TEST(ProjectImport, CountsFromTheFirstFrameOfAClip)
+{
+    const auto reading = import(R"(
+      <producer id="p" in="25" out="124"><property name="resource">a.mp4</property>
+        <filter in="30" out="40"><property name="mlt_service">tint</property></filter></producer>
+      <playlist id="t"><entry producer="p" in="10" out="59"/><entry producer="p"/></playlist>)");
+    const auto& segments = reading.edit->tracks.at(0).segments;
+    ASSERT_EQ(segments.size(), 2u);
+    EXPECT_EQ(std::pair(segments[0].in, segments[0].length), std::pair(35, 50));
+    EXPECT_EQ(std::pair(segments[1].in, segments[1].length), std::pair(25, 100));
+    EXPECT_EQ(std::pair(segments[0].effects.at(0).first, segments[0].effects[0].last), std::pair(55, 65));
 }
 
 /** A filter on a part of its clip is at work there still, also once the clip was cut shorter. */
@@ -207,8 +227,8 @@ TEST(ProjectImport, TakesOverlappingCutsAsTransitions)
     EXPECT_EQ(track.transitions[1].left, track.segments[1].id);
     EXPECT_EQ(track.transitions[1].wipe, "");
     EXPECT_EQ(reading.edit->tracks.at(1).transitions.size(), 2U) << "the sound is mixed there, too";
-    EXPECT_THAT(reading.warnings, Contains(HasSubstr("1 changes of speed")));
-    EXPECT_THAT(reading.warnings, Contains(HasSubstr("1 transitions of a kind of their own")));
+    EXPECT_THAT(reading.warnings, Contains(HasSubstr("1 change of speed.")));
+    EXPECT_THAT(reading.warnings, Contains(HasSubstr("1 transition of a kind of its own")));
 }
 
 /** What an editor writes around its timeline: marks, the list of its media, a black track, what lays tracks together.
@@ -240,7 +260,7 @@ TEST(ProjectImport, LosesNothingOfAnEditorsProject)
     EXPECT_EQ(reading.edit->cues[0].name, oribund::WString(L"Here"));
     EXPECT_EQ(reading.edit->cues[0].colour.r, 1.0);
     ASSERT_EQ(reading.warnings.size(), 1U);
-    EXPECT_THAT(reading.warnings[0], HasSubstr(": 1 effects on whole tracks. The"));
+    EXPECT_THAT(reading.warnings[0], HasSubstr(": 1 effect on a whole track. The"));
 
     const std::string saved = projectXml(EditModel(*reading.edit, catalogue()), {}, "/media");
     EXPECT_EQ(parseProject(saved, "/media", catalogue()).edit->original, file) << "what was left out is not lost";
@@ -284,5 +304,6 @@ TEST(ProjectImport, SpreadsTracksWithinTracksAndSaysWhatItLeavesOut)
     ASSERT_EQ(reading.edit->tracks.size(), 1u) << "what is neither seen nor heard is not taken";
     EXPECT_EQ(reading.edit->tracks[0].segments.size(), 1u);
     ASSERT_EQ(reading.warnings.size(), 1u);
-    EXPECT_THAT(reading.warnings[0], HasSubstr("1 effects on whole tracks, 1 transitions between tracks, 1 edits"));
+    EXPECT_THAT(reading.warnings[0],
+                HasSubstr("1 effect on a whole track, 1 transition between tracks, 1 edit within"));
 }

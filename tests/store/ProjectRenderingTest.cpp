@@ -1,4 +1,5 @@
 // What a saved project looks like when the command-line player renders it.
+#include "tests/store/CommandLinePlayer.h"
 #include "tests/store/TemporaryFolder.h"
 #include "tests/support/SampleEdit.h"
 #include "workbench/store/ProjectFile.h"
@@ -33,27 +34,17 @@ const EffectCatalogue& installed()
     return instance;
 }
 
-bool run(const std::string& command)
-{
-    return std::system((command + " >/dev/null 2>&1").c_str()) == 0;
-}
-
-bool hasPlayer()
-{
-    return run("command -v melt") && run("command -v ffmpeg");
-}
-
 /** A small edit of one clip, with what shows it. */
 class ProjectRendering : public testing::Test
 {
 protected:
     void SetUp() override
     {
-        if (!hasPlayer())
+        if (!test::hasPlayer())
             GTEST_SKIP() << "no melt or ffmpeg";
         const std::string clip = folder_ / "clip.mp4";
-        made_ =
-            run("ffmpeg -v error -f lavfi -i testsrc=s=64x36:r=25:d=1.6 -g 12 -bf 0 -c:v mpeg4 -q:v 2 '" + clip + "'");
+        made_ = test::run("ffmpeg -v error -f lavfi -i testsrc=s=64x36:r=25:d=1.6 -g 12 -bf 0 -c:v mpeg4 -q:v 2 '" +
+                          clip + "'");
         MediaInfo info = media(clip, kClipFrames);
         info.width = 64;
         info.height = 36;
@@ -72,10 +63,7 @@ protected:
     {
         EXPECT_TRUE(made_);
         EXPECT_EQ(saveProject(folder_ / "project.mlt", *edit, {}), "");
-        std::vector<std::string> sums;
-        for (int attempt = 0; attempt < 3 && sums.empty(); ++attempt)
-            sums = playedFrames();
-        return sums;
+        return playedFrames();
     }
 
     oribund::Kt::Ptr<oribund::EffectValParam<double>> addBrightness()
@@ -93,10 +81,7 @@ private:
     {
         const TemporaryFolder there;
         test::fs::copy(folder_.path(), there.path(), test::fs::copy_options::recursive);
-        // On a busy machine the player's encoder sometimes never begins; it then waits for ever or writes nothing.
-        const bool played = run("cd / && SDL_AUDIODRIVER=dummy timeout -k 1 30 melt '" +
-                                (there / "project.mlt").string() + "' -consumer avformat:'" +
-                                (there / "sums").string() + "' f=framemd5 vcodec=rawvideo an=1 real_time=-1");
+        const bool played = test::play(there / "project.mlt", there / "sums", "f=framemd5 vcodec=rawvideo");
         std::vector<std::string> sums;
         if (!played)
             return sums;

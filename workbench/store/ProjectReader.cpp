@@ -110,7 +110,7 @@ private:
             }
             for (const pugi::xml_node filter : producer.children("filter"))
                 placed.segment.effects.push_back(
-                    importFilter(filter, placed.segment, edit.format, catalogue_, warnings_));
+                    importFilter(filter, 0, placed.segment, edit.format, catalogue_, warnings_));
             track->second->segments.push_back(std::move(placed.segment));
         }
     }

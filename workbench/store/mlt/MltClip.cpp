@@ -20,6 +20,9 @@ namespace fs = std::filesystem;
 
 namespace
 {
+/** A film that is played faster or slower. */
+constexpr const char* kChangedSpeed = "timewarp";
+
 std::string extensionOf(const std::string& path)
 {
     std::string extension = fs::path(path).extension().string();
@@ -83,14 +86,29 @@ int frameOf(const std::string& text, const FormatData& format, int fallback)
     return static_cast<int>(std::clamp<double>(frames, -1, kMostFrames));
 }
 
+int firstFrameOf(pugi::xml_node clip, const FormatData& format)
+{
+    return std::max(frameOf(clip.attribute("in").value(), format, 0), 0);
+}
+
+double speedOf(pugi::xml_node clip)
+{
+    if (propertyOf(clip, "mlt_service") != kChangedSpeed)
+        return 1.0;
+    const double speed = numberFromService(propertyOf(clip, "warp_speed")).value_or(1.0);
+    return speed > 0.0 ? speed : 1.0;
+}
+
 MediaInfo mediaOf(pugi::xml_node producer, const fs::path& root, const FormatData& format)
 {
     const std::string service = propertyOf(producer, "mlt_service");
-    const std::string resource = propertyOf(producer, "resource");
+    const std::string warped = service == kChangedSpeed ? propertyOf(producer, "warp_resource") : std::string();
+    const bool isFile = readsFile(service) || !warped.empty();
+    const std::string resource = warped.empty() ? propertyOf(producer, "resource") : warped;
     MediaInfo media;
     media.fpsNumerator = format.fpsNumerator;
     media.fpsDenominator = format.fpsDenominator;
-    if (readsFile(service)) {
+    if (isFile) {
         media.path = resource.starts_with('/') ? resource : (root / resource).lexically_normal().string();
         media.hasVideo = !isSound(media.path) && propertyOf(producer, "video_index") != "-1";
         media.hasAudio = !isPicture(service, media.path) && propertyOf(producer, "audio_index") != "-1";
@@ -100,8 +118,9 @@ MediaInfo mediaOf(pugi::xml_node producer, const fs::path& root, const FormatDat
     }
     const std::string length = propertyOf(producer, "length");
     const int last = frameOf(producer.attribute("out").value(), format, kMostFrames - 1);
-    if (!isPicture(service, media.path) && readsFile(service))
-        media.frames = std::max(frameOf(length, format, last + 1), 1);
+    if (!isPicture(service, media.path) && isFile)
+        media.frames = static_cast<int>(
+            std::clamp(frameOf(length, format, last + 1) * speedOf(producer), 1.0, static_cast<double>(kMostFrames)));
     return media;
 }
 

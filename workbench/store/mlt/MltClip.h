@@ -22,6 +22,12 @@ std::string propertyOf(pugi::xml_node element, const char* name);
 /** A position or length: a number of frames, or hours:minutes:seconds with a fraction or frames. */
 int frameOf(const std::string& text, const FormatData& format, int fallback);
 
+/** The frame of its media from which a clip is used: what uses the clip counts from there. */
+int firstFrameOf(pugi::xml_node clip, const FormatData& format);
+
+/** How fast a clip is played; 1 for one that does not say, or that is played backwards. */
+double speedOf(pugi::xml_node clip);
+
 /** What a `producer` or `chain` of MLT XML shows, as far as the file says. Relative paths begin at `root`. */
 MediaInfo mediaOf(pugi::xml_node producer, const std::filesystem::path& root, const FormatData& format);
 

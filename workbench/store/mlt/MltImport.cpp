@@ -7,10 +7,10 @@
 #include "workbench/store/json/EditJson.h"
 #include "workbench/store/json/EffectJson.h"
 #include "workbench/store/json/JsonFields.h"
-#include "workbench/store/json/RawParams.h"
 #include "workbench/store/mlt/MltClip.h"
 #include "workbench/store/mlt/MltServices.h"
 #include "workbench/store/mlt/MltTrack.h"
+#include "workbench/store/mlt/RawParams.h"
 
 #include <pugixml.hpp>
 
@@ -40,6 +40,11 @@ unsigned hiddenOf(pugi::xml_node track)
     const std::string hide = track.attribute("hide").value();
     return (hide == "both" || hide == "video" ? kHideVideo : 0u) |
            (hide == "both" || hide == "audio" ? kHideAudio : 0u);
+}
+
+std::string counted(int number, const char* one, const char* several)
+{
+    return std::to_string(number) + ' ' + (number == 1 ? one : several);
 }
 
 int attributeOr(pugi::xml_node node, const char* name, int fallback)
@@ -105,19 +110,20 @@ private:
     void tellWhatIsLeft()
     {
         std::string list;
-        const auto count = [&list](int number, const char* what) {
+        const auto count = [&list](int number, const char* one, const char* several) {
             if (number > 0)
-                list += (list.empty() ? "" : ", ") + std::to_string(number) + what;
+                list += (list.empty() ? "" : ", ") + counted(number, one, several);
         };
-        count(left_.trackEffects, " effects on whole tracks");
-        count(left_.transitions, " transitions between tracks");
-        count(left_.nested, " edits within the edit");
-        count(left_.speeds, " changes of speed");
+        count(left_.trackEffects, "effect on a whole track", "effects on whole tracks");
+        count(left_.transitions, "transition between tracks", "transitions between tracks");
+        count(left_.nested, "edit within the edit", "edits within the edit");
+        count(left_.speeds, "change of speed", "changes of speed");
         if (!list.empty())
             warnings_.add("Left out, for this program has nothing like them: " + list +
                           ". The project keeps them, unused.");
         if (left_.mixers > 0)
-            warnings_.add(std::to_string(left_.mixers) + " transitions of a kind of their own are dissolves here.");
+            warnings_.add(counted(left_.mixers, "transition of a kind of its own is a dissolve here.",
+                                  "transitions of a kind of their own are dissolves here."));
     }
 
     void addAny(pugi::xml_node service, unsigned hidden, int depth)
@@ -189,7 +195,7 @@ private:
         for (const TrackPiece& piece : piecesOf(service))
             if (!stop_.stop_requested())
                 addSegments(piece, hidden, pictures, sounds);
-        if (!pictures.segments.empty() || (hidden & kHideVideo) == 0)
+        if (!pictures.segments.empty() || (sounds.segments.empty() && (hidden & kHideVideo) == 0))
             video_.push_back(std::move(pictures));
         if (!sounds.segments.empty())
             audio_.push_back(std::move(sounds));
@@ -213,7 +219,8 @@ private:
     {
         const MediaInfo media = mediaOf(piece.clip, root_, edit_.format);
         SegmentData segment;
-        segment.in = piece.in;
+        const double speed = speedOf(piece.clip);
+        segment.in = std::max(static_cast<int>(piece.in * speed), piece.into.before());
         segment.length = piece.length;
         segment.start = piece.start;
         segment.media = mediaId(media);
@@ -233,12 +240,12 @@ private:
     void addSegment(SegmentData segment, const TrackPiece& piece, TrackData& track, Effects wanted)
     {
         segment.id = newId();
-        addEffects(piece.clip, wanted, segment);
+        const int origin = firstFrameOf(piece.clip, edit_.format);
+        addEffects(piece.clip, origin, wanted, segment);
         if (wanted != Effects::OfSound)
-            for (const pugi::xml_node link : piece.clip.children("link"))
-                left_.speeds += propertyOf(link, "mlt_service") == "timeremap" ? 1 : 0;
+            countSpeeds(piece.clip);
         if (piece.entry != piece.clip)
-            addEffects(piece.entry, wanted, segment);
+            addEffects(piece.entry, origin, wanted, segment);
         if (piece.into.length > 0 && !track.segments.empty() && track.segments.back().end() == segment.start) {
             TransitionData into = piece.into;
             into.id = newId();
@@ -249,14 +256,21 @@ private:
         track.segments.push_back(std::move(segment));
     }
 
-    void addEffects(pugi::xml_node holder, Effects wanted, SegmentData& segment)
+    void countSpeeds(pugi::xml_node clip)
+    {
+        left_.speeds += speedOf(clip) == 1.0 ? 0 : 1;
+        for (const pugi::xml_node link : clip.children("link"))
+            left_.speeds += propertyOf(link, "mlt_service") == "timeremap" ? 1 : 0;
+    }
+
+    void addEffects(pugi::xml_node holder, int origin, Effects wanted, SegmentData& segment)
     {
         for (const pugi::xml_node filter : holder.children("filter")) {
             const auto known = catalogue_.find(propertyOf(filter, "mlt_service"));
             const bool isSound = known && known->medium == EffectDescription::Medium::Audio;
             if (wanted != Effects::All && isSound != (wanted == Effects::OfSound))
                 continue;
-            EffectData effect = importFilter(filter, segment, edit_.format, catalogue_, warnings_);
+            EffectData effect = importFilter(filter, origin, segment, edit_.format, catalogue_, warnings_);
             effect.id = newId();
             segment.effects.push_back(std::move(effect));
         }
@@ -344,7 +358,7 @@ EditData importMlt(pugi::xml_node mlt, const fs::path& folder, const EffectCatal
     return Importer(mlt, folder, catalogue, warnings, stop).import();
 }
 
-EffectData importFilter(pugi::xml_node filter, const SegmentData& segment, const FormatData& format,
+EffectData importFilter(pugi::xml_node filter, int origin, const SegmentData& segment, const FormatData& format,
                         const EffectCatalogue& catalogue, Warnings& warnings)
 {
     if (const std::string own = propertyOf(filter, format::kEffectProperty); !own.empty()) {
@@ -363,9 +377,9 @@ EffectData importFilter(pugi::xml_node filter, const SegmentData& segment, const
         else if (name != "mlt_service" && name != format::kEffectProperty && !name.empty())
             effect.rest.emplace_back(name, validText(property.child_value()));
     }
-    const int in = std::max(frameOf(filter.attribute("in").value(), format, 0), 0);
-    const int out = frameOf(filter.attribute("out").value(), format, 0);
-    if (out > 0 && (in > segment.in || out < segment.in + segment.length - 1)) {
+    const int in = origin + std::max(frameOf(filter.attribute("in").value(), format, 0), 0);
+    const int out = origin + frameOf(filter.attribute("out").value(), format, 0);
+    if (out > origin && (in > segment.in || out < segment.in + segment.length - 1)) {
         effect.first = in;
         effect.last = std::max(in, out);
     }
@@ -373,7 +387,7 @@ EffectData importFilter(pugi::xml_node filter, const SegmentData& segment, const
     if (!known)
         return effect;
     // Both count from the beginning of the media: keyframes from the filter's in point, the segment from its own.
-    effect.params = takeParams(*known, effect.rest, {segment.length, in - segment.in});
+    effect.params = takeParams(*known, effect.rest, {segment.length, in - segment.in, format});
     for (const auto& [name, value] : effect.rest)
         if (known->find(name))
             warnings.add("The setting \"" + name + "\" of the effect \"" + known->title +

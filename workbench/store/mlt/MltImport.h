@@ -24,8 +24,9 @@ class Warnings;
 EditData importMlt(pugi::xml_node mlt, const std::filesystem::path& folder, const EffectCatalogue& catalogue,
                    Warnings& warnings, const std::stop_token& stop = {});
 
-/** A filter as an effect of that segment: what we saved with it, where it has that; else from its properties. */
-EffectData importFilter(pugi::xml_node filter, const SegmentData& segment, const FormatData& format,
+/** A filter as an effect of that segment: what we saved with it, where it has that; else from its properties. Its
+   frames are counted from `origin`, a frame of the media. */
+EffectData importFilter(pugi::xml_node filter, int origin, const SegmentData& segment, const FormatData& format,
                         const EffectCatalogue& catalogue, Warnings& warnings);
 
 } // namespace workbench

@@ -54,16 +54,16 @@ public:
     }
 
 private:
-    /** As long as the service says, where the user does not. */
+    /** As long as the service says, where the user does not; it counts from the frame that the service begins with. */
     Cut cutOf(pugi::xml_node user, pugi::xml_node clip) const
     {
-        Cut cut{user, clip, 0, 0};
         const MediaInfo media = isClip(clip) ? mediaOf(clip, {}, format_) : MediaInfo();
-        const int last =
+        const int origin = isClip(clip) ? firstFrameOf(clip, format_) : 0;
+        const int end =
             frameOf(clip.attribute("out").value(), format_, media.frames > 0 ? media.frames - 1 : kMostFrames / 1000);
-        cut.in = std::max(frameOf(user.attribute("in").value(), format_, 0), 0);
-        cut.length = frameOf(user.attribute("out").value(), format_, last) - cut.in + 1;
-        return cut;
+        const int in = user == clip ? 0 : std::max(frameOf(user.attribute("in").value(), format_, 0), 0);
+        const int last = user == clip ? end - origin : frameOf(user.attribute("out").value(), format_, end - origin);
+        return {user, clip, origin + in, last - in + 1};
     }
 
     std::optional<Mix> mixOf(const Cut& whole) const

@@ -1,9 +1,8 @@
-#include "workbench/store/json/RawParams.h"
+#include "workbench/store/mlt/RawParams.h"
 
 #include "workbench/model/EffectDescription.h"
 #include "workbench/model/projection/ServiceText.h"
-
-#include "oribund/host/base/Numeric.h"
+#include "workbench/store/mlt/MltClip.h"
 
 #include <algorithm>
 
@@ -25,36 +24,53 @@ const std::string* textOf(const PropertyList& properties, const std::string& nam
     return nullptr;
 }
 
-/** "frame=value", with a sign before the "=" for a smooth or held piece. Times as frames only. */
-std::optional<Keyframe> keyOf(const ParamDescription& description, std::string_view text, const KeySpan& span)
+struct Key {
+    int frame = 0; // from the first
+    double value = 0.0;
+    bool smooth = false;
+    bool held = false;
+};
+
+/** "when=value", with a sign before the "=" for a smooth or held piece; `when` is a frame or a time. */
+std::optional<Key> keyOf(const ParamDescription& description, std::string_view text, const FormatData& format)
 {
     const std::size_t equals = text.find('=');
     if (equals == std::string_view::npos || equals == 0)
         return std::nullopt;
-    std::string_view time = text.substr(0, equals);
-    Keyframe key;
-    if (time.back() == '~') {
-        key.type = KeyframeType::Smooth;
-        time.remove_suffix(1);
-    }
-    const auto frame = oribund::parseInt(time);
+    std::string_view when = text.substr(0, equals);
+    Key key;
+    key.smooth = when.back() == '~';
+    key.held = when.back() == '|';
+    if (key.smooth || key.held)
+        when.remove_suffix(1);
+    key.frame = frameOf(std::string(when), format, -1);
     const auto value = shownNumber(description, text.substr(equals + 1));
-    if (!frame || !value)
+    if (key.frame < 0 || !value)
         return std::nullopt;
-    key.time = static_cast<double>(*frame + span.firstKey) / span.length;
     key.value = *value;
     return key;
 }
 
-/** Held pieces, times of day and whatever else is no plain curve yield none. */
+/** A held piece is straight up to the frame before the next key. What is no plain curve yields none. */
 std::optional<ChannelData> curveOf(const ParamDescription& description, std::string_view raw, const KeySpan& span)
 {
     ChannelData channel;
+    const auto add = [&](int frame, const Key& key) {
+        Keyframe added;
+        added.time = static_cast<double>(frame + span.firstKey) / span.length;
+        added.value = key.value;
+        added.type = key.smooth ? KeyframeType::Smooth : KeyframeType::Linear;
+        channel.push_back(added);
+    };
+    std::optional<Key> last;
     for (const std::string_view part : splitText(raw, ";")) {
-        const auto key = keyOf(description, part, span);
-        if (!key || channel.size() >= kMostKeys || (!channel.empty() && key->time <= channel.back().time))
+        const auto key = keyOf(description, part, span.format);
+        if (!key || channel.size() >= kMostKeys || (last && key->frame <= last->frame))
             return std::nullopt;
-        channel.push_back(*key);
+        if (last && last->held && key->frame > last->frame + 1)
+            add(key->frame - 1, *last);
+        add(key->frame, *key);
+        last = key;
     }
     return channel.empty() ? std::nullopt : std::optional(channel);
 }

@@ -15,6 +15,7 @@ class Warnings;
 struct KeySpan {
     int length = 1;
     int firstKey = 0;
+    FormatData format = {}; ///< of the edit, for keys that are times
 };
 
 /**
