@@ -35,7 +35,7 @@ LAYERS = {
     "workbench/store": ["workbench/model", "workbench/system"],
     "workbench/engine/protocol": ["workbench/model", "workbench/system"],
     "workbench/engine/worker": ["workbench/engine/protocol"],
-    "workbench/engine/client": ["workbench/engine/protocol"],
+    "workbench/engine/client": ["workbench/engine/protocol", "workbench/store"],
     "workbench/gpu": ["workbench/model"],
     "skin": ["oribund", "oribund/panels"],
     "workbench/app": ["workbench/store", "workbench/engine/client", "workbench/gpu", "skin"],

@@ -3,9 +3,9 @@
 #include "workbench/engine/client/EngineProcess.h"
 #include "workbench/model/projection/ProjectionQueries.h"
 
-#include <algorithm>
+#include <cstring>
 #include <filesystem>
-#include <optional>
+#include <utility>
 
 namespace workbench
 {
@@ -14,127 +14,41 @@ namespace
 {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::seconds kReadPatience{20};
-constexpr std::chrono::milliseconds kLook{100}; // how late it may be noticed that one has ended
 
 // Media may lie on a disk that has to wake up, or at the other end of a slow line.
 constexpr std::chrono::seconds kMediaPatience{60};
+constexpr std::chrono::seconds kMakePatience{20};
 
 std::string folderOf(const std::string& path)
 {
     return fs::path(path).parent_path().string();
 }
 
+std::vector<EffectDescription> descriptionsOf(const EffectCatalogue& catalogue)
+{
+    std::vector<EffectDescription> effects;
+    for (const EffectCatalogue::Entry& effect : catalogue.all())
+        effects.push_back(*effect);
+    return effects;
+}
+
+/** Of this process alone: what the worker has handed over is wanted back. */
+FrameImagePtr copyOf(const FrameImage& image)
+{
+    const std::shared_ptr<std::uint8_t[]> bytes = std::make_shared_for_overwrite<std::uint8_t[]>(image.rgba.size());
+    std::memcpy(bytes.get(), image.rgba.data(), image.rgba.size());
+    auto copy = std::make_shared<FrameImage>(image);
+    copy->rgba = PixelBytes(bytes, image.rgba.size());
+    return copy;
+}
+
 } // namespace
-
-/** The worker that is asked, and what it takes to have one. */
-class EngineHost::Prober
-{
-public:
-    explicit Prober(const std::string& program)
-        : program_(program)
-    {
-    }
-
-    /** An answer, or why there is none. */
-    template <class Answer>
-    struct Asked {
-        std::optional<Answer> answer;
-        std::string problem; ///< why it could not be asked at all
-        bool died = false;   ///< of what it was asked; otherwise it took too long
-    };
-
-    /** Asks one that can read this folder, if any. What ends one for another reason than the request is not told. */
-    template <class Answer>
-    Asked<Answer> ask(const std::string& readable, const Request& request, std::chrono::milliseconds timeLimit);
-
-    void end() { process_.reset(); }
-
-    const std::vector<std::string>& gaps() const { return gaps_; }
-
-private:
-    bool prepare(const std::string& readable, std::string& problem);
-    bool awaitReady(std::string& problem);
-
-    /** Whether it is worth while to ask another one. */
-    template <class Answer>
-    bool tryToAsk(const Request& request, std::chrono::milliseconds timeLimit, Asked<Answer>& asked);
-
-    const std::string& program_;
-    std::unique_ptr<EngineProcess> process_;
-    std::string readable_;
-    std::vector<std::string> gaps_;
-};
-
-template <class Answer>
-EngineHost::Prober::Asked<Answer> EngineHost::Prober::ask(const std::string& readable, const Request& request,
-                                                          std::chrono::milliseconds timeLimit)
-{
-    Asked<Answer> asked;
-    // One that was ended from outside says nothing of what it was asked; two in a row do.
-    for (int i = 0; i < 2; ++i)
-        if (!prepare(readable, asked.problem) || !tryToAsk(request, timeLimit, asked))
-            break;
-    return asked;
-}
-
-/** Sees to it that there is one that can read this folder, if any. False when there is none; `problem` says why. */
-bool EngineHost::Prober::prepare(const std::string& readable, std::string& problem)
-{
-    // What a worker may read is settled for good when it starts.
-    if (process_ && !process_->hasEnded() && (readable.empty() || readable == readable_))
-        return true;
-    process_ = EngineProcess::start(program_, problem);
-    if (!process_)
-        return false;
-    readable_ = readable;
-    request::Hello hello;
-    if (!readable.empty())
-        hello.rules.readable.push_back(readable);
-    process_->send(hello);
-    return awaitReady(problem);
-}
-
-bool EngineHost::Prober::awaitReady(std::string& problem)
-{
-    while (!process_->ready() && !process_->hasEnded())
-        process_->receive(std::chrono::milliseconds(20));
-    const std::optional<event::Ready> ready = process_->ready();
-    if (!process_->hasEnded()) {
-        gaps_ = ready->containment.gaps;
-        return true;
-    }
-    problem = EngineProcess::describeStart(ready);
-    process_.reset();
-    return false;
-}
-
-template <class Answer>
-bool EngineHost::Prober::tryToAsk(const Request& request, std::chrono::milliseconds timeLimit, Asked<Answer>& asked)
-{
-    const Clock::time_point end = Clock::now() + timeLimit;
-    process_->send(request);
-    while (!process_->hasEnded()) {
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
-        if (left.count() <= 0)
-            break;
-        std::optional<Event> event = process_->receive(std::min(left, kLook));
-        if (auto* answer = event ? std::get_if<Answer>(&*event) : nullptr) {
-            asked.answer = std::move(*answer);
-            return false;
-        }
-    }
-    asked.died = process_->hasEnded();
-    const bool byItself = process_->finish().way == WorkerEnd::Way::Crashed;
-    process_.reset();
-    return asked.died && !byItself;
-}
 
 EngineHost::EngineHost(std::string program)
     : program_(program.empty() ? findEngineProgram() : std::move(program))
-    , prober_(std::make_unique<Prober>(program_))
+    , assistant_(program_)
 {
 }
 
@@ -147,15 +61,13 @@ std::unique_ptr<EngineProcess> EngineHost::start(ContainmentRules rules, const E
     if (!process)
         return nullptr;
     // What was asked about is loaded now, and the memory that reading it took is better used here.
-    if (const std::unique_lock lock(proberMutex_, std::try_to_lock); lock)
-        prober_->end();
+    rest();
     // It comes up while what is installed is read, which happens once.
     const std::shared_ptr<const Installed> known = installed();
     request::Hello hello;
     hello.options = options;
     hello.rules = std::move(rules);
-    for (const EffectCatalogue::Entry& effect : known->effects.all())
-        hello.effects.push_back(*effect);
+    hello.effects = descriptionsOf(known->effects);
     process->send(hello);
     return process;
 }
@@ -174,34 +86,37 @@ void EngineHost::setInstalled(Installed installed)
     const std::lock_guard lock(installedMutex_);
     installed_ = std::make_shared<const Installed>(std::move(installed));
     known_ = true;
+    const std::lock_guard turn(assistantMutex_);
+    assistant_.allow(descriptionsOf(installed_->effects));
 }
 
 Installed EngineHost::read()
 {
-    const std::lock_guard lock(proberMutex_);
+    const std::lock_guard lock(assistantMutex_);
     Installed result;
-    auto asked = prober_->ask<event::CatalogueRead>({}, request::ReadCatalogue{}, kReadPatience);
-    auto& read = asked.answer;
-    // What it has read takes memory, and is not needed there again.
-    prober_->end();
+    const Assistant::Asked asked = assistant_.ask({}, request::ReadCatalogue{}, kReadPatience);
+    const auto* read = asked.as<event::CatalogueRead>();
     if (!read) {
+        assistant_.end();
         result.failure =
             !asked.problem.empty() ? asked.problem : "The engine ended while it looked for what is installed.";
         return result;
     }
-    for (EffectDescription& effect : read->effects)
-        result.effects.add(std::move(effect));
-    result.presets = std::move(read->presets);
-    result.problems = std::move(read->problems);
+    for (const EffectDescription& effect : read->effects)
+        result.effects.add(effect);
+    result.presets = read->presets;
+    result.problems = read->problems;
+    // What that one has read takes memory, and is not needed there again.
+    assistant_.allow(read->effects);
     return result;
 }
 
 MediaProbeResult EngineHost::probeMedia(const std::string& path)
 {
-    const std::lock_guard lock(proberMutex_);
-    auto asked = prober_->ask<event::MediaProbed>(folderOf(path), request::ProbeMedia{path}, kMediaPatience);
-    if (asked.answer)
-        return std::move(asked.answer->result);
+    const std::lock_guard lock(assistantMutex_);
+    const Assistant::Asked asked = assistant_.ask({{folderOf(path)}, {}}, request::ProbeMedia{path}, kMediaPatience);
+    if (const auto* probed = asked.as<event::MediaProbed>())
+        return probed->result;
     MediaProbeResult result;
     result.problem = asked.problem;
     if (result.problem.empty())
@@ -215,10 +130,10 @@ EffectProbeResult EngineHost::probeEffect(const std::string& service,
                                           std::chrono::milliseconds timeLimit)
 {
     using Outcome = EffectProbeResult::Outcome;
-    const std::lock_guard lock(proberMutex_);
-    auto asked = prober_->ask<event::EffectProbed>({}, request::ProbeEffect{service, properties}, timeLimit);
-    if (asked.answer)
-        return std::move(asked.answer->result);
+    const std::lock_guard lock(assistantMutex_);
+    const Assistant::Asked asked = assistant_.ask({}, request::ProbeEffect{service, properties}, timeLimit);
+    if (const auto* probed = asked.as<event::EffectProbed>())
+        return probed->result;
     if (!asked.problem.empty())
         return {Outcome::NotTried, asked.problem};
     const std::string name = "The effect " + inQuotes(service);
@@ -226,10 +141,39 @@ EffectProbeResult EngineHost::probeEffect(const std::string& service,
                       : EffectProbeResult{Outcome::Hangs, name + " does not come back."};
 }
 
+Made EngineHost::make(const Request& wanted, const Assistant::Reach& reach, const std::atomic<bool>& givenUp)
+{
+    installed(); // by which it is known what may be made
+    const std::lock_guard lock(assistantMutex_);
+    const Assistant::Asked asked = assistant_.ask(reach, wanted, kMakePatience, &givenUp);
+    Made made;
+    if (const auto* thumbnail = asked.as<event::ThumbnailMade>()) {
+        made.problem = thumbnail->problem;
+        if (const FrameImagePtr picture = thumbnail->picture ? assistant_.take(*thumbnail->picture) : nullptr)
+            made.picture = copyOf(*picture);
+    } else if (const auto* waveform = asked.as<event::WaveformMade>()) {
+        made.problem = waveform->problem;
+        if (made.problem.empty())
+            made.waveform = std::make_shared<const WaveformPeaks>(waveform->peaks);
+    } else {
+        made.isFinal = asked.problem.empty();
+        made.problem = !made.isFinal ? asked.problem
+                       : asked.died  ? "The engine crashed over it."
+                                     : "It does not come in time.";
+    }
+    return made;
+}
+
+void EngineHost::rest()
+{
+    if (const std::unique_lock lock(assistantMutex_, std::try_to_lock); lock)
+        assistant_.end();
+}
+
 std::vector<std::string> EngineHost::gaps() const
 {
-    const std::lock_guard lock(proberMutex_);
-    return prober_->gaps();
+    const std::lock_guard lock(assistantMutex_);
+    return assistant_.gaps();
 }
 
 } // namespace workbench

@@ -1,9 +1,6 @@
 #pragma once
 
-#include "workbench/engine/protocol/ContainmentRules.h"
-#include "workbench/engine/protocol/EngineTypes.h"
-#include "workbench/engine/protocol/ExportTypes.h"
-#include "workbench/engine/protocol/ProbeResults.h"
+#include "workbench/engine/client/Assistant.h"
 #include "workbench/model/EffectCatalogue.h"
 
 #include <atomic>
@@ -27,10 +24,18 @@ struct Installed {
     std::string failure;               ///< for a person: why nothing is known; empty when all is well
 };
 
+/** What was asked for, or why there is none. */
+struct Made {
+    FrameImagePtr picture;
+    std::shared_ptr<const WaveformPeaks> waveform;
+    std::string problem;  ///< for a person
+    bool isFinal = false; ///< it ended the worker, and would do so again
+};
+
 /**
  * Starts workers, and asks one of its own for what is quickly told: what is installed, what a file holds, whether an
- * effect works. That one is started when it is first needed and again after it has died. Any thread; the members that
- * ask wait for the answer.
+ * effect works, what a frame looks like. That one is started when it is first needed and again after it has died. Any
+ * thread; the members that ask wait for the answer.
  */
 class EngineHost
 {
@@ -63,18 +68,22 @@ public:
                                   const std::vector<std::pair<std::string, std::string>>& properties = {},
                                   std::chrono::milliseconds timeLimit = std::chrono::milliseconds(5000));
 
+    /** Answers request::MakeThumbnail and MakeWaveform. `givenUp` ends the waiting. */
+    Made make(const Request& wanted, const Assistant::Reach& reach, const std::atomic<bool>& givenUp);
+
+    /** Nothing will be asked for a while: the worker that is asked ends, unless it is just at work. */
+    void rest();
+
     /** What of a worker's confinement is not in force on this system, a sentence each; once there was a worker. */
     std::vector<std::string> gaps() const;
 
 private:
-    class Prober;
-
     Installed read();
 
     const std::string program_;
 
-    mutable std::mutex proberMutex_;
-    const std::unique_ptr<Prober> prober_;
+    mutable std::mutex assistantMutex_;
+    Assistant assistant_;
 
     std::mutex installedMutex_; // locked before the other
     std::shared_ptr<const Installed> installed_;

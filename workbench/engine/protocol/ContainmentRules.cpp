@@ -87,7 +87,11 @@ std::vector<std::string> placesOf(const Projection& projection)
 
 bool covers(const ContainmentRules& rules, const Projection& projection)
 {
-    const std::vector<std::string> needed = placesOf(projection);
+    return covers(rules, placesOf(projection));
+}
+
+bool covers(const ContainmentRules& rules, const std::vector<std::string>& needed)
+{
     return std::all_of(needed.begin(), needed.end(), [&](const std::string& path) {
         return std::any_of(rules.readable.begin(), rules.readable.end(),
                            [&](const std::string& place) { return isWithin(path, place); });

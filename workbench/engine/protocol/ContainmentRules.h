@@ -40,4 +40,7 @@ std::vector<std::string> placesOf(const Projection& projection);
 /** Whether a worker that was started with these rules can show the edit. Rules can never be loosened afterwards. */
 bool covers(const ContainmentRules& rules, const Projection& projection);
 
+/** The same for these files and folders. */
+bool covers(const ContainmentRules& rules, const std::vector<std::string>& needed);
+
 } // namespace workbench

@@ -246,6 +246,18 @@ void fields(auto& visit, Is<request::ProbeEffect> auto& value)
     visit(service, properties);
 }
 
+void fields(auto& visit, Is<request::MakeThumbnail> auto& value)
+{
+    auto& [projection, frame, maxWidth, maxHeight] = value;
+    visit(projection, frame, maxWidth, maxHeight);
+}
+
+void fields(auto& visit, Is<request::MakeWaveform> auto& value)
+{
+    auto& [path, stream, from, length, parts] = value;
+    visit(path, stream, from, length, parts);
+}
+
 void fields(auto& visit, Is<event::Ready> auto& value)
 {
     auto& [version, containment, problem] = value;
@@ -306,10 +318,31 @@ void fields(auto& visit, Is<event::CatalogueRead> auto& value)
     visit(effects, problems, presets);
 }
 
+void fields(auto& visit, Is<WaveformPeaks> auto& value)
+{
+    auto& [channels, samples] = value;
+    visit(channels, samples);
+}
+
+void fields(auto& visit, Is<event::ThumbnailMade> auto& value)
+{
+    auto& [picture, problem] = value;
+    visit(picture, problem);
+}
+
+void fields(auto& visit, Is<event::WaveformMade> auto& value)
+{
+    auto& [peaks, problem] = value;
+    visit(peaks, problem);
+}
+
 // What must hold of them.
 
 constexpr int kLargestSide = 32'768;
 constexpr int kLargestRate = 1'000'000'000;
+constexpr int kMostChannels = 64;
+constexpr int kMostParts = 65'536;
+constexpr double kLongestStretch = 86'400.0; // s
 
 constexpr bool isFrame(int frame)
 {
@@ -365,6 +398,22 @@ inline bool inRange(const ExportPreset& preset)
 inline bool inRange(const request::RequestFrame& request)
 {
     return isFrame(request.frame) && request.maxWidth >= 0 && request.maxHeight >= 0;
+}
+
+inline bool inRange(const request::MakeThumbnail& request)
+{
+    return isFrame(request.frame) && isSide(request.maxWidth) && isSide(request.maxHeight);
+}
+
+inline bool inRange(const request::MakeWaveform& request)
+{
+    return request.stream >= 0 && request.from >= 0.0 && request.length > 0.0 && request.length <= kLongestStretch &&
+           request.parts > 0 && request.parts <= kMostParts;
+}
+
+inline bool inRange(const WaveformPeaks& peaks)
+{
+    return peaks.channels >= 0 && peaks.channels <= kMostChannels;
 }
 
 inline bool inRange(const event::FrameReady& ready)

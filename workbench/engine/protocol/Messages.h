@@ -4,10 +4,12 @@
 #include "workbench/engine/protocol/EngineTypes.h"
 #include "workbench/engine/protocol/ExportTypes.h"
 #include "workbench/engine/protocol/ProbeResults.h"
+#include "workbench/engine/protocol/WaveformPeaks.h"
 #include "workbench/model/EffectDescription.h"
 #include "workbench/model/projection/Projection.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -23,7 +25,7 @@
 namespace workbench
 {
 
-inline constexpr std::uint32_t kProtocolVersion = 2;
+inline constexpr std::uint32_t kProtocolVersion = 3;
 
 namespace request
 {
@@ -98,11 +100,32 @@ struct ReadCatalogue {
     bool operator==(const ReadCatalogue&) const = default;
 };
 
+/** Answered by event::ThumbnailMade. An edit that was asked of just before is still prepared. */
+struct MakeThumbnail {
+    Projection projection;
+    int frame = 0;
+    int maxWidth = 0;
+    int maxHeight = 0;
+
+    bool operator==(const MakeThumbnail&) const = default;
+};
+
+/** Answered by event::WaveformMade. */
+struct MakeWaveform {
+    std::string path;
+    int stream = 0;      ///< among those of the file that hold sound
+    double from = 0.0;   ///< seconds
+    double length = 0.0; ///< seconds
+    int parts = 0;       ///< the stretch is told in so many parts of equal length
+
+    bool operator==(const MakeWaveform&) const = default;
+};
+
 } // namespace request
 
-using Request =
-    std::variant<request::Hello, request::Load, request::Update, request::RequestFrame, request::Play, request::Pause,
-                 request::StartExport, request::ProbeMedia, request::ProbeEffect, request::ReadCatalogue>;
+using Request = std::variant<request::Hello, request::Load, request::Update, request::RequestFrame, request::Play,
+                             request::Pause, request::StartExport, request::ProbeMedia, request::ProbeEffect,
+                             request::ReadCatalogue, request::MakeThumbnail, request::MakeWaveform>;
 
 namespace event
 {
@@ -179,10 +202,24 @@ struct CatalogueRead {
     bool operator==(const CatalogueRead&) const = default;
 };
 
+struct ThumbnailMade {
+    std::optional<FrameReady> picture;
+    std::string problem; ///< for a person: why there is none
+
+    bool operator==(const ThumbnailMade&) const = default;
+};
+
+struct WaveformMade {
+    WaveformPeaks peaks; ///< silence where the file has no sound
+    std::string problem; ///< for a person: why there are none
+
+    bool operator==(const WaveformMade&) const = default;
+};
+
 } // namespace event
 
 using Event = std::variant<event::Ready, event::FrameReady, event::Position, event::Playing, event::Problem,
                            event::ExportProgress, event::ExportFinished, event::MediaProbed, event::EffectProbed,
-                           event::CatalogueRead>;
+                           event::CatalogueRead, event::ThumbnailMade, event::WaveformMade>;
 
 } // namespace workbench

@@ -5,6 +5,8 @@
 #include "workbench/engine/worker/ExportJob.h"
 #include "workbench/engine/worker/ExportPreset.h"
 #include "workbench/engine/worker/MediaProbe.h"
+#include "workbench/engine/worker/StillRenderer.h"
+#include "workbench/engine/worker/WaveformReader.h"
 #include "workbench/engine/worker/catalogue/CatalogueReader.h"
 #include "workbench/engine/worker/containment/Containment.h"
 #include "workbench/engine/worker/graph/MltSession.h"
@@ -186,6 +188,29 @@ void EngineServer::handle(const request::ReadCatalogue&)
     for (const EffectCatalogue::Entry& effect : installed.catalogue.all())
         read.effects.push_back(*effect);
     tell(read);
+}
+
+void EngineServer::handle(const request::MakeThumbnail& wanted)
+{
+    if (!stills_)
+        stills_ = std::make_unique<StillRenderer>(
+            session_, [this](int width, int height) { return slots_->reserve(width, height, kSlotPatience); });
+    const std::shared_ptr<FrameImage> picture =
+        stills_->render(wanted.projection, wanted.frame, wanted.maxWidth, wanted.maxHeight);
+    event::ThumbnailMade made;
+    made.problem = stills_->problem();
+    if (!picture && made.problem.empty())
+        made.problem = "There is no picture.";
+    if (made.problem.empty())
+        made.picture = slots_->handOver(*picture);
+    tell(made);
+}
+
+void EngineServer::handle(const request::MakeWaveform& wanted)
+{
+    if (!sounds_)
+        sounds_ = std::make_unique<WaveformReader>(session_);
+    tell(sounds_->read(wanted));
 }
 
 } // namespace workbench

@@ -12,11 +12,13 @@ namespace workbench
 {
 
 class MltSession;
+class StillRenderer;
+class WaveformReader;
 
 /**
  * A worker's side of the conversation: does what it is asked for, one request after the other, until its client hangs
- * up. Showing goes on beside that, on a thread of its own; an export or a probe holds up what comes after it, and a
- * client has a worker for each of these.
+ * up. Showing goes on beside that, on a thread of its own; an export, a probe or a thumbnail holds up what comes
+ * after it, and a client has a worker for each kind of work.
  */
 class EngineServer
 {
@@ -43,6 +45,8 @@ private:
     void handle(const request::ProbeMedia& probe);
     void handle(const request::ProbeEffect& probe);
     void handle(const request::ReadCatalogue& read);
+    void handle(const request::MakeThumbnail& wanted);
+    void handle(const request::MakeWaveform& wanted);
 
     MessageChannel channel_;
     const std::unique_ptr<FrameSlots> slots_;
@@ -50,6 +54,8 @@ private:
     EngineOptions options_;
     std::shared_ptr<MltSession> session_;
     std::unique_ptr<RenderWorker> renderer_; // once there is something to show
+    std::unique_ptr<StillRenderer> stills_;  // once a thumbnail was asked for
+    std::unique_ptr<WaveformReader> sounds_; // once a waveform was
 };
 
 } // namespace workbench

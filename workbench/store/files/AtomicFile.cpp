@@ -26,14 +26,7 @@ AtomicFile::~AtomicFile() = default;
 
 bool AtomicFile::write(std::string_view bytes)
 {
-    while (error_.empty() && !bytes.empty()) {
-        const ssize_t done = ::write(file_.descriptor(), bytes.data(), bytes.size());
-        if (done >= 0)
-            bytes.remove_prefix(static_cast<std::size_t>(done));
-        else if (errno != EINTR)
-            fail("write", errno);
-    }
-    return error_.empty();
+    return file_.write(bytes) || fail("write", file_.error());
 }
 
 bool AtomicFile::commit()

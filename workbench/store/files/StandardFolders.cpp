@@ -29,4 +29,9 @@ std::filesystem::path recoveryFolder()
     return baseFolder("XDG_STATE_HOME", ".local/state") / kProgram / "recovery";
 }
 
+std::filesystem::path cacheFolder()
+{
+    return baseFolder("XDG_CACHE_HOME", ".cache") / kProgram;
+}
+
 } // namespace workbench

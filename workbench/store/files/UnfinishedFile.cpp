@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace workbench
 {
@@ -121,15 +122,29 @@ UnfinishedFile::~UnfinishedFile()
         ::unlink(path_.c_str());
 }
 
-int UnfinishedFile::moveTo(const fs::path& target)
+bool UnfinishedFile::write(std::string_view bytes)
+{
+    while (error_ == 0 && !bytes.empty()) {
+        const ssize_t done = ::write(file_.number(), bytes.data(), bytes.size());
+        if (done >= 0)
+            bytes.remove_prefix(static_cast<std::size_t>(done));
+        else if (errno != EINTR)
+            error_ = errno;
+    }
+    return error_ == 0;
+}
+
+int UnfinishedFile::moveTo(const fs::path& target, Durable durable)
 {
     if (error_ != 0 || path_.empty())
         return error_ != 0 ? error_ : EBADF;
-    if (::fsync(file_.number()) != 0 || ::rename(path_.c_str(), target.c_str()) != 0)
+    const bool isDurable = durable == Durable::Yes;
+    if ((isDurable && ::fsync(file_.number()) != 0) || ::rename(path_.c_str(), target.c_str()) != 0)
         return errno;
     path_.clear();
     file_.close();
-    syncFolder(target.parent_path());
+    if (isDurable)
+        syncFolder(target.parent_path());
     return 0;
 }
 

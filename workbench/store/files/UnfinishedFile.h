@@ -3,6 +3,7 @@
 #include "workbench/system/Descriptor.h"
 
 #include <filesystem>
+#include <string_view>
 
 namespace workbench
 {
@@ -30,8 +31,14 @@ public:
     /** Has the extension of the target. */
     const std::filesystem::path& path() const { return path_; }
 
-    /** Makes what was written durable and gives it the target's name. An errno; 0 when it succeeded. */
-    int moveTo(const std::filesystem::path& target);
+    /** Appends. Fails with an errno in error(), after which nothing more is written. */
+    bool write(std::string_view bytes);
+
+    enum class Durable { No, Yes };
+
+    /** Makes what was written durable, unless it can be had again, and gives it the target's name. An errno; 0 when it
+        succeeded. */
+    int moveTo(const std::filesystem::path& target, Durable durable = Durable::Yes);
 
 private:
     void create(const std::filesystem::path& target, bool secret);
