@@ -6,12 +6,37 @@ namespace oribund
 FXEditor::FXEditor() = default;
 FXEditor::~FXEditor() = default;
 
-bool FXEditor::canRename(const EffectInstance&) const
+FXEditor::Offer FXEditor::offers(Command, const EffectInstance&) const
 {
-    return false;
+    return Offer::No;
 }
 
 FXEditor::RC FXEditor::rename(const EffectInstance&, const WString&)
+{
+    return RC::NotOffered;
+}
+
+FXEditor::RC FXEditor::reset(const EffectInstance&)
+{
+    return RC::NotOffered;
+}
+
+FXEditor::RC FXEditor::keyframeAll(const EffectInstance&, FXTime)
+{
+    return RC::NotOffered;
+}
+
+FXEditor::RC FXEditor::copySettings(const EffectInstance&)
+{
+    return RC::NotOffered;
+}
+
+FXEditor::RC FXEditor::pasteSettings(const EffectInstance&)
+{
+    return RC::NotOffered;
+}
+
+FXEditor::RC FXEditor::move(const EffectInstance&, int)
 {
     return RC::NotOffered;
 }
@@ -27,27 +52,12 @@ FXEditor::RC FXEditor::setMask(const EffectInstance&, bool)
     return RC::NotOffered;
 }
 
-bool FXEditor::canMove(const EffectInstance&, int) const
+FXEditor::Node FXEditor::findNode(const EffectInstance&) const
 {
-    return false;
+    return Node::None;
 }
 
-FXEditor::RC FXEditor::move(const EffectInstance&, int)
-{
-    return RC::NotOffered;
-}
-
-FXEditor::RC FXEditor::copySettings(const EffectInstance&)
-{
-    return RC::NotOffered;
-}
-
-bool FXEditor::canPasteSettings(const EffectInstance&) const
-{
-    return false;
-}
-
-FXEditor::RC FXEditor::pasteSettings(const EffectInstance&)
+FXEditor::RC FXEditor::destroyNode(const EffectInstance&)
 {
     return RC::NotOffered;
 }

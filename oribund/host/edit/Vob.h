@@ -18,6 +18,7 @@ class FXEditor;
 class iColourPicker;
 class iFrameStatistics;
 class iScrubControl;
+class iTransitionsHost;
 
 /**
  * A viewed edit: one edit in one viewer, with its current time, the range that is in view and the tracks selected.
@@ -57,6 +58,9 @@ public:
 
     /** What changes effects beyond their values; null, by default, where a host offers nothing of it. */
     virtual FXEditor* fxEditor() { return nullptr; }
+
+    /** What changes transitions; null, by default, where a host has none. */
+    virtual iTransitionsHost* transitionsHost() { return nullptr; }
 
     /** How the colours of an effect's input are distributed; null, by default, where a host does not know. */
     virtual iFrameStatistics* frameStatistics() { return nullptr; }

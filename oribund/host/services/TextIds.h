@@ -7,8 +7,20 @@
 // clang-format off
 #define ORIBUND_TEXTS(Text) \
     Text(kColourRange, 10348, L"Colour range") \
+    Text(kEffectSettings, 11497, L"Settings of $EFFECT$") \
     Text(kMaskTitle, 13682, L"Mask") \
     Text(kSwitchEffect, 20001, L"Switch $EFFECT$ on or off") \
+    Text(kSwitchAllEffects, 20002, L"Switch all effects of $TRACK$ on or off") \
+    Text(kEffectOnTrack, 20003, L"$EFFECT$ on $TRACK$") \
+    Text(kResetAll, 20004, L"Reset all") \
+    Text(kKeyframeAll, 20005, L"Keyframe all") \
+    Text(kCopySettings, 20006, L"Copy settings") \
+    Text(kPasteSettings, 20007, L"Paste settings") \
+    Text(kRename, 20008, L"Rename") \
+    Text(kNoMask, 20009, L"No mask: $REASON$") \
+    Text(kMoveUp, 20010, L"Move up") \
+    Text(kMoveDown, 20011, L"Move down") \
+    Text(kRemove, 20012, L"Remove") \
     Text(kKeyframes, 20101, L"Keyframes") \
     Text(kPreviousKeyframe, 20102, L"Go to the previous keyframe") \
     Text(kNextKeyframe, 20103, L"Go to the next keyframe") \

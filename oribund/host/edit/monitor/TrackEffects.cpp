@@ -30,6 +30,11 @@ IdStamp TrackEffects::getTrackOf(const IdStamp& effect) const
     return {};
 }
 
+WString TrackEffects::getTrackName(const IdStamp&) const
+{
+    return {};
+}
+
 NumRange<double> TrackEffects::getCompoundEditRegion(const IdStamp& track) const
 {
     NumRange<double> whole;

@@ -3,6 +3,7 @@
 #include "oribund/host/base/Export.h"
 #include "oribund/host/base/IdStamp.h"
 #include "oribund/host/base/Kt.h"
+#include "oribund/host/base/LightweightString.h"
 #include "oribund/host/base/NumRange.h"
 #include "oribund/host/base/iVirtual.h"
 
@@ -40,6 +41,9 @@ public:
 
     /** The track of an effect, mask or embedded effect that getEffects() gives for one; not valid for any other. */
     virtual IdStamp getTrackOf(const IdStamp& effect) const;
+
+    /** What a person calls the track. Empty by default, and for one that there is not. */
+    virtual WString getTrackName(const IdStamp& track) const;
 
     /** As getEffects(), without what a host has left empty. The library asks by this. */
     std::vector<Kt::Ptr<EffectInstance>> effectsOf(const IdStamp& track) const;

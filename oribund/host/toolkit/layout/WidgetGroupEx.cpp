@@ -99,8 +99,10 @@ bool WidgetGroupEx::beginTitleEdit()
 
 bool WidgetGroupEx::userSetTitle(const WString& title)
 {
-    if (!titleEditable_ || title.empty() || !canInteract())
+    if (!titleEditable_ || !canInteract())
         return false;
+    if (title.empty())
+        return handleTitleCleared();
     if (UIString(title) == title_)
         return true;
     GlobRef<WidgetGroupEx> self(this);
@@ -111,6 +113,11 @@ bool WidgetGroupEx::userSetTitle(const WString& title)
 }
 
 void WidgetGroupEx::handleTitleChange() {}
+
+bool WidgetGroupEx::handleTitleCleared()
+{
+    return false;
+}
 
 void WidgetGroupEx::setTitleRowShown(bool shown)
 {

@@ -40,7 +40,7 @@ public:
     /** Shows an entry in the title row and gives it the keyboard; false when the title cannot be edited now. */
     bool beginTitleEdit();
 
-    /** The user gives the group another title; false when that is not allowed. An empty one is not. */
+    /** The user gives the group another title; false when that is not allowed. */
     bool userSetTitle(const WString& title);
 
     /** Whether there is a title row; at first when there is a title. */
@@ -96,6 +96,9 @@ public:
 protected:
     /** The user has given the title another text. */
     virtual void handleTitleChange();
+
+    /** The user wants no title: gives the group the one that it has without him. By default that is refused. */
+    virtual bool handleTitleCleared();
 
     /** Where the title's text starts, from the row's left edge. */
     virtual int titleTextOffset() const { return 0; }

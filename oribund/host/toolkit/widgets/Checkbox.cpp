@@ -18,8 +18,17 @@ Checkbox::Checkbox(const InitArgs& args)
     , message_(args.message)
     , checked_(args.checked)
 {
-    const int markWidth = UifStd::getControlHeight() + UifStd::getWidgetGap();
-    applyNaturalSize(args, {markWidth + UifStd::measure(text_, font()), UifStd::getRowHeight()});
+    applyNaturalSize(args, {calcWidth(text_, font()), UifStd::getRowHeight()});
+}
+
+int Checkbox::calcWidth(const WString& text)
+{
+    return calcWidth(text, UifStd::getDefaultFont());
+}
+
+int Checkbox::calcWidth(const WString& text, const Glib::FontDesc& font)
+{
+    return UifStd::getControlHeight() + (text.empty() ? 0 : UifStd::getWidgetGap() + UifStd::measure(text, font));
 }
 
 void Checkbox::setChecked(bool checked, eRedrawFlag redrawFlag)

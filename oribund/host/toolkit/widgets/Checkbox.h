@@ -24,6 +24,10 @@ public:
     /** A width of 0 fits the text, a height of 0 is that of a row. */
     explicit Checkbox(const InitArgs& args);
 
+    /** The width of a box with that text beside it. */
+    static int calcWidth(const WString& text);
+    static int calcWidth(const WString& text, const Glib::FontDesc& font);
+
     void setChecked(bool checked, eRedrawFlag redrawFlag = eRedrawFlag::Yes);
 
     bool isChecked() const { return checked_; }
