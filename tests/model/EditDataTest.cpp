@@ -1,4 +1,5 @@
 #include "tests/support/SampleEdit.h"
+#include "workbench/model/MaskDescription.h"
 
 #include <gtest/gtest.h>
 
@@ -24,6 +25,7 @@ EditData soundEdit()
     effect.id = 13;
     effect.service = "tint";
     effect.params.push_back({"Level", 20.0, true, {{key(0.0, 1.0), key(0.5, 2.0)}}});
+    effect.mask.push_back(newMask(16));
     segment.effects.push_back(effect);
     edit.tracks[0].segments.push_back(segment);
     edit.tracks[0].transitions.push_back({14, 11, 12, 6, "", false, 0.0});
@@ -42,6 +44,10 @@ TEST(EditData, FaultsAreFound)
         {"media without rate", [](EditData& e) { e.media[0].info.fpsNumerator = 0; }},
         {"id twice", [](EditData& e) { e.tracks[0].segments[1].id = 11; }},
         {"id of another kind", [](EditData& e) { e.tracks[0].segments[1].effects[0].id = 2; }},
+        {"a mask with the id of its effect", [](EditData& e) { e.tracks[0].segments[1].effects[0].mask[0].id = 13; }},
+        {"an effect as a mask", [](EditData& e) { e.tracks[0].segments[1].effects[0].mask[0].service = "tint"; }},
+        {"a mask of a mask",
+         [](EditData& e) { e.tracks[0].segments[1].effects[0].mask[0].mask.push_back(newMask(17)); }},
         {"no id", [](EditData& e) { e.tracks[1].id = 0; }},
         {"foreign cue id", [](EditData& e) { e.cues[0].id = oribund::IdStamp(7, 7, 7); }},
         {"overlap", [](EditData& e) { e.tracks[0].segments[1].start = 19; }},

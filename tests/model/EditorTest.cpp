@@ -1,4 +1,5 @@
 #include "tests/support/SampleEdit.h"
+#include "workbench/model/MaskDescription.h"
 
 #include <gtest/gtest.h>
 
@@ -57,6 +58,17 @@ TEST(Editor, EveryCommandIsOneStepThatCanBeUndoneAndRedone)
          [](Filled& f) {
              return f.editor.setEffectsEnabled({&f.tint, 1}, false);
          }},
+        {"Rename Tint to Sepia", [](Filled& f) { return f.editor.renameEffect(f.tint, "Sepia"); }},
+        {"Add mask to Tint", [](Filled& f) { return f.editor.setMask(f.tint, true); }},
+        {"Reset Tint, without its keyframes", [](Filled& f) { return f.editor.resetEffect(f.tint); }},
+        {"Keyframe all of Tint", [](Filled& f) { return f.editor.keyframeAll(f.tint, 0.4); }},
+        {"Paste settings to Tint",
+         [](Filled& f) {
+             EffectData other{0, "tint", true, {}, {}};
+             other.params = {{"Level", 7.0, false, {}}};
+             other.mask.push_back(newMask(kNoObject));
+             return f.editor.pasteSettings(other, f.tint);
+         }},
         {"Change transition",
          [](Filled& f) {
              return f.editor.changeTransition({f.transition, 0, 0, 4, "w", true, 1});
@@ -104,21 +116,24 @@ TEST(Editor, RefusesWhatDoesNotFitAndLeavesEverythingAsItWas)
     const EditData before = f.edit->snapshot();
     const std::size_t steps = f.undo().size();
     const EditOutcome refusals[] = {
-        f.editor.addClip({media(), 0, 10, kVideo, kNoObject}, 45),      // occupied
-        f.editor.addClip({media(), 990, 20, kVideo, kNoObject}, 500),   // beyond the media
-        f.editor.addClip({media(), 0, 10, kAudio, kNoObject}, 500),     // a picture on a track for sound
-        f.editor.addClip({media(), 0, 10, kNoObject, kNoObject}, 500),  // nowhere
-        f.editor.addClip({media(), 0, 10, kVideo, kNoObject}, -1),      // before the start
-        f.editor.moveSegment(f.second, kVideo, 30),                     // occupied
-        f.editor.moveSegment(f.second, kAudio, 300),                    // wrong kind
-        f.editor.moveSegment(999, kVideo, 300),                         // no such segment
-        f.editor.trimEnd(f.first, 51),                                  // into the neighbour
-        f.editor.trimStart(f.second, 100),                              // nothing left
-        f.editor.trimEnd(f.second, 1000),                               // beyond the media
-        f.editor.splitSegment(f.second, 50),                            // at its start
-        f.editor.addEffect(f.second, "none"),                           // not installed
-        f.editor.addEffect(f.second, "crash"),                          // blocked
-        f.editor.addEffect(f.second, "echo"),                           // for sound
+        f.editor.addClip({media(), 0, 10, kVideo, kNoObject}, 45),     // occupied
+        f.editor.addClip({media(), 990, 20, kVideo, kNoObject}, 500),  // beyond the media
+        f.editor.addClip({media(), 0, 10, kAudio, kNoObject}, 500),    // a picture on a track for sound
+        f.editor.addClip({media(), 0, 10, kNoObject, kNoObject}, 500), // nowhere
+        f.editor.addClip({media(), 0, 10, kVideo, kNoObject}, -1),     // before the start
+        f.editor.moveSegment(f.second, kVideo, 30),                    // occupied
+        f.editor.moveSegment(f.second, kAudio, 300),                   // wrong kind
+        f.editor.moveSegment(999, kVideo, 300),                        // no such segment
+        f.editor.trimEnd(f.first, 51),                                 // into the neighbour
+        f.editor.trimStart(f.second, 100),                             // nothing left
+        f.editor.trimEnd(f.second, 1000),                              // beyond the media
+        f.editor.splitSegment(f.second, 50),                           // at its start
+        f.editor.addEffect(f.second, "none"),                          // not installed
+        f.editor.addEffect(f.second, "crash"),                         // blocked
+        f.editor.addEffect(f.second, "echo"),                          // for sound
+        f.editor.addEffect(f.second, "mask"),                          // belongs to an effect
+        f.editor.setMask(999, true),                                   // no such effect
+        f.editor.pasteSettings({0, "echo", true, {{"Delay", 1.0, false, {}}}, {}}, f.tint),
         f.editor.addTransition(f.first, {0, 0, 0, 4, "", false, 0.0}),  // there is one
         f.editor.addTransition(f.second, {0, 0, 0, 4, "", false, 0.0}), // nothing follows
         f.editor.addCue({{}, 1.0, L"again", {}, {}, 4}),                // there is one

@@ -23,7 +23,7 @@ public:
 
     void act()
     {
-        switch (below(18)) {
+        switch (below(20)) {
         case 0:
             editor().addClip(
                 {media("/m/" + std::to_string(below(3)), 400), below(300), 1 + below(90), videoTrack(), audioTrack()},
@@ -75,10 +75,28 @@ public:
             else
                 gesture_.begin(bench.edit, below(2) ? oribund::UIString(L"Act") : oribund::UIString());
             break;
+        case 14:
+            changeSettings(effect());
+            break;
         default:
             changeParam();
             break;
         }
+    }
+
+    void changeSettings(ObjectId id)
+    {
+        const int what = below(8);
+        if (what == 0)
+            editor().renameEffect(id, below(2) ? "Own name" : "");
+        else if (what == 1)
+            editor().resetEffect(id);
+        else if (what == 2)
+            editor().keyframeAll(id, below(5) * 0.25);
+        else if (const auto from = bench.timeline().findEffect(effect()); from && what == 3)
+            editor().pasteSettings(from->data(), id);
+        else
+            editor().setMask(id, below(3) > 0);
     }
 
     void endAct()
@@ -129,7 +147,8 @@ private:
         const Segment* const where = bench.timeline().findSegment(segment());
         if (!where || where->effects.empty())
             return kNoObject;
-        return objectOf(where->effects[static_cast<std::size_t>(below(static_cast<int>(where->effects.size())))]->id());
+        const auto& found = where->effects[static_cast<std::size_t>(below(static_cast<int>(where->effects.size())))];
+        return objectOf(found->mask() && below(2) ? found->mask()->id() : found->id());
     }
 
     void changeCue()

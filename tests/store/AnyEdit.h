@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/SampleEdit.h"
+#include "workbench/model/MaskDescription.h"
 
 #include <bit>
 #include <cmath>
@@ -112,6 +113,13 @@ private:
             effect.rest.emplace_back(text(), text());
         if (below(3) == 0)
             effect.first = below(150);
+        if (below(3) == 0)
+            effect.name = text();
+        if (below(3) == 0) {
+            EffectData& mask = effect.mask.emplace_back(newMask(id()));
+            mask.enabled = below(3) > 0;
+            mask.params = {curve("width", 1, 0, 200), curve("centre", 2, -1, 2), {"invert", below(2) == 0, false, {}}};
+        }
         return effect;
     }
 

@@ -91,7 +91,7 @@ TEST(ProjectFaults, WhatIsNoProjectIsRefusedWithAReason)
     }
     EXPECT_THAT(readProject(folder / "none.mlt", catalogue()).error, HasSubstr("no such file"));
     EXPECT_THAT(readProject(folder.path(), catalogue()).error, HasSubstr("a folder"));
-    EXPECT_THAT(parse(edited(sampleXml(), ":version\">1<", ":version\">2<")).error, HasSubstr("newer version"));
+    EXPECT_THAT(parse(edited(sampleXml(), ":version\">2<", ":version\">3<")).error, HasSubstr("newer version"));
     EXPECT_THAT(parse(edited(sampleXml(), "\"oribund:edit\">{", "\"oribund:edit\">")).error, HasSubstr("damaged"));
 }
 

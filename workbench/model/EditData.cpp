@@ -1,6 +1,7 @@
 #include "workbench/model/EditData.h"
 
 #include "workbench/model/Ids.h"
+#include "workbench/model/MaskDescription.h"
 
 #include <algorithm>
 #include <cmath>
@@ -81,12 +82,23 @@ private:
                          [&segment](const MediaData& media) { return media.id == segment.media; }))
             return "segment " + std::to_string(segment.id) + " shows media that the edit does not have";
         for (const EffectData& effect : segment.effects) {
-            if (!claim(effect.id))
-                return idFault("effect", effect.id);
-            for (const ParamData& param : effect.params)
-                if (!inOrder(param))
-                    return "the keyframes of \"" + param.property + "\" are out of order or not numbers";
+            if (effect.mask.size() > 1 || (!effect.mask.empty() && !isMask(effect.mask.front())))
+                return "effect " + std::to_string(effect.id) + " has a mask that is none";
+            std::string fault;
+            visitWithMask(effect, [&](const EffectData& part) { fault = fault.empty() ? inEffect(part) : fault; });
+            if (!fault.empty())
+                return fault;
         }
+        return {};
+    }
+
+    std::string inEffect(const EffectData& effect)
+    {
+        if (!claim(effect.id))
+            return idFault("effect", effect.id);
+        for (const ParamData& param : effect.params)
+            if (!inOrder(param))
+                return "the keyframes of \"" + param.property + "\" are out of order or not numbers";
         return {};
     }
 

@@ -59,9 +59,20 @@ struct EffectData {
     PropertyList rest;
     int first = 0; ///< frames of the media between which it is at work: all, unless another program set them
     int last = std::numeric_limits<int>::max();
+    std::string name = {};             ///< that a person gave it; empty: the catalogue's
+    std::vector<EffectData> mask = {}; ///< none or one, an effect of maskDescription()
 
     bool operator==(const EffectData&) const = default;
 };
+
+/** Calls `visit` for an effect and for its mask. */
+template <class Effect, class Visit>
+void visitWithMask(Effect& effect, Visit visit)
+{
+    visit(effect);
+    for (auto& mask : effect.mask)
+        visit(mask);
+}
 
 /** A part of a media file on a track. */
 struct SegmentData {

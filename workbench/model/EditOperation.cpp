@@ -60,6 +60,28 @@ int longestBetween(const Timeline& timeline, const FormatData& format, const Seg
     return longest < 2 ? 0 : longest;
 }
 
+std::string inTitle(const std::string& name)
+{
+    constexpr std::size_t kLongest = 60;
+    const oribund::WString text = oribund::toWide(name);
+    if (text.size() <= kLongest)
+        return name;
+    oribund::WString cut(text.view().substr(0, kLongest));
+    cut += L"\u2026";
+    return std::string(oribund::toUTF8(cut).view());
+}
+
+std::string titleOf(const ModelEffect& effect)
+{
+    return inTitle(std::string(oribund::toUTF8(effect.getName()).view()));
+}
+
+std::string whyNoMask(const ModelEffect& effect)
+{
+    const ModelEffect::Description& description = effect.description();
+    return description ? description->unmaskableBecause : "It is not installed.";
+}
+
 EditOperation::EditOperation(EditModel& edit, const std::string& title, oribund::ChangeKind kind)
     : edit_(edit)
     , timeline_(edit.timeline())
@@ -75,10 +97,16 @@ EditOperation::~EditOperation()
 template <class Change>
 void EditOperation::changeAnimation(const Segment& segment, Change change)
 {
-    for (const auto& effect : segment.effects)
-        for (const ParamData& param : effect->animatedParams())
-            perform(assignment(ParamRecord{objectOf(effect->id()), param},
-                               ParamRecord{objectOf(effect->id()), change(param)}));
+    const auto changeAll = [&](const ModelEffect& effect) {
+        for (const ParamData& param : effect.animatedParams())
+            perform(assignment(ParamRecord{objectOf(effect.id()), param},
+                               ParamRecord{objectOf(effect.id()), change(param)}));
+    };
+    for (const auto& effect : segment.effects) {
+        changeAll(*effect);
+        if (const auto mask = effect->mask())
+            changeAll(*mask);
+    }
 }
 
 void EditOperation::place(const Segment& segment, const Placement& placement)
@@ -119,11 +147,12 @@ ObjectId EditOperation::split(const Segment& segment, int frame, ObjectId link)
     right.data.length -= leftLength;
     if (!timeline_.findMedia(segment.data.media)->info.isStill())
         right.data.in += leftLength;
-    for (EffectData& effect : right.data.effects) {
-        effect.id = edit_.newId();
-        for (ParamData& param : effect.params)
-            param = times.moved(param);
-    }
+    for (EffectData& effect : right.data.effects)
+        visitWithMask(effect, [&](EffectData& part) {
+            part.id = edit_.newId();
+            for (ParamData& param : part.params)
+                param = times.moved(param);
+        });
 
     Placement left = segment.placement();
     left.length = leftLength;

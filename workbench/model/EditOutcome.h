@@ -12,6 +12,7 @@ namespace workbench
 struct EditOutcome {
     ObjectId object = kNoObject;
     std::string refused;
+    std::string note = {}; ///< what a person should know of what was done; mostly empty
 
     static EditOutcome done(ObjectId object) { return {object, {}}; }
 

@@ -68,9 +68,29 @@ public:
     /** Adds an effect of the catalogue with its defaults. A negative index adds it as the last to be applied. */
     EditOutcome addEffect(ObjectId segment, const std::string& service, int index = -1);
     EditOutcome addEffect(ObjectId segment, EffectData effect, int index = -1);
+
+    /** Removes an effect; or a mask. */
     EditOutcome removeEffect(ObjectId effect);
     EditOutcome moveEffect(ObjectId effect, int index);
     EditOutcome setEffectsEnabled(std::span<const ObjectId> effects, bool enabled);
+
+    /** An empty name gives back the catalogue's. */
+    EditOutcome renameEffect(ObjectId effect, const std::string& name);
+
+    /** Limits where an effect is seen, by a mask with its defaults, or no longer. Yields the mask that came, or the
+        effect. Refused for effects that cannot be masked. */
+    EditOutcome setMask(ObjectId effect, bool present);
+
+    /** All parameters of an effect, or of a mask, have their defaults; what was animated is constant. The mask of an
+        effect stays as it is. */
+    EditOutcome resetEffect(ObjectId effect);
+
+    /** Every parameter that can be animated gets a keyframe at an effect time, with the value that it has there. */
+    EditOutcome keyframeAll(ObjectId effect, double fxTime);
+
+    /** Gives an effect the settings of another, and its mask if that has one. A setting of another kind of effect goes
+        where name and type are the same; `note` says which ones went nowhere. */
+    EditOutcome pasteSettings(const EffectData& from, ObjectId to);
 
     /** Joins two segments that touch. The length is reduced to what their media has to spare beyond the cut. */
     EditOutcome addTransition(ObjectId left, const TransitionData& transition);

@@ -14,11 +14,6 @@ using namespace refusal;
 namespace
 {
 
-std::string nameOf(const ModelEffect& effect)
-{
-    return std::string(oribund::toUTF8(effect.getName()).view());
-}
-
 /** Why no cue can be at that time; null when one can. */
 const char* outsideTime(const oribund::Cue& cue)
 {
@@ -56,7 +51,7 @@ EditOutcome Editor::addEffect(ObjectId id, EffectData data, int index)
     if (description && (description->medium == EffectDescription::Medium::Audio) != (kind == TrackKind::Audio))
         return EditOutcome::refuse(description->title + (kind == TrackKind::Audio ? " is an effect for pictures."
                                                                                   : " is an effect for sound."));
-    data.id = edit_.newId();
+    visitWithMask(data, [this](EffectData& part) { part.id = edit_.newId(); });
     const int count = static_cast<int>(segment->effects.size());
     const int place = index < 0 ? count : std::min(index, count);
     EditOperation(edit_, "Add " + (description ? description->title : data.service))
@@ -71,7 +66,9 @@ EditOutcome Editor::removeEffect(ObjectId id)
     const auto effect = edit_.timeline().findEffect(id);
     if (!effect)
         return EditOutcome::refuse(kNoEffect);
-    EditOperation(edit_, "Remove " + nameOf(*effect))
+    if (const ObjectId owner = edit_.timeline().effectOfMask(id); owner != kNoObject)
+        return setMask(owner, false);
+    EditOperation(edit_, "Remove " + titleOf(*effect))
         .perform(removal(EffectRecord{edit_.timeline().segmentOfEffect(id)->id(), edit_.timeline().effectIndex(id),
                                       effect->data()}));
     return EditOutcome::done(id);
@@ -84,9 +81,11 @@ EditOutcome Editor::moveEffect(ObjectId id, int index)
     const auto effect = edit_.timeline().findEffect(id);
     if (!effect)
         return EditOutcome::refuse(kNoEffect);
+    if (edit_.timeline().effectOfMask(id) != kNoObject)
+        return EditOutcome::refuse("A mask stays with its effect.");
     const int last = static_cast<int>(edit_.timeline().segmentOfEffect(id)->effects.size()) - 1;
     const EffectState before{id, edit_.timeline().effectIndex(id), effect->isEnabled()};
-    EditOperation(edit_, "Move " + nameOf(*effect))
+    EditOperation(edit_, "Move " + titleOf(*effect))
         .perform(assignment(before, EffectState{id, std::clamp(index, 0, last), before.enabled}));
     return EditOutcome::done(id);
 }
@@ -99,7 +98,7 @@ EditOutcome Editor::setEffectsEnabled(std::span<const ObjectId> effects, bool en
     if (effects.empty() ||
         !std::all_of(effects.begin(), effects.end(), [&](ObjectId id) { return timeline.segmentOfEffect(id); }))
         return EditOutcome::refuse(kNoEffect);
-    const std::string what = effects.size() == 1 ? nameOf(*timeline.findEffect(effects.front()))
+    const std::string what = effects.size() == 1 ? titleOf(*timeline.findEffect(effects.front()))
                                                  : std::to_string(effects.size()) + " effects";
     EditOperation operation(edit_, (enabled ? "Switch on " : "Switch off ") + what);
     for (const ObjectId id : effects) {

@@ -94,8 +94,11 @@ struct EffectDescription {
     Medium medium = Medium::Video;
     std::vector<ParamDescription> params;
     std::vector<std::pair<std::string, std::string>> fixedProperties; ///< set once, never shown
-    bool curated = false;       ///< described by hand rather than by the service's own metadata alone
-    std::string blockedBecause; ///< the reason for which it must not be added; empty when it may be
+    bool curated = false;          ///< described by hand rather than by the service's own metadata alone
+    std::string blockedBecause;    ///< the reason for which it must not be added; empty when it may be
+    std::string unmaskableBecause; ///< the reason for which it can have no mask, a sentence; empty when it can
+
+    bool maskable() const { return unmaskableBecause.empty(); }
 
     /** Null when there is none. */
     const ParamDescription* find(std::string_view property) const

@@ -1,6 +1,7 @@
 #include "workbench/model/ModelEffect.h"
 
 #include "workbench/model/Ids.h"
+#include "workbench/model/MaskDescription.h"
 #include "workbench/model/ParamConversion.h"
 #include "workbench/model/projection/ServiceText.h"
 #include "workbench/model/undo/EffectJournal.h"
@@ -23,6 +24,7 @@ oribund::WString nameOf(const EffectData& data, const ModelEffect::Description& 
 ModelEffect::ModelEffect(const EffectData& data, Description description)
     : EffectInstance(stampOf(data.id), oribund::String(data.service), nameOf(data, description))
     , description_(std::move(description))
+    , name_(data.name)
     , rest_(data.rest)
     , first_(data.first)
     , last_(data.last)
@@ -36,6 +38,8 @@ ModelEffect::ModelEffect(const EffectData& data, Description description)
         else
             unknownParams_.push_back(param);
     }
+    for (const EffectData& mask : data.mask)
+        applyMask(&mask);
     if (description_) {
         hasConditions_ = hasConditions(*description_);
         setPresentation(presentationNow());
@@ -53,6 +57,29 @@ void ModelEffect::setHost(iModelEffectHost* host)
     host_ = host;
     effectJournal_ = host ? std::make_unique<EffectJournal>(host->undoStack(), objectOf(id())) : nullptr;
     setJournal(effectJournal_.get());
+    // What happens to a mask is recorded under its own id.
+    if (const auto own = mask())
+        own->setHost(host);
+}
+
+oribund::WString ModelEffect::getName() const
+{
+    return name_.empty() ? EffectInstance::getName() : oribund::toWide(name_);
+}
+
+oribund::Kt::Ptr<ModelEffect> ModelEffect::mask() const
+{
+    return oribund::Kt::dynamicCast<ModelEffect>(getMask());
+}
+
+void ModelEffect::applyMask(const EffectData* data)
+{
+    if (const auto former = mask())
+        former->setHost(nullptr);
+    const auto added = data ? oribund::Kt::makePtr<ModelEffect>(*data, maskDescription()) : nullptr;
+    EffectInstance::setMask(added);
+    if (added)
+        added->setHost(host_);
 }
 
 EffectData ModelEffect::data() const
@@ -67,6 +94,9 @@ EffectData ModelEffect::data() const
     data.rest = rest_;
     data.first = first_;
     data.last = last_;
+    data.name = name_;
+    if (const auto own = mask())
+        data.mask.push_back(own->data());
     return data;
 }
 

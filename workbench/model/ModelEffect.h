@@ -49,7 +49,7 @@ public:
     ModelEffect(const EffectData& data, Description description);
     ~ModelEffect() override;
 
-    /** The edit that holds it, or null while none does. */
+    /** The edit that holds it and its mask, or null while none does. */
     void setHost(iModelEffectHost* host);
 
     /** Empty for an unknown effect. Its parameters are those of params(), in the same order. */
@@ -62,6 +62,15 @@ public:
     int firstFrame() const { return first_; }
 
     int lastFrame() const { return last_; }
+
+    /** What a person called it; else what the catalogue calls it. */
+    oribund::WString getName() const override;
+
+    /** Empty while it has the catalogue's. */
+    const std::string& ownName() const { return name_; }
+
+    /** getMask(), an effect of maskDescription() with an id of its own; empty for none. */
+    oribund::Kt::Ptr<ModelEffect> mask() const;
 
     /** Everything as plain values. */
     EffectData data() const;
@@ -79,12 +88,18 @@ public:
 
     void applyParam(const ParamData& data);
 
+    void applyName(const std::string& name) { name_ = name; }
+
+    /** Null for none. */
+    void applyMask(const EffectData* mask);
+
 private:
     void addParams();
     void paramChanged(const oribund::EffectChangeDescription& change);
     Presentation presentationNow() const;
 
     Description description_;
+    std::string name_;
     PropertyList rest_;
     int first_ = 0;
     int last_ = 0;

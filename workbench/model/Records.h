@@ -24,6 +24,12 @@ struct EffectRecord {
     EffectData data;
 };
 
+/** The mask of an effect. */
+struct MaskRecord {
+    ObjectId effect = kNoObject;
+    EffectData data;
+};
+
 struct TransitionRecord {
     ObjectId track = kNoObject;
     TransitionData data;
@@ -51,6 +57,13 @@ struct EffectState {
     bool enabled = true;
 
     bool operator==(const EffectState&) const = default;
+};
+
+struct EffectName {
+    ObjectId effect = kNoObject;
+    std::string name;
+
+    bool operator==(const EffectName&) const = default;
 };
 
 /** A parameter's whole setting, where single keyframes would be too small a unit. */

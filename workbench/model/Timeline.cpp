@@ -99,7 +99,14 @@ oribund::Kt::Ptr<ModelEffect> Timeline::findEffect(ObjectId id) const
     const Segment* const segment = segmentOfEffect(id);
     if (!segment)
         return {};
-    return segment->effects[static_cast<std::size_t>(effectIndex(id))];
+    const auto& effect = segment->effects[static_cast<std::size_t>(effectIndex(id))];
+    return maskOwners_.contains(id) ? effect->mask() : effect;
+}
+
+ObjectId Timeline::effectOfMask(ObjectId mask) const
+{
+    const auto found = maskOwners_.find(mask);
+    return found == maskOwners_.end() ? kNoObject : found->second;
 }
 
 const Segment* Timeline::segmentOfEffect(ObjectId effect) const
@@ -153,11 +160,13 @@ int Timeline::trackIndex(ObjectId id) const
     return found == tracks_.end() ? -1 : static_cast<int>(found - tracks_.begin());
 }
 
-int Timeline::effectIndex(ObjectId effect) const
+int Timeline::effectIndex(ObjectId id) const
 {
-    const Segment* const segment = segmentOfEffect(effect);
+    const Segment* const segment = segmentOfEffect(id);
     if (!segment)
         return -1;
+    const ObjectId owner = effectOfMask(id);
+    const ObjectId effect = owner == kNoObject ? id : owner;
     const auto found = std::find_if(segment->effects.begin(), segment->effects.end(),
                                     [effect](const auto& candidate) { return objectOf(candidate->id()) == effect; });
     return static_cast<int>(found - segment->effects.begin());
@@ -237,6 +246,19 @@ void Timeline::erase(const EffectRecord& record)
     dropEffect(*segment(record.segment), record.data.id);
 }
 
+void Timeline::insert(const MaskRecord& record)
+{
+    findEffect(record.effect)->applyMask(&record.data);
+    noteMask(record.effect, record.data.id);
+}
+
+void Timeline::erase(const MaskRecord& record)
+{
+    const auto effect = findEffect(record.effect);
+    forgetMask(*effect);
+    effect->applyMask(nullptr);
+}
+
 void Timeline::insert(const TransitionRecord& record)
 {
     used(record.data.id);
@@ -295,6 +317,8 @@ void Timeline::assign(const SegmentLink& link)
 
 void Timeline::assign(const EffectState& state)
 {
+    if (maskOwners_.contains(state.effect))
+        return findEffect(state.effect)->applyEnabled(state.enabled);
     Segment& where = *effectPlaces_.at(state.effect);
     const auto from = where.effects.begin() + effectIndex(state.effect);
     const auto effect = *from;
@@ -307,6 +331,11 @@ void Timeline::assign(const TransitionRecord& record)
 {
     auto& transitions = track(record.track)->data.transitions;
     *transitionPlace(transitions, record.data.id) = record.data;
+}
+
+void Timeline::assign(const EffectName& name)
+{
+    findEffect(name.effect)->applyName(name.name);
 }
 
 void Timeline::assign(const ParamRecord& record)
@@ -362,14 +391,33 @@ void Timeline::addEffect(Segment& segment, int index, const EffectData& data)
     effect->setHost(&host_);
     segment.effects.insert(iteratorAt(segment.effects, index), std::move(effect));
     effectPlaces_[data.id] = &segment;
+    for (const EffectData& mask : data.mask)
+        noteMask(data.id, mask.id);
 }
 
 void Timeline::dropEffect(Segment& segment, ObjectId effect)
 {
     const auto place = segment.effects.begin() + effectIndex(effect);
     (*place)->setHost(nullptr);
+    forgetMask(**place);
     segment.effects.erase(place);
     effectPlaces_.erase(effect);
+}
+
+void Timeline::noteMask(ObjectId effect, ObjectId mask)
+{
+    used(mask);
+    effectPlaces_[mask] = effectPlaces_.at(effect);
+    maskOwners_[mask] = effect;
+}
+
+void Timeline::forgetMask(const ModelEffect& effect)
+{
+    const auto mask = effect.mask();
+    if (!mask)
+        return;
+    effectPlaces_.erase(objectOf(mask->id()));
+    maskOwners_.erase(objectOf(mask->id()));
 }
 
 void Timeline::used(ObjectId id)

@@ -59,8 +59,15 @@ public:
     const Segment* findSegment(ObjectId id) const;
     const TransitionData* findTransition(ObjectId id, ObjectId* track = nullptr) const;
     const MediaData* findMedia(ObjectId id) const;
+
+    /** An effect or a mask. */
     oribund::Kt::Ptr<ModelEffect> findEffect(ObjectId id) const;
+
+    /** Of a mask, that of its effect. */
     const Segment* segmentOfEffect(ObjectId effect) const;
+
+    /** kNoObject for what is no mask. */
+    ObjectId effectOfMask(ObjectId mask) const;
 
     /** The segment over that frame of a track, or null. */
     const Segment* segmentAt(ObjectId track, int frame) const;
@@ -73,6 +80,8 @@ public:
     /** The frame after the last segment's last. */
     int endFrame() const;
     int trackIndex(ObjectId track) const;
+
+    /** Of a mask, that of its effect. */
     int effectIndex(ObjectId effect) const;
     SegmentData dataOf(const Segment& segment) const;
     TrackData dataOf(const Track& track) const;
@@ -82,6 +91,7 @@ public:
     void insert(const TrackRecord& record);
     void insert(const SegmentRecord& record);
     void insert(const EffectRecord& record);
+    void insert(const MaskRecord& record);
     void insert(const TransitionRecord& record);
     void insert(const MediaData& media);
     void insert(const oribund::Cue& cue);
@@ -89,6 +99,7 @@ public:
     void erase(const TrackRecord& record);
     void erase(const SegmentRecord& record);
     void erase(const EffectRecord& record);
+    void erase(const MaskRecord& record);
     void erase(const TransitionRecord& record);
     void erase(const MediaData& media);
     void erase(const oribund::Cue& cue);
@@ -97,6 +108,7 @@ public:
     void assign(const SegmentLink& link);
     void assign(const EffectState& state);
     void assign(const TransitionRecord& record);
+    void assign(const EffectName& name);
     void assign(const ParamRecord& record);
     void assign(const TrackState& state);
     void assign(const MediaData& media);
@@ -109,13 +121,16 @@ private:
     void unplace(const Segment& segment);
     void addEffect(Segment& segment, int index, const EffectData& data);
     void dropEffect(Segment& segment, ObjectId effect);
+    void noteMask(ObjectId effect, ObjectId mask);
+    void forgetMask(const ModelEffect& effect);
     void used(ObjectId id);
 
     const EffectCatalogue& catalogue_;
     iModelEffectHost& host_;
     std::vector<std::unique_ptr<Track>> tracks_;
     std::unordered_map<ObjectId, std::unique_ptr<Segment>> segments_;
-    std::unordered_map<ObjectId, Segment*> effectPlaces_;
+    std::unordered_map<ObjectId, Segment*> effectPlaces_; ///< masks included
+    std::unordered_map<ObjectId, ObjectId> maskOwners_;
     std::vector<MediaData> media_;
     oribund::CueList cues_;
     ObjectId highestId_ = kNoObject;

@@ -146,8 +146,9 @@ void fields(auto& visit, Is<ParamDescription> auto& value)
 
 void fields(auto& visit, Is<EffectDescription> auto& value)
 {
-    auto& [service, title, category, help, medium, params, fixedProperties, curated, blockedBecause] = value;
-    visit(service, title, category, help, medium, params, fixedProperties, curated, blockedBecause);
+    auto& [service, title, category, help, medium, params, fixedProperties, curated, blockedBecause,
+           unmaskableBecause] = value;
+    visit(service, title, category, help, medium, params, fixedProperties, curated, blockedBecause, unmaskableBecause);
 }
 
 void fields(auto& visit, Is<EngineOptions> auto& value)

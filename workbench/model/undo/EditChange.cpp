@@ -32,6 +32,11 @@ EditModification modificationOf(const EffectRecord& record)
     return concerning(Type::EffectGraph, record.data.id);
 }
 
+EditModification modificationOf(const MaskRecord& record)
+{
+    return concerning(Type::EffectGraph, record.effect);
+}
+
 EditModification modificationOf(const TransitionRecord& record)
 {
     return concerning(Type::Transitions, record.data.id);
@@ -60,6 +65,11 @@ EditModification modificationOf(const SegmentLink& link)
 EditModification modificationOf(const EffectState& state)
 {
     return concerning(Type::EffectDetails, state.effect);
+}
+
+EditModification modificationOf(const EffectName& name)
+{
+    return concerning(Type::EffectDetails, name.effect);
 }
 
 EditModification modificationOf(const ParamRecord& record)

@@ -45,12 +45,14 @@ using EditChangePtr = std::unique_ptr<EditChange>;
 oribund::EditModification modificationOf(const TrackRecord& record);
 oribund::EditModification modificationOf(const SegmentRecord& record);
 oribund::EditModification modificationOf(const EffectRecord& record);
+oribund::EditModification modificationOf(const MaskRecord& record);
 oribund::EditModification modificationOf(const TransitionRecord& record);
 oribund::EditModification modificationOf(const MediaData& media);
 oribund::EditModification modificationOf(const oribund::Cue& cue);
 oribund::EditModification modificationOf(const Placement& placement);
 oribund::EditModification modificationOf(const SegmentLink& link);
 oribund::EditModification modificationOf(const EffectState& state);
+oribund::EditModification modificationOf(const EffectName& name);
 oribund::EditModification modificationOf(const ParamRecord& record);
 oribund::EditModification modificationOf(const TrackState& state);
 

@@ -3,8 +3,9 @@
 namespace workbench::format
 {
 
-/** The version of the project files that are written. A file of a higher one is refused. */
-inline constexpr int kVersion = 1;
+/** The version of the project files that are written: 2 knows masks, and names of effects. A file of a higher one is
+    refused. */
+inline constexpr int kVersion = 2;
 
 // Properties in which our own data rides along: the first three in the tractor that is the whole edit, the others in a
 // track's playlist, a segment's producer and an effect's filter.

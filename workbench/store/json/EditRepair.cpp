@@ -73,7 +73,7 @@ private:
             for (SegmentData& segment : track.segments) {
                 visit(segment.id);
                 for (EffectData& effect : segment.effects)
-                    visit(effect.id);
+                    visitWithMask(effect, [&visit](EffectData& part) { visit(part.id); });
             }
             for (TransitionData& transition : track.transitions)
                 visit(transition.id);
@@ -135,13 +135,15 @@ private:
     void checkCurves(SegmentData& segment)
     {
         for (EffectData& effect : segment.effects)
-            for (ParamData& param : effect.params)
-                if (!inStep(param)) {
-                    warnings_.add("The keyframes of \"" + param.property +
-                                  "\" cannot be understood; its value is used.");
-                    param.channels.clear();
-                    param.keyframed = false;
-                }
+            visitWithMask(effect, [this](EffectData& part) {
+                for (ParamData& param : part.params)
+                    if (!inStep(param)) {
+                        warnings_.add("The keyframes of \"" + param.property +
+                                      "\" cannot be understood; its value is used.");
+                        param.channels.clear();
+                        param.keyframed = false;
+                    }
+            });
     }
 
     static bool inStep(const ParamData& param)

@@ -1,5 +1,6 @@
 #include "workbench/store/json/EffectJson.h"
 
+#include "workbench/model/MaskDescription.h"
 #include "workbench/store/json/JsonFields.h"
 
 #include <array>
@@ -201,6 +202,24 @@ std::optional<ParamData> paramFrom(const Json& json, const std::string& effect, 
         fields.warn("some keyframes cannot be read and were left out");
     return param;
 }
+
+/** What was saved of an effect or a mask by itself. */
+EffectData withoutMask(const Json& json, Warnings& warnings)
+{
+    EffectData effect;
+    const JsonFields fields(json, "An effect", warnings);
+    effect.id = fields.integer("id", kNoObject, kNoObject, kHighestId);
+    effect.service = fields.text("service");
+    effect.enabled = fields.flag("enabled", true);
+    for (const Json& param : fields.list("params"))
+        if (auto read = paramFrom(param, "Effect \"" + effect.service + "\"", warnings))
+            effect.params.push_back(std::move(*read));
+    effect.rest = propertiesFrom(fields.list("rest"));
+    effect.first = fields.integer("first", effect.first, 0, effect.last);
+    effect.last = fields.integer("last", effect.last, 0, effect.last);
+    effect.name = fields.text("name");
+    return effect;
+}
 } // namespace
 
 Json toJson(const PropertyList& properties)
@@ -233,22 +252,24 @@ Json toJson(const EffectData& effect)
         json["first"] = effect.first;
         json["last"] = effect.last;
     }
+    if (!effect.name.empty())
+        json["name"] = effect.name;
+    for (const EffectData& mask : effect.mask)
+        json["mask"] = toJson(mask);
     return json;
 }
 
 EffectData effectFrom(const Json& json, Warnings& warnings)
 {
-    EffectData effect;
-    const JsonFields fields(json, "An effect", warnings);
-    effect.id = fields.integer("id", kNoObject, kNoObject, kHighestId);
-    effect.service = fields.text("service");
-    effect.enabled = fields.flag("enabled", true);
-    for (const Json& param : fields.list("params"))
-        if (auto read = paramFrom(param, "Effect \"" + effect.service + "\"", warnings))
-            effect.params.push_back(std::move(*read));
-    effect.rest = propertiesFrom(fields.list("rest"));
-    effect.first = fields.integer("first", effect.first, 0, effect.last);
-    effect.last = fields.integer("last", effect.last, 0, effect.last);
+    EffectData effect = withoutMask(json, warnings);
+    const auto mask = json.find("mask");
+    if (mask == json.end())
+        return effect;
+    effect.mask.push_back(withoutMask(*mask, warnings));
+    if (!isMask(effect.mask.front())) {
+        warnings.add("The mask of the effect \"" + effect.service + "\" cannot be read and was left out.");
+        effect.mask.clear();
+    }
     return effect;
 }
 
