@@ -1,5 +1,6 @@
 #include "workbench/engine/client/EngineHost.h"
 
+#include "workbench/engine/client/Assistant.h"
 #include "workbench/engine/client/EngineProcess.h"
 #include "workbench/model/projection/ProjectionQueries.h"
 
@@ -48,7 +49,7 @@ FrameImagePtr copyOf(const FrameImage& image)
 
 EngineHost::EngineHost(std::string program)
     : program_(program.empty() ? findEngineProgram() : std::move(program))
-    , assistant_(program_)
+    , assistant_(std::make_unique<Assistant>(program_))
 {
 }
 
@@ -87,17 +88,17 @@ void EngineHost::setInstalled(Installed installed)
     installed_ = std::make_shared<const Installed>(std::move(installed));
     known_ = true;
     const std::lock_guard turn(assistantMutex_);
-    assistant_.allow(descriptionsOf(installed_->effects));
+    assistant_->allow(descriptionsOf(installed_->effects));
 }
 
 Installed EngineHost::read()
 {
     const std::lock_guard lock(assistantMutex_);
     Installed result;
-    const Assistant::Asked asked = assistant_.ask({}, request::ReadCatalogue{}, kReadPatience);
+    const Assistant::Asked asked = assistant_->ask({}, request::ReadCatalogue{}, kReadPatience);
     const auto* read = asked.as<event::CatalogueRead>();
     if (!read) {
-        assistant_.end();
+        assistant_->end();
         result.failure =
             !asked.problem.empty() ? asked.problem : "The engine ended while it looked for what is installed.";
         return result;
@@ -107,14 +108,14 @@ Installed EngineHost::read()
     result.presets = read->presets;
     result.problems = read->problems;
     // What that one has read takes memory, and is not needed there again.
-    assistant_.allow(read->effects);
+    assistant_->allow(read->effects);
     return result;
 }
 
 MediaProbeResult EngineHost::probeMedia(const std::string& path)
 {
     const std::lock_guard lock(assistantMutex_);
-    const Assistant::Asked asked = assistant_.ask({{folderOf(path)}, {}}, request::ProbeMedia{path}, kMediaPatience);
+    const Assistant::Asked asked = assistant_->ask({{folderOf(path)}, {}}, request::ProbeMedia{path}, kMediaPatience);
     if (const auto* probed = asked.as<event::MediaProbed>())
         return probed->result;
     MediaProbeResult result;
@@ -131,7 +132,7 @@ EffectProbeResult EngineHost::probeEffect(const std::string& service,
 {
     using Outcome = EffectProbeResult::Outcome;
     const std::lock_guard lock(assistantMutex_);
-    const Assistant::Asked asked = assistant_.ask({}, request::ProbeEffect{service, properties}, timeLimit);
+    const Assistant::Asked asked = assistant_->ask({}, request::ProbeEffect{service, properties}, timeLimit);
     if (const auto* probed = asked.as<event::EffectProbed>())
         return probed->result;
     if (!asked.problem.empty())
@@ -141,15 +142,17 @@ EffectProbeResult EngineHost::probeEffect(const std::string& service,
                       : EffectProbeResult{Outcome::Hangs, name + " does not come back."};
 }
 
-Made EngineHost::make(const Request& wanted, const Assistant::Reach& reach, const std::atomic<bool>& givenUp)
+Made EngineHost::make(const PictureRequest& wanted, const std::vector<std::string>& files,
+                      const std::vector<std::string>& soon, const std::atomic<bool>& givenUp)
 {
     installed(); // by which it is known what may be made
     const std::lock_guard lock(assistantMutex_);
-    const Assistant::Asked asked = assistant_.ask(reach, wanted, kMakePatience, &givenUp);
+    const Request request = std::visit([](const auto& one) -> Request { return one; }, wanted);
+    const Assistant::Asked asked = assistant_->ask({files, soon}, request, kMakePatience, &givenUp);
     Made made;
     if (const auto* thumbnail = asked.as<event::ThumbnailMade>()) {
         made.problem = thumbnail->problem;
-        if (const FrameImagePtr picture = thumbnail->picture ? assistant_.take(*thumbnail->picture) : nullptr)
+        if (const FrameImagePtr picture = thumbnail->picture ? assistant_->take(*thumbnail->picture) : nullptr)
             made.picture = copyOf(*picture);
     } else if (const auto* waveform = asked.as<event::WaveformMade>()) {
         made.problem = waveform->problem;
@@ -167,13 +170,13 @@ Made EngineHost::make(const Request& wanted, const Assistant::Reach& reach, cons
 void EngineHost::rest()
 {
     if (const std::unique_lock lock(assistantMutex_, std::try_to_lock); lock)
-        assistant_.end();
+        assistant_->end();
 }
 
 std::vector<std::string> EngineHost::gaps() const
 {
     const std::lock_guard lock(assistantMutex_);
-    return assistant_.gaps();
+    return assistant_->gaps();
 }
 
 } // namespace workbench

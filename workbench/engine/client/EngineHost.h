@@ -1,6 +1,11 @@
 #pragma once
 
-#include "workbench/engine/client/Assistant.h"
+#include "workbench/engine/protocol/ContainmentRules.h"
+#include "workbench/engine/protocol/EngineTypes.h"
+#include "workbench/engine/protocol/ExportTypes.h"
+#include "workbench/engine/protocol/PictureRequests.h"
+#include "workbench/engine/protocol/ProbeResults.h"
+#include "workbench/engine/protocol/WaveformPeaks.h"
 #include "workbench/model/EffectCatalogue.h"
 
 #include <atomic>
@@ -14,6 +19,7 @@
 namespace workbench
 {
 
+class Assistant;
 class EngineProcess;
 
 /** What can be used and made here, as a worker found it. */
@@ -68,8 +74,12 @@ public:
                                   const std::vector<std::pair<std::string, std::string>>& properties = {},
                                   std::chrono::milliseconds timeLimit = std::chrono::milliseconds(5000));
 
-    /** Answers request::MakeThumbnail and MakeWaveform. `givenUp` ends the waiting. */
-    Made make(const Request& wanted, const Assistant::Reach& reach, const std::atomic<bool>& givenUp);
+    /**
+     * Has it made by a worker that can read these files and, where one is started for it, as well those that will be
+     * asked about `soon`. `givenUp` ends the waiting.
+     */
+    Made make(const PictureRequest& wanted, const std::vector<std::string>& files, const std::vector<std::string>& soon,
+              const std::atomic<bool>& givenUp);
 
     /** Nothing will be asked for a while: the worker that is asked ends, unless it is just at work. */
     void rest();
@@ -83,7 +93,7 @@ private:
     const std::string program_;
 
     mutable std::mutex assistantMutex_;
-    Assistant assistant_;
+    const std::unique_ptr<Assistant> assistant_;
 
     std::mutex installedMutex_; // locked before the other
     std::shared_ptr<const Installed> installed_;

@@ -13,7 +13,7 @@ namespace workbench
 {
 
 struct PictureService::Job {
-    Request wanted;
+    PictureRequest wanted;
     std::vector<std::string> files; // that it is made of
     Done done;
     std::uint64_t number = 0; // in the order of asking
@@ -26,8 +26,15 @@ struct PictureService::Job {
 namespace
 {
 
+std::vector<std::string> filesOf(const PictureRequest& wanted)
+{
+    if (const auto* thumbnail = std::get_if<request::MakeThumbnail>(&wanted))
+        return placesOf(thumbnail->projection);
+    return {std::get<request::MakeWaveform>(wanted).path};
+}
+
 /** All that a picture depends on. */
-std::string keyOf(const Request& wanted, const std::vector<std::string>& files)
+std::string keyOf(const PictureRequest& wanted, const std::vector<std::string>& files)
 {
     WireWriter key;
     key.number(kProtocolVersion);
@@ -40,7 +47,8 @@ std::string keyOf(const Request& wanted, const std::vector<std::string>& files)
         key.number(stamp.changed);
     }
     const std::vector<std::uint8_t> stamps = key.take();
-    const std::vector<std::uint8_t> message = encode(wanted);
+    const std::vector<std::uint8_t> message =
+        encode(std::visit([](const auto& one) -> Request { return one; }, wanted));
     return std::string(stamps.begin(), stamps.end()).append(message.begin(), message.end());
 }
 
@@ -89,7 +97,7 @@ std::optional<Made> unpackPicture(std::span<const std::uint8_t> bytes)
     return made;
 }
 
-std::optional<Made> unpack(const Request& wanted, const std::string& kept)
+std::optional<Made> unpack(const PictureRequest& wanted, const std::string& kept)
 {
     const std::span bytes(reinterpret_cast<const std::uint8_t*>(kept.data()), kept.size());
     return std::holds_alternative<request::MakeWaveform>(wanted) ? unpackWaveform(bytes) : unpackPicture(bytes);
@@ -116,20 +124,9 @@ PictureService::~PictureService()
     thread_.join();
 }
 
-PictureService::Ticket PictureService::request(request::MakeThumbnail wanted, Priority priority, Done done)
+PictureService::Ticket PictureService::request(PictureRequest wanted, Priority priority, Done done)
 {
-    std::vector<std::string> files = placesOf(wanted.projection);
-    return add(std::move(wanted), std::move(files), priority, std::move(done));
-}
-
-PictureService::Ticket PictureService::request(request::MakeWaveform wanted, Priority priority, Done done)
-{
-    std::vector<std::string> files{wanted.path};
-    return add(std::move(wanted), std::move(files), priority, std::move(done));
-}
-
-PictureService::Ticket PictureService::add(Request wanted, std::vector<std::string> files, Priority priority, Done done)
-{
+    std::vector<std::string> files = filesOf(wanted);
     Ticket job;
     {
         const std::lock_guard lock(mutex_);
@@ -217,14 +214,14 @@ bool PictureService::answerFromMemory(const Ticket& job, const std::string& key)
 
 void PictureService::make(const Ticket& job, const std::string& key)
 {
-    std::vector<std::string> readable;
+    std::vector<std::string> soon;
     {
         const std::lock_guard lock(mutex_);
         files_.insert(job->files.begin(), job->files.end());
-        readable.assign(files_.begin(), files_.end());
+        soon.assign(files_.begin(), files_.end());
     }
     resting_ = false;
-    Made made = host_->make(job->wanted, {job->files, std::move(readable)}, quit_);
+    Made made = host_->make(job->wanted, job->files, soon, quit_);
     if (made.isFinal)
         hopeless_.insert(key);
     if (made.picture || made.waveform)

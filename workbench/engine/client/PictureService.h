@@ -1,7 +1,7 @@
 #pragma once
 
 #include "workbench/engine/client/EngineHost.h"
-#include "workbench/engine/protocol/Messages.h"
+#include "workbench/engine/protocol/PictureRequests.h"
 #include "workbench/store/files/DiskCache.h"
 
 #include <atomic>
@@ -59,13 +59,11 @@ public:
     /** Dropped, it takes the wish back. */
     using Ticket = std::shared_ptr<Job>;
 
-    Ticket request(request::MakeThumbnail wanted, Priority priority, Done done);
-    Ticket request(request::MakeWaveform wanted, Priority priority, Done done);
+    Ticket request(PictureRequest wanted, Priority priority, Done done);
 
     void setPriority(const Ticket& ticket, Priority priority);
 
 private:
-    Ticket add(Request wanted, std::vector<std::string> files, Priority priority, Done done);
     void run();
     Ticket next();
     void waitForJobs(std::unique_lock<std::mutex>& lock);

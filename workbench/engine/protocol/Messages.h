@@ -3,6 +3,7 @@
 #include "workbench/engine/protocol/ContainmentRules.h"
 #include "workbench/engine/protocol/EngineTypes.h"
 #include "workbench/engine/protocol/ExportTypes.h"
+#include "workbench/engine/protocol/PictureRequests.h"
 #include "workbench/engine/protocol/ProbeResults.h"
 #include "workbench/engine/protocol/WaveformPeaks.h"
 #include "workbench/model/EffectDescription.h"
@@ -98,27 +99,6 @@ struct ProbeEffect {
 /** Answered by event::CatalogueRead. */
 struct ReadCatalogue {
     bool operator==(const ReadCatalogue&) const = default;
-};
-
-/** Answered by event::ThumbnailMade. An edit that was asked of just before is still prepared. */
-struct MakeThumbnail {
-    Projection projection;
-    int frame = 0;
-    int maxWidth = 0;
-    int maxHeight = 0;
-
-    bool operator==(const MakeThumbnail&) const = default;
-};
-
-/** Answered by event::WaveformMade. */
-struct MakeWaveform {
-    std::string path;
-    int stream = 0;      ///< among those of the file that hold sound
-    double from = 0.0;   ///< seconds
-    double length = 0.0; ///< seconds
-    int parts = 0;       ///< the stretch is told in so many parts of equal length
-
-    bool operator==(const MakeWaveform&) const = default;
 };
 
 } // namespace request
