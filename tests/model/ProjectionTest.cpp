@@ -1,5 +1,6 @@
 #include "tests/support/SampleEdit.h"
 
+#include "workbench/model/projection/ParamBaker.h"
 #include "workbench/model/projection/Projector.h"
 
 #include <gtest/gtest.h>
@@ -158,6 +159,33 @@ TEST_F(Projected, EveryFrameIsExact)
         const auto level = param<double>(tint, kLevel);
         for (int frame = 0; frame < 50; ++frame)
             ASSERT_NEAR(animation.at(frame) * 100, level->getValue(frame / 50.0), 1e-9) << round << " " << frame;
+    }
+}
+
+/** Nine days of one curve take no more than a few thousand keys, and look the same. */
+TEST_F(Projected, LongCurvesAreShort)
+{
+    ChannelData keys{key(0.0, 20.0), key(0.3, 90.0), key(1.0, 10.0)};
+    for (oribund::Keyframe& smooth : keys)
+        smooth.type = KeyframeType::Smooth;
+    setKeys(keys);
+    const auto level = param<double>(tint, kLevel);
+    const BakeSpan span{kMostFrames, 0, kMostFrames - 1};
+    ParamDescription description = number("Level", 0, 100, 50);
+    ProjectedProperties written;
+    bakeParam(description, *level, span, written);
+    description.integer = true;
+    bakeParam(description, *level, span, written);
+    const Animation smooth(written.at(0).value);
+    const Animation whole(written.at(1).value);
+    EXPECT_LT(smooth.size(), 20'000u);
+    EXPECT_LT(whole.size(), 1'000u);
+    std::mt19937 random(3);
+    for (int i = 0; i < 10'000; ++i) {
+        const int frame = static_cast<int>(random() % kMostFrames);
+        const double value = level->getValue(static_cast<double>(frame) / kMostFrames);
+        ASSERT_NEAR(smooth.at(frame), value, 1e-5) << frame;
+        ASSERT_EQ(whole.textAt(frame), std::to_string(std::lround(value))) << frame;
     }
 }
 

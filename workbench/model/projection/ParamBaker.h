@@ -25,7 +25,9 @@ struct BakeSpan {
 
 /**
  * Appends the properties with which a parameter's setting is given to its service. At every whole frame of the span
- * they have exactly the value of the parameter: straight pieces are written as their ends, all else frame by frame.
+ * they have exactly the value of the parameter: straight pieces are written as their ends, all else frame by frame. A
+ * curved piece of more than a quarter of an hour is written as straight ones, at most 1e-7 of the range of the
+ * keyframes from it.
  */
 void bakeParam(const ParamDescription& description, const oribund::EffectValParamBase& param, const BakeSpan& span,
                ProjectedProperties& properties);
