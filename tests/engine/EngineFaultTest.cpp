@@ -1,13 +1,13 @@
 #include "workbench/engine/client/Engine.h"
 
 #include "tests/engine/EngineFixture.h"
+#include "tests/engine/Workers.h"
 #include "workbench/engine/protocol/TraceMarks.h"
 
 #include <gmock/gmock.h>
 
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
 
 namespace workbench
 {
@@ -17,24 +17,6 @@ namespace
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-std::vector<pid_t> workers()
-{
-    std::vector<pid_t> found;
-    for (const auto& thread : fs::directory_iterator("/proc/self/task")) {
-        std::ifstream children(thread.path() / "children");
-        for (pid_t child = 0; children >> child;)
-            found.push_back(child);
-    }
-    return found;
-}
-
-/** To the processes that this one has started, from outside. */
-void sendToWorkers(int signal)
-{
-    for (const pid_t worker : workers())
-        kill(worker, signal);
-}
 
 void killWorkers()
 {
