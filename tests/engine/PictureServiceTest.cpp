@@ -221,6 +221,15 @@ TEST_F(PictureServiceTest, endsItsWorkerWhenThereIsNothingToDoAndKeepsNoMoreThan
     EXPECT_THAT(workers(), ElementsAre());
     EXPECT_TRUE(ask(thumbnail(41)).picture) << "the next one starts another";
 
+    // Nor what is not to be kept.
+    fs::remove_all(folder());
+    const auto ticket = service->request(
+        thumbnail(42), Priority::Visible, [&](const Made& made) { size = made.picture ? 1 : 0; },
+        PictureService::Keeping::None);
+    ASSERT_TRUE(runUntil([&] { return size <= 1; }));
+    EXPECT_EQ(size, 1U);
+    EXPECT_FALSE(fs::exists(folder()));
+
     // A folder that cannot be used is no harm.
     service.reset();
     fs::remove_all(folder());

@@ -3,14 +3,28 @@
 #include "oribund/host/services/Log.h"
 #include "workbench/app/session/ClipPlacement.h"
 #include "workbench/app/session/Say.h"
+#include "workbench/store/files/StandardFolders.h"
+
+#include <QCoreApplication>
 
 #include <utility>
 
 namespace workbench
 {
 
+namespace
+{
+
+void postToUserInterface(std::function<void()> act)
+{
+    QMetaObject::invokeMethod(QCoreApplication::instance(), std::move(act), Qt::QueuedConnection);
+}
+
+} // namespace
+
 Workspace::Workspace(std::shared_ptr<EngineHost> engine)
     : engine_(std::move(engine))
+    , pictures_(engine_, {cacheFolder() / "pictures"}, postToUserInterface)
     , selectionCallback_(this, &Workspace::handleSelection)
 {
     selectionCallback_.attach(selection_.notifier());

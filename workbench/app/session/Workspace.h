@@ -4,7 +4,7 @@
 #include "oribund/host/notify/MethodCallback.h"
 #include "oribund/host/notify/Notifier.h"
 #include "oribund/host/notify/ValServer.h"
-#include "workbench/engine/client/EngineHost.h"
+#include "workbench/engine/client/PictureService.h"
 #include "workbench/model/Editor.h"
 #include "workbench/model/host/ModelVob.h"
 
@@ -31,6 +31,9 @@ public:
     ~Workspace();
 
     const std::shared_ptr<EngineHost>& engine() const { return engine_; }
+
+    /** Has small pictures and waveforms made. */
+    PictureService& pictures() { return pictures_; }
 
     /** Waits until it is known what is installed, unless it is by now. */
     void learnInstalled();
@@ -71,6 +74,7 @@ private:
     int handleSelection(const oribund::ValServerEvent<ObjectId>& event);
 
     std::shared_ptr<EngineHost> engine_;
+    PictureService pictures_;
     std::shared_ptr<const Installed> installed_;
     EffectCatalogue catalogue_; // edits refer to it; empty as long as nothing is known
     std::vector<std::function<void()>> waiting_;

@@ -18,6 +18,7 @@ struct PictureService::Job {
     Done done;
     std::uint64_t number = 0; // in the order of asking
     Priority priority = Priority::Visible;
+    Keeping keeping = Keeping::OnDisk;
     bool isToBeMade = false; // it was looked for on the disk
 
     auto rank() const { return std::tuple(priority, isToBeMade, number); }
@@ -124,14 +125,15 @@ PictureService::~PictureService()
     thread_.join();
 }
 
-PictureService::Ticket PictureService::request(PictureRequest wanted, Priority priority, Done done)
+PictureService::Ticket PictureService::request(PictureRequest wanted, Priority priority, Done done, Keeping keeping)
 {
     std::vector<std::string> files = filesOf(wanted);
     Ticket job;
     {
         const std::lock_guard lock(mutex_);
         files_.insert(files.begin(), files.end());
-        job = std::make_shared<Job>(Job{std::move(wanted), std::move(files), std::move(done), ++count_, priority});
+        job = std::make_shared<Job>(
+            Job{std::move(wanted), std::move(files), std::move(done), ++count_, priority, keeping});
         waiting_.push_back(job);
     }
     changed_.notify_one();
@@ -205,6 +207,8 @@ bool PictureService::answerFromMemory(const Ticket& job, const std::string& key)
     std::optional<Made> made;
     if (hopeless_.contains(key))
         made = Made{nullptr, nullptr, "It ended the engine before.", true};
+    else if (job->keeping == Keeping::None)
+        return false;
     else if (const std::optional<std::string> kept = kept_.find(key))
         made = unpack(job->wanted, *kept);
     if (made)
@@ -224,7 +228,7 @@ void PictureService::make(const Ticket& job, const std::string& key)
     Made made = host_->make(job->wanted, job->files, soon, quit_);
     if (made.isFinal)
         hopeless_.insert(key);
-    if (made.picture || made.waveform)
+    if (job->keeping == Keeping::OnDisk && (made.picture || made.waveform))
         kept_.keep(key, pack(made));
     tell(job, std::move(made));
 }

@@ -59,7 +59,10 @@ public:
     /** Dropped, it takes the wish back. */
     using Ticket = std::shared_ptr<Job>;
 
-    Ticket request(PictureRequest wanted, Priority priority, Done done);
+    /** Whether it is kept from one start to the next. What changes with every touch is not worth it. */
+    enum class Keeping { OnDisk, None };
+
+    Ticket request(PictureRequest wanted, Priority priority, Done done, Keeping keeping = Keeping::OnDisk);
 
     void setPriority(const Ticket& ticket, Priority priority);
 
