@@ -4,12 +4,10 @@
 #include "Services.h"
 #include "Viewer.h"
 
-#include <oribund/controls/rows/KeyframeCtrlsBase.h>
-#include <oribund/controls/rows/ParamRow.h>
-#include <oribund/host/canvas/UifStd.h>
 #include <oribund/host/effects/params/EffectValParam.h>
 #include <oribund/host/notify/MethodCallback.h>
 #include <oribund/panels/EffectComponentPanel.h>
+#include <oribund/panels/FXPanelGenerator.h>
 #include <skin/PanelSurface.h>
 #include <skin/SkinApplication.h>
 
@@ -41,25 +39,15 @@ Kt::Ptr<EffectInstance> makeBlur()
     return blur;
 }
 
-/** The frame that the library makes, with the row that fits each parameter. */
-class BlurPanel : public EffectComponentPanel
+/** The frame that the library makes, with the controls that fit the parameters. */
+class BlurPanel : public EffectComponentPanel, private FXPanelGenerator
 {
 public:
     explicit BlurPanel(const FXPanelCreationOptions& options)
         : EffectComponentPanel(options)
+        , FXPanelGenerator(options.viewHandle, this, options.tabOrderManager)
     {
-        ParamRowArgs args;
-        args.width = static_cast<unsigned short>(getUserArea().width());
-        args.labelWidth = 80;
-        args.canvas = options.canvas;
-        int y = 0;
-        for (const IdStamp& id : {kRadius, kOpacity}) {
-            const auto param = getEffectPtr()->findParam(id);
-            auto row = makeParamRow(getViewHandle(), *param, args);
-            const int height = row->getHeight();
-            addWidget(std::unique_ptr<Glob>(std::move(row)), UserTopLeft(0, y));
-            y += height + UifStd::getRowGap();
-        }
+        generateUI();
     }
 };
 

@@ -1,18 +1,18 @@
 #include "tests/support/SampleEdit.h"
 #include "tests/support/TestHost.h"
 
-#include "oribund/controls/rows/KeyframeCtrlsBase.h"
-#include "oribund/controls/rows/ParamRow.h"
 #include "oribund/host/base/text/ColourText.h"
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/edit/monitor/FXViewHandle.h"
 #include "oribund/host/edit/monitor/FXVob.h"
+#include "oribund/host/effects/params/ParamText.h"
 #include "oribund/host/effects/params/ParamVisitor.h"
 #include "oribund/host/toolkit/entries/NumericEntry.h"
 #include "oribund/host/toolkit/menus/ValMenuButton.h"
 #include "oribund/host/toolkit/widgets/ValCheckbox.h"
 #include "oribund/host/toolkit/widgets/ValColourSwatch.h"
+#include "oribund/panels/FXPanelGenerator.h"
 #include "workbench/engine/worker/catalogue/CatalogueReader.h"
 #include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/model/host/ModelVob.h"
@@ -30,9 +30,9 @@ namespace
 using namespace oribund;
 
 /** What stands in a row's editors, from left to right. */
-WString shownIn(const Glob& row)
+WString shownIn(Glob& row)
 {
-    std::vector<Glob*> children;
+    std::vector<Glob*> children{&row};
     row.getChildren(children);
     std::vector<WString> texts;
     bool isAngle = false;
@@ -62,7 +62,11 @@ WString shownIn(const Glob& row)
 /** Values over the whole range, the odd ones among them. */
 std::vector<ParamValue> valuesFor(EffectValParamBase& param)
 {
+    constexpr unsigned kNoColour =
+        ParamDisplay::kColourRange | ParamDisplay::kColourOffset | ParamDisplay::kTonalRanges;
     std::vector<ParamValue> values;
+    if (param.displayFlags() & kNoColour)
+        return values; // their numbers stand on a strip or a wheel
     visitParam(param, [&values]<class P>(EffectValParam<P>& typed) {
         P value = typed.getDefault();
         if constexpr (isNumericParam<P>) {
@@ -118,9 +122,14 @@ TEST(ValueText, UndoSaysOfEveryParameterWhatItsRowSays)
         const auto effect = bench.edit->timeline().findEffect(id);
         ASSERT_TRUE(effect) << entry->service;
         const FXViewHandle handle(bench.vob.getEffectMonitor()->getFXVob(effect));
+        WidgetGroup panel(WidgetGroup::InitArgs(600, 0, &canvas));
+        FXPanelGenerator generator(handle, &panel, nullptr);
+        generator.generateUI();
         for (int i = 0; i < effect->paramCount(); ++i) {
             const auto param = effect->paramAt(i);
-            const auto row = makeParamRow(handle, *param, {600, 150, &canvas});
+            Glob* const row = generator.findWidgetForParam(param.get());
+            if (!row)
+                continue; // it is there while another parameter has a certain value
             for (const ParamValue& value : valuesFor(*param)) {
                 const WString before = shownIn(*row);
                 const ParamValue was = param->constantValue();
@@ -129,7 +138,7 @@ TEST(ValueText, UndoSaysOfEveryParameterWhatItsRowSays)
                     continue;
                 bench.edit->undoStack().endGesture();
                 const WString after = shownIn(*row);
-                const WString name = row->getParamName();
+                const WString name = rowNameOf(*param);
                 const WString expected = before == after ? L"Change " + name : name + L" " + before + L" to " + after;
                 ASSERT_EQ(toUTF8(bench.edit->undoStack().undoTitle()).view(), toUTF8(expected).view())
                     << entry->service << ", " << param->name().c_str();

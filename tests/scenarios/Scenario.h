@@ -6,7 +6,7 @@
 #include "tests/support/TestHost.h"
 #include "workbench/app/effects/EffectListPane.h"
 #include "workbench/app/effects/EffectsPanelPane.h"
-#include "workbench/app/panel/SimplePanelBuilder.h"
+#include "workbench/app/effects/GenericEffectPanel.h"
 #include "workbench/app/timeline/TimelinePane.h"
 #include "workbench/app/timeline/TimelineStrip.h"
 #include "workbench/app/window/MainWindow.h"
@@ -40,7 +40,7 @@ protected:
         : folder_(SampleMedia::folder() / testing::UnitTest::GetInstance()->current_test_info()->name())
     {
         fs::create_directories(folder_);
-        registerSimplePanels();
+        registerGenericPanels();
         workspace_ = std::make_unique<Workspace>(testEngine());
         document_ = std::make_unique<Document>(*workspace_, folder_ / "recovery");
         window_ = std::make_unique<MainWindow>(*workspace_, *document_);

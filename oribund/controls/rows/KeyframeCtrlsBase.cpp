@@ -1,14 +1,11 @@
 #include "oribund/controls/rows/KeyframeCtrlsBase.h"
 
-#include "oribund/controls/binding/EffectValParamAccessor.h"
+#include "oribund/controls/binding/ParamReset.h"
 #include "oribund/controls/rows/KeyframeButton.h"
-#include "oribund/host/base/Numeric.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/effects/EffectInstance.h"
 #include "oribund/host/effects/params/NumberDisplay.h"
 #include "oribund/host/effects/params/ParamText.h"
-#include "oribund/host/effects/params/ParamVisitor.h"
 #include "oribund/host/services/TextIds.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/core/GlobChange.h"
@@ -202,21 +199,8 @@ void KeyframeCtrlsBase::followParam()
 
 bool KeyframeCtrlsBase::userReset()
 {
-    const Kt::Ptr<EffectInstance> effect = getEffectPtr();
     const Kt::Ptr<EffectValParamBase> param = getEffectParam();
-    if (!param || !canInteract() || !canEditParam(*effect, *param))
-        return false;
-    const RedrawHold hold;
-    if (param->functionType() == EffectValParamFnType::Keyframed)
-        prepareEdit();
-    const double time = clampNormalisedTime(getNormalisedCurrentTime());
-    EditGesture gesture;
-    gesture.begin(getViewedEdit());
-    bool done = false;
-    visitParam(*param, [&]<class P>(EffectValParam<P>& typed) {
-        done = EffectValParamAccessor<P>(typed).setValue(effect, typed.getDefault(), time, ChangeKind::Single);
-    });
-    return done;
+    return param && canInteract() && resetParam(*this, *param);
 }
 
 // Layout
@@ -224,6 +208,11 @@ bool KeyframeCtrlsBase::userReset()
 int KeyframeCtrlsBase::calcLabelWidth(const EffectValParamBase& param)
 {
     return UifStd::measure(rowNameOf(param)) + UifStd::getWidgetGap();
+}
+
+int KeyframeCtrlsBase::nameOffset()
+{
+    return UifStd::getControlHeight() + UifStd::getWidgetGap();
 }
 
 int KeyframeCtrlsBase::calcValEntryWidth() const
@@ -270,7 +259,7 @@ void KeyframeCtrlsBase::layoutChildren()
     const Kt::Box<int> area = getUserArea();
     const int gap = UifStd::getWidgetGap();
     button_->setPosition({area.left, area.top + (area.height() - button_->getHeight()) / 2});
-    label_->setPosition({area.left + button_->getWidth() + gap, area.top});
+    label_->setPosition({area.left + nameOffset(), area.top});
     label_->resize({labelWidth_, area.height()});
     const int left = label_->box().right + gap;
     layoutEditors({std::min(left, area.right), area.top, area.right, area.bottom});

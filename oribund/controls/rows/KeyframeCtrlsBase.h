@@ -45,6 +45,9 @@ public:
     /** Null while the effect has no such parameter. */
     Kt::Ptr<EffectValParamBase> getEffectParam() const;
 
+    /** Where names begin, from the row's left edge: behind the keyframe button. */
+    static int nameOffset();
+
     /** The room that a parameter's name needs. */
     static int calcLabelWidth(const EffectValParamBase& param);
 

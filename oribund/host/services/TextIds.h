@@ -59,6 +59,8 @@
     Text(kFromTo, 20210, L"$LOW$ to $HIGH$") \
     Text(kFrom, 20211, L"from $LOW$") \
     Text(kUpTo, 20212, L"up to $HIGH$") \
+    Text(kResetGroup, 20221, L"Reset $GROUP$") \
+    Text(kNoParams, 20222, L"There is nothing to set.") \
     Text(kCueTimecode, 20301, L"Timecode") \
     Text(kCueName, 20302, L"Name") \
     Text(kCueDescription, 20303, L"Description") \

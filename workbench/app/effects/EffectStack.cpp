@@ -5,7 +5,7 @@
 #include "oribund/host/toolkit/widgets/Label.h"
 #include "oribund/panels/EffectComponentPanel.h"
 #include "oribund/panels/FXPanelFactory.h"
-#include "workbench/app/panel/SimplePanel.h"
+#include "workbench/app/effects/GenericEffectPanel.h"
 #include "workbench/model/Ids.h"
 #include "workbench/model/projection/Projector.h"
 
@@ -63,22 +63,22 @@ EffectStack::~EffectStack() = default;
 
 void EffectStack::alignLabels()
 {
-    std::vector<SimplePanel*> panels;
+    std::vector<GenericEffectPanel*> panels;
     int widest = 0;
     for (const auto& [id, panel] : panels_)
-        if (auto* const simple = dynamic_cast<SimplePanel*>(panel)) {
+        if (auto* const simple = dynamic_cast<GenericEffectPanel*>(panel)) {
             panels.push_back(simple);
             widest = std::max(widest, simple->widestLabel());
         }
-    for (SimplePanel* const panel : panels)
-        panel->setLabelWidth(widest);
+    for (GenericEffectPanel* const panel : panels)
+        panel->setLeastLabelWidth(widest);
 }
 
 void EffectStack::showLeftOut(const std::vector<LeftOutEffect>& leftOut)
 {
     const RedrawHold hold;
     for (const auto& [effect, shown] : panels_) {
-        auto* const panel = dynamic_cast<SimplePanel*>(shown);
+        auto* const panel = dynamic_cast<GenericEffectPanel*>(shown);
         const auto found = std::find_if(leftOut.begin(), leftOut.end(),
                                         [id = filterId(effect)](const auto& one) { return one.id == id; });
         if (!panel)

@@ -2,7 +2,7 @@
 
 #include "skin/QtConversions.h"
 #include "skin/SkinApplication.h"
-#include "workbench/app/panel/SimplePanelBuilder.h"
+#include "workbench/app/effects/GenericEffectPanel.h"
 #include "workbench/app/session/Background.h"
 #include "workbench/app/session/PlainTexts.h"
 #include "workbench/app/session/PreferenceKeys.h"
@@ -135,7 +135,7 @@ int runWithSettings(const CommandLine& commandLine)
     // Pictures show nobody's own settings, and change none.
     FilePreferences preferences((pictures ? scratch.path() : settingsFolder()) / "preferences.json");
     WorkbenchHost host(preferences);
-    registerSimplePanels();
+    registerGenericPanels();
     Workspace workspace(std::make_shared<EngineHost>());
     host.setPlayMachine(&workspace.vob());
     const int status = runWindow(workspace, host, preferences, commandLine,

@@ -12,6 +12,16 @@
 namespace oribund
 {
 
+namespace
+{
+
+int markSide()
+{
+    return UifStd::getControlHeight() * 7 / 10;
+}
+
+} // namespace
+
 Checkbox::Checkbox(const InitArgs& args)
     : ClickControl(args)
     , text_(displayText(args.text))
@@ -89,9 +99,14 @@ void Checkbox::describe(AccessibleDescription& description) const
     description.checked = checked_;
 }
 
+int Checkbox::textOffset()
+{
+    return 1 + markSide() + UifStd::getWidgetGap();
+}
+
 Kt::Box<int> Checkbox::markBox() const
 {
-    const int side = std::min(UifStd::getControlHeight() * 7 / 10, getHeight());
+    const int side = std::min(markSide(), getHeight());
     return Kt::Box<int>::fromSize({1, (getHeight() - side) / 2}, {side, side});
 }
 
@@ -107,7 +122,7 @@ void Checkbox::draw(CanvasRenderer& renderer)
         renderer.polyline(tick, ink(palette.accentText()), side / 8.0);
     }
     Kt::Box<double> rest = CanvasRenderer::toDouble(localBox());
-    rest.left = mark.right + UifStd::getWidgetGap();
+    rest.left = textOffset();
     if (!text_.empty())
         renderer.text(rest, text_, font(), ink(palette.windowText()));
 }

@@ -41,6 +41,9 @@ public:
     /** Whether a click with keys held is told as one, instead of toggling the box. Off by default. */
     void setTellsModifiers(bool tells) { tellsModifiers_ = tells; }
 
+    /** Where the text begins, from the left edge. */
+    static int textOffset();
+
     /** Tells of what the user does; not of setChecked(). */
     Notifier<CheckboxEvent>& events() { return events_; }
 

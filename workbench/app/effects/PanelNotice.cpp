@@ -1,4 +1,4 @@
-#include "workbench/app/panel/PanelNotice.h"
+#include "workbench/app/effects/PanelNotice.h"
 
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/toolkit/widgets/Label.h"

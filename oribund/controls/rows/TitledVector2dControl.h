@@ -1,7 +1,7 @@
 #pragma once
 
 #include "oribund/controls/rows/KeyframeCtrlsBase.h"
-#include "oribund/controls/rows/ParamRow.h"
+#include "oribund/host/base/Colour.h"
 #include "oribund/host/effects/params/EffectValParam.h"
 
 #include <array>
@@ -12,11 +12,19 @@ namespace oribund
 class ScrubLabel;
 class ValSlider;
 
-/** The row of a place: X and Y side by side, each with its letter, a slider as far as there is room, and an entry. */
-class ORIBUND_API PointRow : public KeyframeCtrlsBase
+/**
+ * The row of a place: X and Y side by side, each with its letter, a slider as far as there is room, and an entry. A
+ * stripe shows the colour that the parameter has in graphs and in handles over the picture.
+ */
+class ORIBUND_API TitledVector2dControl : public KeyframeCtrlsBase
 {
 public:
-    PointRow(const FXViewHandle& handle, const EffectValParam<Vector2d>& param, const ParamRowArgs& args);
+    TitledVector2dControl(const FXViewHandle& handle, const EffectValParam<Vector2d>& param, unsigned short width,
+                          unsigned short labelWidth, Canvas* canvas);
+
+    const Colour& getColour() const { return colour_; }
+
+    void draw(CanvasRenderer& renderer) override;
 
 protected:
     void layoutEditors(const Kt::Box<int>& area) override;
@@ -34,6 +42,7 @@ private:
     void layoutCoordinate(Coordinate& coordinate, const Kt::Box<int>& area);
 
     std::array<Coordinate, 2> coordinates_;
+    Colour colour_;
 };
 
 } // namespace oribund

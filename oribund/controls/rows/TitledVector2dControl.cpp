@@ -1,7 +1,9 @@
-#include "oribund/controls/rows/PointRow.h"
+#include "oribund/controls/rows/TitledVector2dControl.h"
 
 #include "oribund/controls/binding/EffectValParamAdaptor.h"
+#include "oribund/controls/rows/GraphColManager.h"
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
+#include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/effects/params/NumberDisplay.h"
 #include "oribund/host/toolkit/entries/NumericEntry.h"
@@ -17,11 +19,14 @@ namespace
 {
 
 constexpr std::array<const wchar_t*, 2> kLetters{L"X", L"Y"};
+constexpr int kStripeWidth = 2;
 
 } // namespace
 
-PointRow::PointRow(const FXViewHandle& handle, const EffectValParam<Vector2d>& param, const ParamRowArgs& args)
-    : KeyframeCtrlsBase(handle, param.id(), args.width, args.labelWidth, 0, args.canvas)
+TitledVector2dControl::TitledVector2dControl(const FXViewHandle& handle, const EffectValParam<Vector2d>& param,
+                                             unsigned short width, unsigned short labelWidth, Canvas* canvas)
+    : KeyframeCtrlsBase(handle, param.id(), width, labelWidth, 0, canvas)
+    , colour_(GraphColManager::getColourFor(param.id()))
 {
     for (unsigned i = 0; i < coordinates_.size(); ++i)
         addCoordinate(i, param);
@@ -30,7 +35,7 @@ PointRow::PointRow(const FXViewHandle& handle, const EffectValParam<Vector2d>& p
     finishRow();
 }
 
-void PointRow::addCoordinate(unsigned index, const EffectValParam<Vector2d>& param)
+void TitledVector2dControl::addCoordinate(unsigned index, const EffectValParam<Vector2d>& param)
 {
     Coordinate& coordinate = coordinates_[index];
     const WString letter = kLetters[index];
@@ -44,7 +49,7 @@ void PointRow::addCoordinate(unsigned index, const EffectValParam<Vector2d>& par
     coordinate.entry->setDataAdaptor(Kt::makePtr<PositionTextAdaptor>(getViewHandle(), PosTextAccessor(param, index)));
 }
 
-void PointRow::applyDisplay(const EffectValParam<Vector2d>& param)
+void TitledVector2dControl::applyDisplay(const EffectValParam<Vector2d>& param)
 {
     for (std::size_t i = 0; i < coordinates_.size(); ++i) {
         const double standard = param.getDefault()[i];
@@ -54,13 +59,25 @@ void PointRow::applyDisplay(const EffectValParam<Vector2d>& param)
     }
 }
 
-void PointRow::handleParamReplaced(EffectValParamBase& param)
+void TitledVector2dControl::handleParamReplaced(EffectValParamBase& param)
 {
     if (const auto* point = dynamic_cast<const EffectValParam<Vector2d>*>(&param))
         applyDisplay(*point);
 }
 
-void PointRow::layoutEditors(const Kt::Box<int>& area)
+void TitledVector2dControl::draw(CanvasRenderer& renderer)
+{
+    KeyframeCtrlsBase::draw(renderer);
+    if (!coordinates_[0].letter)
+        return;
+    // In the gap before the letters.
+    const double right = coordinates_[0].letter->box().left - 2;
+    const double margin = (getHeight() - UifStd::getControlHeight()) / 2.0;
+    renderer.fillRect({right - kStripeWidth, margin, right, getHeight() - margin},
+                      canInteract() ? colour_ : getPalette().disabledText());
+}
+
+void TitledVector2dControl::layoutEditors(const Kt::Box<int>& area)
 {
     const int gap = UifStd::getWidgetGap();
     const int half = std::max(0, (area.width() - gap) / 2);
@@ -68,7 +85,7 @@ void PointRow::layoutEditors(const Kt::Box<int>& area)
     layoutCoordinate(coordinates_[1], {area.right - half, area.top, area.right, area.bottom});
 }
 
-void PointRow::layoutCoordinate(Coordinate& coordinate, const Kt::Box<int>& area)
+void TitledVector2dControl::layoutCoordinate(Coordinate& coordinate, const Kt::Box<int>& area)
 {
     coordinate.letter->setPosition(area.topLeft());
     coordinate.letter->resize({UifStd::measure(L"X", font()), area.height()});

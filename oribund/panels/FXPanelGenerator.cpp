@@ -1,0 +1,539 @@
+#include "oribund/panels/FXPanelGenerator.h"
+
+#include "oribund/controls/rows/KeyframeCtrlsBase.h"
+#include "oribund/host/canvas/Canvas.h"
+#include "oribund/host/canvas/ColourScheme.h"
+#include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/effects/params/ParamText.h"
+#include "oribund/host/effects/params/ParamVisitor.h"
+#include "oribund/host/services/Log.h"
+#include "oribund/host/services/TextIds.h"
+#include "oribund/host/services/TextTable.h"
+#include "oribund/host/toolkit/core/EventRouter.h"
+#include "oribund/host/toolkit/layout/TabOrderable.h"
+#include "oribund/host/toolkit/widgets/Checkbox.h"
+#include "oribund/panels/GroupSizes.h"
+#include "oribund/panels/ParamGroup.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace oribund
+{
+
+namespace
+{
+
+using Kind = ParamPresentationDetails::Kind;
+
+constexpr WidgetSurround kFollowWidth{0, 0, 0, 0, true};
+constexpr std::size_t kLongestName = 64;
+
+unsigned short asWidth(int pixels)
+{
+    return static_cast<unsigned short>(std::clamp(pixels, 0, 0xffff));
+}
+
+int gapBetweenRows()
+{
+    return UifStd::getRowGap() / 2;
+}
+
+} // namespace
+
+/** A container that is being filled. */
+struct FXPanelGenerator::Level {
+    explicit Level(StandardPanel& filled)
+        : panel(&filled)
+        , hold(std::make_unique<LayoutHold>(filled))
+    {
+    }
+
+    StandardPanel* panel;
+    std::unique_ptr<LayoutHold> hold;
+    std::unique_ptr<ParamGroup> made; ///< the panel, if it is a new group
+    std::vector<Glob*> order;
+    bool hasKept = false; ///< the order is not that in which the widgets were added
+};
+
+/** What was shown before, as far as it has not found its place again. */
+class FXPanelGenerator::Regeneration
+{
+public:
+    WidgetMap widgets;
+    std::vector<GlobRef<ParamGroup>> groups;
+};
+
+FXPanelGenerator::FXPanelGenerator()
+    : nextSurround_(getGroupSeparator())
+{
+}
+
+FXPanelGenerator::FXPanelGenerator(const FXViewHandle& handle, StandardPanel* panel, TabOrderManager* tabOrder)
+    : FXPanelGenerator()
+{
+    init(handle, panel, tabOrder);
+}
+
+FXPanelGenerator::FXPanelGenerator(const FXPanelGenerator& other)
+    : FXPanelGenerator()
+{
+    *this = other;
+}
+
+FXPanelGenerator& FXPanelGenerator::operator=(const FXPanelGenerator& other)
+{
+    handle_ = other.handle_;
+    target_ = other.target_;
+    panel_ = other.panel_;
+    tabOrder_ = other.tabOrder_;
+    container_ = other.container_;
+    containerWidth_ = other.containerWidth_;
+    initialLabelWidth_ = other.initialLabelWidth_;
+    depth_ = other.depth_;
+    groupSizeChange_ = other.groupSizeChange_;
+    palette_ = other.palette_;
+    nextSurround_ = other.nextSurround_;
+    plan_ = other.plan_;
+    root_ = other.root_;
+    widgets_ = other.widgets_;
+    groups_ = other.groups_;
+    return *this;
+}
+
+FXPanelGenerator::~FXPanelGenerator() = default;
+
+void FXPanelGenerator::init(const FXViewHandle& handle, StandardPanel* panel, TabOrderManager* tabOrder)
+{
+    handle_ = target_ = handle;
+    panel_ = panel;
+    tabOrder_ = tabOrder;
+}
+
+// Generation
+
+void FXPanelGenerator::generateUI()
+{
+    generateUI(handle_.getViewEffectID());
+}
+
+void FXPanelGenerator::generateUI(const IdStamp& effectId)
+{
+    generateUI(effectId, nullptr);
+}
+
+void FXPanelGenerator::generateUI(const IdStamp& effectId, Glob* container)
+{
+    if (!panel_)
+        return;
+    auto* const inside = dynamic_cast<StandardPanel*>(container);
+    StandardPanel& root = inside ? *inside : *panel_;
+    containerWidth_ = asWidth(root.getUserArea().width());
+    const Kt::Ptr<EffectInstance> effect = findTarget(effectId);
+    initialLabelWidth_ = calcInitialLabelWidth();
+    if (!effect)
+        return;
+    PresentationPlan plan = PresentationPlan::of(effect);
+    const RedrawHold redraws;
+    if (plan == plan_ && root_ == &root && isComplete())
+        refreshKept(*effect);
+    else
+        showPlan(std::move(plan), *effect, root);
+}
+
+/** The effect to show, at which the rows then look through a handle of their own. */
+Kt::Ptr<EffectInstance> FXPanelGenerator::findTarget(const IdStamp& effectId)
+{
+    target_ = handle_;
+    const Kt::Ptr<EffectInstance> effect = handle_.getEffectPtr();
+    if (!effect || effect->id() == effectId)
+        return effect;
+    const EffectInstance::ChildPath path = effect->findEmbeddedChild(effectId);
+    const Kt::Ptr<EffectInstance> target = path.empty() ? effect->getMask() : effect->getEmbeddedChild(path);
+    if (target)
+        target_.setViewEffectID(target->id());
+    return target;
+}
+
+bool FXPanelGenerator::isComplete() const
+{
+    const auto isThere = [](const auto& shown) { return static_cast<bool>(shown.second.widget); };
+    return !widgets_.empty() && std::all_of(widgets_.begin(), widgets_.end(), isThere);
+}
+
+void FXPanelGenerator::refreshKept(const EffectInstance& effect)
+{
+    for (const auto& [id, shown] : widgets_)
+        if (const auto param = effect.findParam(id); param && paramControlOf(*param) == shown.shape.control)
+            refreshName(*shown.widget, *param, makeParamName(param));
+    setLabelWidth(initialLabelWidth_);
+}
+
+void FXPanelGenerator::showPlan(PresentationPlan plan, const EffectInstance& effect, StandardPanel& root)
+{
+    if (plan.wasUnbalanced())
+        logf("FXPanelGenerator : starts and ends of groups do not match in %s\n", effect.tagTypeId().c_str());
+    const Canvas* const canvas = root.canvas();
+    const GlobRef<Glob> keyboard(canvas ? canvas->focusOwner() : nullptr);
+    before_ = std::make_unique<Regeneration>(Regeneration{std::move(widgets_), std::move(groups_)});
+    widgets_.clear();
+    groups_.clear();
+    levels_.clear();
+    plan_ = std::move(plan);
+    root_ = GlobRef<StandardPanel>(&root);
+    depth_ = 1;
+    {
+        const LayoutHold layout(root);
+        openLevel(root);
+        for (const PresentationPlan::Entry& entry : plan_.entries()) {
+            if (entry.details.kind == Kind::GroupStart)
+                startGroup(entry.details);
+            else if (entry.details.kind == Kind::GroupEnd)
+                endGroup();
+            else
+                showParam(entry, effect);
+        }
+        closeLevel();
+        destroyLeftOver();
+    }
+    // A widget that has moved to another group has lost it on the way.
+    if (keyboard && !keyboard->hasFocus())
+        keyboard->takeFocus();
+}
+
+void FXPanelGenerator::showParam(const PresentationPlan::Entry& entry, const EffectInstance& effect)
+{
+    const auto param = effect.findParam(entry.details.id);
+    nextSurround_ = surroundOf(entry.shape.control);
+    Glob* widget = takeKept(entry);
+    if (widget) {
+        refreshName(*widget, *param, makeParamName(param));
+        setNameWidth(*widget, calcLabelWidth());
+        keep(*widget, nextSurround_);
+    } else {
+        const auto width = asWidth(containerWidth_ - nextSurround_.left);
+        visitParam(*param,
+                   [&](auto& typed) { widget = createParamUI(Kt::Ptr(&typed), width, currentPanel()->canvas()); });
+        if (widget)
+            addWidgetInternal(param, widget);
+    }
+    nextSurround_ = getGroupSeparator();
+    const int index = effect.indexOfParam(entry.details.id);
+    for (int i = 0; widget && i <= entry.shape.followers; ++i)
+        widgets_[effect.paramAt(index + i)->id()] = {GlobRef<Glob>(widget), entry.shape};
+}
+
+Glob* FXPanelGenerator::takeKept(const PresentationPlan::Entry& entry)
+{
+    const auto found = before_->widgets.find(entry.details.id);
+    if (found == before_->widgets.end())
+        return nullptr;
+    const Shown shown = found->second;
+    if (!shown.widget || shown.shape != entry.shape)
+        return nullptr;
+    std::erase_if(before_->widgets, [&](const auto& other) { return other.second.widget == shown.widget.get(); });
+    return shown.widget.get();
+}
+
+void FXPanelGenerator::keep(Glob& widget, const WidgetSurround& surround)
+{
+    Level& level = levels_.back();
+    level.hasKept = true;
+    if (widget.parent() != level.panel) {
+        std::unique_ptr<Glob> moved = widget.parent()->removeChild(widget);
+        level.panel->addWidget(std::move(moved), calcWidgetPosition(), surround);
+    }
+    level.order.push_back(&widget);
+    addWidgetToTabOrder(&widget);
+}
+
+void FXPanelGenerator::destroyLeftOver()
+{
+    const auto destroy = [](Glob* glob) {
+        if (glob && glob->parent())
+            glob->parent()->removeChild(*glob);
+    };
+    for (const auto& [id, shown] : before_->widgets) {
+        destroy(shown.widget.get());
+        switches_.erase(id);
+    }
+    for (const auto& group : before_->groups)
+        destroy(group.get());
+    before_.reset();
+}
+
+// Containers
+
+StandardPanel* FXPanelGenerator::currentPanel() const
+{
+    return levels_.empty() ? panel_ : levels_.back().panel;
+}
+
+void FXPanelGenerator::openLevel(StandardPanel& panel)
+{
+    levels_.emplace_back(panel);
+    container_ = &panel;
+    containerWidth_ = asWidth(panel.getUserArea().width());
+    palette_ = panel.getPalette();
+}
+
+void FXPanelGenerator::closeLevel()
+{
+    const Level closed = std::move(levels_.back());
+    levels_.pop_back();
+    if (closed.hasKept)
+        closed.panel->stackWidgets(closed.order, gapBetweenRows());
+}
+
+WidgetGroupEx* FXPanelGenerator::startGroup(const EffectInstance::ParamPresentationDetails& details)
+{
+    if (!panel_)
+        return nullptr;
+    if (levels_.empty())
+        openLevel(*panel_);
+    ParamGroup* group = takeKeptGroup(details);
+    std::unique_ptr<ParamGroup> made;
+    if (!group) {
+        made = makeGroup(details);
+        group = made.get();
+    }
+    groups_.emplace_back(group);
+    if (tabOrder_)
+        tabOrder_->addTabStop(group, TabOrderManager::kAppend);
+    openLevel(*group);
+    levels_.back().made = std::move(made);
+    ++depth_;
+    return group;
+}
+
+ParamGroup* FXPanelGenerator::takeKeptGroup(const EffectInstance::ParamPresentationDetails& details)
+{
+    if (!before_)
+        return nullptr;
+    const auto found = std::find_if(before_->groups.begin(), before_->groups.end(),
+                                    [&](const auto& group) { return group && group->details().id == details.id; });
+    if (found == before_->groups.end())
+        return nullptr;
+    ParamGroup& group = **found;
+    before_->groups.erase(found);
+    group.setDetails(details);
+    return &group;
+}
+
+std::unique_ptr<ParamGroup> FXPanelGenerator::makeGroup(const EffectInstance::ParamPresentationDetails& details)
+{
+    const Kt::Ptr<EffectInstance> effect = target_.getEffectPtr();
+    ParamGroup::InitArgs args(containerWidth_, 0, currentPanel()->canvas());
+    args.palette = palette_;
+    args.title = details.title;
+    args.titleColour = getGroupTitleColour();
+    args.sizeState = getInitialSizeState(effect ? effect->tagTypeId() : String(), details, Glob::eSizeNormal);
+    args.viewHandle = target_;
+    args.details = details;
+    auto group = std::make_unique<ParamGroup>(args);
+    group->setSeparatorStyle(WidgetGroupEx::eNoSeparator);
+    group->setSizeChangeEnabled(groupSizeChange_);
+    return group;
+}
+
+void FXPanelGenerator::endGroup()
+{
+    if (depth_ <= 1 || levels_.size() <= 1)
+        return;
+    --depth_;
+    std::unique_ptr<ParamGroup> made = std::move(levels_.back().made);
+    StandardPanel& group = *levels_.back().panel;
+    closeLevel();
+    Level& outer = levels_.back();
+    container_ = outer.panel;
+    containerWidth_ = asWidth(outer.panel->getUserArea().width());
+    palette_ = outer.panel->getPalette();
+    if (!made) {
+        keep(group, getGroupSeparator());
+        return;
+    }
+    outer.panel->addWidget(std::move(made), calcWidgetPosition(), getGroupSeparator());
+    outer.order.push_back(&group);
+}
+
+WidgetGroupEx* FXPanelGenerator::findGroup(const IdStamp& id) const
+{
+    const auto found = std::find_if(groups_.begin(), groups_.end(),
+                                    [&](const auto& group) { return group && group->details().id == id; });
+    return found == groups_.end() ? nullptr : found->get();
+}
+
+WidgetGroupEx* FXPanelGenerator::findGroup(const LightweightString<wchar_t>& title) const
+{
+    const auto found = std::find_if(groups_.begin(), groups_.end(), [&](const auto& group) {
+        return group && displayText(group->getTitle()) == title;
+    });
+    return found == groups_.end() ? nullptr : found->get();
+}
+
+void FXPanelGenerator::getAllGroups(Vector<WidgetGroupEx*>& groups)
+{
+    for (const auto& group : groups_)
+        if (group)
+            groups.push_back(group.get());
+}
+
+// Widgets
+
+void FXPanelGenerator::addWidgetInternal(const Kt::Ptr<EffectValParamBase>& param, Glob* widget)
+{
+    if (container_)
+        addWidgetInternal(param, widget, calcWidgetPosition(), nextSurround_);
+    else
+        addWidgetInternal(param, widget, Glob::UserTopLeft(0, 0), kFollowWidth);
+}
+
+void FXPanelGenerator::addWidgetInternal(const Kt::Ptr<EffectValParamBase>& param, Glob* widget,
+                                         const WidgetPosition& position, WidgetSurround surround)
+{
+    std::unique_ptr<Glob> owned(widget);
+    StandardPanel* const panel = currentPanel();
+    if (!panel || !widget)
+        return;
+    const bool isFirst = position.relativeTo || !panel->previousWidget();
+    panel->addWidget(std::move(owned), isFirst ? position : calcWidgetPosition(), surround);
+    if (!levels_.empty())
+        levels_.back().order.push_back(widget);
+    addWidgetToTabOrder(widget);
+    widgets_[param->id()] = {GlobRef<Glob>(widget), {paramControlOf(*param)}};
+    if (auto* const box = dynamic_cast<Checkbox*>(widget)) {
+        auto& callback = switches_[param->id()];
+        callback = std::make_unique<SwitchCallback>(this, &FXPanelGenerator::handleBinaryItemEvent);
+        callback->attach(box->events());
+    }
+}
+
+WidgetPosition FXPanelGenerator::calcWidgetPosition()
+{
+    const bool isBehindOwn = !levels_.empty() && !levels_.back().order.empty();
+    const Glob* const above = isBehindOwn ? levels_.back().order.back() : currentPanel()->previousWidget();
+    return above ? WidgetPosition::below(*above, gapBetweenRows()) : Glob::UserTopLeft(0, 0);
+}
+
+void FXPanelGenerator::addWidgetToTabOrder(Glob* widget)
+{
+    if (!tabOrder_)
+        return;
+    if (auto* const host = dynamic_cast<TabOrderableHost*>(widget))
+        tabOrder_->addTabStopsFrom(host, TabOrderManager::kAppend);
+    else if (auto* const stop = dynamic_cast<TabOrderable*>(widget))
+        tabOrder_->addTabStop(stop, TabOrderManager::kAppend);
+}
+
+Glob* FXPanelGenerator::findWidgetForParam(const EffectValParamBase* param) const
+{
+    const auto found = param ? widgets_.find(param->id()) : widgets_.end();
+    return found == widgets_.end() ? nullptr : found->second.widget.get();
+}
+
+/** Through its message, which its adaptor hears: whoever sends it has the same effect. */
+int FXPanelGenerator::handleBinaryItemEvent(const CheckboxEvent& event)
+{
+    if (event.kind == CheckboxEvent::Kind::Toggled)
+        event.box->sendMsg(event.box->getMessage());
+    return 0;
+}
+
+// Names
+
+unsigned short FXPanelGenerator::calcInitialLabelWidth() const
+{
+    const int row = UifStd::getRowHeight();
+    const Kt::Ptr<EffectInstance> effect = target_.getEffectPtr();
+    if (!effect)
+        return asWidth(3 * row);
+    int indent = 0;
+    int widest = 0;
+    for (const ParamPresentationDetails& entry : effect->presentation()) {
+        if (entry.kind == Kind::GroupStart)
+            indent += WidgetGroupEx::childXOffset();
+        else if (entry.kind == Kind::GroupEnd)
+            indent -= WidgetGroupEx::childXOffset();
+        else if (const auto param = effect->findParam(entry.id))
+            widest = std::max(widest, indent + UifStd::measure(makeParamName(param)));
+    }
+    return asWidth(std::clamp(widest + UifStd::getWidgetGap(), 3 * row, 7 * row));
+}
+
+unsigned short FXPanelGenerator::calcLabelWidth() const
+{
+    return asWidth(initialLabelWidth_ - WidgetGroupEx::childXOffset() * (depth_ - 1));
+}
+
+void FXPanelGenerator::setLabelWidth(unsigned short width)
+{
+    const RedrawHold hold;
+    initialLabelWidth_ = width;
+    depth_ = 1;
+    for (const PresentationPlan::Entry& entry : plan_.entries()) {
+        if (entry.details.kind == Kind::GroupStart)
+            ++depth_;
+        else if (entry.details.kind == Kind::GroupEnd)
+            --depth_;
+        else if (const auto found = widgets_.find(entry.details.id); found != widgets_.end() && found->second.widget)
+            setNameWidth(*found->second.widget, calcLabelWidth());
+    }
+}
+
+LightweightString<wchar_t> FXPanelGenerator::makeParamName(const Kt::Ptr<EffectValParamBase>& param) const
+{
+    const WString name = rowNameOf(*param);
+    if (name.size() <= kLongestName)
+        return name;
+    return WString(name.view().substr(0, kLongestName - 1)) + L"\u2026";
+}
+
+// What all panels have in common
+
+unsigned short FXPanelGenerator::calcSize(eUIMetric metric)
+{
+    switch (metric) {
+    case eUIMetric::WidgetGap:
+        return asWidth(UifStd::getWidgetGap());
+    case eUIMetric::RowHeight:
+        return asWidth(UifStd::getRowHeight());
+    case eUIMetric::LeastLabelWidth:
+        return asWidth(3 * UifStd::getRowHeight());
+    default:
+        return 0;
+    }
+}
+
+WidgetSurround FXPanelGenerator::getGroupSeparator()
+{
+    return kFollowWidth;
+}
+
+Colour FXPanelGenerator::getGroupTitleColour()
+{
+    return UifStd::getColourScheme().headingText();
+}
+
+Glob::eSizeState FXPanelGenerator::getInitialSizeState(const LightweightString<char>& effectTag,
+                                                       const LightweightString<wchar_t>& groupTitle,
+                                                       Glob::eSizeState fallback)
+{
+    return GroupSizes::read(effectTag, groupTitle, fallback);
+}
+
+Glob::eSizeState FXPanelGenerator::getInitialSizeState(const LightweightString<char>& effectTag,
+                                                       const EffectInstance::ParamPresentationDetails& details,
+                                                       Glob::eSizeState fallback)
+{
+    return getInitialSizeState(effectTag, displayText(details.title),
+                               details.isCollapsed() ? Glob::eSizeMinimised : fallback);
+}
+
+void FXPanelGenerator::setInitialSizeState(const LightweightString<char>& effectTag,
+                                           const EffectInstance::ParamPresentationDetails& details,
+                                           Glob::eSizeState state)
+{
+    GroupSizes::store(effectTag, displayText(details.title), state);
+}
+
+} // namespace oribund

@@ -1,0 +1,122 @@
+#include "oribund/panels/PresentationPlan.h"
+
+#include "oribund/colour/ColourRangePanel.h"
+#include "oribund/host/effects/EffectInstance.h"
+#include "oribund/host/effects/params/EffectValParam.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+namespace oribund
+{
+
+namespace
+{
+
+using Kind = ParamPresentationDetails::Kind;
+
+ParamShape shapeOf(const Kt::Ptr<EffectInstance>& effect, const EffectValParamBase& param)
+{
+    ParamShape shape{paramControlOf(param)};
+    if (shape.control != ParamControl::ColourRange)
+        return shape;
+    shape.index = effect->indexOfParam(param.id());
+    const auto params = ColourRangePanel::paramsOf(effect, static_cast<unsigned>(shape.index));
+    shape.followers = std::max(0, static_cast<int>(params.size()) - 1);
+    return shape;
+}
+
+} // namespace
+
+class PresentationPlan::Builder
+{
+public:
+    explicit Builder(const Kt::Ptr<EffectInstance>& effect)
+        : effect_(effect)
+    {
+    }
+
+    PresentationPlan build()
+    {
+        for (const ParamPresentationDetails& details : effect_->presentation())
+            add(details);
+        plan_.unbalanced_ = plan_.unbalanced_ || !open_.empty();
+        while (!open_.empty())
+            end();
+        return std::move(plan_);
+    }
+
+private:
+    enum class Group { Shown, Flattened, Hidden };
+
+    void add(const ParamPresentationDetails& details)
+    {
+        if (details.kind == Kind::GroupStart)
+            start(details);
+        else if (details.kind == Kind::GroupEnd)
+            end();
+        else if (!isHidden())
+            addParam(details);
+    }
+
+    bool isHidden() const { return !open_.empty() && open_.back() == Group::Hidden; }
+
+    void start(const ParamPresentationDetails& details)
+    {
+        if (isHidden() || details.isHidden()) {
+            open_.push_back(Group::Hidden);
+        } else if (depth_ == kDeepestGroup) {
+            open_.push_back(Group::Flattened);
+        } else {
+            open_.push_back(Group::Shown);
+            ++depth_;
+            plan_.entries_.push_back({details, {}});
+        }
+    }
+
+    void end()
+    {
+        if (open_.empty()) {
+            plan_.unbalanced_ = true;
+            return;
+        }
+        const Group group = open_.back();
+        open_.pop_back();
+        if (group != Group::Shown)
+            return;
+        --depth_;
+        if (plan_.entries_.back().details.kind == Kind::GroupStart) {
+            plan_.entries_.pop_back();
+            return;
+        }
+        ParamPresentationDetails details;
+        details.kind = Kind::GroupEnd;
+        plan_.entries_.push_back({details, {}});
+    }
+
+    void addParam(const ParamPresentationDetails& details)
+    {
+        const auto param = effect_->findParam(details.id);
+        if (!param || !seen_.insert(details.id).second)
+            return;
+        const ParamShape shape = shapeOf(effect_, *param);
+        for (int i = 1; i <= shape.followers; ++i)
+            seen_.insert(effect_->paramAt(shape.index + i)->id());
+        plan_.entries_.push_back({details, shape});
+        ++plan_.paramCount_;
+    }
+
+    Kt::Ptr<EffectInstance> effect_;
+    PresentationPlan plan_;
+    std::vector<Group> open_;
+    std::unordered_set<IdStamp> seen_;
+    int depth_ = 0;
+};
+
+PresentationPlan PresentationPlan::of(const Kt::Ptr<EffectInstance>& effect)
+{
+    return Builder(effect).build();
+}
+
+} // namespace oribund
