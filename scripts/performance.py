@@ -11,7 +11,7 @@ import subprocess
 import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-PROGRAMS = ("notify", "graphs", "binding", "model", "bars", "rows", "surface")
+PROGRAMS = ("notify", "graphs", "binding", "model", "bars", "rows", "surface", "panels")
 REPETITIONS = 5
 NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 SIZES = (10, 100, 1000, 10000, 100000)
@@ -57,6 +57,12 @@ class Table:
         """The ratio to a peer that it must not exceed."""
         ratio = self.ns(ours) / self.ns(peer)
         self._add(work, ours, time_of(self.ns(peer)), f"{ratio:.2f}", f"at most {limit}", ratio <= limit)
+
+    def each_at_most(self, work, ours, count, peer, peers, limit):
+        """The same for each of so many things."""
+        spent, other = self.ns(ours) / count, self.ns(peer) / peers
+        self.rows.append((work, time_of(spent), time_of(other), f"{spent / other:.2f}", f"at most {limit}",
+                          spent / other <= limit))
 
     def faster(self, work, ours, peer, factor):
         """How many times faster than a peer it must be."""
@@ -165,6 +171,20 @@ def surfaces(table):
     table.bytes_below("memory of a float row", "showPanel/10000", "bytesPerRow", 4096)
 
 
+def panels(table):
+    for rows in (10, 100, 1000):
+        table.at_most(f"generate a panel of {rows} float rows in groups of ten; peer: their objects alone",
+                      f"generatePanel/{rows}", f"makeObjects/{rows}", 3)
+    table.faster("generate a panel of 1,000 float rows; peer: make the same widgets of Qt's", "generatePanel/1000",
+                 "makeNativeForm/1000", 30)
+    table.each_at_most("generate a panel: each of 1,000 rows; peer: each of 10", "generatePanel/1000", 1000,
+                       "generatePanel/10", 10, 1.3)
+    table.at_most("a panel of 1,000 float rows, generated, laid out and shown; peer: a form of 100 rows of Qt's widgets",
+                  "showGenerated/1000", "showNativeForm/100", 1)
+    table.at_most("one edit in a generated panel of 1,000 rows; peer: of 10", "editGenerated/1000", "editGenerated/10",
+                  1.1)
+
+
 def main():
     table = Table(measure(sys.argv[1]))
     graphs(table)
@@ -172,6 +192,7 @@ def main():
     editing(table)
     bars(table)
     surfaces(table)
+    panels(table)
     with open("/proc/cpuinfo", encoding="utf-8") as cpuinfo:
         cpu = next((line.split(":")[1].strip() for line in cpuinfo if line.startswith("model name")), "unknown")
     with open(os.path.join(ROOT, "docs", "performance.md"), "w", encoding="utf-8") as page:
