@@ -2,6 +2,7 @@
 
 #include "oribund/colour/ColEyeDropBase.h"
 #include "oribund/host/base/Export.h"
+#include "oribund/host/base/NumRange.h"
 #include "oribund/host/edit/iFrameStatistics.h"
 #include "oribund/host/edit/monitor/FXViewHandle.h"
 #include "oribund/host/notify/MethodCallback.h"
@@ -79,6 +80,8 @@ private:
 
     ColEyeDropBase::ColourRange shownRange() const;
     double hueMiddle() const;
+    void drawHistogram(CanvasRenderer& renderer, const Kt::Box<double>& strip, ColourAxis axis,
+                       const NumRange<double>& part) const;
     int handleStatistics(const iFrameStatistics& statistics);
 
     FXViewHandle handle_;

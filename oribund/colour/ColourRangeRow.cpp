@@ -64,8 +64,10 @@ ColourRangeRow::ColourRangeRow(ColourRangePanel& panel, std::size_t axis, const 
 
 void ColourRangeRow::layoutEditors(const Kt::Box<int>& area)
 {
-    strip_->setPosition(area.topLeft());
-    strip_->resize(area.size());
+    // The gradient begins in line with other editors; a handle at its start reaches into the gap.
+    const int half = RangeGeometry::nobbleSize() / 2;
+    strip_->setPosition({area.left - half, area.top});
+    strip_->resize({area.width() + half, area.height()});
 }
 
 void ColourRangeRow::handleParamReplaced(EffectValParamBase& param)

@@ -54,7 +54,7 @@ Colour colourOfWheel(const XY<double>& at, const Colour& ground)
     constexpr double kRim = 0.92;
     const double distance = lengthOfPoint(at);
     const Colour hue = colourOfHSV(ColourOffset::hueOf(at), 1.0, 1.0);
-    return distance > kRim ? ground.mix(hue, 0.85) : ground.mix(hue, 0.5 * distance * distance);
+    return distance > kRim ? ground.mix(hue, 0.85) : ground.mix(hue, 0.12 + 0.5 * distance);
 }
 
 /** Twice as fine as the screen, for those that are. */

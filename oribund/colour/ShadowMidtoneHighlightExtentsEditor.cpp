@@ -2,7 +2,9 @@
 
 #include "oribund/colour/RangeGradients.h"
 #include "oribund/host/canvas/CanvasRenderer.h"
+#include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/services/TextIds.h"
+#include "oribund/host/services/TextTable.h"
 
 #include <array>
 #include <cmath>
@@ -26,6 +28,32 @@ UIString ShadowMidtoneHighlightExtentsEditor::componentName(std::size_t componen
 void ShadowMidtoneHighlightExtentsEditor::drawBackgroundInternal(CanvasRenderer& renderer, const Kt::Box<double>& strip)
 {
     renderer.fillColumns(strip, RangeGradients::luminances(static_cast<std::size_t>(strip.width())));
+}
+
+void ShadowMidtoneHighlightExtentsEditor::drawRange(CanvasRenderer& renderer)
+{
+    const Kt::Box<double> strip = stripBox();
+    const auto x = handlesX();
+    const Colour falling = getPalette().window().withAlpha(0.6);
+    renderer.line({x[0], strip.top}, {x[1], strip.bottom}, falling);
+    renderer.line({x[2], strip.bottom}, {x[3], strip.top}, falling);
+    drawSlopes(renderer);
+    drawName(renderer, TextIds::kShadows, strip.left, x[0]);
+    drawName(renderer, TextIds::kMidtones, x[1], x[2]);
+    drawName(renderer, TextIds::kHighlights, x[3], strip.right);
+}
+
+/** Where there is room for all of it. */
+void ShadowMidtoneHighlightExtentsEditor::drawName(CanvasRenderer& renderer, int textId, double left, double right)
+{
+    const Kt::Box<double> strip = stripBox();
+    const WString name = displayText(textId);
+    const int padding = RangeGeometry::nobbleSize() / 2;
+    if (right - left < UifStd::measure(name, font()) + 2 * padding)
+        return;
+    const double tone = ((left + right) / 2.0 - strip.left) / strip.width();
+    renderer.text({left, strip.top, right, strip.bottom}, name, font(),
+                  ink(readableOn(Colour{tone, tone, tone})).withAlpha(0.8), TextAlign::Centre);
 }
 
 void ShadowMidtoneHighlightExtentsEditor::drawGraticule(std::vector<Kt::Box<double>>& marks)

@@ -19,8 +19,13 @@ public:
 
 protected:
     void drawBackgroundInternal(CanvasRenderer& renderer, const Kt::Box<double>& strip) override;
+    /** What each tone is, and how it fades into the next. */
+    void drawRange(CanvasRenderer& renderer) override;
     /** A mark where each tone is as strong as its neighbour. */
     void drawGraticule(std::vector<Kt::Box<double>>& marks) override;
+
+private:
+    void drawName(CanvasRenderer& renderer, int textId, double left, double right);
 };
 
 } // namespace oribund

@@ -111,8 +111,10 @@ void TitledTonalRangeEditor::layoutChildren()
     title_->setPosition({area.left + button_->getWidth() + gap, area.top});
     title_->resize({labelWidth_, area.height()});
     const int left = std::min(title_->box().right + gap, area.right);
-    editor_->setPosition({left, area.top});
-    editor_->resize({area.right - left, area.height()});
+    // The gradient begins in line with other editors; a handle at its start reaches into the gap.
+    const int half = RangeGeometry::nobbleSize() / 2;
+    editor_->setPosition({left - half, area.top});
+    editor_->resize({area.right - left + half, area.height()});
 }
 
 } // namespace oribund

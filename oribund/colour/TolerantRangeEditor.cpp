@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace oribund
 {
@@ -225,13 +226,18 @@ void TolerantRangeEditor::drawBackground(CanvasRenderer& renderer)
         renderer.fillRect(mark, getPalette().window().withAlpha(0.6));
 }
 
-void TolerantRangeEditor::drawRange(CanvasRenderer& renderer) const
+std::array<double, ColourData::size()> TolerantRangeEditor::handlesX() const
 {
-    const Kt::Box<double> strip = stripBox();
     std::array<double, ColourData::size()> x{};
     for (std::size_t i = 0; i < x.size(); ++i)
         x[i] = geometry().nobbleX(i);
-    // What is not selected is dim; the slopes are the soft edges.
+    return x;
+}
+
+void TolerantRangeEditor::drawRange(CanvasRenderer& renderer)
+{
+    const Kt::Box<double> strip = stripBox();
+    const auto x = handlesX();
     const Colour dim = getPalette().window().withAlpha(0.72);
     const std::array<XY<double>, 4> below{
         {{strip.left, strip.top}, {x[1], strip.top}, {x[0], strip.bottom}, {strip.left, strip.bottom}}};
@@ -239,9 +245,20 @@ void TolerantRangeEditor::drawRange(CanvasRenderer& renderer) const
         {{strip.right, strip.top}, {x[2], strip.top}, {x[3], strip.bottom}, {strip.right, strip.bottom}}};
     renderer.polygon(below, dim);
     renderer.polygon(above, dim);
-    const Colour edge = ink(getPalette().fieldText());
-    renderer.line({x[0], strip.bottom}, {x[1], strip.top}, edge);
-    renderer.line({x[2], strip.top}, {x[3], strip.bottom}, edge);
+    drawSlopes(renderer);
+}
+
+void TolerantRangeEditor::drawSlopes(CanvasRenderer& renderer) const
+{
+    const Kt::Box<double> strip = stripBox();
+    const auto x = handlesX();
+    // A light line in a dark one is seen on any colour.
+    constexpr double kWide = 3.0;
+    for (const auto& [colour, width] :
+         {std::pair{getPalette().window().withAlpha(0.5), kWide}, std::pair{ink(getPalette().fieldText()), 1.0}}) {
+        renderer.line({x[0], strip.bottom}, {x[1], strip.top}, colour, width);
+        renderer.line({x[2], strip.top}, {x[3], strip.bottom}, colour, width);
+    }
 }
 
 void TolerantRangeEditor::drawNobble(CanvasRenderer& renderer, std::size_t handle) const
@@ -271,8 +288,10 @@ void TolerantRangeEditor::drawNobble(CanvasRenderer& renderer, std::size_t handl
 void TolerantRangeEditor::draw(CanvasRenderer& renderer)
 {
     drawBackground(renderer);
-    drawRange(renderer);
     const Kt::Box<double> strip = stripBox();
+    if (!canInteract())
+        renderer.fillRect(strip, getPalette().window().withAlpha(0.6));
+    drawRange(renderer);
     renderer.frameRect(strip, getPalette().border());
     if (hasFocus())
         renderer.frameRect(strip.inset(-1.0), getPalette().focus());

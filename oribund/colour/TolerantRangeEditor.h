@@ -6,6 +6,7 @@
 #include "oribund/host/toolkit/values/ValControl.h"
 #include "oribund/host/toolkit/widgets/SeriesControl.h"
 
+#include <array>
 #include <optional>
 #include <vector>
 
@@ -121,6 +122,15 @@ protected:
     /** Adds what is to be filled as marks of the scale, top-down; by default quarters. */
     virtual void drawGraticule(std::vector<Kt::Box<double>>& marks);
 
+    /** The range on the strip; by default its slopes, with what is not selected dim. */
+    virtual void drawRange(CanvasRenderer& renderer);
+
+    /** The lines from the handles at the bottom to those at the top. */
+    void drawSlopes(CanvasRenderer& renderer) const;
+
+    /** The middles of the handles. */
+    std::array<double, ColourData::size()> handlesX() const;
+
     /** Whether whole turns count now, as between keyframes; else they are left out of what an edit starts from. */
     virtual bool keepsTurns() const { return false; }
 
@@ -166,7 +176,6 @@ private:
     void drag(const Event& event);
     void hover(int handle);
     void setCurrent(int stop);
-    void drawRange(CanvasRenderer& renderer) const;
     void drawNobble(CanvasRenderer& renderer, std::size_t handle) const;
 
     RangeAxis axis_;

@@ -58,6 +58,7 @@ enum class Glyph {
     Volume,
     Mute,
     Warning,
+    EyeDropper,
     Film,
     Count
 };

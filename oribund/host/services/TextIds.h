@@ -97,6 +97,9 @@
     Text(kMidtonesStart, 20519, L"start of the full midtones") \
     Text(kMidtonesEnd, 20520, L"end of the full midtones") \
     Text(kHighlightsWhole, 20521, L"start of the full highlights") \
+    Text(kShadows, 20522, L"Shadows") \
+    Text(kMidtones, 20523, L"Midtones") \
+    Text(kHighlights, 20524, L"Highlights") \
     Text(kNoNumber, 20401, L"Failed to parse string") \
     Text(kDivisionByZero, 20402, L"Division by zero") \
     Text(kMissingParenthesis, 20403, L"A parenthesis is missing") \
