@@ -1,9 +1,7 @@
 #include "oribund/panels/EffectComponentPanel.h"
 
-#include "oribund/controls/rows/KeyframeCtrlsBase.h"
 #include "oribund/host/base/UIString.h"
 #include "oribund/host/canvas/CanvasRenderer.h"
-#include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
 #include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/edit/FXEditor.h"
@@ -18,6 +16,7 @@
 #include "oribund/host/toolkit/widgets/Checkbox.h"
 #include "oribund/panels/EffectMenu.h"
 #include "oribund/panels/FXPanelFactory.h"
+#include "oribund/panels/FXPanelGenerator.h"
 #include "oribund/panels/RemoveComponent.h"
 
 #include <algorithm>
@@ -93,21 +92,6 @@ void EffectComponentPanel::visitChildren(const std::function<void(Glob*)>& visit
     forEachChild([&visit](Glob& child) { visit(&child); });
 }
 
-const EffectInstance::ParamPresentationDetails* EffectComponentPanel::findParamDescription(const Glob* widget) const
-{
-    const Kt::Ptr<EffectInstance> effect = getEffectPtr();
-    for (; effect && widget && widget != this; widget = widget->parent()) {
-        const auto* const row = dynamic_cast<const KeyframeCtrlsBase*>(widget);
-        const auto param = row ? row->getEffectParam() : nullptr;
-        if (!param)
-            continue;
-        const auto& entries = effect->presentation();
-        const auto found = std::ranges::find(entries, param->id(), &EffectInstance::ParamPresentationDetails::id);
-        return found == entries.end() ? nullptr : &*found;
-    }
-    return nullptr;
-}
-
 // The title
 
 bool EffectComponentPanel::canRename() const
@@ -122,7 +106,7 @@ Palette EffectComponentPanel::makeTitlePalette() const
 {
     Palette palette = getPalette();
     if (flags_ & Options::kGroupTitleColour)
-        palette.setColour(PaletteRole::HeadingText, UifStd::getColourScheme().headingText());
+        palette.setColour(PaletteRole::HeadingText, FXPanelGenerator::getGroupTitleColour());
     return palette;
 }
 

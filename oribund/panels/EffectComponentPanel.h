@@ -38,8 +38,9 @@ public:
     /** The panel of the effect's mask; null without one. */
     Glob* getMaskPanel() const { return maskPanel_.get(); }
 
-    /** The presentation entry of the parameter that a widget in the panel belongs to; null for none. */
-    virtual const EffectInstance::ParamPresentationDetails* findParamDescription(const Glob* widget) const;
+    /** The presentation entry of the parameter that a widget in the body belongs to; null for none. For the derived
+        class, which knows what it has put there. */
+    virtual const EffectInstance::ParamPresentationDetails* findParamDescription(const Glob*) const { return nullptr; }
 
     void setActive(bool active, eRedrawFlag redrawFlag = eRedrawFlag::Yes) override;
     bool widgetVisibilityCanChange(const Glob* widget) const override;

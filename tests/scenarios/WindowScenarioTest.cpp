@@ -2,14 +2,15 @@
 #include "workbench/model/Ids.h"
 
 #include "oribund/host/toolkit/entries/NumericEntry.h"
-#include "oribund/host/toolkit/layout/MinimizableGroup.h"
-#include "oribund/host/toolkit/widgets/Button.h"
+#include "oribund/host/toolkit/menus/SettingsButton.h"
 #include "oribund/host/toolkit/widgets/Checkbox.h"
+#include "oribund/panels/EffectComponentPanel.h"
 
 #include <QApplication>
 #include <QDockWidget>
 #include <QDropEvent>
 #include <QFileDialog>
+#include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
@@ -21,6 +22,8 @@ namespace workbench
 {
 namespace
 {
+
+using oribund::EffectComponentPanel;
 
 /** The panels of the effects on the clip, brightness first. */
 class EffectStackScenario : public Scenario
@@ -44,15 +47,49 @@ protected:
         return ids;
     }
 
-    /** The buttons of that kind in the panels, from the top down. */
-    std::vector<oribund::Button*> buttons(const wchar_t* verb)
+    EffectComponentPanel* panel(ObjectId effect)
     {
-        std::vector<oribund::Button*> found;
-        for (const ObjectId id : order()) {
-            const oribund::WString name = workspace_->edit().timeline().findEffect(id)->getName();
-            found.push_back(findInPanel<oribund::Button>(oribund::WString(verb) + L" " + name));
-        }
-        return found;
+        const auto shown = workspace_->edit().timeline().findEffect(effect);
+        return shown ? findInPanel<EffectComponentPanel>(shown->getName()) : nullptr;
+    }
+
+    bool areInOrder(ObjectId upper, ObjectId lower)
+    {
+        return panel(upper)->toCanvas({}).y < panel(lower)->toCanvas({}).y;
+    }
+
+    /** Takes the panel by its title and pulls it up or down to the other one's far end. */
+    void dragTitle(ObjectId effect, ObjectId to, bool escape = false)
+    {
+        const EffectComponentPanel& moved = *panel(effect);
+        const oribund::XY<int> title = moved.getTitleArea().centre();
+        const int way = panel(to)->toCanvas({}).y - moved.toCanvas({}).y;
+        const int end = title.y + way + (way > 0 ? panel(to)->getHeight() : -title.y);
+        hand_.press(moved, {title.x, title.y});
+        for (int i = 1; i <= 5; ++i)
+            hand_.moveTo({title.x, title.y + (end - title.y) * i / 5});
+        if (escape)
+            Hand::key(Qt::Key_Escape);
+        hand_.release({title.x, end});
+        settle();
+    }
+
+    /** Opens the panel's menu by its button, and takes an item of it. */
+    void choose(ObjectId effect, const char* item)
+    {
+        std::vector<oribund::Glob*> children;
+        panel(effect)->getChildren(children);
+        for (const oribund::Glob* const child : children)
+            if (dynamic_cast<const oribund::SettingsButton*>(child))
+                hand_.click(*child);
+        QWidget* const menu = QApplication::activePopupWidget();
+        ASSERT_NE(menu, nullptr);
+        const QList<QAction*> actions = menu->actions();
+        menu->close();
+        for (QAction* const action : actions)
+            if (action->text() == QLatin1String(item))
+                action->trigger();
+        settle();
     }
 
     void click(const oribund::Glob* glob)
@@ -94,38 +131,38 @@ private:
 TEST_F(EffectStackScenario, ReorderingIsAStepAndThePanelsFollowIt)
 {
     using oribund::MinimizableGroup;
-    const auto panel = [&](int index) -> MinimizableGroup& {
-        return dynamic_cast<MinimizableGroup&>(*buttons(L"Remove")[index]->parent());
-    };
-    const auto areInOrder = [&] { return panel(0).toCanvas({}).y < panel(1).toCanvas({}).y; };
-    EXPECT_TRUE(areInOrder());
-    EXPECT_FALSE(buttons(L"Apply earlier:")[0]->isEnabled());
-    EXPECT_FALSE(buttons(L"Apply later:")[1]->isEnabled());
-
-    click(buttons(L"Apply later:")[0]);
-    EXPECT_EQ(order(), (std::vector<ObjectId>{boxblur, brightness}));
+    const std::vector<ObjectId> before{brightness, boxblur};
+    const std::vector<ObjectId> after{boxblur, brightness};
+    EXPECT_TRUE(areInOrder(brightness, boxblur));
+    const oribund::GlobRef panelBefore(panel(brightness));
+    dragTitle(brightness, boxblur, true);
+    EXPECT_EQ(order(), before) << "Escape lets it stay";
+    dragTitle(brightness, boxblur);
+    EXPECT_EQ(order(), after);
     expectOneStep();
-    EXPECT_TRUE(areInOrder()) << "the panels stand in the new order";
-    EXPECT_FALSE(buttons(L"Apply earlier:")[0]->isEnabled());
-
-    EXPECT_TRUE(buttons(L"Apply earlier:")[1]->hasFocus()) << "which is what can still be pressed of this effect";
-    pressSpaceOn(buttons(L"Apply earlier:")[1]);
-    EXPECT_TRUE(buttons(L"Apply later:")[0]->hasFocus());
-    EXPECT_EQ(order(), (std::vector<ObjectId>{brightness, boxblur}));
+    EXPECT_TRUE(areInOrder(boxblur, brightness)) << "the panels stand in the new order";
+    EXPECT_EQ(panelBefore.get(), panel(brightness)) << "and are the same";
+    EXPECT_NE(panel(brightness)->getSizeState(), MinimizableGroup::eSizeMinimised) << "a drag is no click";
+    dragTitle(brightness, boxblur);
+    EXPECT_EQ(order(), before);
     expectOneStep();
-    EXPECT_FALSE(workspace_->vob().isPlaying()) << "Space belongs to the button";
+    choose(brightness, "Move down");
+    EXPECT_EQ(order(), after);
+    expectOneStep();
     undo();
-    EXPECT_EQ(order(), (std::vector<ObjectId>{boxblur, brightness}));
-    EXPECT_TRUE(areInOrder());
+    EXPECT_EQ(order(), before);
+    EXPECT_TRUE(areInOrder(brightness, boxblur));
 
     // An effect stays folded wherever it goes, and when it was away.
-    panel(0).userToggleSizeState();
-    click(buttons(L"Apply later:")[0]);
-    EXPECT_EQ(panel(1).getSizeState(), MinimizableGroup::eSizeMinimised);
-    click(buttons(L"Remove")[1]);
+    hand_.click(*panel(brightness), {40, 10});
+    EXPECT_EQ(panel(brightness)->getSizeState(), MinimizableGroup::eSizeMinimised);
+    choose(brightness, "Move down");
+    EXPECT_EQ(panel(brightness)->getSizeState(), MinimizableGroup::eSizeMinimised);
+    choose(brightness, "Remove");
+    EXPECT_EQ(panel(brightness), nullptr);
     undo();
-    EXPECT_EQ(panel(1).getSizeState(), MinimizableGroup::eSizeMinimised);
-    EXPECT_NE(panel(0).getSizeState(), MinimizableGroup::eSizeMinimised);
+    EXPECT_EQ(panel(brightness)->getSizeState(), MinimizableGroup::eSizeMinimised);
+    EXPECT_NE(panel(boxblur)->getSizeState(), MinimizableGroup::eSizeMinimised);
 }
 
 TEST_F(EffectStackScenario, RemovingAndSwitchingAreStepsAndUndoBringsThePanelsBack)
@@ -141,11 +178,12 @@ TEST_F(EffectStackScenario, RemovingAndSwitchingAreStepsAndUndoBringsThePanelsBa
     undo();
     EXPECT_FALSE(led()->isChecked());
 
-    click(buttons(L"Remove")[0]);
+    EXPECT_TRUE(panel(brightness)->takeFocus());
+    press(Command::Delete);
     EXPECT_EQ(order(), std::vector<ObjectId>{boxblur});
     expectOneStep();
-    pressSpaceOn(buttons(L"Remove")[0]);
-    EXPECT_TRUE(order().empty());
+    press(Command::Delete);
+    EXPECT_TRUE(order().empty()) << "the keyboard had gone on to the next one";
     expectOneStep();
     EXPECT_FALSE(window_->effectsPanel().surface().isVisible()) << "a hint takes the place";
     undo();
@@ -153,6 +191,65 @@ TEST_F(EffectStackScenario, RemovingAndSwitchingAreStepsAndUndoBringsThePanelsBa
     EXPECT_EQ(order(), (std::vector<ObjectId>{brightness, boxblur}));
     EXPECT_TRUE(window_->effectsPanel().surface().isVisible());
     EXPECT_FALSE(led()->isChecked()) << "as it was when it was removed";
+}
+
+TEST_F(EffectStackScenario, WhatIsDoneToOneEffectLeavesTheOthersAlone)
+{
+    // A number half typed stays when another effect goes.
+    std::vector<oribund::Glob*> found;
+    const auto collect = [&found](const auto& self, oribund::Glob& glob) -> void {
+        if (dynamic_cast<oribund::NumericEntry*>(&glob))
+            found.push_back(&glob);
+        std::vector<oribund::Glob*> children;
+        glob.getChildren(children);
+        for (oribund::Glob* const child : children)
+            self(self, *child);
+    };
+    collect(collect, *panel(boxblur));
+    ASSERT_FALSE(found.empty());
+    auto& entry = dynamic_cast<oribund::NumericEntry&>(*found.front());
+    EXPECT_TRUE(entry.takeFocus());
+    Hand::type("7");
+    EXPECT_TRUE(entry.isModified());
+    EXPECT_TRUE(workspace_->editor().removeEffect(brightness));
+    settle();
+    EXPECT_TRUE(entry.hasFocus() && entry.isModified());
+
+    // And when its own effect goes, or what a menu is of, nothing is left of either.
+    EXPECT_TRUE(workspace_->editor().removeEffect(boxblur));
+    settle();
+    press(Command::Undo);
+    const oribund::GlobRef shown(panel(boxblur));
+    hand_.click(*shown, {60, 10}, Qt::RightButton);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    EXPECT_TRUE(workspace_->editor().removeEffect(boxblur));
+    settle();
+    EXPECT_FALSE(shown);
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+TEST_F(EffectStackScenario, RenamesMasksAndCarriesSettings)
+{
+    EXPECT_TRUE(panel(brightness)->takeFocus());
+    Hand::key(Qt::Key_F2);
+    Hand::type("Glow");
+    Hand::key(Qt::Key_Return);
+    settle();
+    EXPECT_EQ(workspace_->edit().timeline().findEffect(brightness)->getName(), oribund::WString(L"Glow"));
+    expectOneStep();
+    ASSERT_NE(panel(brightness), nullptr) << "its panel is called so";
+
+    choose(brightness, "Mask");
+    expectOneStep();
+    const auto* const mask = findInPanel<EffectComponentPanel>(L"Mask");
+    ASSERT_NE(mask, nullptr);
+    EXPECT_EQ(mask->parent(), panel(brightness));
+    choose(brightness, "Copy settings");
+    choose(boxblur, "Paste settings");
+    EXPECT_TRUE(workspace_->edit().timeline().findEffect(boxblur)->getMask());
+    undo();
+    undo();
+    EXPECT_EQ(findInPanel<EffectComponentPanel>(L"Mask"), nullptr);
 }
 
 /** What the window asks and remembers. */

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "oribund/host/edit/EditGesture.h"
 #include "oribund/host/edit/FXEditor.h"
 #include "oribund/host/edit/Vob.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
@@ -87,7 +88,10 @@ TYPED_TEST_P(FXEditorContract, CarriesSettingsOverAndResetsThem)
     EXPECT_EQ(this->editor().offers(Command::PasteSettings, *to), Offer::NotNow);
     const double standard = this->valueOf(*to);
     const double other = standard / 2 + 1;
-    ASSERT_TRUE(from->paramAt(0)->setConstantValue(other));
+    {
+        const EditModifier modifier(this->maker.vob().getEdit(), UIString(L"Set"));
+        ASSERT_TRUE(from->paramAt(0)->setConstantValue(other));
+    }
     const int steps = this->maker.steps();
     EXPECT_EQ(this->editor().copySettings(*from), FXEditor::RC::Done);
     EXPECT_EQ(this->maker.steps(), steps) << "nothing was changed";

@@ -1,7 +1,6 @@
 #include "workbench/app/effects/EffectsPanelPane.h"
 
 #include "oribund/controls/bars/CompoundEffectTherm.h"
-#include "oribund/controls/rows/KeyframeCtrlsBase.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/toolkit/scroll/ScrollPanel.h"
 #include "oribund/panels/EffectComponentPanel.h"
@@ -215,61 +214,55 @@ void EffectsPanelPane::showTime(const Segment* segment)
     timePanel_->setTrack(segment ? stampOf(segment->track) : oribund::IdStamp());
 }
 
+const oribund::EffectComponentPanel* EffectsPanelPane::focusedPanel() const
+{
+    const oribund::Glob* glob = surface_->canvas().focusOwner();
+    while (glob && !dynamic_cast<const oribund::EffectComponentPanel*>(glob))
+        glob = glob->parent();
+    return dynamic_cast<const oribund::EffectComponentPanel*>(glob);
+}
+
 std::optional<oribund::CompoundEffectKeyframes::PasteTarget> EffectsPanelPane::focusedParam() const
 {
-    for (oribund::Glob* glob = surface_->canvas().focusOwner(); glob; glob = glob->parent()) {
-        const auto* const row = dynamic_cast<const oribund::KeyframeCtrlsBase*>(glob);
-        const auto param = row ? row->getEffectParam() : nullptr;
-        if (param)
-            return oribund::CompoundEffectKeyframes::PasteTarget{row->getEffectPtr()->id(), param->id()};
-    }
-    return {};
+    const oribund::EffectComponentPanel* const panel = focusedPanel();
+    const auto* const shown = panel ? panel->findParamDescription(surface_->canvas().focusOwner()) : nullptr;
+    if (!shown)
+        return {};
+    return oribund::CompoundEffectKeyframes::PasteTarget{panel->getEffectPtr()->id(), shown->id};
 }
 
 ObjectId EffectsPanelPane::focusedTitle() const
 {
+    const oribund::EffectComponentPanel* const panel = focusedPanel();
     const oribund::Glob* const owner = surface_->canvas().focusOwner();
-    for (const oribund::Glob* glob = owner; glob; glob = glob->parent())
-        if (const auto* const panel = dynamic_cast<const oribund::EffectComponentPanel*>(glob)) {
-            const bool inTitle =
-                owner == panel || (owner->parent() == panel && owner->box().bottom <= panel->getTitleArea().bottom);
-            return inTitle && panel->getEffectPtr() ? objectOf(panel->getEffectPtr()->id()) : kNoObject;
-        }
-    return kNoObject;
+    const bool inTitle =
+        panel && (owner == panel || (owner->parent() == panel && !panel->widgetVisibilityCanChange(owner)));
+    return inTitle && panel->getEffectPtr() ? objectOf(panel->getEffectPtr()->id()) : kNoObject;
 }
 
-void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)
+EffectStack& EffectsPanelPane::stack()
 {
-    const int scrolled = scroll_->getScroll();
-    const bool hadKeyboard = surface_->canvas().focusOwner() != nullptr;
-    const auto* const before = dynamic_cast<EffectStack*>(scroll_->getContent());
-    if (before)
-        before->noteFolded(folded_);
-    const EffectStack::Place keyboard = before ? before->focusedButton() : EffectStack::Place();
+    if (auto* const there = dynamic_cast<EffectStack*>(scroll_->getContent()))
+        return *there;
     EffectStack::Requests requests;
-    requests.move = [this](ObjectId effect, int by) {
-        const EditOutcome outcome =
-            workspace_.editor().moveEffect(effect, workspace_.edit().timeline().effectIndex(effect) + by);
-        if (!outcome)
-            say(outcome.refused);
-    };
-    requests.remove = [this](ObjectId effect) {
-        if (const EditOutcome outcome = workspace_.editor().removeEffect(effect); !outcome)
+    requests.move = [this](ObjectId effect, int index) {
+        if (const EditOutcome outcome = workspace_.editor().moveEffect(effect, index); !outcome)
             say(outcome.refused);
     };
     requests.retry = [this](ObjectId effect) { retryWanted(effect); };
     EffectStack::InitArgs args(static_cast<unsigned short>(std::max(scroll_->getWidth(), 1)), 0, &surface_->canvas());
-    if (effects.empty()) {
-        scroll_->setContent(nullptr);
-        return;
-    }
-    auto made = std::make_unique<EffectStack>(args, workspace_.vob(), effects, folded_, requests);
+    auto made = std::make_unique<EffectStack>(args, workspace_.vob(), std::move(requests));
     EffectStack& stack = *made;
     scroll_->setContent(std::move(made));
+    return stack;
+}
+
+void EffectsPanelPane::showPanels(const EffectStack::Effects& effects)
+{
+    const bool hadKeyboard = surface_->canvas().focusOwner() != nullptr;
+    stack().show(effects, folded_);
     showLeftOut();
-    scroll_->setScroll(scrolled);
-    // The keyboard stays where it was: an effect can be moved on by the same key.
-    if (hadKeyboard && !stack.focusButton(keyboard))
+    if (hadKeyboard && !surface_->canvas().focusOwner())
         surface_->setFocus();
 }
 

@@ -78,6 +78,8 @@ private:
     void refreshSoon();
     void showTime(const Segment* segment);
     void showPanels(const EffectStack::Effects& effects);
+    EffectStack& stack();
+    const oribund::EffectComponentPanel* focusedPanel() const;
     void showWhetherOutside();
     void reveal(const EffectStack::Effects& before);
     QString hint() const;

@@ -288,9 +288,10 @@ void PictureMaker::picturePanel(const std::string& service, std::string name)
     view.resize(kPanelWidth, kHighestPanel);
     view.ensurePolished();
     EffectStack::InitArgs args(kPanelWidth, 0, &view.canvas());
-    view.setPanel(std::make_unique<EffectStack>(
-        args, workspace_.vob(), EffectStack::Effects{workspace_.edit().timeline().findEffect(added.object)},
-        EffectStack::Folded(), EffectStack::Requests()));
+    auto stack = std::make_unique<EffectStack>(args, workspace_.vob(), EffectStack::Requests());
+    EffectStack::Folded folded;
+    stack->show({workspace_.edit().timeline().findEffect(added.object)}, folded);
+    view.setPanel(std::move(stack));
     view.show();
     view.resize(kPanelWidth, std::clamp(view.panel()->getHeight(), 24, kHighestPanel));
     QCoreApplication::processEvents();

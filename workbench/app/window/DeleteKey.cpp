@@ -1,5 +1,6 @@
 #include "workbench/app/window/DeleteKey.h"
 
+#include "oribund/panels/RemoveComponent.h"
 #include "workbench/app/effects/EffectsPanelPane.h"
 #include "workbench/app/effects/KeyframeActions.h"
 #include "workbench/app/session/Say.h"
@@ -37,13 +38,20 @@ void DeleteKey::press()
     const QWidget* const keyboard = QApplication::focusWidget();
     const bool inPanels = keyboard && effects_.isAncestorOf(keyboard);
     if (const ObjectId effect = inPanels ? effects_.focusedTitle() : kNoObject; effect != kNoObject)
-        return sayRefusal(workspace_.editor().removeEffect(effect));
+        return removeComponentOf(effect);
     if (keyframesMeant_ || (inPanels && keyframes_.isAnySelected()))
         return keyframes_.removeSelected();
     const ObjectId segment = workspace_.selection().get();
     if (keyboard == &strip_ && workspace_.edit().timeline().findSegment(segment))
         return sayRefusal(workspace_.editor().removeSegment(segment));
     say("There is nothing here to delete. Click a segment, the title of an effect or a keyframe first.");
+}
+
+void DeleteKey::removeComponentOf(ObjectId effect)
+{
+    if (workspace_.vob().isReadOnly())
+        return say(refusal::kReadOnly);
+    oribund::removeComponent(workspace_.vob(), workspace_.edit().timeline().findEffect(effect));
 }
 
 bool DeleteKey::eventFilter(QObject* watched, QEvent* event)

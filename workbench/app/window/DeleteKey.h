@@ -32,6 +32,7 @@ public:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void removeComponentOf(ObjectId effect);
     int handleSelection(const oribund::ValServerEvent<ObjectId>& event);
 
     Workspace& workspace_;

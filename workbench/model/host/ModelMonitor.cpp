@@ -47,6 +47,12 @@ std::vector<IdStamp> ModelMonitor::getTracks() const
     return tracks;
 }
 
+oribund::WString ModelMonitor::getTrackName(const IdStamp& id) const
+{
+    const Track* const track = edit_.timeline().findTrack(objectOf(id));
+    return track ? oribund::toWide(track->data.name) : oribund::WString();
+}
+
 std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> ModelMonitor::getEffectsAt(double editTime) const
 {
     std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> effects;

@@ -25,6 +25,7 @@ public:
     std::vector<oribund::Kt::Ptr<oribund::EffectInstance>> getEffectsAt(double editTime) const override;
     bool isChanging() const override;
     oribund::Kt::Ptr<oribund::EffectInstance> findEffect(const oribund::IdStamp& effect) const override;
+    oribund::WString getTrackName(const oribund::IdStamp& track) const override;
     oribund::NumRange<double> getEditRegion(const oribund::IdStamp& effect) const override;
 
 private:

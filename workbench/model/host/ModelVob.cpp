@@ -1,6 +1,7 @@
 #include "workbench/model/host/ModelVob.h"
 
 #include "workbench/model/Ids.h"
+#include "workbench/model/host/ModelFXEditor.h"
 #include "workbench/model/host/ModelMonitor.h"
 
 #include <algorithm>
@@ -10,7 +11,11 @@
 namespace workbench
 {
 
-ModelVob::ModelVob() = default;
+ModelVob::ModelVob()
+    : effects_(std::make_unique<ModelFXEditor>(*this))
+{
+}
+
 ModelVob::~ModelVob() = default;
 
 void ModelVob::setEdit(const EditModelPtr& edit)
@@ -55,6 +60,11 @@ void ModelVob::prepareEdit(const oribund::NumRange<double>& region)
 oribund::CompoundEffectMonitor* ModelVob::getEffectMonitor()
 {
     return monitor_.get();
+}
+
+oribund::FXEditor* ModelVob::fxEditor()
+{
+    return effects_.get();
 }
 
 void ModelVob::startPlay()

@@ -9,6 +9,7 @@
 namespace workbench
 {
 
+class ModelFXEditor;
 class ModelMonitor;
 
 /** What moves the current time by itself: the engine, through whoever wires it. */
@@ -51,6 +52,8 @@ public:
 
     oribund::CompoundEffectMonitor* getEffectMonitor() override;
 
+    oribund::FXEditor* fxEditor() override;
+
     bool isPlaying() const override { return playing_.get(); }
 
     void stopPlay() override;
@@ -89,6 +92,7 @@ private:
 
     EditModelPtr edit_;
     std::unique_ptr<ModelMonitor> monitor_;
+    std::unique_ptr<ModelFXEditor> effects_;
     iTransport* transport_ = nullptr;
     std::vector<oribund::IdStamp> selected_;
     ObjectId selectedSegment_ = kNoObject;

@@ -3,8 +3,6 @@
 #include "oribund/host/canvas/CanvasRenderer.h"
 #include "oribund/host/canvas/Image.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/toolkit/core/Event.h"
-#include "oribund/host/toolkit/core/KeyTable.h"
 
 #include <algorithm>
 
@@ -12,7 +10,7 @@ namespace oribund
 {
 
 SettingsButton::SettingsButton(const InitArgs& args, MenuGlob& owner)
-    : Control(args)
+    : ClickControl(args)
     , owner_(owner)
 {
     applyNaturalSize(args, calcNaturalSize());
@@ -28,7 +26,7 @@ XY<int> SettingsButton::calcNaturalSize()
     return {4 * UifStd::getWidgetGap(), UifStd::getControlHeight()};
 }
 
-void SettingsButton::userOpenMenu()
+void SettingsButton::userClick()
 {
     if (!canInteract())
         return;
@@ -36,36 +34,9 @@ void SettingsButton::userOpenMenu()
     owner_.openMenu(owner_.fromCanvas(below));
 }
 
-bool SettingsButton::handleMouseEvent(const Event& event)
-{
-    if (!event.isPress(MouseButton::Left))
-        return Control::handleMouseEvent(event);
-    userOpenMenu();
-    return true;
-}
-
-const KeyTable<SettingsButton>& SettingsButton::keys()
-{
-    constexpr auto kOpen = [](SettingsButton& button, const Event&) { button.userOpenMenu(); };
-    static constexpr KeyAction<SettingsButton> kActions[] = {
-        {Key::Space, kOpen}, {Key::Enter, kOpen}, {Key::Down, kOpen}};
-    static constexpr KeyTable<SettingsButton> kKeys(kActions);
-    return kKeys;
-}
-
-bool SettingsButton::usesKey(const Event& press) const
-{
-    return keys().has(press) || Control::usesKey(press);
-}
-
-bool SettingsButton::handleKeyEvent(const Event& event)
-{
-    return keys().run(*this, event) || Control::handleKeyEvent(event);
-}
-
 UIString SettingsButton::accessibleName() const
 {
-    const UIString own = Control::accessibleName();
+    const UIString own = ClickControl::accessibleName();
     return own.empty() ? tooltip() : own;
 }
 
@@ -78,17 +49,12 @@ void SettingsButton::describe(AccessibleDescription& description) const
     description.expanded = owner_.isMenuOpen();
 }
 
-bool SettingsButton::accessibleActivate(int)
-{
-    userOpenMenu();
-    return true;
-}
-
 void SettingsButton::draw(CanvasRenderer& renderer)
 {
     const Kt::Box<int> box = controlBox();
-    if (isHot() || owner_.isMenuOpen())
-        drawBox(renderer, box, buttonGround(owner_.isMenuOpen()));
+    const bool isDown = isHeldDown() || owner_.isMenuOpen();
+    if (isHot() || isDown)
+        drawBox(renderer, box, buttonGround(isDown));
     else
         drawFocusRing(renderer, box);
     const Kt::Box<double> whole = CanvasRenderer::toDouble(box);

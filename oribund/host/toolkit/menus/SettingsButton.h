@@ -1,17 +1,13 @@
 #pragma once
 
 #include "oribund/host/base/Export.h"
-#include "oribund/host/toolkit/core/Control.h"
+#include "oribund/host/toolkit/widgets/ClickControl.h"
 
 namespace oribund
 {
 
-template <class Widget>
-class KeyTable;
-
 /** A button that drops down the menu of the panel that it stands on: what a right click on that panel shows as well. */
-
-class ORIBUND_API SettingsButton final : public Control
+class ORIBUND_API SettingsButton final : public ClickControl
 {
 public:
     using InitArgs = GlobCreationInfo;
@@ -24,22 +20,14 @@ public:
 
     static XY<int> calcNaturalSize();
 
-    /** The user wants to see the menu. */
-    void userOpenMenu();
+    /** Opens the menu. */
+    void userClick() override;
 
     UIString accessibleName() const override;
-    bool usesKey(const Event& press) const override;
     void describe(AccessibleDescription& description) const override;
-    bool accessibleActivate(int part = kWhole) override;
     void draw(CanvasRenderer& renderer) override;
 
-protected:
-    bool handleMouseEvent(const Event& event) override;
-    bool handleKeyEvent(const Event& event) override;
-
 private:
-    static const KeyTable<SettingsButton>& keys();
-
     MenuGlob& owner_;
 };
 
