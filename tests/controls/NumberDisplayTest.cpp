@@ -93,6 +93,28 @@ TEST_F(Display, ValuesAreTextsOfTheirType)
     EXPECT_EQ(valueText(*range, ColourData{{1.0, 0.5, 0.0, 0.25}}), L"1, 0.5, 0, 0.25");
 }
 
+TEST_F(Display, PlacesStepByAThousandthOfTheFrame)
+{
+    const Vector2d centre{0.5, 0.5};
+    const auto parts = addParam(centre);
+    const NumberDisplay display = NumberDisplay::of(*parts, 1);
+    EXPECT_EQ(display.step, 0.001);
+    EXPECT_EQ(display.slider, (NumRange<double>(-1.0, 2.0)));
+    EXPECT_EQ(display.format.decimals, 4) << "a tenth of a step is seen";
+    EXPECT_EQ(NumberDisplay::of(*addLimited(centre, Vector2d{0.0, 0.0}, Vector2d{1.0, 1.0}), 0).slider,
+              (NumRange<double>(0.0, 1.0)));
+    const auto withUnit = [&](const wchar_t* unit, unsigned flags) {
+        ParamInfo info;
+        info.unitText = unit;
+        info.displayFlags = flags;
+        return Kt::makePtr<EffectValParam<Vector2d>>(info, Vector2d{});
+    };
+    EXPECT_EQ(NumberDisplay::of(*withUnit(L"px", 0), 0).step, 1.0);
+    EXPECT_EQ(pointUnitOf(*withUnit(L"px", 0)), PointUnit::FramePixels);
+    EXPECT_EQ(pointUnitOf(*withUnit(L"%", 0)), PointUnit::None);
+    EXPECT_EQ(pointUnitOf(*withUnit(L"", ParamDisplay::kPlainNumber)), PointUnit::None);
+}
+
 TEST_F(Display, TooltipTellsNameDefaultAndRange)
 {
     EXPECT_EQ(paramTooltip(*addLimited(0.5, 0.0, 1.0)), L"Size\nDefault: 50 %\nRange: 0 % to 100 %");

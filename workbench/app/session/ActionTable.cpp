@@ -66,6 +66,7 @@ const Entry kEntries[] = {
     {Command::ZoomIn, "&View", "Zoom &in", "Ctrl++ Ctrl+=", Glyph::Plus},
     {Command::ZoomOut, "&View", "Zoom &out", "Ctrl+-", Glyph::Minus},
     {Command::ZoomAll, "&View", "Show &all", "Ctrl+0", {}},
+    {Command::ShowHandles, "&View", "&Handles in the picture", "H", {}, true},
     {Command::FindEffect, "Effect&s", "&Find an effect\u2026", "Ctrl+F", Glyph::Search},
     {Command::RetryEffects, "Effect&s", "&Try bypassed effects again", "", Glyph::Reset},
 };

@@ -62,6 +62,7 @@ enum class Command {
     ZoomIn,
     ZoomOut,
     ZoomAll,
+    ShowHandles, ///< in the picture; on or off
     FindEffect,
     RetryEffects,
 };

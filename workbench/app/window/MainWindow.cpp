@@ -8,6 +8,7 @@
 #include "workbench/app/effects/EffectListPane.h"
 #include "workbench/app/effects/EffectsPanelPane.h"
 #include "workbench/app/files/ExportBar.h"
+#include "workbench/app/overlay/ViewerOverlay.h"
 #include "workbench/app/session/PreferenceKeys.h"
 #include "workbench/app/timeline/TimeBarPane.h"
 #include "workbench/app/timeline/TimelinePane.h"
@@ -96,6 +97,10 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     display.problem = [this](const EngineProblem& problem) { showProblem(problem); };
     display.leftOutMayDiffer = [this] { effects_->showLeftOut(); };
     playback_ = std::make_unique<Playback>(workspace_.engine(), workspace_.vob(), std::move(display));
+    overlay_ = std::make_unique<ViewerOverlay>(workspace_, *viewer_, *effects_);
+    QAction& showHandles = actions_->action(Command::ShowHandles);
+    showHandles.setCheckable(true);
+    showHandles.setChecked(overlay_->isShown());
     effects_->leftOut = [this] { return playback_->leftOut(); };
     effects_->retryWanted = [this](ObjectId effect) { playback_->retryEffects(filterId(effect)); };
     viewer_->sizeWanted = [this](int width, int height) { playback_->setPictureSize(width, height); };
@@ -189,6 +194,7 @@ std::map<Command, ActionTable::Handler> MainWindow::viewHandlers()
         {Command::ZoomIn, [this] { timeline_->strip().zoom(1.5); }},
         {Command::ZoomOut, [this] { timeline_->strip().zoom(1.0 / 1.5); }},
         {Command::ZoomAll, [this] { timeline_->strip().showAll(); }},
+        {Command::ShowHandles, [this] { overlay_->setShown(!overlay_->isShown()); }},
         {Command::FindEffect, [this] { list_->search(); }},
         {Command::RetryEffects, [this] { playback_->retryEffects(); }},
     };

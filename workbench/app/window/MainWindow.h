@@ -31,6 +31,7 @@ class ExportBar;
 class MessageBar;
 class TimeBarPane;
 class TimelinePane;
+class ViewerOverlay;
 class ViewerWidget;
 
 /** The window: menus, the panes and what connects them. */
@@ -58,6 +59,8 @@ public:
     FileCommands& files() { return *files_; }
 
     ViewerWidget& viewer() { return *viewer_; }
+
+    ViewerOverlay& overlay() { return *overlay_; }
 
     EffectsPanelPane& effectsPanel() { return *effects_; }
 
@@ -117,6 +120,7 @@ private:
     std::unique_ptr<Docks> docks_;
     std::unique_ptr<FileCommands> files_;
     std::unique_ptr<Playback> playback_;
+    std::unique_ptr<ViewerOverlay> overlay_;
     oribund::MethodCallback<MainWindow, EditReplaced> replacedCallback_;
     oribund::MethodCallback<MainWindow, UndoStackEvent> undoCallback_;
     oribund::MethodCallback<MainWindow, DocumentChanged> documentCallback_;

@@ -27,6 +27,7 @@ void ViewerWidget::setPicture(const FrameImagePtr& picture)
     image_ = !picture ? QImage()
                       : QImage(picture->rgba.data(), picture->width, picture->height, 4 * picture->width,
                                QImage::Format_RGBA8888);
+    noteFrameArea();
     update();
 }
 
@@ -43,7 +44,18 @@ void ViewerWidget::setAspect(double aspect)
 {
     aspect_ = aspect > 0.0 ? aspect : 16.0 / 9.0;
     tellSize();
+    noteFrameArea();
     update();
+}
+
+void ViewerWidget::noteFrameArea()
+{
+    const QRectF area = frameArea();
+    if (area == toldArea_)
+        return;
+    toldArea_ = area;
+    if (frameAreaChanged)
+        frameAreaChanged();
 }
 
 QRect ViewerWidget::pictureArea() const
@@ -53,9 +65,11 @@ QRect ViewerWidget::pictureArea() const
     return {QPoint((this->width() - size.width()) / 2, (height() - size.height()) / 2), size};
 }
 
-QRectF ViewerWidget::pictureTarget() const
+QRectF ViewerWidget::frameArea() const
 {
     const QRectF area = pictureArea();
+    if (image_.isNull())
+        return area;
     const double ratio = devicePixelRatioF();
     const QSizeF size = QSizeF(image_.size()) / ratio;
     const auto nearly = [&](double shown, double space) { return shown <= space + 1.0 && shown > space - kMostLost; };
@@ -79,7 +93,7 @@ void ViewerWidget::paintEvent(QPaintEvent*)
     painter.fillRect(rect(), QColor(12, 12, 12));
     if (!image_.isNull()) {
         painter.setRenderHint(QPainter::SmoothPixmapTransform);
-        painter.drawImage(pictureTarget(), image_);
+        painter.drawImage(frameArea(), image_);
     } else if (status_.isEmpty()) {
         painter.setPen(palette().color(QPalette::Disabled, QPalette::WindowText));
         painter.drawText(rect(), Qt::AlignCenter, QStringLiteral("Open media with Ctrl+O, or drop files here"));
@@ -104,6 +118,7 @@ void ViewerWidget::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     tellSize();
+    noteFrameArea();
 }
 
 void ViewerWidget::showEvent(QShowEvent* event)

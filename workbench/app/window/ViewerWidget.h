@@ -34,6 +34,12 @@ public:
     /** Called with the size in which pictures are wanted, in pixels of the screen. */
     std::function<void(int width, int height)> sizeWanted;
 
+    /** Where in the widget the frame is shown, in logical pixels; the area for it while there is no picture. */
+    QRectF frameArea() const;
+
+    /** Called when frameArea() is another. */
+    std::function<void()> frameAreaChanged;
+
     QSize sizeHint() const override { return {640, 360}; }
 
 protected:
@@ -43,7 +49,7 @@ protected:
 
 private:
     QRect pictureArea() const;
-    QRectF pictureTarget() const;
+    void noteFrameArea();
     void tellSize();
     void drawStatus(QPainter& painter) const;
 
@@ -51,6 +57,7 @@ private:
     QImage image_; // of the picture's pixels
     QString status_;
     double aspect_ = 16.0 / 9.0;
+    QRectF toldArea_;
 };
 
 } // namespace workbench

@@ -19,6 +19,13 @@ constexpr int kMostDecimals = 15;
 constexpr int kPercentDecimals = 1;
 constexpr std::size_t kLongestUnitInEntry = 2;
 
+/** What is laid on a frame may stand as far outside as the frame is large. */
+constexpr NumRange<double> kAroundFrame{-1.0, 2.0};
+/** A thousandth of the frame, and of its pixels the nearest whole number to that. */
+constexpr double kFrameStep = 0.001;
+constexpr double kPixelStep = 1.0;
+constexpr int kFrameDecimals = 4; // a tenth of a step is seen
+
 /** The power of ten that is next below, or equal. */
 double powerBelow(double value)
 {
@@ -113,8 +120,28 @@ NumberDisplay NumberDisplay::of(const EffectValParam<Angle>& param)
 
 NumberDisplay NumberDisplay::of(const EffectValParam<Vector2d>& param, std::size_t coordinate)
 {
-    return {param.getMin()[coordinate], param.getMax()[coordinate], param.getDefault()[coordinate], param.unitText(),
-            false};
+    const PointUnit unit = pointUnitOf(param);
+    const bool inParts = unit == PointUnit::FrameParts;
+    double low = param.getMin()[coordinate];
+    double high = param.getMax()[coordinate];
+    if (inParts && low < -kFarthestLimit)
+        low = std::min(kAroundFrame.start(), high);
+    if (inParts && high > kFarthestLimit)
+        high = std::max(kAroundFrame.end(), low);
+    NumberDisplay display(low, high, param.getDefault()[coordinate], param.unitText(), false,
+                          inParts ? kFrameDecimals : kDecimalsFromRange);
+    if (unit != PointUnit::None)
+        display.step = inParts ? kFrameStep : kPixelStep;
+    return display;
+}
+
+PointUnit pointUnitOf(const EffectValParam<Vector2d>& param)
+{
+    if (param.displayFlags() & ParamDisplay::kPlainNumber)
+        return PointUnit::None;
+    return param.unitText().empty()    ? PointUnit::FrameParts
+           : param.unitText() == L"px" ? PointUnit::FramePixels
+                                       : PointUnit::None;
 }
 
 bool NumberDisplay::isNormalised(const EffectValParam<double>& param)

@@ -14,6 +14,16 @@ struct Vector2d;
 template <class P>
 class EffectValParam;
 
+/** What the two numbers of a point stand for. */
+enum class PointUnit {
+    FrameParts,  ///< a place: (0, 0) is the top left corner of the frame, (1, 1) the bottom right one
+    FramePixels, ///< a place: pixels of the frame from its centre, to the right and down
+    None,        ///< no place: two numbers that are set together
+};
+
+/** By its unit: none means parts of the frame, "px" pixels, another one no place; nor is a plain number one. */
+ORIBUND_API PointUnit pointUnitOf(const EffectValParam<Vector2d>& param);
+
 /** How a row shows a number and lets it be changed. The rules of all rows stand here. */
 struct ORIBUND_API NumberDisplay {
     static constexpr int kDecimalsFromRange = -1;
