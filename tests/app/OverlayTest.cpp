@@ -1,5 +1,7 @@
+#include "workbench/app/overlay/ColourCount.h"
 #include "workbench/app/overlay/HandleGlob.h"
 #include "workbench/app/overlay/MaskShape.h"
+#include "workbench/app/overlay/PickArea.h"
 #include "workbench/app/overlay/PictureHandles.h"
 #include "workbench/model/host/ModelVob.h"
 
@@ -10,6 +12,9 @@
 #include "tests/support/TestHost.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <map>
 
 using namespace sample;
 using oribund::Event;
@@ -240,6 +245,76 @@ TEST_F(Overlay, DragsSizeAngleAndSoftnessOfAShape)
     const oribund::XY<int> soft = centreOf(handle(Kind::Softness));
     drag(soft, (centreOf(handle(Kind::Place)) - soft) * 10);
     EXPECT_EQ(value<double>(spot, kSoftness), 100.0) << "and no farther than it goes";
+}
+
+TEST(PickAreas, PickPointsAndAreasAndKeepKeysOfAnEndedDrag)
+{
+    oribund::test::TestHost host;
+    oribund::Canvas canvas{{500, 300}};
+    PickArea area(PickArea::InitArgs(500, 300, &canvas));
+    area.open();
+    PictureMapping mapping;
+    mapping.area = {50.0, 40.0, 450.0, 265.0};
+    area.setMapping(mapping);
+    oribund::Kt::Box<double> last;
+    std::vector<unsigned> keys;
+    int ends = 0;
+    area.picked = [&](const oribund::Kt::Box<double>& box, unsigned modifiers) {
+        last = box;
+        keys.push_back(modifiers);
+    };
+    area.ended = [&] { ++ends; };
+    const auto drag = [&](const oribund::XY<int>& from, const oribund::XY<int>& to) {
+        canvas.inject(Event::mousePress(from));
+        canvas.inject(Event::mouseMove(to, oribund::MouseButton::Left));
+    };
+    drag({250, 152}, {251, 153});
+    canvas.inject(Event::mouseRelease({251, 153}, oribund::MouseButton::Left, Event::kShift));
+    EXPECT_EQ(last.size(), (oribund::XY<double>{})) << "a click";
+    EXPECT_NEAR(last.left, 200.5 / 400.0, 1e-12);
+    drag({350, 200}, {20, 60}); // upwards, and out of the picture
+    canvas.inject(Event::mouseRelease({20, 60}));
+    EXPECT_NEAR(last.right, 300.5 / 400.0, 1e-12);
+    EXPECT_EQ(last.left, 0.0);
+    EXPECT_LT(last.top, last.bottom);
+    EXPECT_EQ(keys, (std::vector<unsigned>{Event::kShift, 0}));
+
+    area.takeFocus();
+    drag({350, 200}, {100, 60});
+    canvas.inject(Event::keyPress(Key::Escape));
+    canvas.inject(Event::mouseRelease({100, 60}));
+    EXPECT_EQ(keys.size(), 2u);
+    EXPECT_EQ(ends, 0) << "it was the drag that was given up";
+    canvas.inject(Event::keyPress(Key::Left, Event::kShift));
+    canvas.inject(Event::keyPress(Key::Enter, Event::kAlt));
+    EXPECT_NEAR(last.left, 0.4, 1e-12);
+    EXPECT_EQ(keys.back(), Event::kAlt);
+    canvas.inject(Event::keyPress(Key::Escape));
+    EXPECT_EQ(ends, 1);
+}
+
+TEST(ColourCounts, CountWhatIsSeenOnTheAxesOfTheRanges)
+{
+    // Pure green, half seen; white; dark grey; nothing.
+    const auto bytes = std::make_shared_for_overwrite<std::uint8_t[]>(16);
+    const std::uint8_t values[] = {0, 255, 0, 51, 255, 255, 255, 255, 51, 51, 51, 255, 255, 0, 0, 0};
+    std::copy(std::begin(values), std::end(values), bytes.get());
+    FrameImage picture;
+    picture.width = 2;
+    picture.height = 2;
+    picture.rgba = PixelBytes(bytes, 16);
+    const auto [hue, saturation, luminance] = countColours(picture);
+    const auto nonZero = [](const oribund::iFrameStatistics::Histogram& histogram) {
+        std::map<int, float> found;
+        for (int i = 0; i < 256; ++i)
+            if (histogram[static_cast<std::size_t>(i)] > 0.0f)
+                found[i] = histogram[static_cast<std::size_t>(i)];
+        return found;
+    };
+    const float seen = 51.0f / 255.0f;
+    EXPECT_EQ(nonZero(hue), (std::map<int, float>{{85, seen}})) << "120 of 360 degrees; a grey has none";
+    EXPECT_EQ(nonZero(saturation), (std::map<int, float>{{0, 2.0f}, {255, seen}}));
+    EXPECT_EQ(nonZero(luminance), (std::map<int, float>{{51, 1.0f}, {183, seen}, {255, 1.0f}}));
 }
 
 TEST(MaskShapes, PointsOnTheEdgeAreFoundAgain)

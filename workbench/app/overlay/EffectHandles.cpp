@@ -5,6 +5,7 @@
 #include "oribund/host/effects/params/NumberDisplay.h"
 #include "oribund/host/services/TextTable.h"
 #include "workbench/app/overlay/MaskShape.h"
+#include "workbench/model/MaskDescription.h"
 
 #include <algorithm>
 #include <string_view>
@@ -15,7 +16,6 @@ namespace workbench
 using oribund::Angle;
 using oribund::EffectInstance;
 using oribund::EffectValParam;
-using oribund::IdStamp;
 using oribund::ListParam;
 using oribund::PointUnit;
 using oribund::String;
@@ -41,7 +41,8 @@ struct ShapeParams {
 };
 
 constexpr ShapeParams kShapes[] = {
-    {"mask", "shape", "centre", "width", "height", "angle", "softness", 1.0 / 200.0},
+    {kMaskService, mask::kShape, mask::kCentre, mask::kWidth, mask::kHeight, mask::kAngle, mask::kSoftness,
+     1.0 / 200.0},
     {"frei0r.alphaspot", "0", "centre", "3", "4", "5", "6", 1.0 / 100.0},
 };
 constexpr double kPercent = 100.0; // of the softness

@@ -8,7 +8,9 @@
 #include "skin/QtConversions.h"
 #include "workbench/app/effects/EffectsPanelPane.h"
 #include "workbench/app/overlay/HandleGlob.h"
+#include "workbench/app/overlay/OverlayPanel.h"
 #include "workbench/app/overlay/PictureHandles.h"
+#include "workbench/app/overlay/ViewerPicker.h"
 #include "workbench/app/session/PreferenceKeys.h"
 #include "workbench/app/window/ViewerWidget.h"
 #include "workbench/model/Ids.h"
@@ -51,6 +53,7 @@ ViewerOverlay::ViewerOverlay(Workspace& workspace, ViewerWidget& viewer, Effects
     , viewer_(viewer)
     , effects_(effects)
     , surface_(new PanelSurface(&viewer))
+    , statistics_(workspace)
     , shown_(oribund::prefs().getPreference(PreferenceKeys::kShowHandles, true))
     , replaced_(this, &ViewerOverlay::handleReplaced)
     , selection_(this, &ViewerOverlay::handleSelection)
@@ -60,9 +63,12 @@ ViewerOverlay::ViewerOverlay(Workspace& workspace, ViewerWidget& viewer, Effects
 {
     surface_->setAutoFillBackground(false); // the picture is below
     surface_->setAccessibleName(QStringLiteral("Handles in the picture"));
-    auto handles = std::make_unique<PictureHandles>(oribund::GlobCreationInfo(1, 1, &surface_->canvas()));
-    handles_ = handles.get();
-    surface_->setPanel(std::move(handles), PanelSurface::Fits::Both);
+    auto panel = std::make_unique<OverlayPanel>(oribund::GlobCreationInfo(1, 1, &surface_->canvas()));
+    panel_ = panel.get();
+    surface_->setPanel(std::move(panel), PanelSurface::Fits::Both);
+    picker_ =
+        std::make_unique<ViewerPicker>(workspace_, *surface_, panel_->pickArea(), [this] { return viewer_.picture(); });
+    picker_->changed = [this] { showOrHide(); };
     chooseTimer_.setSingleShot(true);
     QObject::connect(&chooseTimer_, &QTimer::timeout, this, [this] { choose(); });
     viewer_.installEventFilter(this);
@@ -80,7 +86,14 @@ ViewerOverlay::ViewerOverlay(Workspace& workspace, ViewerWidget& viewer, Effects
 ViewerOverlay::~ViewerOverlay()
 {
     viewer_.frameAreaChanged = nullptr;
+    picker_->changed = nullptr;
+    picker_.reset();
     surface_->setPanel(nullptr); // before the effects that it shows
+}
+
+PictureHandles& ViewerOverlay::handles()
+{
+    return panel_->handles();
 }
 
 void ViewerOverlay::setShown(bool shown)
@@ -94,9 +107,10 @@ void ViewerOverlay::setShown(bool shown)
 
 void ViewerOverlay::showOrHide()
 {
-    surface_->setVisible(shown_);
-    handles_->setVisible(!workspace_.vob().isPlaying());
-    surface_->setFocusPolicy(handles_->handles().empty() ? Qt::NoFocus : Qt::TabFocus);
+    const bool picking = picker_->isPicking();
+    handles().setVisible(shown_ && !picking && !workspace_.vob().isPlaying());
+    surface_->setVisible(shown_ || picking);
+    surface_->setFocusPolicy(picking || !handles().handles().empty() ? Qt::TabFocus : Qt::NoFocus);
 }
 
 void ViewerOverlay::fit()
@@ -107,14 +121,14 @@ void ViewerOverlay::fit()
     mapping.area = {area.left(), area.top(), area.right(), area.bottom()};
     const FormatData& format = workspace_.edit().format();
     mapping.frameSize = {static_cast<double>(format.width), static_cast<double>(format.height)};
-    handles_->setMapping(mapping);
+    panel_->setMapping(mapping);
 }
 
 // Whose handles
 
 int ViewerOverlay::handleReplaced(const EditReplaced&)
 {
-    handles_->showEffect({});
+    handles().showEffect({});
     edit_.detach();
     edit_.attach(workspace_.edit().modifications());
     wanted_ = kNoObject;
@@ -174,7 +188,7 @@ void ViewerOverlay::choose()
     effect_ = chosenAmong(effects);
     const auto found = std::ranges::find_if(effects, [&](const auto& one) { return objectOf(one->id()) == effect_; });
     auto* const monitor = workspace_.vob().getEffectMonitor();
-    handles_->showEffect(found != effects.end() && monitor ? oribund::FXViewHandle(monitor->getFXVob(*found))
+    handles().showEffect(found != effects.end() && monitor ? oribund::FXViewHandle(monitor->getFXVob(*found))
                                                            : oribund::FXViewHandle());
     showOrHide();
 }

@@ -2,12 +2,15 @@
 
 #include "oribund/host/edit/EditModification.h"
 #include "oribund/host/notify/MethodCallback.h"
+#include "workbench/app/overlay/FrameStatistics.h"
 #include "workbench/app/session/Workspace.h"
 
 #include <QObject>
 #include <QTimer>
 
+#include <memory>
 #include <set>
+#include <vector>
 
 namespace oribund
 {
@@ -23,11 +26,15 @@ namespace workbench
 {
 
 class EffectsPanelPane;
+class OverlayPanel;
 class PictureHandles;
+class ViewerPicker;
 class ViewerWidget;
 
 /**
- * Lays handles over the viewer's picture: those of the effect whose panel has the keyboard or was clicked last or,
+ * What the viewer's picture offers to the effects: their handles, the eye-dropper, and how colours are distributed.
+ *
+ * The handles are those of the effect whose panel has the keyboard or was clicked last or,
  * until one was, of the last one on the segment that has any. While the edit is played there are none.
  */
 class ViewerOverlay final : public QObject
@@ -42,7 +49,9 @@ public:
     /** Whether handles are to be seen at all: the user's choice, which is remembered. */
     void setShown(bool shown);
 
-    PictureHandles& handles() { return *handles_; }
+    PictureHandles& handles();
+
+    OverlayPanel& panel() { return *panel_; }
 
     oribund::qt::PanelSurface& surface() { return *surface_; }
 
@@ -71,7 +80,9 @@ private:
     ViewerWidget& viewer_;
     EffectsPanelPane& effects_;
     oribund::qt::PanelSurface* surface_;
-    PictureHandles* handles_;
+    OverlayPanel* panel_;
+    std::unique_ptr<ViewerPicker> picker_;
+    FrameStatistics statistics_;
     bool shown_;
     ObjectId wanted_ = kNoObject; ///< by the user
     ObjectId effect_ = kNoObject;

@@ -38,6 +38,15 @@ public:
     /** Who plays; null for nobody. Outlives the viewer or is taken off again. */
     void setTransport(iTransport* transport) { transport_ = transport; }
 
+    /** What it offers to panels besides; null for nothing. They outlive the viewer or are taken off again. */
+    void setFrameStatistics(oribund::iFrameStatistics* statistics) { statistics_ = statistics; }
+
+    void setColourPicker(oribund::iColourPicker* picker) { picker_ = picker; }
+
+    oribund::iFrameStatistics* frameStatistics() override { return statistics_; }
+
+    oribund::iColourPicker* colourPicker() override { return picker_; }
+
     oribund::EditPtr getEdit() const override { return edit_; }
 
     oribund::ValServer<double>& getCurrentTimeServer() override { return time_; }
@@ -94,6 +103,8 @@ private:
     std::unique_ptr<ModelMonitor> monitor_;
     std::unique_ptr<ModelFXEditor> effects_;
     iTransport* transport_ = nullptr;
+    oribund::iFrameStatistics* statistics_ = nullptr;
+    oribund::iColourPicker* picker_ = nullptr;
     std::vector<oribund::IdStamp> selected_;
     ObjectId selectedSegment_ = kNoObject;
     oribund::ValServer<oribund::NumRange<double>> viewRange_;
