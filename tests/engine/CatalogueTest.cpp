@@ -2,6 +2,7 @@
 #include "workbench/engine/worker/catalogue/CatalogueReader.h"
 #include "workbench/engine/worker/catalogue/EffectMapping.h"
 #include "workbench/engine/worker/catalogue/RawMetadata.h"
+#include "workbench/engine/worker/graph/EffectFolders.h"
 #include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/model/ParamConversion.h"
 
@@ -24,6 +25,7 @@ class CatalogueTest : public testing::Test
 protected:
     static void SetUpTestSuite()
     {
+        addEffectFolder(ORIBUND_OWN_EFFECTS);
         session = MltSession::open();
         result = new CatalogueResult(readCatalogue(*session));
     }

@@ -154,6 +154,24 @@ TEST(Overlay, blocksByNameAndByPattern)
             << pattern;
 }
 
+TEST(Overlay, anEffectOfItsOwnIsListedWithItsParametersWhereItsPlugInIsMissing)
+{
+    std::vector<std::string> problems;
+    const Overlay overlay(R"({ "effects": [ { "service": "f", "title": "Ours", "category": "Colour", "own": true,
+        "params": [ { "property": "0", "name": "Zero", "scale": 100, "default": 50 } ] },
+        { "service": "g", "title": "Theirs", "params": [] } ] })",
+                          problems);
+    EffectCatalogue catalogue;
+    const auto missing = overlay.missing(catalogue, problems);
+    ASSERT_THAT(missing, SizeIs(1));
+    EXPECT_THAT(checkEffect(missing[0]), IsEmpty());
+    EXPECT_EQ(missing[0].params.at(0).maximum, 100.0);
+    EXPECT_THAT(missing[0].blockedBecause, HasSubstr("missing"));
+    catalogue.add(plainEffect());
+    EXPECT_THAT(overlay.missing(catalogue, problems), IsEmpty());
+    EXPECT_THAT(problems, IsEmpty());
+}
+
 TEST(Overlay, limitsChangeWhatTheyNameAndKeepTheRest)
 {
     const Applied result = apply(R"({ "limits": [ { "service": "f", "help": "Slow.", "omit": [ "1" ],

@@ -32,6 +32,7 @@ LAYERS = {
     "oribund": [HOST + "base"],
     "workbench/model": ["oribund", "oribund/browser", "oribund/shader"],
     "workbench/system": [],
+    "workbench/plugins": [],
     "workbench/store": ["workbench/model", "workbench/system"],
     "workbench/engine/protocol": ["workbench/model", "workbench/system"],
     "workbench/engine/worker": ["workbench/engine/protocol"],

@@ -1,5 +1,6 @@
 #include "workbench/engine/protocol/WorkerDescriptors.h"
 #include "workbench/engine/worker/EngineServer.h"
+#include "workbench/engine/worker/graph/EffectFolders.h"
 
 #include <csignal>
 #include <cstdio>
@@ -44,6 +45,7 @@ int main()
     }
     marks = mapped.get();
     watchFaults();
+    addEffectFolder(ownEffectFolder());
     EngineServer server(Descriptor(kSocketDescriptor), std::move(slots), *marks);
     server.run();
     // A thread may still be at work, or stuck: nothing is to be saved here.

@@ -24,6 +24,10 @@ CatalogueResult readCatalogue(MltSession& session, const std::string& overlayTex
             leaveOutUnset(*effect, raw);
         result.catalogue.add(std::move(*effect));
     }
+    for (EffectDescription& effect : overlay.missing(result.catalogue, result.problems)) {
+        settleColours(effect);
+        result.catalogue.add(std::move(effect));
+    }
     return result;
 }
 

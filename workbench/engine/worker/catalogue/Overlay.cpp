@@ -322,6 +322,24 @@ Overlay::Overlay(std::string_view json, std::vector<std::string>& problems)
 
 Overlay::~Overlay() = default;
 
+std::vector<EffectDescription> Overlay::missing(const EffectCatalogue& catalogue,
+                                                std::vector<std::string>& problems) const
+{
+    std::vector<EffectDescription> missing;
+    for (const auto& [service, source] : content_->effects) {
+        bool isOwn = false;
+        readSwitch(source, "own", isOwn);
+        if (!isOwn || catalogue.find(service))
+            continue;
+        EffectDescription effect;
+        effect.service = service;
+        apply(effect, problems);
+        effect.blockedBecause = "It belongs to this program, but its file is missing. Install the program again.";
+        missing.push_back(std::move(effect));
+    }
+    return missing;
+}
+
 void Overlay::apply(EffectDescription& effect, std::vector<std::string>& problems) const
 {
     for (const auto& [pattern, reason] : content_->blocked)

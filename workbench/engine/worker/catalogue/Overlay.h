@@ -1,6 +1,6 @@
 #pragma once
 
-#include "workbench/model/EffectDescription.h"
+#include "workbench/model/EffectCatalogue.h"
 
 #include <memory>
 #include <string>
@@ -23,6 +23,9 @@ public:
 
     Overlay(const Overlay&) = delete;
     Overlay& operator=(const Overlay&) = delete;
+
+    /** The effects that belong to this program and are not in the catalogue: whole but for their plug-ins. */
+    std::vector<EffectDescription> missing(const EffectCatalogue& catalogue, std::vector<std::string>& problems) const;
 
     /** Improves a description, or says why the effect is blocked. Adds mistakes found on the way to `problems`. */
     void apply(EffectDescription& effect, std::vector<std::string>& problems) const;
