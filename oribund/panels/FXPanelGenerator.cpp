@@ -1,18 +1,12 @@
 #include "oribund/panels/FXPanelGenerator.h"
 
-#include "oribund/controls/rows/KeyframeCtrlsBase.h"
 #include "oribund/host/canvas/Canvas.h"
-#include "oribund/host/canvas/ColourScheme.h"
 #include "oribund/host/canvas/UifStd.h"
-#include "oribund/host/effects/params/ParamText.h"
 #include "oribund/host/effects/params/ParamVisitor.h"
 #include "oribund/host/services/Log.h"
-#include "oribund/host/services/TextIds.h"
 #include "oribund/host/services/TextTable.h"
-#include "oribund/host/toolkit/core/EventRouter.h"
 #include "oribund/host/toolkit/layout/TabOrderable.h"
 #include "oribund/host/toolkit/widgets/Checkbox.h"
-#include "oribund/panels/GroupSizes.h"
 #include "oribund/panels/ParamGroup.h"
 
 #include <algorithm>
@@ -24,15 +18,7 @@ namespace oribund
 namespace
 {
 
-using Kind = ParamPresentationDetails::Kind;
-
-constexpr WidgetSurround kFollowWidth{0, 0, 0, 0, true};
-constexpr std::size_t kLongestName = 64;
-
-unsigned short asWidth(int pixels)
-{
-    return static_cast<unsigned short>(std::clamp(pixels, 0, 0xffff));
-}
+using ListKind = ParamPresentationDetails::Kind;
 
 int gapBetweenRows()
 {
@@ -128,7 +114,7 @@ void FXPanelGenerator::generateUI(const IdStamp& effectId, Glob* container)
         return;
     auto* const inside = dynamic_cast<StandardPanel*>(container);
     StandardPanel& root = inside ? *inside : *panel_;
-    containerWidth_ = asWidth(root.getUserArea().width());
+    containerWidth_ = clampedWidth(root.getUserArea().width());
     const Kt::Ptr<EffectInstance> effect = findTarget(effectId);
     initialLabelWidth_ = calcInitialLabelWidth();
     if (!effect)
@@ -186,9 +172,9 @@ void FXPanelGenerator::showPlan(PresentationPlan plan, const EffectInstance& eff
         const LayoutHold layout(root);
         openLevel(root);
         for (const PresentationPlan::Entry& entry : plan_.entries()) {
-            if (entry.details.kind == Kind::GroupStart)
+            if (entry.details.kind == ListKind::GroupStart)
                 startGroup(entry.details);
-            else if (entry.details.kind == Kind::GroupEnd)
+            else if (entry.details.kind == ListKind::GroupEnd)
                 endGroup();
             else
                 showParam(entry, effect);
@@ -211,7 +197,7 @@ void FXPanelGenerator::showParam(const PresentationPlan::Entry& entry, const Eff
         setNameWidth(*widget, calcLabelWidth());
         keep(*widget, nextSurround_);
     } else {
-        const auto width = asWidth(containerWidth_ - nextSurround_.left);
+        const auto width = clampedWidth(containerWidth_ - nextSurround_.left);
         visitParam(*param,
                    [&](auto& typed) { widget = createParamUI(Kt::Ptr(&typed), width, currentPanel()->canvas()); });
         if (widget)
@@ -273,7 +259,7 @@ void FXPanelGenerator::openLevel(StandardPanel& panel)
 {
     levels_.emplace_back(panel);
     container_ = &panel;
-    containerWidth_ = asWidth(panel.getUserArea().width());
+    containerWidth_ = clampedWidth(panel.getUserArea().width());
     palette_ = panel.getPalette();
 }
 
@@ -346,7 +332,7 @@ void FXPanelGenerator::endGroup()
     closeLevel();
     Level& outer = levels_.back();
     container_ = outer.panel;
-    containerWidth_ = asWidth(outer.panel->getUserArea().width());
+    containerWidth_ = clampedWidth(outer.panel->getUserArea().width());
     palette_ = outer.panel->getPalette();
     if (!made) {
         keep(group, getGroupSeparator());
@@ -385,7 +371,7 @@ void FXPanelGenerator::addWidgetInternal(const Kt::Ptr<EffectValParamBase>& para
     if (container_)
         addWidgetInternal(param, widget, calcWidgetPosition(), nextSurround_);
     else
-        addWidgetInternal(param, widget, Glob::UserTopLeft(0, 0), kFollowWidth);
+        addWidgetInternal(param, widget, Glob::UserTopLeft(0, 0), getGroupSeparator());
 }
 
 void FXPanelGenerator::addWidgetInternal(const Kt::Ptr<EffectValParamBase>& param, Glob* widget,
@@ -437,103 +423,6 @@ int FXPanelGenerator::handleBinaryItemEvent(const CheckboxEvent& event)
     if (event.kind == CheckboxEvent::Kind::Toggled)
         event.box->sendMsg(event.box->getMessage());
     return 0;
-}
-
-// Names
-
-unsigned short FXPanelGenerator::calcInitialLabelWidth() const
-{
-    const int row = UifStd::getRowHeight();
-    const Kt::Ptr<EffectInstance> effect = target_.getEffectPtr();
-    if (!effect)
-        return asWidth(3 * row);
-    int indent = 0;
-    int widest = 0;
-    for (const ParamPresentationDetails& entry : effect->presentation()) {
-        if (entry.kind == Kind::GroupStart)
-            indent += WidgetGroupEx::childXOffset();
-        else if (entry.kind == Kind::GroupEnd)
-            indent -= WidgetGroupEx::childXOffset();
-        else if (const auto param = effect->findParam(entry.id))
-            widest = std::max(widest, indent + UifStd::measure(makeParamName(param)));
-    }
-    return asWidth(std::clamp(widest + UifStd::getWidgetGap(), 3 * row, 7 * row));
-}
-
-unsigned short FXPanelGenerator::calcLabelWidth() const
-{
-    return asWidth(initialLabelWidth_ - WidgetGroupEx::childXOffset() * (depth_ - 1));
-}
-
-void FXPanelGenerator::setLabelWidth(unsigned short width)
-{
-    const RedrawHold hold;
-    initialLabelWidth_ = width;
-    depth_ = 1;
-    for (const PresentationPlan::Entry& entry : plan_.entries()) {
-        if (entry.details.kind == Kind::GroupStart)
-            ++depth_;
-        else if (entry.details.kind == Kind::GroupEnd)
-            --depth_;
-        else if (const auto found = widgets_.find(entry.details.id); found != widgets_.end() && found->second.widget)
-            setNameWidth(*found->second.widget, calcLabelWidth());
-    }
-}
-
-LightweightString<wchar_t> FXPanelGenerator::makeParamName(const Kt::Ptr<EffectValParamBase>& param) const
-{
-    const WString name = rowNameOf(*param);
-    if (name.size() <= kLongestName)
-        return name;
-    return WString(name.view().substr(0, kLongestName - 1)) + L"\u2026";
-}
-
-// What all panels have in common
-
-unsigned short FXPanelGenerator::calcSize(eUIMetric metric)
-{
-    switch (metric) {
-    case eUIMetric::WidgetGap:
-        return asWidth(UifStd::getWidgetGap());
-    case eUIMetric::RowHeight:
-        return asWidth(UifStd::getRowHeight());
-    case eUIMetric::LeastLabelWidth:
-        return asWidth(3 * UifStd::getRowHeight());
-    default:
-        return 0;
-    }
-}
-
-WidgetSurround FXPanelGenerator::getGroupSeparator()
-{
-    return kFollowWidth;
-}
-
-Colour FXPanelGenerator::getGroupTitleColour()
-{
-    return UifStd::getColourScheme().headingText();
-}
-
-Glob::eSizeState FXPanelGenerator::getInitialSizeState(const LightweightString<char>& effectTag,
-                                                       const LightweightString<wchar_t>& groupTitle,
-                                                       Glob::eSizeState fallback)
-{
-    return GroupSizes::read(effectTag, groupTitle, fallback);
-}
-
-Glob::eSizeState FXPanelGenerator::getInitialSizeState(const LightweightString<char>& effectTag,
-                                                       const EffectInstance::ParamPresentationDetails& details,
-                                                       Glob::eSizeState fallback)
-{
-    return getInitialSizeState(effectTag, displayText(details.title),
-                               details.isCollapsed() ? Glob::eSizeMinimised : fallback);
-}
-
-void FXPanelGenerator::setInitialSizeState(const LightweightString<char>& effectTag,
-                                           const EffectInstance::ParamPresentationDetails& details,
-                                           Glob::eSizeState state)
-{
-    GroupSizes::store(effectTag, displayText(details.title), state);
 }
 
 } // namespace oribund

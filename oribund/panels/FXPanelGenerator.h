@@ -13,6 +13,7 @@
 #include "oribund/host/toolkit/layout/WidgetGroupEx.h"
 #include "oribund/panels/PresentationPlan.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <vector>
@@ -74,6 +75,12 @@ public:
 
     /** Gives the names at the top level so much room instead of the initial label width, and those in groups less. */
     void setLabelWidth(unsigned short width);
+
+    /**
+     * Shows of what was generated only the controls of parameters that are wanted, with the groups that they stand in,
+     * unfolded; without a function all, and groups as the user left them. Holds until the next generation of others.
+     */
+    void showOnly(const std::function<bool(const EffectValParamBase&)>& isWanted);
 
     static unsigned short calcSize(eUIMetric metric);
     static WidgetSurround getGroupSeparator();
@@ -138,12 +145,16 @@ private:
     Glob* takeKept(const PresentationPlan::Entry& entry);
     ParamGroup* takeKeptGroup(const EffectInstance::ParamPresentationDetails& details);
     void keep(Glob& widget, const WidgetSurround& surround);
+    void showGroup(ParamGroup& group, bool isShown, bool isUnfolded) const;
+    bool showControl(const PresentationPlan::Entry& entry, const EffectInstance& effect,
+                     const std::function<bool(const EffectValParamBase&)>& isWanted);
     void openLevel(StandardPanel& panel);
     void closeLevel();
     std::unique_ptr<ParamGroup> makeGroup(const EffectInstance::ParamPresentationDetails& details);
     StandardPanel* currentPanel() const;
     bool isComplete() const;
 
+    static unsigned short clampedWidth(int pixels);
     void addWidgetToTabOrder(Glob* widget);
     WidgetPosition calcWidgetPosition();
     int handleBinaryItemEvent(const CheckboxEvent& event);

@@ -14,7 +14,7 @@ namespace oribund
 namespace
 {
 
-using Kind = ParamPresentationDetails::Kind;
+using EntryKind = ParamPresentationDetails::Kind;
 
 ParamShape shapeOf(const Kt::Ptr<EffectInstance>& effect, const EffectValParamBase& param)
 {
@@ -52,9 +52,9 @@ private:
 
     void add(const ParamPresentationDetails& details)
     {
-        if (details.kind == Kind::GroupStart)
+        if (details.kind == EntryKind::GroupStart)
             start(details);
-        else if (details.kind == Kind::GroupEnd)
+        else if (details.kind == EntryKind::GroupEnd)
             end();
         else if (!isHidden())
             addParam(details);
@@ -86,12 +86,12 @@ private:
         if (group != Group::Shown)
             return;
         --depth_;
-        if (plan_.entries_.back().details.kind == Kind::GroupStart) {
+        if (plan_.entries_.back().details.kind == EntryKind::GroupStart) {
             plan_.entries_.pop_back();
             return;
         }
         ParamPresentationDetails details;
-        details.kind = Kind::GroupEnd;
+        details.kind = EntryKind::GroupEnd;
         plan_.entries_.push_back({details, {}});
     }
 

@@ -29,7 +29,7 @@ namespace
 {
 
 using Details = ParamPresentationDetails;
-using Kind = Details::Kind;
+using EntryKind = Details::Kind;
 using Number = EffectValParam<double>;
 
 /** Counts how often it places its widgets. */
@@ -83,14 +83,14 @@ protected:
         return info;
     }
 
-    static Details param(int number) { return {IdStamp(1, 0, number), Kind::Parameter, 0, {}}; }
+    static Details param(int number) { return {IdStamp(1, 0, number), EntryKind::Parameter, 0, {}}; }
 
     static Details start(int number, const wchar_t* title = L"Group", unsigned char flags = 0)
     {
-        return {IdStamp(3, number, 0), Kind::GroupStart, flags, UIString(title)};
+        return {IdStamp(3, number, 0), EntryKind::GroupStart, flags, UIString(title)};
     }
 
-    static Details end() { return {{}, Kind::GroupEnd, 0, {}}; }
+    static Details end() { return {{}, EntryKind::GroupEnd, 0, {}}; }
 
     Glob* at(int number) const { return generator.findWidgetForParam(effect->findParam(IdStamp(1, 0, number)).get()); }
 
@@ -280,6 +280,22 @@ TEST_F(Generator, AGroupStaysAsTheUserLeftIt)
     EXPECT_EQ(dynamic_cast<MinimizableGroup*>(again.findGroup(IdStamp(3, 2, 0)))->getSizeState(), Glob::eSizeNormal);
     FXPanelGenerator::setInitialSizeState("", start(1, L"A"), Glob::eSizeMinimised);
     EXPECT_EQ(FXPanelGenerator::getInitialSizeState("", WString(L"A"), Glob::eSizeNormal), Glob::eSizeNormal);
+}
+
+TEST_F(Generator, OnlyWhatIsWantedIsShownAndUnfoldedForIt)
+{
+    for (int i = 0; i < 3; ++i)
+        add(0.5);
+    effect->setPresentation({start(1, L"A", Details::kCollapsedGroup), param(1), start(2), param(2), end(), end(),
+                             start(3), param(3), end()});
+    generator.generateUI();
+    const int height = panel.getHeight();
+    generator.showOnly([](const EffectValParamBase& param) { return param.id() == IdStamp(1, 0, 2); });
+    EXPECT_TRUE(at(2)->isShown() && !at(1)->isShown() && !at(3)->isShown());
+    EXPECT_FALSE(generator.findGroup(IdStamp(3, 3, 0))->isVisible());
+    generator.showOnly({});
+    EXPECT_TRUE(at(3)->isShown() && !at(2)->isShown()); // its group is folded again
+    EXPECT_EQ(panel.getHeight(), height);
 }
 
 TEST_F(Generator, EditsOfBoxMenuAndGroupAreOneStepEach)

@@ -8,6 +8,7 @@
 #include "oribund/panels/FXPanelFactory.h"
 #include "oribund/panels/iEffectPanelBuilder.h"
 #include "oribund/panels/iVideoOverlayRenderer.h"
+#include "workbench/app/effects/PanelFilter.h"
 #include "workbench/app/effects/PanelNotice.h"
 
 #include <algorithm>
@@ -20,6 +21,9 @@ using namespace oribund;
 
 namespace
 {
+
+/** So many are found at a glance. */
+constexpr int kFewParams = 12;
 
 class GenericPanelBuilder final : public iEffectPanelBuilder
 {
@@ -46,8 +50,11 @@ GenericEffectPanel::GenericEffectPanel(const FXPanelCreationOptions& options)
     const WidgetSurround follows = getGroupSeparator();
     notice_ = addWidget(std::make_unique<PanelNotice>(PanelNotice::InitArgs(width, 0, canvas())),
                         UserTopLeft(0, UifStd::getRowGap() / 2), follows);
+    filter_ =
+        addWidget(std::make_unique<PanelFilter>(PanelFilter::InitArgs(width, 0, canvas()), [this] { filterParams(); }),
+                  WidgetPosition::below(*notice_, UifStd::getRowGap() / 2), follows);
     body_ = addWidget(std::make_unique<WidgetGroup>(WidgetGroup::InitArgs(width, 0, canvas())),
-                      WidgetPosition::below(*notice_, UifStd::getRowGap() / 2), follows);
+                      WidgetPosition::below(*filter_, UifStd::getRowGap() / 2), follows);
     Label::InitArgs args(width, 0, canvas());
     args.text = UIString(TextIds::kNoParams);
     args.role = PaletteRole::DisabledText;
@@ -87,7 +94,18 @@ void GenericEffectPanel::showParams()
     generateUI(getViewHandle().getViewEffectID(), body_);
     nothing_->setVisible(getPlan().paramCount() == 0);
     body_->setVisible(getPlan().paramCount() > 0);
+    filter_->setVisible(getPlan().paramCount() > kFewParams || filter_->isActive());
+    filterParams();
     placeLabels();
+}
+
+void GenericEffectPanel::filterParams()
+{
+    if (filter_->isActive())
+        showOnly([this](const EffectValParamBase& param) { return filter_->wants(param); });
+    else if (isFiltered_)
+        showOnly({});
+    isFiltered_ = filter_->isActive();
 }
 
 void GenericEffectPanel::placeLabels()

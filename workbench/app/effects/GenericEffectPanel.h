@@ -13,6 +13,7 @@ class Label;
 namespace workbench
 {
 
+class PanelFilter;
 class PanelNotice;
 
 /** An effect's panel, with the controls that the library generates from the effect's description. */
@@ -44,12 +45,15 @@ protected:
 
 private:
     void showParams();
+    void filterParams();
     void placeLabels();
 
     PanelNotice* notice_ = nullptr;
+    PanelFilter* filter_ = nullptr; ///< to be seen in a long panel
     oribund::WidgetGroup* body_ = nullptr;
     oribund::Label* nothing_ = nullptr; ///< what an effect without parameters says
     int leastLabelWidth_ = 0;
+    bool isFiltered_ = false;
 };
 
 /** Registers the builder of these panels with FXPanelFactory, for effects of every type. Once, when a host is

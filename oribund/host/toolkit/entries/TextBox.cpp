@@ -112,6 +112,7 @@ void TextBox::userEdit(const WString& text)
     allSelected_ = false;
     setProblem({});
     changed(GlobChange::kLook);
+    handleTyping();
 }
 
 bool TextBox::userCommit(const WString& text)
@@ -172,6 +173,7 @@ bool TextBox::handleCommit(const WString& text)
 void TextBox::userCancel()
 {
     stopTyping();
+    handleTyping();
 }
 
 void TextBox::stopTyping()

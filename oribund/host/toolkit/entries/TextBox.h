@@ -131,6 +131,9 @@ protected:
      */
     virtual bool handleCommit(const WString& text);
 
+    /** The user has changed what is to be seen in the box, whether it becomes the value or not. */
+    virtual void handleTyping() {}
+
     /** Changes the value by steps; called when canStep(). May destroy the box. */
     virtual void handleStep(double steps);
 
