@@ -11,7 +11,7 @@ import subprocess
 import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-PROGRAMS = ("notify", "graphs", "binding", "model", "bars", "rows", "surface", "panels")
+PROGRAMS = ("notify", "graphs", "binding", "model", "bars", "rows", "surface", "panels", "catalogue_panels")
 REPETITIONS = 5
 NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 SIZES = (10, 100, 1000, 10000, 100000)
@@ -183,6 +183,8 @@ def panels(table):
                   "showGenerated/1000", "showNativeForm/100", 1)
     table.at_most("one edit in a generated panel of 1,000 rows; peer: of 10", "editGenerated/1000", "editGenerated/10",
                   1.1)
+    table.below("the panels of all installed effects, generated once", "makeAllPanels/iterations:100", 500e6)
+    table.bytes_below("memory kept by 100 rounds of them", "makeAllPanels/iterations:100", "bytesKept", 65536)
 
 
 def main():

@@ -8,6 +8,7 @@
 #include "oribund/host/toolkit/layout/TabOrderable.h"
 #include "oribund/host/toolkit/widgets/Checkbox.h"
 #include "oribund/panels/ParamGroup.h"
+#include "oribund/panels/ParamWalk.h"
 
 #include <algorithm>
 #include <utility>
@@ -131,11 +132,11 @@ void FXPanelGenerator::generateUI(const IdStamp& effectId, Glob* container)
 Kt::Ptr<EffectInstance> FXPanelGenerator::findTarget(const IdStamp& effectId)
 {
     target_ = handle_;
-    const Kt::Ptr<EffectInstance> effect = handle_.getEffectPtr();
+    Kt::Ptr<EffectInstance> effect = handle_.getEffectPtr();
     if (!effect || effect->id() == effectId)
         return effect;
     const EffectInstance::ChildPath path = effect->findEmbeddedChild(effectId);
-    const Kt::Ptr<EffectInstance> target = path.empty() ? effect->getMask() : effect->getEmbeddedChild(path);
+    Kt::Ptr<EffectInstance> target = path.empty() ? effect->getMask() : effect->getEmbeddedChild(path);
     if (target)
         target_.setViewEffectID(target->id());
     return target;
@@ -170,6 +171,7 @@ void FXPanelGenerator::showPlan(PresentationPlan plan, const EffectInstance& eff
     depth_ = 1;
     {
         const LayoutHold layout(root);
+        ParamWalk walk(effect);
         openLevel(root);
         for (const PresentationPlan::Entry& entry : plan_.entries()) {
             if (entry.details.kind == ListKind::GroupStart)
@@ -177,7 +179,7 @@ void FXPanelGenerator::showPlan(PresentationPlan plan, const EffectInstance& eff
             else if (entry.details.kind == ListKind::GroupEnd)
                 endGroup();
             else
-                showParam(entry, effect);
+                showParam(entry, effect, walk.indexOf(entry.details.id));
         }
         closeLevel();
         destroyLeftOver();
@@ -187,9 +189,9 @@ void FXPanelGenerator::showPlan(PresentationPlan plan, const EffectInstance& eff
         keyboard->takeFocus();
 }
 
-void FXPanelGenerator::showParam(const PresentationPlan::Entry& entry, const EffectInstance& effect)
+void FXPanelGenerator::showParam(const PresentationPlan::Entry& entry, const EffectInstance& effect, int index)
 {
-    const auto param = effect.findParam(entry.details.id);
+    const auto param = effect.paramAt(index);
     nextSurround_ = surroundOf(entry.shape.control);
     Glob* widget = takeKept(entry);
     if (widget) {
@@ -204,8 +206,13 @@ void FXPanelGenerator::showParam(const PresentationPlan::Entry& entry, const Eff
             addWidgetInternal(param, widget);
     }
     nextSurround_ = getGroupSeparator();
-    const int index = effect.indexOfParam(entry.details.id);
-    for (int i = 0; widget && i <= entry.shape.followers; ++i)
+    if (!widget)
+        return;
+    Shown& shown = widgets_[entry.details.id];
+    shown.shape = entry.shape;
+    if (!(shown.widget == widget))
+        shown.widget = GlobRef<Glob>(widget);
+    for (int i = 1; i <= entry.shape.followers; ++i)
         widgets_[effect.paramAt(index + i)->id()] = {GlobRef<Glob>(widget), entry.shape};
 }
 
@@ -217,7 +224,10 @@ Glob* FXPanelGenerator::takeKept(const PresentationPlan::Entry& entry)
     const Shown shown = found->second;
     if (!shown.widget || shown.shape != entry.shape)
         return nullptr;
-    std::erase_if(before_->widgets, [&](const auto& other) { return other.second.widget == shown.widget.get(); });
+    if (shown.shape.followers == 0)
+        before_->widgets.erase(found);
+    else
+        std::erase_if(before_->widgets, [&](const auto& other) { return other.second.widget == shown.widget.get(); });
     return shown.widget.get();
 }
 
@@ -386,8 +396,10 @@ void FXPanelGenerator::addWidgetInternal(const Kt::Ptr<EffectValParamBase>& para
     if (!levels_.empty())
         levels_.back().order.push_back(widget);
     addWidgetToTabOrder(widget);
-    widgets_[param->id()] = {GlobRef<Glob>(widget), {paramControlOf(*param)}};
-    if (auto* const box = dynamic_cast<Checkbox*>(widget)) {
+    const ParamControl control = paramControlOf(*param);
+    widgets_[param->id()] = {GlobRef<Glob>(widget), {control}};
+    auto* const box = control == ParamControl::Switch ? dynamic_cast<Checkbox*>(widget) : nullptr;
+    if (box) {
         auto& callback = switches_[param->id()];
         callback = std::make_unique<SwitchCallback>(this, &FXPanelGenerator::handleBinaryItemEvent);
         callback->attach(box->events());

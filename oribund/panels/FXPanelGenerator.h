@@ -141,7 +141,7 @@ private:
     void showPlan(PresentationPlan plan, const EffectInstance& effect, StandardPanel& root);
     void destroyLeftOver();
     void refreshKept(const EffectInstance& effect);
-    void showParam(const PresentationPlan::Entry& entry, const EffectInstance& effect);
+    void showParam(const PresentationPlan::Entry& entry, const EffectInstance& effect, int index);
     Glob* takeKept(const PresentationPlan::Entry& entry);
     ParamGroup* takeKeptGroup(const EffectInstance::ParamPresentationDetails& details);
     void keep(Glob& widget, const WidgetSurround& surround);

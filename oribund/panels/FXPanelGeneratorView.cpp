@@ -8,6 +8,7 @@
 #include "oribund/panels/FXPanelGenerator.h"
 #include "oribund/panels/GroupSizes.h"
 #include "oribund/panels/ParamGroup.h"
+#include "oribund/panels/ParamWalk.h"
 
 #include <algorithm>
 #include <utility>
@@ -35,6 +36,7 @@ unsigned short FXPanelGenerator::calcInitialLabelWidth() const
     const Kt::Ptr<EffectInstance> effect = target_.getEffectPtr();
     if (!effect)
         return clampedWidth(3 * row);
+    ParamWalk walk(*effect);
     int indent = 0;
     int widest = 0;
     for (const ParamPresentationDetails& entry : effect->presentation()) {
@@ -42,7 +44,7 @@ unsigned short FXPanelGenerator::calcInitialLabelWidth() const
             indent += WidgetGroupEx::childXOffset();
         else if (entry.kind == ParamPresentationDetails::Kind::GroupEnd)
             indent -= WidgetGroupEx::childXOffset();
-        else if (const auto param = effect->findParam(entry.id))
+        else if (const auto param = walk.find(entry.id))
             widest = std::max(widest, indent + UifStd::measure(makeParamName(param)));
     }
     return clampedWidth(std::clamp(widest + UifStd::getWidgetGap(), 3 * row, 7 * row));
@@ -70,7 +72,7 @@ void FXPanelGenerator::setLabelWidth(unsigned short width)
 
 LightweightString<wchar_t> FXPanelGenerator::makeParamName(const Kt::Ptr<EffectValParamBase>& param) const
 {
-    const WString name = rowNameOf(*param);
+    WString name = rowNameOf(*param);
     if (name.size() <= kLongestName)
         return name;
     return WString(name.view().substr(0, kLongestName - 1)) + L"\u2026";

@@ -2,10 +2,9 @@
 
 #include "oribund/colour/ColourRangePanel.h"
 #include "oribund/host/effects/EffectInstance.h"
-#include "oribund/host/effects/params/EffectValParam.h"
+#include "oribund/panels/ParamWalk.h"
 
 #include <algorithm>
-#include <unordered_set>
 #include <utility>
 
 namespace oribund
@@ -16,12 +15,13 @@ namespace
 
 using EntryKind = ParamPresentationDetails::Kind;
 
-ParamShape shapeOf(const Kt::Ptr<EffectInstance>& effect, const EffectValParamBase& param)
+ParamShape shapeOf(const Kt::Ptr<EffectInstance>& effect, int index)
 {
+    const EffectValParamBase& param = *effect->paramAt(index);
     ParamShape shape{paramControlOf(param)};
     if (shape.control != ParamControl::ColourRange)
         return shape;
-    shape.index = effect->indexOfParam(param.id());
+    shape.index = index;
     const auto params = ColourRangePanel::paramsOf(effect, static_cast<unsigned>(shape.index));
     shape.followers = std::max(0, static_cast<int>(params.size()) - 1);
     return shape;
@@ -34,7 +34,10 @@ class PresentationPlan::Builder
 public:
     explicit Builder(const Kt::Ptr<EffectInstance>& effect)
         : effect_(effect)
+        , walk_(*effect)
+        , seen_(effect->params().size(), false)
     {
+        plan_.entries_.reserve(effect->presentation().size());
     }
 
     PresentationPlan build()
@@ -97,20 +100,29 @@ private:
 
     void addParam(const ParamPresentationDetails& details)
     {
-        const auto param = effect_->findParam(details.id);
-        if (!param || !seen_.insert(details.id).second)
+        const int index = walk_.indexOf(details.id);
+        if (index < 0 || !isNew(index))
             return;
-        const ParamShape shape = shapeOf(effect_, *param);
+        const ParamShape shape = shapeOf(effect_, index);
         for (int i = 1; i <= shape.followers; ++i)
-            seen_.insert(effect_->paramAt(shape.index + i)->id());
+            isNew(shape.index + i);
         plan_.entries_.push_back({details, shape});
         ++plan_.paramCount_;
     }
 
+    /** Whether the parameter at an index comes up for the first time. */
+    bool isNew(int index)
+    {
+        const bool before = seen_[static_cast<std::size_t>(index)];
+        seen_[static_cast<std::size_t>(index)] = true;
+        return !before;
+    }
+
     Kt::Ptr<EffectInstance> effect_;
+    ParamWalk walk_;
     PresentationPlan plan_;
     std::vector<Group> open_;
-    std::unordered_set<IdStamp> seen_;
+    std::vector<bool> seen_; ///< by index in the effect's list
     int depth_ = 0;
 };
 

@@ -69,7 +69,7 @@ protected:
     template <class P>
     Kt::Ptr<EffectValParam<P>> add(const P& value = P(), unsigned flags = 0)
     {
-        const auto param = Kt::makePtr<EffectValParam<P>>(infoOf(effect->paramCount() + 1, flags), value);
+        auto param = Kt::makePtr<EffectValParam<P>>(infoOf(effect->paramCount() + 1, flags), value);
         effect->addParam(param);
         return param;
     }
