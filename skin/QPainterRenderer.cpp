@@ -123,12 +123,20 @@ void QPainterRenderer::fillColumns(const Box& box, std::span<const Colour> colum
 {
     if (box.empty() || columns.empty())
         return;
-    QImage row(static_cast<int>(columns.size()), 1, QImage::Format_ARGB32);
+    const bool isOpaque = std::all_of(columns.begin(), columns.end(), [](const Colour& c) { return c.a >= 1.0; });
+    QImage row(static_cast<int>(columns.size()), 1, isOpaque ? QImage::Format_RGB32 : QImage::Format_ARGB32);
     auto* pixels = reinterpret_cast<QRgb*>(row.scanLine(0));
-    std::transform(columns.begin(), columns.end(), pixels, [](const Colour& colour) { return toQt(colour).rgba(); });
+    std::transform(columns.begin(), columns.end(), pixels, [isOpaque](const Colour& colour) {
+        return isOpaque ? 0xff000000U | colour.toRGB() : toQt(colour).rgba();
+    });
     painter_.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform, false);
-    painter_.drawImage(snapped(toQt(box)), row.convertToFormat(QImage::Format_ARGB32_Premultiplied));
+    painter_.drawImage(snapped(toQt(box)), isOpaque ? row : row.convertToFormat(QImage::Format_ARGB32_Premultiplied));
     painter_.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
+}
+
+double QPainterRenderer::pixelRatio() const
+{
+    return std::hypot(painter_.deviceTransform().m11(), painter_.deviceTransform().m12());
 }
 
 void QPainterRenderer::line(const XY<double>& from, const XY<double>& to, const Colour& colour, double width)

@@ -33,6 +33,7 @@ public:
               const oribund::Colour& colour, oribund::TextAlign align) override;
     void image(const oribund::Kt::Box<double>& box, const oribund::Image& image, const oribund::Colour& tint) override;
     void fillColumns(const oribund::Kt::Box<double>& box, std::span<const oribund::Colour> columns) override;
+    double pixelRatio() const override;
 
 protected:
     void clipPushed(const oribund::Kt::Box<double>& box) override;

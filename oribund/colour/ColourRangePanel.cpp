@@ -2,8 +2,6 @@
 
 #include "oribund/colour/ColourGrabberButton.h"
 #include "oribund/colour/ColourRangeRow.h"
-#include "oribund/colour/RangeGradients.h"
-#include "oribund/colour/RangeHistogram.h"
 #include "oribund/colour/TolerantRangeEditor.h"
 #include "oribund/controls/binding/EffectValParamAccessor.h"
 #include "oribund/host/base/Numeric.h"
@@ -223,38 +221,30 @@ int ColourRangePanel::handleStatistics(const iFrameStatistics&)
     return 0;
 }
 
-void ColourRangePanel::drawHistogram(CanvasRenderer& renderer, const Kt::Box<double>& strip, ColourAxis axis,
-                                     const NumRange<double>& part) const
+void ColourRangePanel::drawStrip(CanvasRenderer& renderer, const Kt::Box<double>& strip, ColourAxis axis)
 {
     Vob* const vob = handle_.getVob();
     iFrameStatistics* const statistics = vob ? vob->frameStatistics() : nullptr;
-    if (const auto* histogram = statistics ? statistics->histogram(handle_.getViewEffectID(), axis) : nullptr)
-        RangeHistogram::draw(renderer, *histogram, strip, part);
+    const auto* const counted = statistics ? statistics->histogram(handle_.getViewEffectID(), axis) : nullptr;
+    painters_[static_cast<std::size_t>(axis)].draw(renderer, strip, hueMiddle(), counted);
 }
 
-void ColourRangePanel::drawHueSlider(TolerantRangeEditor& editor, CanvasRenderer& renderer,
-                                     const Kt::Box<double>& strip, ColourRangePanel& panel)
+void ColourRangePanel::drawHueSlider(TolerantRangeEditor&, CanvasRenderer& renderer, const Kt::Box<double>& strip,
+                                     ColourRangePanel& panel)
 {
-    const RangeAxis& axis = editor.axis();
-    const double middle = panel.hueMiddle();
-    renderer.fillColumns(strip, RangeGradients::hues(static_cast<std::size_t>(strip.width()), middle, axis.span));
-    const double first = RangeGradients::withinTurn(middle - axis.span / 2.0);
-    panel.drawHistogram(renderer, strip, ColourAxis::Hue, {first / axis.period, (first + axis.span) / axis.period});
+    panel.drawStrip(renderer, strip, ColourAxis::Hue);
 }
 
 void ColourRangePanel::drawSatSlider(TolerantRangeEditor&, CanvasRenderer& renderer, const Kt::Box<double>& strip,
                                      ColourRangePanel& panel)
 {
-    renderer.fillColumns(strip,
-                         RangeGradients::saturations(static_cast<std::size_t>(strip.width()), panel.hueMiddle()));
-    panel.drawHistogram(renderer, strip, ColourAxis::Saturation, {0.0, 1.0});
+    panel.drawStrip(renderer, strip, ColourAxis::Saturation);
 }
 
 void ColourRangePanel::drawLumSlider(TolerantRangeEditor&, CanvasRenderer& renderer, const Kt::Box<double>& strip,
                                      ColourRangePanel& panel)
 {
-    renderer.fillColumns(strip, RangeGradients::luminances(static_cast<std::size_t>(strip.width())));
-    panel.drawHistogram(renderer, strip, ColourAxis::Luminance, {0.0, 1.0});
+    panel.drawStrip(renderer, strip, ColourAxis::Luminance);
 }
 
 } // namespace oribund

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "oribund/colour/ColEyeDropBase.h"
+#include "oribund/colour/StripPainter.h"
 #include "oribund/host/base/Export.h"
-#include "oribund/host/base/NumRange.h"
 #include "oribund/host/edit/iFrameStatistics.h"
 #include "oribund/host/edit/monitor/FXViewHandle.h"
 #include "oribund/host/notify/MethodCallback.h"
@@ -80,13 +80,14 @@ private:
 
     ColEyeDropBase::ColourRange shownRange() const;
     double hueMiddle() const;
-    void drawHistogram(CanvasRenderer& renderer, const Kt::Box<double>& strip, ColourAxis axis,
-                       const NumRange<double>& part) const;
+    void drawStrip(CanvasRenderer& renderer, const Kt::Box<double>& strip, ColourAxis axis);
     int handleStatistics(const iFrameStatistics& statistics);
 
     FXViewHandle handle_;
     unsigned paramIndex_;
     std::array<ColourRangeRow*, kRows> rows_{};
+    std::array<StripPainter, kRows> painters_{StripPainter(ColourAxis::Hue), StripPainter(ColourAxis::Saturation),
+                                              StripPainter(ColourAxis::Luminance)};
     ColourGrabberButton* grabber_ = nullptr;
     Label* label_ = nullptr;
     MethodCallback<ColourRangePanel, iFrameStatistics> statisticsCallback_{this, &ColourRangePanel::handleStatistics};

@@ -1,32 +1,32 @@
 #pragma once
 
-#include "oribund/host/base/Box.h"
+#include "oribund/host/base/Colour.h"
 #include "oribund/host/base/Export.h"
 #include "oribund/host/base/NumRange.h"
+#include "oribund/host/canvas/Image.h"
 #include "oribund/host/edit/iFrameStatistics.h"
 
+#include <cstddef>
+#include <span>
 #include <vector>
 
 namespace oribund
 {
-
-class CanvasRenderer;
 
 /** How the colours of a picture are distributed along a strip, as a shape that stands on its bottom. Pure. */
 namespace RangeHistogram
 {
 
 /**
- * The outline from the lower left corner of the strip to the lower right one. `part` is what the strip shows of the
- * axis, whose whole is 0 to 1; on a circular axis it may lie beyond. The fullest bin of the axis is as high as the
- * strip, and a bin a hundredth as full a tenth of it. Empty where nothing is counted.
+ * How high the shape is in each of so many columns, 0 to 1. `part` is what the strip shows of the axis, whose whole is
+ * 0 to 1; on a circular axis it may lie beyond. The fullest bin of the axis is nearly as high as the strip, and one
+ * that is a hundredth as full has a tenth of that. Empty where nothing is counted.
  */
-ORIBUND_API std::vector<XY<double>> outline(const iFrameStatistics::Histogram& histogram, const Kt::Box<double>& strip,
-                                            const NumRange<double>& part);
+ORIBUND_API std::vector<double> heights(const iFrameStatistics::Histogram& histogram, const NumRange<double>& part,
+                                        std::size_t columns);
 
-/** Draws it over a gradient, so that it can be told on black and on white. */
-ORIBUND_API void draw(CanvasRenderer& renderer, const iFrameStatistics::Histogram& histogram,
-                      const Kt::Box<double>& strip, const NumRange<double>& part);
+/** A picture of a gradient, of which the shape is dark with a light edge. As wide as there are columns. */
+ORIBUND_API Image picture(std::span<const Colour> columns, std::span<const double> heights, int height);
 
 } // namespace RangeHistogram
 

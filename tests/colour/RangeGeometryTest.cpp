@@ -109,20 +109,31 @@ TEST(HueSatLum, TellsTheAxesOfAColour)
 TEST(RangeHistogram, IsWhatTheStripShowsOfItsAxis)
 {
     iFrameStatistics::Histogram histogram{};
-    const Kt::Box<double> strip{10.0, 0.0, 138.0, 20.0};
-    EXPECT_TRUE(RangeHistogram::outline(histogram, strip, {0.0, 1.0}).empty());
+    EXPECT_TRUE(RangeHistogram::heights(histogram, {0.0, 1.0}, 100).empty());
     histogram[0] = 100.0F;
     histogram[128] = 25.0F;
     // Half of a circle, with its start in the middle.
-    const auto points = RangeHistogram::outline(histogram, strip, {0.75, 1.25});
-    ASSERT_EQ(points.size(), 128U + 2U);
-    EXPECT_EQ(points.front(), (XY<double>{10.0, 20.0}));
-    EXPECT_EQ(points.back(), (XY<double>{138.0, 20.0}));
-    EXPECT_NEAR(points[65].x, 74.5, 1e-9);
-    EXPECT_LT(points[65].y, 2.0);
-    EXPECT_EQ(points[64].y, 20.0);
-    const auto whole = RangeHistogram::outline(histogram, strip, {0.0, 1.0});
-    EXPECT_NEAR(20.0 - whole[129].y, (20.0 - whole[1].y) / 2.0, 1e-5) << "a quarter as many are half as high";
+    const auto half = RangeHistogram::heights(histogram, {0.75, 1.25}, 128);
+    EXPECT_GT(half[64], 0.9);
+    EXPECT_EQ(half[63], 0.0);
+    const auto whole = RangeHistogram::heights(histogram, {0.0, 1.0}, 256);
+    EXPECT_NEAR(whole[128], whole[0] / 2.0, 1e-9) << "a quarter as many are half as high";
+    EXPECT_EQ(whole[255], 0.0) << "no circle";
+}
+
+TEST(RangeHistogram, IsDarkBelowALightLineInItsPicture)
+{
+    const std::vector<Colour> columns(3, Colour{0.5, 0.5, 0.5});
+    const std::vector<double> heights{0.0, 0.5, 1.0};
+    const Image picture = RangeHistogram::picture(columns, heights, 40);
+    ASSERT_EQ(picture.size(), (XY<int>{3, 40}));
+    const auto at = [&picture](std::size_t x, std::size_t y) { return (*picture.pixels())[3 * y + x] & 0xff; };
+    EXPECT_EQ(at(0, 20), 0x80U);
+    EXPECT_EQ(at(1, 10), 0x80U);
+    EXPECT_GT(at(1, 19), 0x80U);
+    EXPECT_EQ(at(1, 20), 0x40U);
+    EXPECT_EQ(at(2, 0), 0x40U);
+    EXPECT_EQ(RangeHistogram::picture(columns, heights, 0).pixels(), nullptr);
 }
 
 TEST(ColEyeDrop, FindsSoftRangesThatHoldWhatWasPicked)

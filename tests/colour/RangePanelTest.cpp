@@ -173,10 +173,11 @@ TEST_F(PickedRange, AStripShowsItsHuesAboutTheRangeAndTheHistogramOverThem)
     const unsigned before = strip.repaintCount();
     viewer.changed.notify(static_cast<iFrameStatistics&>(*viewer.frameStatistics()));
     EXPECT_GT(strip.repaintCount(), before);
-    const auto polygons = [](const RecordingRenderer& renderer) {
-        return renderer.ofKind(Primitive::Kind::Polygon).size();
-    };
-    EXPECT_GT(polygons(drawn()), polygons(plain));
+    const std::vector<Primitive> pictures = drawn().ofKind(Primitive::Kind::Image);
+    ASSERT_EQ(pictures.size(), 1U);
+    EXPECT_EQ(pictures[0].image, drawn().ofKind(Primitive::Kind::Image).at(0).image) << "kept";
+    viewer.counted[7] = 2.0F;
+    EXPECT_NE(pictures[0].image, drawn().ofKind(Primitive::Kind::Image).at(0).image);
 }
 
 TEST_F(RangePanel, ARowResetsAndKeyframesItsOwnAxis)

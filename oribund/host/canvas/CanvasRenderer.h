@@ -58,6 +58,9 @@ public:
     /** The picture stretched to the box; `tint` colours an icon and is ignored for pixels. */
     virtual void image(const Kt::Box<double>& box, const Image& image, const Colour& tint) = 0;
 
+    /** Pixels of the screen for each logical one, so that a picture can be made that fits them. */
+    virtual double pixelRatio() const { return 1.0; }
+
     void pushClip(const Kt::Box<double>& box);
     void popClip();
 
