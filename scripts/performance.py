@@ -11,7 +11,8 @@ import subprocess
 import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-PROGRAMS = ("notify", "graphs", "binding", "model", "bars", "rows", "surface", "panels", "catalogue_panels")
+PROGRAMS = ("notify", "graphs", "binding", "model", "bars", "rows", "surface", "panels", "catalogue_panels",
+            "colour")
 REPETITIONS = 5
 NANOSECONDS = {"ns": 1.0, "us": 1e3, "ms": 1e6, "s": 1e9}
 SIZES = (10, 100, 1000, 10000, 100000)
@@ -187,6 +188,13 @@ def panels(table):
     table.bytes_below("memory kept by 100 rounds of them", "makeAllPanels/iterations:100", "bytesKept", 65536)
 
 
+def strips(table):
+    for axis, name in enumerate(("hue", "saturation", "luminance")):
+        table.at_most(f"a strip of {name}, 1,000 by 24, with a histogram; peer: QPainter stretches a line of pixels to it",
+                      f"drawStrip/axis:{axis}", "drawStretchedPicture", 1)
+    table.below("the same of hue, made anew as in a drag", "drawMovedStrip", 200e3)
+
+
 def main():
     table = Table(measure(sys.argv[1]))
     graphs(table)
@@ -195,6 +203,7 @@ def main():
     bars(table)
     surfaces(table)
     panels(table)
+    strips(table)
     with open("/proc/cpuinfo", encoding="utf-8") as cpuinfo:
         cpu = next((line.split(":")[1].strip() for line in cpuinfo if line.startswith("model name")), "unknown")
     with open(os.path.join(ROOT, "docs", "performance.md"), "w", encoding="utf-8") as page:
