@@ -101,6 +101,12 @@ TEST_F(ExporterTest, saysWhichEffectCrashedAndWhere)
     const ExportResult result = run(edit, {(folder / "film.mp4").string()});
     EXPECT_EQ(result.outcome, Outcome::Failed);
     EXPECT_THAT(result.message, testing::AllOf(testing::HasSubstr(kCrashing), testing::HasSubstr(" of 75 frames")));
+
+    // What the viewer leaves out is left out here too.
+    ExportSettings without{(folder / "film.mp4").string()};
+    without.bypassed = {"bad"};
+    lastDone = 0;
+    EXPECT_EQ(run(edit, without).outcome, Outcome::Done);
 }
 
 TEST_F(ExporterTest, doesOneThingAtATime)

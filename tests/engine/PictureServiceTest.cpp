@@ -1,6 +1,7 @@
 #include "workbench/engine/client/PictureService.h"
 
 #include "tests/engine/EngineFixture.h"
+#include "tests/engine/Workers.h"
 #include "workbench/engine/worker/StillRenderer.h"
 #include "workbench/model/projection/MediaProjection.h"
 
@@ -68,18 +69,6 @@ protected:
     }
 
     static request::MakeThumbnail thumbnail(int frame) { return {sampleEdit(), frame, 160, 90}; }
-
-    /** The processes that this one has started; those that are told to end are gone for it. */
-    static std::vector<pid_t> workers()
-    {
-        std::vector<pid_t> found;
-        for (const auto& task : fs::directory_iterator("/proc/self/task")) {
-            std::ifstream children(task.path() / "children");
-            for (pid_t child = 0; children >> child;)
-                found.push_back(child);
-        }
-        return found;
-    }
 
     std::mutex mutex;
     std::condition_variable arrived;
@@ -195,8 +184,7 @@ TEST_F(PictureServiceTest, aWorkerThatDiesCostsNoMoreThanThePictureThatKillsIt)
             pictures += made.picture ? 1 : 0;
         }));
     ASSERT_TRUE(runUntil([&] { return told == 5; }));
-    for (const pid_t worker : workers())
-        kill(worker, SIGKILL);
+    sendToWorkers(SIGKILL);
     const Made bad = ask(request::MakeThumbnail{sampleEdit(kCrashing, {{"0", "0.9"}}), 3, 160, 90});
     EXPECT_FALSE(bad.picture);
     EXPECT_TRUE(bad.isFinal);

@@ -134,6 +134,11 @@ TEST(ProjectFaults, SingleValuesAreMendedWithAWarning)
     ASSERT_EQ(tint.params.at(0).channels.size(), 1u);
     EXPECT_EQ(tint.params[0].channels[0].back().value, 80.0);
 
+    // What an older version with wider ranges has saved is told, with what becomes of it.
+    mended("80.0", "800.0", "such as 800");
+    const std::string constant = edited(sampleXml(), "\"keyframed\":true", "\"keyframed\":false");
+    EXPECT_THAT(parse(edited(constant, "\"constant\":", "\"constant\":9999")).warnings, Contains(HasSubstr("is 100")));
+
     // A keyframe that is out of order, or none, is left out; the curve goes on.
     const ParamData& level = first.effects[0].params[0];
     ASSERT_EQ(level.channels[0].size(), 2u);

@@ -7,6 +7,7 @@
 #include "workbench/store/json/EditRepair.h"
 #include "workbench/store/json/EffectJson.h"
 #include "workbench/store/json/JsonFields.h"
+#include "workbench/store/json/RangeCheck.h"
 #include "workbench/store/mlt/MltClip.h"
 #include "workbench/store/mlt/MltImport.h"
 
@@ -203,6 +204,7 @@ ProjectReading parseProject(std::string_view bytes, const fs::path& folder, cons
         return reading;
 
     repairEdit(edit, warnings);
+    warnOfRanges(edit, catalogue, warnings);
     reading.error = findFault(edit);
     reading.warnings = warnings.take();
     if (reading.error.empty()) {

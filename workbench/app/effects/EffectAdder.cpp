@@ -3,8 +3,18 @@
 #include "workbench/app/session/Say.h"
 #include "workbench/app/session/Workspace.h"
 
+#include <QApplication>
+#include <QTimer>
+
 namespace workbench
 {
+
+namespace
+{
+
+constexpr int kPatience = 400; // ms, after which somebody wonders whether anything happens
+
+} // namespace
 
 EffectAdder::EffectAdder(Workspace& workspace)
     : workspace_(workspace)
@@ -24,11 +34,17 @@ void EffectAdder::add(const std::string& service)
     const ObjectId target = segment->id();
     if (effect->curated || sound_.contains(service))
         return addTo(target, service);
+    QTimer::singleShot(kPatience, qApp, [this, title = effect->title, alive = std::weak_ptr(alive_)] {
+        if (!alive.expired() && isBusy())
+            trying(title);
+    });
     background_.run([this, effect, target, engine = workspace_.engine()]() -> Background::Completion {
         const EffectProbeResult result = engine->probeEffect(effect->service, effect->fixedProperties);
         return [this, effect, target, result] {
+            trying({});
             if (!result.works() && result.outcome != EffectProbeResult::Outcome::NotTried)
-                return say(result.message + " It was not added.", oribund::MessageSink::Severity::Error);
+                return say(quoted(effect->title) + " was not added: the effect " + result.message,
+                           oribund::MessageSink::Severity::Error);
             sound_.insert(effect->service);
             addTo(target, effect->service);
         };

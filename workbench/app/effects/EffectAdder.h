@@ -3,6 +3,8 @@
 #include "workbench/app/session/Background.h"
 #include "workbench/model/EditData.h"
 
+#include <functional>
+#include <memory>
 #include <set>
 #include <string>
 
@@ -20,6 +22,9 @@ public:
     /** Adds the effect as the last one of the selected segment, or says why not. */
     void add(const std::string& service);
 
+    /** Called with the name of the effect that takes a while to try, and with none once that is over. */
+    std::function<void(const std::string& title)> trying = [](const std::string&) {};
+
     bool isBusy() const { return background_.pending() > 0; }
 
 private:
@@ -27,7 +32,8 @@ private:
 
     Workspace& workspace_;
     Background background_;
-    std::set<std::string> sound_; ///< services that were tried and work
+    std::shared_ptr<int> alive_ = std::make_shared<int>(); ///< gone with the adder
+    std::set<std::string> sound_;                          ///< services that were tried and work
 };
 
 } // namespace workbench

@@ -132,6 +132,10 @@ void Document::take(const ProjectReading& reading, const fs::path& project)
              " is open in another window. This is a copy of it: save it under another name.");
     }
     sayWhatIsMissing(*reading.edit, reading.missingMedia);
+    said_.clear();
+    for (const MediaData& media : reading.edit->media)
+        if (std::ranges::count(reading.missingMedia, media.id) > 0)
+            said_.push_back(media.info.path);
 }
 
 bool Document::open(const std::string& path)
@@ -170,6 +174,11 @@ bool Document::recover(const Recoverable& found)
         onDisk_ = {}; // somebody went on with it after the crash; the clock of files is coarse
     changes_.notify({});
     return true;
+}
+
+bool Document::hasSaid(const std::string& problem) const
+{
+    return std::ranges::any_of(said_, [&](const std::string& path) { return problem.find(path) != std::string::npos; });
 }
 
 bool Document::isChangedOnDisk() const

@@ -64,6 +64,9 @@ public:
     /** The program ends without the changes: the copy of them goes. */
     void abandonChanges();
 
+    /** Whether it was said on opening that the file is missing that a problem names. */
+    bool hasSaid(const std::string& problem) const;
+
     oribund::Notifier<DocumentChanged>& changes() { return changes_; }
 
 private:
@@ -79,9 +82,10 @@ private:
     Workspace& workspace_;
     Reader reader_;
     std::filesystem::path path_;
-    std::string copyName_;   ///< of a project without a file that was opened as a copy
-    FileStamp onDisk_;       ///< of the file, when it was read or saved last
-    bool recovered_ = false; ///< what is open is nowhere but in the recovery folder
+    std::string copyName_;          ///< of a project without a file that was opened as a copy
+    FileStamp onDisk_;              ///< of the file, when it was read or saved last
+    bool recovered_ = false;        ///< what is open is nowhere but in the recovery folder
+    std::vector<std::string> said_; ///< media that were missing on opening
     Autosave autosave_;
     QTimer autosaveTimer_;
     oribund::Notifier<DocumentChanged> changes_;

@@ -11,6 +11,7 @@ namespace workbench
 {
 
 class EditModel;
+struct Projection;
 
 /** What somebody asked to have exported. */
 struct ExportRequest {
@@ -18,6 +19,7 @@ struct ExportRequest {
     int from = 0;     ///< first frame of the edit
     int to = -1;      ///< last frame; -1 for the last of the edit
     ExportTarget::Existing existing = ExportTarget::Existing::Keep;
+    std::vector<std::string> without; ///< ids of effects that are left out
 };
 
 /** Called on the exporter's thread. */
@@ -29,6 +31,9 @@ struct ExportEvents {
 
 /** The files that must not be exported onto: what the edit is made of, and the file of its project, if it has one. */
 std::vector<std::string> filesUsedBy(const EditModel& edit, const std::filesystem::path& project);
+
+/** What a message calls these effects of an edit, by their ids; empty where it has none of them. */
+std::string namesOf(const std::vector<std::string>& effects, const Projection& edit);
 
 /**
  * Exports an edit whose project is in that file, if in any. Returns why it cannot begin, for a person to read, or

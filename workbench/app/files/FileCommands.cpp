@@ -7,6 +7,7 @@
 #include "workbench/app/files/MediaImporter.h"
 #include "workbench/app/session/PreferenceKeys.h"
 #include "workbench/app/session/Say.h"
+#include "workbench/model/projection/Projector.h"
 #include "workbench/store/files/PathText.h"
 #include "workbench/store/files/UnfinishedFile.h"
 
@@ -234,9 +235,35 @@ void FileCommands::askAndExport()
     ExportDialog dialog(suggestion, workspace_.exportPresets(), &window_);
     if (dialog.exec() != QDialog::Accepted)
         return;
-    const ExportRequest request = dialog.request();
+    ExportRequest request = dialog.request();
+    if (!mayLeaveOut(request))
+        return;
     if (exportBar_.start(workspace_.edit(), document_.path(), request))
         rememberFolder(kExports, QString::fromStdString(request.path));
+}
+
+/** What the picture goes without, a film may go without; but not without a word. */
+bool FileCommands::mayLeaveOut(ExportRequest& request)
+{
+    for (const LeftOutEffect& effect : leftOut())
+        request.without.push_back(effect.id);
+    const std::string names = namesOf(request.without, project(workspace_.edit()));
+    if (names.empty())
+        return true;
+    QMessageBox box(QMessageBox::Question, QStringLiteral("Effects that are left out"),
+                    QStringLiteral("The picture goes without %1.").arg(QString::fromStdString(names)),
+                    QMessageBox::NoButton, &window_);
+    box.setTextFormat(Qt::PlainText);
+    box.setInformativeText(
+        QStringLiteral("What crashed or did not answer in the picture may end the export half-way."));
+    QPushButton* const without = box.addButton(QStringLiteral("Export without"), QMessageBox::AcceptRole);
+    const QAbstractButton* const with = box.addButton(QStringLiteral("Try with"), QMessageBox::DestructiveRole);
+    box.setEscapeButton(box.addButton(QMessageBox::Cancel));
+    box.setDefaultButton(without);
+    box.exec();
+    if (box.clickedButton() == with)
+        request.without.clear();
+    return box.clickedButton() == with || box.clickedButton() == without;
 }
 
 bool FileCommands::mayEndExport()

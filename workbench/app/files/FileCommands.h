@@ -3,9 +3,11 @@
 #include "workbench/app/files/Document.h"
 #include "workbench/app/files/MediaFinder.h"
 #include "workbench/app/files/PatientReader.h"
+#include "workbench/engine/protocol/EngineTypes.h"
 
 #include <QString>
 
+#include <functional>
 #include <set>
 #include <string>
 #include <vector>
@@ -16,6 +18,7 @@ namespace workbench
 {
 
 class ExportBar;
+struct ExportRequest;
 class MediaImporter;
 
 /** What the window does with files, and what it asks before. */
@@ -44,6 +47,9 @@ public:
     bool saveAs();
     void askAndExport();
 
+    /** What the picture goes without for now. */
+    std::function<std::vector<LeftOutEffect>()> leftOut = [] { return std::vector<LeftOutEffect>(); };
+
     /** Asks, one after the other, where missing media are now. */
     void findMedia();
 
@@ -71,6 +77,7 @@ private:
     QString folderFor(const char* what) const;
     void rememberFolder(const char* what, const QString& file) const;
     void openProject(const std::string& path);
+    bool mayLeaveOut(ExportRequest& request);
     bool saveOverChangedFile();
     void findMediaExcept(const std::set<ObjectId>& asked);
 

@@ -9,6 +9,7 @@ namespace workbench::PreferenceKeys
 inline constexpr const char* kWindowGeometry = "Workbench : window geometry"; ///< base 64
 inline constexpr const char* kWindowState = "Workbench : window state";       ///< base 64
 inline constexpr const char* kLastProject = "Workbench : last project";
+inline constexpr const char* kToldGaps = "Workbench : told gaps of confinement";
 inline constexpr const char* kCueColour = "Workbench : cue colour";     ///< of the next cue, by name
 inline constexpr const char* kShowHandles = "Workbench : show handles"; ///< in the viewer's picture
 

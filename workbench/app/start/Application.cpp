@@ -79,12 +79,30 @@ void openAtStart(MainWindow& window, const CommandLine& commandLine, const std::
     }
 }
 
+/** What workers are not kept from on this system is said once, not at every start. */
+void tellGaps(const std::vector<std::string>& gaps)
+{
+    std::string text;
+    for (const std::string& gap : gaps)
+        text += (text.empty() ? "" : " ") + gap;
+    const oribund::String now(text.c_str());
+    if (oribund::prefs().getPreference(PreferenceKeys::kToldGaps, "") == now)
+        return;
+    oribund::prefs().setPreference(PreferenceKeys::kToldGaps, now);
+    if (!text.empty())
+        warn("Effects and media are not fully fenced off on this system. " + text +
+             " What a project may use is restricted all the same.");
+}
+
 /** The window is there before it is known what it can do. */
 void learnInstalled(Workspace& workspace, Background& background)
 {
     background.run([&workspace, engine = workspace.engine()]() -> Background::Completion {
         engine->installed();
-        return [&workspace] { workspace.learnInstalled(); };
+        return [&workspace, gaps = engine->gaps()] {
+            workspace.learnInstalled();
+            tellGaps(gaps);
+        };
     });
 }
 

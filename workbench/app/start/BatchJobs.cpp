@@ -60,7 +60,8 @@ bool openAll(Workspace& workspace, const CommandLine& commandLine)
 
 int exportFile(Workspace& workspace, const CommandLine& commandLine)
 {
-    if (!openAll(workspace, commandLine))
+    // Why there are none was said when they were looked for.
+    if (workspace.exportPresets().empty() || !openAll(workspace, commandLine))
         return 1;
     const EditModel& edit = workspace.edit();
     const int frames = edit.timeline().endFrame();
@@ -96,7 +97,7 @@ int exportFile(Workspace& workspace, const CommandLine& commandLine)
     if (watched)
         std::fputc('\n', stderr);
     if (result.outcome != ExportResult::Outcome::Done) {
-        say(result.message);
+        say("The export failed. " + result.message);
         return 1;
     }
     if (!result.message.empty())

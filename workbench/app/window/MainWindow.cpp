@@ -10,6 +10,7 @@
 #include "workbench/app/files/ExportBar.h"
 #include "workbench/app/overlay/ViewerOverlay.h"
 #include "workbench/app/session/PreferenceKeys.h"
+#include "workbench/app/session/Say.h"
 #include "workbench/app/timeline/TimeBarPane.h"
 #include "workbench/app/timeline/TimelinePane.h"
 #include "workbench/app/timeline/TimelineStrip.h"
@@ -103,12 +104,17 @@ MainWindow::MainWindow(Workspace& workspace, Document& document)
     showHandles.setChecked(overlay_->isShown());
     effects_->leftOut = [this] { return playback_->leftOut(); };
     effects_->retryWanted = [this](ObjectId effect) { playback_->retryEffects(filterId(effect)); };
+    files_->leftOut = [this] { return playback_->leftOut(); };
     viewer_->sizeWanted = [this](int width, int height) { playback_->setPictureSize(width, height); };
     keyframes_.focusedParam = [this] { return effects_->focusedParam(); };
     importer_.progressed = [this](int done, int total) {
         loading_ = total == 0   ? QString()
                    : total == 1 ? QStringLiteral("Loading media\u2026")
                                 : QStringLiteral("Loading media: %1 of %2").arg(done + 1).arg(total);
+        showLoading();
+    };
+    adder_.trying = [this](const std::string& title) {
+        loading_ = title.empty() ? QString() : QString::fromStdString("Trying " + quoted(title) + "\u2026");
         showLoading();
     };
     workspace_.whenInstalledIsKnown([this] {
@@ -208,6 +214,8 @@ void MainWindow::showMessage(const QString& message, oribund::MessageSink::Sever
 void MainWindow::showProblem(const EngineProblem& problem)
 {
     using Kind = EngineProblem::Kind;
+    if (problem.kind == Kind::MediaMissing && document_.hasSaid(problem.message))
+        return;
     MessageBar::Action action;
     if (problem.kind == Kind::EffectHung || problem.kind == Kind::EffectCrashed)
         action = {QStringLiteral("Try again"), [this, id = problem.subject] { playback_->retryEffects(id); }};

@@ -25,9 +25,11 @@ Assistant::Asked Assistant::ask(const Reach& reach, const Request& request, std:
 {
     Asked asked;
     // One that was ended from outside says nothing of what it was asked; two in a row do.
-    for (int i = 0; i < 2; ++i)
-        if (!prepare(reach, asked.problem) || !tryToAsk(request, timeLimit, givenUp, asked))
+    for (int i = 0; i < 2; ++i) {
+        asked.problem.clear();
+        if (prepare(reach, asked.problem) && !tryToAsk(request, timeLimit, givenUp, asked))
             break;
+    }
     return asked;
 }
 
@@ -70,7 +72,7 @@ bool Assistant::awaitReady(std::string& problem)
         gaps_ = ready->containment.gaps;
         return true;
     }
-    problem = EngineProcess::describeStart(ready);
+    problem = EngineProcess::describeStart(ready, process_->finish());
     process_.reset();
     return false;
 }

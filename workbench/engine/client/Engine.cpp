@@ -122,6 +122,7 @@ public:
 
 private:
     static constexpr int kMostFruitless = 5;
+    static constexpr const char* kTriedAgain = " It is tried again with the next picture that is wanted.";
 
     // All below is the thread's.
 
@@ -252,8 +253,12 @@ private:
         const std::optional<event::Ready> ready = worker_->ready();
         const WorkerEnd end = worker_->finish();
         worker_.reset();
-        if (!end.wasReady)
-            return tellUnavailable(EngineProcess::describeStart(ready));
+        if (!end.wasReady) {
+            const bool byChance = !ready && end.way != WorkerEnd::Way::Crashed;
+            if (byChance && ++fruitless_ < kMostFruitless)
+                return bringUpToDate(true);
+            return tellUnavailable(EngineProcess::describeStart(ready, end) + (byChance ? kTriedAgain : ""));
+        }
         const bool goesOn = takeBlame(end);
         if (!goesOn)
             return stopPlaying();
@@ -284,8 +289,9 @@ private:
             if (const ProjectedFilter* const effect = effectToBlame(end, *wanted_.projection)) {
                 bypassed_.add(*effect, wanted_.updates, end.way == WorkerEnd::Way::Hung);
                 blamed = true;
-                problem.message += bypassed_.isOff(effect->id) ? " It stays switched off."
-                                                               : " It is switched off until its settings change.";
+                problem.message += bypassed_.isOff(effect->id)
+                                       ? " It failed three times, and stays switched off until you try it again."
+                                       : " It is switched off until its settings change.";
             }
         }
         // Without an effect to blame the same frame may well end the next one in the same way.
@@ -294,9 +300,9 @@ private:
         const bool goesOn =
             blamed || (byChance && fruitless_ < kMostFruitless) || (end.way == WorkerEnd::Way::Crashed && hasShown_);
         if (!goesOn)
-            problem.message += " It is tried again with the next picture that is wanted.";
+            problem.message += kTriedAgain;
         else if (!blamed)
-            problem.message += " It was started anew.";
+            problem.message += " It was started anew, and nothing is lost.";
         tell(problem);
         return goesOn;
     }

@@ -137,9 +137,8 @@ EffectProbeResult EngineHost::probeEffect(const std::string& service,
         return probed->result;
     if (!asked.problem.empty())
         return {Outcome::NotTried, asked.problem};
-    const std::string name = "The effect " + inQuotes(service);
-    return asked.died ? EffectProbeResult{Outcome::Crashes, name + " crashes."}
-                      : EffectProbeResult{Outcome::Hangs, name + " does not come back."};
+    return asked.died ? EffectProbeResult{Outcome::Crashes, "crashes."}
+                      : EffectProbeResult{Outcome::Hangs, "does not come back."};
 }
 
 Made EngineHost::make(const PictureRequest& wanted, const std::vector<std::string>& files,

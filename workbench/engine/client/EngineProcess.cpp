@@ -156,13 +156,14 @@ bool EngineProcess::isSilent(TraceMarks::Clock::time_point now) const
     return ready_ && marks_->taken() != sent_ && !marks_->isAtWork() && now > lastSign_ + kTakePatience;
 }
 
-std::string EngineProcess::describeStart(const std::optional<event::Ready>& ready)
+std::string EngineProcess::describeStart(const std::optional<event::Ready>& ready, const WorkerEnd& end)
 {
     if (ready && !ready->problem.empty())
         return ready->problem;
-    return ready && ready->version != kProtocolVersion
-               ? "The engine is of another version than the workbench. Install both again."
-               : "The engine ended as soon as it was started. Install it again.";
+    if (ready && ready->version != kProtocolVersion)
+        return "The engine is of another version than the workbench. Install both again.";
+    return end.way == WorkerEnd::Way::Crashed ? "The engine crashed as soon as it was started. Install it again."
+                                              : "The engine was ended from outside while it was starting.";
 }
 
 WorkerEnd EngineProcess::finish()

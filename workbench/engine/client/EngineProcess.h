@@ -71,7 +71,7 @@ public:
     pid_t id() const { return child_.id(); }
 
     /** Why one that ended before it could do anything did so, for a person; `ready` is what it said, if it did. */
-    static std::string describeStart(const std::optional<event::Ready>& ready);
+    static std::string describeStart(const std::optional<event::Ready>& ready, const WorkerEnd& end);
 
     /** Once the worker has said so. */
     const std::optional<event::Ready>& ready() const { return ready_; }

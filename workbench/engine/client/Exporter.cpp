@@ -110,13 +110,16 @@ ExportResult Exporter::Job::judge(EngineProcess& worker, int done, int total) co
     const auto ready = worker.ready();
     const WorkerEnd end = worker.finish();
     if (!end.wasReady)
-        return failure(EngineProcess::describeStart(ready));
-    std::string message = "The export stopped";
+        return failure(EngineProcess::describeStart(ready, end));
+    std::string message;
     if (total > 0)
-        message += " after " + std::to_string(done) + " of " + std::to_string(total) + " frames";
-    message += ". " + describe(end, projection).message;
+        message = "It stopped after " + std::to_string(done) + " of " + std::to_string(total) + " frames. ";
+    message += describe(end, projection).message;
+    const bool byChance = end.way == WorkerEnd::Way::Ended || end.way == WorkerEnd::Way::Silent;
     if (effectToBlame(end, projection))
         message += " Change its settings or switch it off, then export again.";
+    else if (byChance)
+        message += " Nothing of the edit is lost: export again.";
     return failure(message);
 }
 

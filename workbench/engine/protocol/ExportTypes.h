@@ -28,6 +28,7 @@ struct ExportSettings {
     int from = 0;                                  ///< first frame of the edit
     int to = -1;                                   ///< last frame; -1 for the last of the edit
     std::chrono::milliseconds stallTimeout{30000}; ///< without a frame for so long, the export is given up
+    std::vector<std::string> bypassed = {};        ///< ids of effects that are left out
 
     bool operator==(const ExportSettings&) const = default;
 };

@@ -183,8 +183,8 @@ void fields(auto& visit, Is<ExportPreset> auto& value)
 
 void fields(auto& visit, Is<ExportSettings> auto& value)
 {
-    auto& [path, from, to, stallTimeout] = value;
-    visit(path, from, to, stallTimeout);
+    auto& [path, from, to, stallTimeout, bypassed] = value;
+    visit(path, from, to, stallTimeout, bypassed);
 }
 
 void fields(auto& visit, Is<ExportResult> auto& value)

@@ -29,7 +29,7 @@ struct EffectProbeResult {
     };
 
     Outcome outcome = Outcome::Works;
-    std::string message; ///< for a person; empty when it works
+    std::string message; ///< for a person, after the effect's name: "crashes."; a whole sentence where not tried
 
     bool works() const { return outcome == Outcome::Works; }
 

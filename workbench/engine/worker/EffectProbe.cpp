@@ -1,7 +1,6 @@
 #include "workbench/engine/worker/EffectProbe.h"
 
 #include "workbench/engine/worker/graph/FrameRendering.h"
-#include "workbench/model/projection/ProjectionQueries.h"
 
 #include <mlt++/Mlt.h>
 
@@ -37,20 +36,18 @@ bool renders(Mlt::Profile& profile, Mlt::Producer& producer)
 EffectProbeResult tryEffect(MltSession&, const std::string& service,
                             const std::vector<std::pair<std::string, std::string>>& properties)
 {
-    const std::string name = "The effect " + inQuotes(service) + " ";
     Mlt::Profile profile("dv_pal");
     profile.set_width(320);
     profile.set_height(180);
     Mlt::Filter filter(profile, service.c_str());
     if (!filter.is_valid())
-        return {EffectProbeResult::Outcome::Missing, name + "is not installed."};
+        return {EffectProbeResult::Outcome::Missing, "is not installed."};
     for (const auto& [property, value] : properties)
         filter.set(property.c_str(), value.c_str());
     Mlt::Producer producer(profile, "noise:");
     producer.attach(filter);
-    return renders(profile, producer)
-               ? EffectProbeResult()
-               : EffectProbeResult{EffectProbeResult::Outcome::Fails, name + "gives no picture."};
+    return renders(profile, producer) ? EffectProbeResult()
+                                      : EffectProbeResult{EffectProbeResult::Outcome::Fails, "gives no picture."};
 }
 
 } // namespace workbench

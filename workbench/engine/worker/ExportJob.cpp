@@ -190,6 +190,7 @@ ExportResult runExport(const std::shared_ptr<MltSession>& session, Projection pr
     Encoding encoding(marks);
     MltGraph::Options options;
     options.marks = &marks;
+    options.bypassed = {settings.bypassed.begin(), settings.bypassed.end()};
     encoding.graph = MltGraph::build(session, projection, std::move(options));
     // Some come up only when a clip is reached.
     const auto missing = [&]() -> std::optional<std::string> {

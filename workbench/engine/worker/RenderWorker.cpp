@@ -12,23 +12,38 @@
 namespace workbench
 {
 
-/** While it exists, the thread has until the deadline to come back. */
+namespace
+{
+
+constexpr int kPieces = 5; // of work, at most, that one mail gives
+
+} // namespace
+
+/** While it exists, the thread has until the deadline to come back. Afterwards that of what is around it counts. */
 class RenderWorker::Busy
 {
 public:
     Busy(RenderWorker& worker, std::chrono::milliseconds limit)
-        : marks_(worker.marks_)
+        : worker_(worker)
+        , around_(worker.deadline_)
     {
-        marks_.setDeadline(TraceMarks::Work::Command, TraceMarks::Clock::now() + limit);
+        set(TraceMarks::Clock::now() + limit);
     }
 
-    ~Busy() { marks_.setDeadline(TraceMarks::Work::Command, TraceMarks::Clock::time_point::max()); }
+    ~Busy() { set(around_); }
 
     Busy(const Busy&) = delete;
     Busy& operator=(const Busy&) = delete;
 
 private:
-    TraceMarks& marks_;
+    void set(TraceMarks::Clock::time_point deadline) const
+    {
+        worker_.deadline_ = deadline;
+        worker_.marks_.setDeadline(TraceMarks::Work::Command, deadline);
+    }
+
+    RenderWorker& worker_;
+    const TraceMarks::Clock::time_point around_;
 };
 
 RenderWorker::RenderWorker(std::shared_ptr<MltSession> session, EngineCallbacks callbacks, EngineOptions options,
@@ -109,6 +124,8 @@ RenderWorker::Mail RenderWorker::takeMail()
 
 void RenderWorker::handle(Mail& mail)
 {
+    // Each piece of work has its own time. What is between them takes none, unless something is badly wrong.
+    const Busy busy(*this, 2 * (options_.loadTimeout + kPieces * options_.frameTimeout));
     if (mail.revision != 0)
         revision_ = mail.revision;
     if (mail.projection)

@@ -100,6 +100,7 @@ private:
     FrameRequest size_;
     int frame_ = 0;
     std::uint64_t revision_ = 0;
+    TraceMarks::Clock::time_point deadline_ = TraceMarks::Clock::time_point::max(); // as the marks have it
 
     std::thread thread_; // last: it uses all of the above
 };
