@@ -59,13 +59,20 @@ FXPanelFactory& FXPanelFactory::instance()
 
 FXPanelFactory::FXPanelFactory()
 {
-    Shutdown::addCallback([this](Shutdown::eExitType type) { shutdown(type); }, kShutdownPriority);
+    endWithHost();
 }
 
 FXPanelFactory::~FXPanelFactory() = default;
 
+void FXPanelFactory::endWithHost()
+{
+    if (!std::exchange(endsWithHost_, true))
+        Shutdown::addCallback([this](Shutdown::eExitType type) { shutdown(type); }, kShutdownPriority);
+}
+
 void FXPanelFactory::shutdown(Shutdown::eExitType)
 {
+    endsWithHost_ = false;
     emptying_ = true; // builders that go do not come back
     viewBuilders_.clear();
     analysisBuilders_.clear();
@@ -73,22 +80,28 @@ void FXPanelFactory::shutdown(Shutdown::eExitType)
     emptying_ = false;
 }
 
+template <class List, class Builder>
+void FXPanelFactory::append(List& list, const Builder& builder)
+{
+    if (!builder || emptying_)
+        return;
+    endWithHost();
+    list.push_back(builder);
+}
+
 void FXPanelFactory::add(const Kt::Ptr<iEffectPanelBuilder>& builder)
 {
-    if (builder && !emptying_)
-        panelBuilders_.push_back(builder);
+    append(panelBuilders_, builder);
 }
 
 void FXPanelFactory::add(iCompoundEffectViewBuilder* builder)
 {
-    if (builder && !emptying_)
-        viewBuilders_.push_back(builder);
+    append(viewBuilders_, builder);
 }
 
 void FXPanelFactory::add(iVideoAnalysisViewBuilder* builder)
 {
-    if (builder && !emptying_)
-        analysisBuilders_.push_back(builder);
+    append(analysisBuilders_, builder);
 }
 
 void FXPanelFactory::removePanelBuilder(const LightweightString<char>& tag)

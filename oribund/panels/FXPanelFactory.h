@@ -31,8 +31,9 @@ struct WidgetSurround;
  * The library knows no effect; modules that do register builders. Each query goes to the builders in the order in
  * which they were registered, and the first that matches serves it. A query that no builder matches gives null, an
  * empty pointer, 0 or false. Made on first use, by when a host must be installed; emptied by the host's shut-down, at
- * priority 100. Builders may add and remove builders, also those that are asked, from each of their operations and from
- * their destructors. User-interface thread only, but for the making.
+ * priority 100. What is registered after that ends with the host that is installed then. Builders may add and remove
+ * builders, also those that are asked, from each of their operations and from their destructors. User-interface thread
+ * only, but for the making.
  */
 class ORIBUND_API FXPanelFactory
 {
@@ -83,6 +84,9 @@ private:
     FXPanelFactory();
     ~FXPanelFactory();
 
+    template <class List, class Builder>
+    void append(List& list, const Builder& builder);
+    void endWithHost();
     void shutdown(Shutdown::eExitType type);
     Kt::Ptr<iEffectPanelBuilder> findPanelBuilder(int kind, const String& tag) const;
 
@@ -90,6 +94,7 @@ private:
     std::vector<iCompoundEffectViewBuilder*> viewBuilders_;
     std::vector<iVideoAnalysisViewBuilder*> analysisBuilders_;
     bool emptying_ = false;
+    bool endsWithHost_ = false;
 };
 
 } // namespace oribund

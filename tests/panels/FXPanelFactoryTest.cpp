@@ -102,26 +102,10 @@ public:
     String viewType() override { return {}; }
 };
 
-/**
- * The factory is one for the process and ends with its host: all tests share one host, and take back what they add but
- * for view builders, which nobody can.
- */
+/** The factory is one for the process: it is emptied when a test's host ends. */
 class Factory : public testing::Test
 {
 protected:
-    static void SetUpTestSuite() { host = std::make_unique<test::TestHost>(); }
-
-    static void TearDownTestSuite() { host.reset(); }
-
-    ~Factory() override
-    {
-        for (const char* tag : {"blur", "sharpen", "other", "late"})
-            for (int i = 0; i < 60; ++i)
-                factory.removePanelBuilder(tag);
-        for (iVideoAnalysisViewBuilder* builder : factory.getVideoAnalysisViewBuilders())
-            factory.remove(builder);
-    }
-
     std::unique_ptr<EffectComponentPanel> makePanel()
     {
         const FXPanelCreationOptions options(view, 300, nullptr, FXPanelCreationOptions::kTitleBar);
@@ -130,7 +114,7 @@ protected:
 
     bool canMake() { return factory.canMakeComponentPanel(effect); }
 
-    static inline std::unique_ptr<test::TestHost> host;
+    test::TestHost host;
     test::FakeVob vob;
     Kt::Ptr<EffectInstance> effect = Kt::makePtr<EffectInstance>(IdStamp(0, 0, 7), String("blur"), WString(L"Blur"));
     FXViewHandle view = vob.add(effect);
@@ -278,7 +262,7 @@ TEST_F(Factory, TheHostsShutdownEmptiesItAtPriority100)
     const auto note = [&](Shutdown::eExitType) { order += canMake() ? "full " : "empty "; };
     Shutdown::addCallback(note, 99);
     Shutdown::addCallback(note, 101);
-    host->shutdownSequence.run(Shutdown::eExitType::Normal);
+    host.shutdownSequence.run(Shutdown::eExitType::Normal);
     EXPECT_EQ(order, "full empty ");
     EXPECT_EQ(builder->refCount(), 1);
     EXPECT_TRUE(factory.getCompoundViewBuilders().empty());

@@ -34,6 +34,11 @@ class Slider:
     def value(self):
         return self._node.get_value_iface().get_current_value()
 
+    def share(self):
+        number = self._node.get_value_iface()
+        least, most = number.get_minimum_value(), number.get_maximum_value()
+        return (self.value() - least) / (most - least)
+
     def drag(self, share, escape=False):
         """From where it stands now to that share of its width."""
         before = self.value()
@@ -46,7 +51,7 @@ class Slider:
         if escape:
             xdotool("key", "Escape")
         else:
-            wait("the slider to arrive", lambda: abs(self.value() - share) < 0.05)
+            wait("the slider to arrive", lambda: abs(self.share() - share) < 0.05)
         xdotool("mouseup", 1)
 
 
