@@ -6,6 +6,10 @@
 
 #include <QFontMetricsF>
 
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace oribund::qt
@@ -22,12 +26,19 @@ public:
     void forgetFonts() { known_.clear(); }
 
 private:
+    /** So that a text is looked up as it comes. */
+    struct TextHash : std::hash<std::wstring_view> {
+        using is_transparent = void;
+    };
+
     struct Known {
         oribund::Glib::FontDesc font;
         QFontMetricsF metrics;
+        /** Panels have the same names whenever they are made, and shaping a text costs more than the row around it. */
+        std::unordered_map<std::wstring, int, TextHash, std::equal_to<>> widths;
     };
 
-    const QFontMetricsF& metricsOf(const oribund::Glib::FontDesc& font) const;
+    Known& knownOf(const oribund::Glib::FontDesc& font) const;
 
     mutable std::vector<Known> known_;
 };

@@ -152,14 +152,16 @@ TEST_F(MenuButtons, ArrowsAndLettersChooseWithoutTheMenu)
     EXPECT_EQ(adaptor->value, 0u);
     desk.type(L"aA");
     EXPECT_EQ(adaptor->value, 3u) << "the next with that letter";
+    desk.type(L"d");
+    EXPECT_EQ(adaptor->value, 1u) << "that begins with both";
     desk.key(Key::Down);
     desk.type(L"x");
-    EXPECT_EQ(adaptor->kinds(), "...");
+    EXPECT_EQ(adaptor->kinds(), ".....");
     button->setItems({});
     for (const Key key : {Key::Up, Key::Down, Key::Home, Key::End})
         desk.key(key);
     desk.type(L"a");
-    EXPECT_EQ(adaptor->kinds(), "...");
+    EXPECT_EQ(adaptor->kinds(), ".....");
 }
 
 TEST_F(MenuButtons, ARefusedChoiceIsTakenBackAndADisabledButtonOffersNone)

@@ -136,18 +136,42 @@ void DropDownMenuButton::selectNeighbour(int step)
     userSelect(static_cast<unsigned>(std::clamp(from + step, 0, std::max(0, last))));
 }
 
-void DropDownMenuButton::selectByLetter(wchar_t letter)
+void DropDownMenuButton::selectByTyping(wchar_t letter)
 {
+    constexpr std::chrono::seconds kPause(1); // after it typing begins anew
+    const auto now = std::chrono::steady_clock::now();
+    const bool goesOn = now - typedAt_ < kPause;
+    const bool isSameLetter = goesOn && !typed_.empty() && foldCase(typed_.view().back()) == foldCase(letter);
+    typedAt_ = now;
+    const WString one(std::wstring(1, letter).c_str());
+    const WString beginning = goesOn ? typed_ + one : one;
+    typed_ = beginning;
+    if (goesOn && selectBeginningWith(beginning, false))
+        return;
+    typed_ = one;
+    selectBeginningWith(one, !goesOn || isSameLetter);
+}
+
+/** From the item that is selected, or the one after it, on. False when none begins so; else it may be gone now. */
+bool DropDownMenuButton::selectBeginningWith(const WString& beginning, bool fromNext)
+{
+    const auto begins = [&](const WString& text) {
+        const auto all = text.view();
+        const auto first = beginning.view();
+        return all.size() >= first.size() &&
+               std::equal(first.begin(), first.end(), all.begin(),
+                          [](wchar_t a, wchar_t b) { return foldCase(a) == foldCase(b); });
+    };
     const std::size_t count = items_.size();
-    const std::size_t first = selected_ == kNoSelection ? 0 : selected_ + 1;
+    const std::size_t from = selected_ == kNoSelection ? 0 : selected_ + (fromNext ? 1 : 0);
     for (std::size_t i = 0; i < count; ++i) {
-        const std::size_t candidate = (first + i) % count;
-        const WString& text = items_[candidate];
-        if (!text.empty() && foldCase(text.view().front()) == foldCase(letter)) {
+        const std::size_t candidate = (from + i) % count;
+        if (begins(items_[candidate])) {
             userSelect(static_cast<unsigned>(candidate));
-            return;
+            return true;
         }
     }
+    return false;
 }
 
 bool DropDownMenuButton::handleMouseEvent(const Event& event)
@@ -185,16 +209,31 @@ bool DropDownMenuButton::usesKey(const Event& press) const
 bool DropDownMenuButton::handleKeyEvent(const Event& event)
 {
     if (isLetter(event)) {
-        selectByLetter(event.text.view().front());
+        selectByTyping(event.text.view().front());
         return true;
     }
     return keys().run(*this, event) || Control::handleKeyEvent(event);
 }
 
+UIString DropDownMenuButton::tooltip() const
+{
+    const UIString own = Control::tooltip();
+    const bool isCut = icon_.empty() && UifStd::measure(getSelectedText(), font()) > textBox().width();
+    return own.empty() && isCut ? UIString(getSelectedText()) : own;
+}
+
 UIString DropDownMenuButton::accessibleName() const
 {
     const UIString own = Control::accessibleName();
-    return own.empty() ? tooltip() : own;
+    return own.empty() ? Control::tooltip() : own;
+}
+
+/** What the frame and the arrow leave. */
+Kt::Box<int> DropDownMenuButton::textBox() const
+{
+    Kt::Box<int> box = controlBox().inset(UifStd::getWidgetGap(), 2);
+    box.right = controlBox().right - arrowWidth();
+    return box;
 }
 
 void DropDownMenuButton::describe(AccessibleDescription& description) const
@@ -221,8 +260,7 @@ void DropDownMenuButton::draw(CanvasRenderer& renderer)
     drawBox(renderer, box, buttonGround(isMenuOpen()));
 
     const double side = arrowWidth();
-    Kt::Box<double> rest = CanvasRenderer::toDouble(box.inset(UifStd::getWidgetGap(), 2));
-    rest.right = box.right - side;
+    const Kt::Box<double> rest = CanvasRenderer::toDouble(textBox());
     if (!icon_.empty()) {
         const double length = std::min(rest.width(), rest.height());
         const XY<double> middle = rest.centre();

@@ -5,6 +5,7 @@
 #include "oribund/host/notify/Notifier.h"
 #include "oribund/host/toolkit/core/Control.h"
 
+#include <chrono>
 #include <vector>
 
 namespace oribund
@@ -22,7 +23,10 @@ struct DropDownMenuEvent {
     unsigned index = 0;
 };
 
-/** A button that shows one of several texts and drops down a menu of them. Arrow keys and letters choose without it. */
+/**
+ * A button that shows one of several texts and drops down a menu of them. Arrow keys choose without it, and so does the
+ * beginning of a text when it is typed; the same letter again goes on to the next text that begins with it.
+ */
 class ORIBUND_API DropDownMenuButton : public Control
 {
 public:
@@ -67,6 +71,8 @@ public:
     /** The user wants to see the menu. */
     void userOpenMenu();
 
+    /** The selected text when it is cut short, unless another tooltip was set. */
+    UIString tooltip() const override;
     UIString accessibleName() const override;
     bool usesKey(const Event& press) const override;
     void describe(AccessibleDescription& description) const override;
@@ -86,11 +92,15 @@ protected:
 private:
     static const KeyTable<DropDownMenuButton>& keys();
     void selectNeighbour(int step);
-    void selectByLetter(wchar_t letter);
+    void selectByTyping(wchar_t letter);
+    bool selectBeginningWith(const WString& beginning, bool fromNext);
+    Kt::Box<int> textBox() const;
 
     std::vector<WString> items_;
     unsigned selected_ = kNoSelection;
     Image icon_;
+    WString typed_;
+    std::chrono::steady_clock::time_point typedAt_;
     Notifier<DropDownMenuEvent> choices_;
 };
 
