@@ -1,10 +1,16 @@
-// A still of 720p with one effect, asked for and waited for: by way of a worker, and by a renderer in this process. And
-// how long it takes until there is a picture again after a worker was killed.
+// A still of 720p with one effect, asked for and waited for: by way of a worker, and by a renderer in this process. The
+// same after a slider was moved, masked and not. And how long it takes until there is a picture again after a worker
+// was killed.
 
 #include "workbench/engine/client/Engine.h"
 #include "workbench/engine/client/EngineHost.h"
 #include "workbench/engine/worker/RenderWorker.h"
 #include "workbench/engine/worker/graph/MltSession.h"
+#include "workbench/model/EditModel.h"
+#include "workbench/model/Editor.h"
+#include "workbench/model/EffectCatalogue.h"
+#include "workbench/model/Ids.h"
+#include "workbench/model/projection/Projector.h"
 
 #include <benchmark/benchmark.h>
 
@@ -45,6 +51,13 @@ public:
     {
         std::unique_lock lock(mutex_);
         return came_.wait_for(lock, std::chrono::seconds(20), [&] { return picture_ && picture_->frame == frame; });
+    }
+
+    bool waitForRevision(std::uint64_t revision)
+    {
+        std::unique_lock lock(mutex_);
+        return came_.wait_for(lock, std::chrono::seconds(20),
+                              [&] { return picture_ && picture_->revision == revision; });
     }
 
 private:
@@ -112,6 +125,38 @@ void stillInProcess(benchmark::State& state)
 }
 
 BENCHMARK(stillInProcess)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+/** From a new value of a parameter to the picture that shows it. */
+void sliderMove(benchmark::State& state)
+{
+    const EffectCatalogue& effects = host()->installed()->effects;
+    const auto model = oribund::Kt::makePtr<EditModel>(emptyEdit("", {kWidth, kHeight, 25, 1, 1, 1, 709}), effects);
+    Editor editor(*model);
+    MediaInfo still;
+    still.path = "color:#ff204060";
+    still.hasVideo = true;
+    const ObjectId clip = editor.addClip({still, 0, kFrames, model->timeline().tracks()[0]->id(), kNoObject}, 0).object;
+    const ObjectId effect = editor.addEffect(clip, "frei0r.hueshift0r").object;
+    if (state.range(0) != 0)
+        editor.setMask(effect, true);
+    const auto param = model->timeline().findEffect(effect)->paramAt(0);
+
+    Latest latest;
+    Engine engine(host(), latest.callbacks());
+    engine.load(project(*model));
+    engine.requestFrame(0, kWidth, kHeight);
+    latest.wait(0);
+    int degrees = 0;
+    for (auto _ : state) {
+        param->setConstantValue(oribund::ParamValue(oribund::Angle{static_cast<double>(++degrees % 360)}));
+        const auto revision = engine.update(projectParam(*model, stampOf(effect), param->id()));
+        engine.requestFrame(0, kWidth, kHeight);
+        if (!latest.waitForRevision(revision))
+            return state.SkipWithError("no picture came");
+    }
+}
+
+BENCHMARK(sliderMove)->ArgName("masked")->Arg(0)->Arg(1)->UseRealTime()->Unit(benchmark::kMillisecond);
 
 void killWorkers()
 {

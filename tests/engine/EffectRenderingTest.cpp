@@ -1,3 +1,4 @@
+#include "tests/engine/DemoValue.h"
 #include "tests/engine/SampleMedia.h"
 
 #include "oribund/host/effects/params/EffectValParamBase.h"
@@ -68,20 +69,6 @@ double difference(const Rendering& a, const Rendering& b)
 }
 
 constexpr double kVisible = 1e-3;
-
-PlainValue plainValue(const ParamDescription& param, const DemoValue& demo)
-{
-    if (const double* number = std::get_if<double>(&demo))
-        return *number;
-    if (const auto* colour = std::get_if<std::array<double, 4>>(&demo))
-        return *colour;
-    if (const auto* point = std::get_if<std::array<double, 2>>(&demo))
-        return *point;
-    const int item = std::get<int>(demo);
-    if (param.kind == ParamKind::Bool)
-        return item != 0;
-    return param.items.at(static_cast<std::size_t>(item)).raw;
-}
 
 /** One parameter as the model writes it, set to a value. */
 ProjectedProperties written(const ParamDescription& param, const std::optional<DemoValue>& value)

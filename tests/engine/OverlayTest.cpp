@@ -172,6 +172,23 @@ TEST(Overlay, anEffectOfItsOwnIsListedWithItsParametersWhereItsPlugInIsMissing)
     EXPECT_THAT(problems, IsEmpty());
 }
 
+TEST(Overlay, saysWhatCannotBeMasked)
+{
+    EffectDescription keyer = plainEffect();
+    keyer.category = "Keying";
+    EffectDescription sound = plainEffect();
+    sound.medium = EffectDescription::Medium::Audio;
+    std::vector<std::string> problems;
+    const Overlay silent("{}", problems);
+    EXPECT_EQ(silent.whyNoMask(plainEffect()), "");
+    EXPECT_THAT(silent.whyNoMask(keyer), HasSubstr("transparent"));
+    EXPECT_THAT(silent.whyNoMask(sound), HasSubstr("sound"));
+    const Overlay allowing(R"({ "effects": [ { "service": "f", "maskable": true } ] })", problems);
+    EXPECT_EQ(allowing.whyNoMask(keyer), "");
+    const Overlay refusing(R"({ "limits": [ { "service": "f", "maskable": "It leaves holes." } ] })", problems);
+    EXPECT_EQ(refusing.whyNoMask(plainEffect()), "It leaves holes.");
+}
+
 TEST(Overlay, limitsChangeWhatTheyNameAndKeepTheRest)
 {
     const Applied result = apply(R"({ "limits": [ { "service": "f", "help": "Slow.", "omit": [ "1" ],

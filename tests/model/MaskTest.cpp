@@ -2,8 +2,15 @@
 #include "workbench/model/MaskDescription.h"
 #include "workbench/model/host/ModelMonitor.h"
 #include "workbench/model/host/ModelVob.h"
+#include "workbench/model/projection/Admission.h"
+#include "workbench/model/projection/AllowList.h"
+#include "workbench/model/projection/Projector.h"
+
+#include "oribund/host/effects/keyframes/KeyframeClip.h"
 
 #include <gtest/gtest.h>
+
+#include <functional>
 
 using namespace sample;
 using oribund::EffectValParamFnType;
@@ -118,6 +125,104 @@ TEST(Mask, IsKnownToTheMonitorAsLongAsItIsThere)
     EXPECT_EQ(m.undoTitle(), "Remove mask of Tint");
     EXPECT_FALSE(monitor.findEffect(stampOf(m.mask)));
     EXPECT_EQ(monitor.getEditRegion(stampOf(m.mask)).end(), 0.0);
+}
+
+TEST(Mask, ItsKeyframesAreSelectedCopiedMovedAndFollowedLikeAnyOthers)
+{
+    Masked m;
+    m.animateWidth();
+    ModelVob vob;
+    vob.setEdit(m.edit);
+    auto& monitor = *vob.getEffectMonitor();
+    const auto track = stampOf(kVideo);
+    EXPECT_EQ(monitor.getNumKeyframedParams(track), 1);
+    EXPECT_EQ(monitor.findAdjacentKeyframe(track, true), 0.8);
+
+    monitor.selectAllKeyframes(oribund::IdStamp::wildcard(), {}, true);
+    EXPECT_EQ(monitor.getNumKeyframesSelected(stampOf(m.mask), {}), 2);
+    EXPECT_TRUE(monitor.trimSelectedKeyframes(track, 0.4));
+    monitor.endTrim();
+    EXPECT_EQ(framesOf(m.timeline().findEffect(m.mask)->data(), 100), (std::vector<double>{30, 90}));
+
+    const auto copied = monitor.copySelectedKeyframes(oribund::IdStamp::wildcard(), {});
+    EXPECT_EQ(copied.size(), 2);
+    m.editor.resetEffect(m.mask);
+    vob.setCurrentTime(0.2);
+    EXPECT_EQ(monitor.pasteKeyframes(track, copied), 2);
+    EXPECT_EQ(framesOf(m.timeline().findEffect(m.mask)->data(), 100), (std::vector<double>{5, 65}));
+
+    // The later one is on the right half's mask from now on.
+    const ObjectId right = m.editor.splitSegment(m.clip, 40).object;
+    const auto half = m.timeline().findSegment(right)->effects.front()->mask();
+    EXPECT_EQ(monitor.getNumKeyframesSelected(stampOf(m.mask), {}), 1);
+    EXPECT_EQ(monitor.getNumKeyframesSelected(half->id(), {}), 1);
+}
+
+TEST(Mask, IsThreeFiltersAroundItsEffectThatComeAndGoWithIt)
+{
+    Masked m;
+    m.animateWidth();
+    const ObjectId plain = m.editor.addEffect(m.clip, "tint").object;
+    const auto filters = [&m] { return project(*m.edit).clips.back().filters; };
+    const auto value = [&](std::size_t index, const char* name) {
+        const ProjectedFilter filter = filters()[index];
+        for (const ProjectedProperty& property : filter.properties)
+            if (property.name == name)
+                return property.value;
+        return std::string();
+    };
+    std::string order;
+    for (const ProjectedFilter& filter : filters())
+        order += filter.service + '(' + filter.partOf + ") ";
+    const std::string id = filterId(m.tint);
+    EXPECT_EQ(order, "mask_start(" + id + ") tint() frei0r.alphaspot(" + id + ") mask_apply(" + id + ") tint() ");
+    EXPECT_EQ(filters()[4].id, filterId(plain));
+    EXPECT_EQ(filters()[1].name, "Tint (1 of 2)");
+    EXPECT_EQ(value(2, "3"), "0=0.1;20=0.1;80=0.4");
+
+    const auto all = m.timeline().findEffect(m.mask)->params();
+    m.maskParam(mask::kInvert)->setConstantValue(oribund::ParamValue(true));
+    for (const auto& param : all)
+        for (const PropertyUpdate& update : projectParam(*m.edit, stampOf(m.mask), param->id())) {
+            EXPECT_EQ(update.service, filters()[2].id);
+            EXPECT_EQ(update.value, value(2, update.property.c_str()));
+        }
+    EXPECT_EQ(value(2, "7") + value(2, "8"), "10");
+
+    // A mask that is off shows all of the effect; with the effect all four are off.
+    const auto disabled = [&] {
+        return value(0, "disable") + value(1, "disable") + value(2, "disable") + value(3, "disable");
+    };
+    EXPECT_EQ(disabled(), "0000");
+    m.editor.setEffectsEnabled({&m.mask, 1}, false);
+    EXPECT_EQ(disabled(), "1011");
+    m.editor.setEffectsEnabled({&m.mask, 1}, true);
+    m.editor.setEffectsEnabled({&m.tint, 1}, false);
+    EXPECT_EQ(disabled(), "1111");
+    for (const ObjectId either : {m.tint, m.mask})
+        EXPECT_EQ(projectEnabled(*m.edit, stampOf(either)).size(), 4u);
+}
+
+TEST(Mask, PassesTheGateAsItIsAndInNoOtherForm)
+{
+    Masked m;
+    const AllowList allowed(catalogue());
+    const Projection whole = project(*m.edit);
+    EXPECT_TRUE(admit(whole, allowed).refusals.empty());
+    const std::function<void(std::vector<ProjectedFilter>&)> forgeries[] = {
+        [](auto& filters) { filters[0].properties[1].value = "shell"; },
+        [](auto& filters) { filters[3].properties[1].value = "frei0r.other"; },
+        [](auto& filters) {
+            filters[2].properties.push_back({"resource", "/x.so"});
+        },
+        [](auto& filters) { filters[1].service = "frei0r.any", filters[1].partOf = filters[0].id; },
+        [](auto& filters) { filters[0].partOf.clear(); },
+    };
+    for (const auto& forge : forgeries) {
+        Projection forged = whole;
+        forge(forged.clips.back().filters);
+        EXPECT_EQ(admit(forged, allowed).refusals.size(), 1u) << &forge - forgeries;
+    }
 }
 
 TEST(EffectSettings, NamesOfAnyLengthAreKeptAndAnEmptyOneIsTheCataloguesAgain)

@@ -92,6 +92,7 @@ TEST(ProjectFaults, WhatIsNoProjectIsRefusedWithAReason)
     EXPECT_THAT(readProject(folder / "none.mlt", catalogue()).error, HasSubstr("no such file"));
     EXPECT_THAT(readProject(folder.path(), catalogue()).error, HasSubstr("a folder"));
     EXPECT_THAT(parse(edited(sampleXml(), ":version\">2<", ":version\">3<")).error, HasSubstr("newer version"));
+    EXPECT_EQ(parse(edited(sampleXml(), ":version\">2<", ":version\">1<")).error, "") << "what came before is read";
     EXPECT_THAT(parse(edited(sampleXml(), "\"oribund:edit\">{", "\"oribund:edit\">")).error, HasSubstr("damaged"));
 }
 

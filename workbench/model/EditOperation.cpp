@@ -76,12 +76,6 @@ std::string titleOf(const ModelEffect& effect)
     return inTitle(std::string(oribund::toUTF8(effect.getName()).view()));
 }
 
-std::string whyNoMask(const ModelEffect& effect)
-{
-    const ModelEffect::Description& description = effect.description();
-    return description ? description->unmaskableBecause : "It is not installed.";
-}
-
 EditOperation::EditOperation(EditModel& edit, const std::string& title, oribund::ChangeKind kind)
     : edit_(edit)
     , timeline_(edit.timeline())

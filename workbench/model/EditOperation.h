@@ -29,9 +29,6 @@ std::string inTitle(const std::string& name);
 /** The name of an effect in the text of an undo step. */
 std::string titleOf(const ModelEffect& effect);
 
-/** Why an effect can have no mask, a whole sentence; empty when it can. */
-std::string whyNoMask(const ModelEffect& effect);
-
 /**
  * An operation on an edit while it is being made: the bracket that makes it one undo step, and the steps of which
  * operations are composed. Everything has been checked before one is opened.

@@ -125,7 +125,7 @@ EditOutcome Editor::setMask(ObjectId id, bool present)
     }
     if (mask)
         return EditOutcome::done(objectOf(mask->id()));
-    if (const std::string why = whyNoMask(*effect); !why.empty())
+    if (const std::string why = effect->whyNoMask(); !why.empty())
         return EditOutcome::refuse(why);
     const EffectData data = newMask(edit_.newId());
     EditOperation(edit_, "Add mask to " + titleOf(*effect)).perform(insertion(MaskRecord{id, data}));
@@ -179,7 +179,7 @@ EditOutcome Editor::pasteSettings(const EffectData& from, ObjectId id)
         return EditOutcome::refuse(kNoEffect);
     const EffectCatalogue::Entry source = isMask(from) ? maskDescription() : edit_.catalogue().find(from.service);
     const Transfer transfer(from, source.get(), *effect);
-    const bool mayMask = whyNoMask(*effect).empty();
+    const bool mayMask = effect->whyNoMask().empty();
     const bool takesMask = !from.mask.empty() && mayMask && edit_.timeline().effectOfMask(id) == kNoObject;
     if (transfer.isEmpty() && !takesMask)
         return EditOutcome::refuse(titleOf(*effect) + " has none of the settings that were copied.");
@@ -196,7 +196,7 @@ EditOutcome Editor::pasteSettings(const EffectData& from, ObjectId id)
         operation.perform(insertion(mask));
     } else if (!from.mask.empty()) {
         outcome.note +=
-            (outcome.note.empty() ? "The mask was not pasted. " : " The mask was not pasted. ") + whyNoMask(*effect);
+            (outcome.note.empty() ? "The mask was not pasted. " : " The mask was not pasted. ") + effect->whyNoMask();
     }
     return outcome;
 }

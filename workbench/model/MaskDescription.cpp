@@ -43,6 +43,7 @@ EffectDescription describeMask()
     effect.category = "Mask";
     effect.help = "The effect is seen inside the shape only.";
     effect.curated = true;
+    effect.unmaskableBecause = "It is a mask itself.";
 
     ParamDescription shape = describe(mask::kShape, "Shape", ParamKind::TextList);
     shape.items = {{"Rectangle", "0"}, {"Ellipse", "0.4"}, {"Triangle", "0.65"}, {"Diamond", "0.9"}};

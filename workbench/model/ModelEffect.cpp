@@ -72,6 +72,11 @@ oribund::Kt::Ptr<ModelEffect> ModelEffect::mask() const
     return oribund::Kt::dynamicCast<ModelEffect>(getMask());
 }
 
+std::string ModelEffect::whyNoMask() const
+{
+    return description_ ? description_->unmaskableBecause : "It is not installed.";
+}
+
 void ModelEffect::applyMask(const EffectData* data)
 {
     if (const auto former = mask())

@@ -72,6 +72,9 @@ public:
     /** getMask(), an effect of maskDescription() with an id of its own; empty for none. */
     oribund::Kt::Ptr<ModelEffect> mask() const;
 
+    /** Why it can have no mask, a whole sentence; empty when it can. */
+    std::string whyNoMask() const;
+
     /** Everything as plain values. */
     EffectData data() const;
 

@@ -10,6 +10,7 @@
 #include "workbench/store/json/RangeCheck.h"
 #include "workbench/store/mlt/MltClip.h"
 #include "workbench/store/mlt/MltImport.h"
+#include "workbench/store/mlt/MltServices.h"
 
 #include "workbench/model/projection/AllowList.h"
 
@@ -109,9 +110,12 @@ private:
                 warnings_.add("The segment \"" + placed.segment.name + "\" is on no track, and was left out.");
                 continue;
             }
-            for (const pugi::xml_node filter : producer.children("filter"))
+            for (const pugi::xml_node filter : producer.children("filter")) {
+                if (isMaskFilter(filter))
+                    continue;
                 placed.segment.effects.push_back(
                     importFilter(filter, 0, placed.segment, edit.format, catalogue_, warnings_));
+            }
             track->second->segments.push_back(std::move(placed.segment));
         }
     }

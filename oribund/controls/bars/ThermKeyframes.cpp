@@ -16,7 +16,7 @@ bool ThermKeyframes::update(CompoundEffectKeyframes& effects, const IdStamp& tra
     effects.populateKeyframesForCompoundEffect(track, sets_);
     const std::vector<Entry> before = std::exchange(entries_, {});
     times_.reset();
-    for (const auto& effect : effects.effectsOf(track)) {
+    for (const auto& effect : effects.effectsAndPartsOf(track)) {
         const auto set = sets_.find(effect);
         const NumRange<double> region = effects.getEditRegion(effect->id());
         if (set != sets_.end() && region.length() > 0.0)

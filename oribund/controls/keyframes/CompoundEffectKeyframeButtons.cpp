@@ -162,7 +162,7 @@ CompoundEffectKeyframeButtons::States CompoundEffectKeyframeButtons::findStates(
     effects.populateKeyframesForCompoundEffect(track_, keyframes_);
     const bool editable = commands().canEdit();
     double latest = 0.0;
-    for (const auto& effect : effects.effectsOf(track_)) {
+    for (const auto& effect : effects.effectsAndPartsOf(track_)) {
         if (!showsEffect(*effect))
             continue;
         const double time = effects.getCurrentFXTime(effect).normalised;

@@ -66,7 +66,7 @@ int KeyframeCommands::countSelectedOnTrack() const
     const CompoundEffectMonitor* const effects = monitor();
     int count = 0;
     if (effects) {
-        for (const auto& effect : effects->effectsOf(track_))
+        for (const auto& effect : effects->effectsAndPartsOf(track_))
             count += effects->getNumKeyframesSelected(effect->id(), {});
     }
     return count;
@@ -84,7 +84,7 @@ bool KeyframeCommands::isWithinEffects() const
     if (!effects)
         return false;
     const double now = vob_->getCurrentTime();
-    const auto working = effects->effectsOf(track_);
+    const auto working = effects->effectsAndPartsOf(track_);
     return std::any_of(working.begin(), working.end(), [&](const auto& effect) {
         const NumRange<double> region = effects->getEditRegion(effect->id());
         return now >= region.start() - kValueTolerance && now <= region.end() + kValueTolerance;
@@ -98,7 +98,7 @@ bool KeyframeCommands::editAtCurrentTime(EditAt edit, const UIString& title) con
     const RedrawHold hold;
     const EditModifier modifier(vob_->getEdit(), title);
     bool changed = false;
-    for (const auto& effect : monitor()->effectsOf(track_)) {
+    for (const auto& effect : monitor()->effectsAndPartsOf(track_)) {
         // Asked for anew each time, as in select().
         if (CompoundEffectMonitor* const effects = monitor())
             changed = (effects->*edit)(track_, effect->id(), effects->getCurrentFXTime(effect)) || changed;

@@ -70,8 +70,8 @@ void fields(auto& visit, Is<ProjectedProperty> auto& value)
 
 void fields(auto& visit, Is<ProjectedFilter> auto& value)
 {
-    auto& [id, service, in, out, properties, name] = value;
-    visit(id, service, in, out, properties, name);
+    auto& [id, service, in, out, properties, name, partOf] = value;
+    visit(id, service, in, out, properties, name, partOf);
 }
 
 void fields(auto& visit, Is<ProjectedClip> auto& value)

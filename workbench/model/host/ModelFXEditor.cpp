@@ -125,7 +125,7 @@ bool ModelFXEditor::isMaskable(const EffectInstance& effect, oribund::UIString& 
     const auto found = find(effect);
     if (!found || vob_.editModel()->timeline().effectOfMask(objectOf(effect.id())) != kNoObject)
         return false;
-    reason = oribund::UIString(oribund::toWide(whyNoMask(*found)));
+    reason = oribund::UIString(oribund::toWide(found->whyNoMask()));
     return reason.empty();
 }
 

@@ -62,14 +62,17 @@ private:
 
     void checkFilter(ProjectedFilter& filter)
     {
-        if (const std::string why = allowed_.refuseEffect(filter.service); !why.empty()) {
+        const Use use = filter.partOf.empty() ? Use::Filter : Use::MaskFilter;
+        if (!allowed_.allowsService(use, filter.service)) {
+            const std::string why =
+                use == Use::Filter ? allowed_.refuseEffect(filter.service) : "It is no part of a mask.";
             refuse(What::Effect, filter.id, "The effect " + inQuotes(filter.service) + " is not active. " + why);
             result_.left.insert(filter.id);
             filter.service = kIdleEffect;
             filter.properties = {{"disable", "1"}};
             return;
         }
-        checkProperties(Use::Filter, filter.id, filter.service, filter.properties);
+        checkProperties(use, filter.id, filter.service, filter.properties);
     }
 
     void checkTransition(ProjectedTransition& transition)

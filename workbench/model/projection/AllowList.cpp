@@ -1,5 +1,7 @@
 #include "workbench/model/projection/AllowList.h"
 
+#include "workbench/model/projection/MaskFilters.h"
+
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -75,6 +77,8 @@ std::string AllowList::refuseEffect(std::string_view service) const
 
 bool AllowList::allowsService(Use use, std::string_view service) const
 {
+    if (use == Use::MaskFilter)
+        return maskFilterDescription(service) != nullptr;
     return use == Use::Filter ? refuseEffect(service).empty() : findRule(use, service) != nullptr;
 }
 
@@ -83,6 +87,8 @@ bool AllowList::allowsProperty(Use use, std::string_view service, std::string_vi
 {
     if (!allowsService(use, service))
         return false;
+    if (use == Use::MaskFilter)
+        return allowsSetting(*maskFilterDescription(service), property, value);
     if (use == Use::Filter && allowsSetting(*effects_.find(service), property, value))
         return true;
     const Rule* const rule = findRule(use, service);

@@ -23,7 +23,12 @@ std::string_view builtInAllowList();
 class AllowList
 {
 public:
-    enum class Use { Producer, Filter, Transition };
+    enum class Use {
+        Producer,
+        Filter,
+        MaskFilter, ///< one of those that make a mask
+        Transition
+    };
 
     struct Source {
         std::string service;

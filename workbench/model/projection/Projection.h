@@ -31,6 +31,10 @@ struct ProjectedFilter {
     int out = 0;
     ProjectedProperties properties; ///< has "disable" = "1" for an effect that is switched off
     std::string name = {};          ///< for messages; empty: the service's
+    std::string partOf = {};        ///< of a filter of a mask: the id of the effect that is masked
+
+    /** Its own, or that of the effect with which it comes and goes. */
+    const std::string& effectId() const { return partOf.empty() ? id : partOf; }
 
     bool operator==(const ProjectedFilter&) const = default;
 };

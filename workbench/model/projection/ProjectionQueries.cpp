@@ -38,7 +38,7 @@ void addEffects(const Projection& projection, const ProjectedCut& cut, int offse
         return;
     const int source = cut.in + offset;
     for (const ProjectedFilter& filter : clip->filters)
-        if (source >= filter.in && source <= filter.out && !isDisabled(filter))
+        if (filter.partOf.empty() && source >= filter.in && source <= filter.out && !isDisabled(filter))
             result.push_back(&filter);
 }
 

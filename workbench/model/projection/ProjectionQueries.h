@@ -9,7 +9,8 @@
 namespace workbench
 {
 
-/** The effects that are at work on a frame of the edit, bottom track first; disabled ones left out. */
+/** The effects that are at work on a frame of the edit, bottom track first; disabled ones and the filters of
+    masks left out. */
 std::vector<const ProjectedFilter*> effectsAt(const Projection& projection, int frame);
 
 /** Null when there is none. */

@@ -1,6 +1,7 @@
 #include "workbench/model/projection/Projector.h"
 
 #include "workbench/model/EditModel.h"
+#include "workbench/model/projection/MaskFilters.h"
 #include "workbench/model/projection/ParamBaker.h"
 #include "workbench/model/projection/ServiceText.h"
 
@@ -30,6 +31,12 @@ Reach reachOf(const Timeline& timeline, const Segment& segment)
 int sourceIn(const Segment& segment, const MediaInfo& media, const Reach& reach)
 {
     return media.isStill() ? reach.head : segment.data.in;
+}
+
+/** The mask, where the effect can have one. */
+oribund::Kt::Ptr<ModelEffect> shownMask(const ModelEffect& effect)
+{
+    return effect.whyNoMask().empty() ? effect.mask() : nullptr;
 }
 
 /** The frames, counted from the segment's first, that an effect is projected for: where it is at work, as far as the
@@ -194,25 +201,46 @@ private:
             clip.properties.push_back({"length", std::to_string(clip.out + 1)});
         else
             clip.properties.push_back({track.data.kind == TrackKind::Video ? "audio_index" : "video_index", "-1"});
-        for (const auto& effect : segment.effects)
-            clip.filters.push_back(filterOf(*effect, in, spanOf(*effect, segment, reach)));
-        nameFilters(clip.filters, segment);
+        const std::vector<std::string> names = namesOf(segment.effects);
+        for (std::size_t i = 0; i < names.size(); ++i)
+            addFilters(*segment.effects[i], names[i], in, spanOf(*segment.effects[i], segment, reach), clip.filters);
         return clip;
     }
 
     /** As in the list of effects; where several of a segment have the name, with their positions. */
-    static void nameFilters(std::vector<ProjectedFilter>& filters, const Segment& segment)
+    static std::vector<std::string> namesOf(const std::vector<oribund::Kt::Ptr<ModelEffect>>& effects)
     {
         std::map<std::string, int> counts;
         std::vector<int> positions;
-        for (std::size_t i = 0; i < filters.size(); ++i) {
-            const auto& description = segment.effects[i]->description();
-            filters[i].name = description ? description->title : filters[i].service;
-            positions.push_back(++counts[filters[i].name]);
+        std::vector<std::string> names;
+        for (const auto& effect : effects) {
+            const auto& description = effect->description();
+            names.push_back(!effect->ownName().empty() ? effect->ownName()
+                            : description              ? description->title
+                                                       : std::string(effect->tagTypeId().view()));
+            positions.push_back(++counts[names.back()]);
         }
-        for (std::size_t i = 0; i < filters.size(); ++i)
-            if (const int count = counts[filters[i].name]; count > 1)
-                filters[i].name += " (" + std::to_string(positions[i]) + " of " + std::to_string(count) + ")";
+        for (std::size_t i = 0; i < names.size(); ++i)
+            if (const int count = counts[names[i]]; count > 1)
+                names[i] += " (" + std::to_string(positions[i]) + " of " + std::to_string(count) + ")";
+        return names;
+    }
+
+    static void addFilters(const ModelEffect& effect, const std::string& name, int in, const BakeSpan& span,
+                           std::vector<ProjectedFilter>& filters)
+    {
+        ProjectedFilter filter = filterOf(effect, in, span);
+        filter.name = name;
+        const auto mask = shownMask(effect);
+        if (!mask) {
+            filters.push_back(std::move(filter));
+            return;
+        }
+        MaskFilters around = maskFilters(*mask, filter, span);
+        filters.push_back(std::move(around.before));
+        filters.push_back(std::move(filter));
+        filters.push_back(std::move(around.shape));
+        filters.push_back(std::move(around.after));
     }
 
     /** `in` is the frame of the producer that shows the segment's first. */
@@ -265,14 +293,19 @@ Projection project(const EditModel& edit)
 std::vector<PropertyUpdate> projectParam(const EditModel& edit, const oribund::IdStamp& effectId,
                                          const oribund::IdStamp& paramId)
 {
-    const auto effect = edit.timeline().findEffect(objectOf(effectId));
+    const Timeline& timeline = edit.timeline();
+    const auto effect = timeline.findEffect(objectOf(effectId));
     const int index = effect && effect->description() ? effect->indexOfParam(paramId) : -1;
     if (index < 0)
         return {};
-    const Segment& segment = *edit.timeline().segmentOfEffect(objectOf(effectId));
+    const Segment& segment = *timeline.segmentOfEffect(objectOf(effectId));
+    const Reach reach = reachOf(timeline, segment);
+    if (const auto masked = timeline.findEffect(timeline.effectOfMask(objectOf(effectId))))
+        return shownMask(*masked) ? maskParamUpdates(*effect, index, spanOf(*masked, segment, reach))
+                                  : std::vector<PropertyUpdate>();
     ProjectedProperties properties;
     bakeParam(effect->description()->params[static_cast<std::size_t>(index)], *effect->paramAt(index),
-              spanOf(*effect, segment, reachOf(edit.timeline(), segment)), properties);
+              spanOf(*effect, segment, reach), properties);
     std::vector<PropertyUpdate> updates;
     for (ProjectedProperty& property : properties)
         updates.push_back({filterId(objectOf(effectId)), std::move(property.name), std::move(property.value)});
@@ -281,10 +314,16 @@ std::vector<PropertyUpdate> projectParam(const EditModel& edit, const oribund::I
 
 std::vector<PropertyUpdate> projectEnabled(const EditModel& edit, const oribund::IdStamp& effectId)
 {
-    const auto effect = edit.timeline().findEffect(objectOf(effectId));
+    const ObjectId masked = edit.timeline().effectOfMask(objectOf(effectId));
+    const ObjectId id = masked == kNoObject ? objectOf(effectId) : masked;
+    const auto effect = edit.timeline().findEffect(id);
     if (!effect)
         return {};
-    return {{filterId(objectOf(effectId)), "disable", effect->isEnabled() ? "0" : "1"}};
+    std::vector<PropertyUpdate> updates{{filterId(id), "disable", effect->isEnabled() ? "0" : "1"}};
+    if (const auto mask = shownMask(*effect))
+        for (PropertyUpdate& update : maskSwitchUpdates(*mask, effect->isEnabled()))
+            updates.push_back(std::move(update));
+    return updates;
 }
 
 std::string filterId(ObjectId effect)

@@ -15,5 +15,7 @@ inline constexpr const char* kViewProperty = "oribund:view";
 inline constexpr const char* kTrackProperty = "oribund:track";
 inline constexpr const char* kSegmentProperty = "oribund:segment";
 inline constexpr const char* kEffectProperty = "oribund:effect";
+/** In a filter of a mask: the effect that it belongs to, from which it is made again. */
+inline constexpr const char* kPartProperty = "oribund:part-of";
 
 } // namespace workbench::format

@@ -266,12 +266,14 @@ private:
     void addEffects(pugi::xml_node holder, int origin, Effects wanted, SegmentData& segment)
     {
         for (const pugi::xml_node filter : holder.children("filter")) {
+            if (isMaskFilter(filter))
+                continue;
             const auto known = catalogue_.find(propertyOf(filter, "mlt_service"));
             const bool isSound = known && known->medium == EffectDescription::Medium::Audio;
             if (wanted != Effects::All && isSound != (wanted == Effects::OfSound))
                 continue;
             EffectData effect = importFilter(filter, origin, segment, edit_.format, catalogue_, warnings_);
-            effect.id = newId();
+            visitWithMask(effect, [this](EffectData& part) { part.id = newId(); });
             segment.effects.push_back(std::move(effect));
         }
     }

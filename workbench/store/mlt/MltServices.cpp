@@ -1,5 +1,6 @@
 #include "workbench/store/mlt/MltServices.h"
 
+#include "workbench/store/files/ProjectFormat.h"
 #include "workbench/store/mlt/MltClip.h"
 
 #include <algorithm>
@@ -26,6 +27,11 @@ bool isKind(pugi::xml_node node, std::initializer_list<const char*> kinds)
 bool isClip(pugi::xml_node node)
 {
     return isKind(node, {"producer", "chain"});
+}
+
+bool isMaskFilter(pugi::xml_node filter)
+{
+    return !propertyOf(filter, format::kPartProperty).empty();
 }
 
 MltServices::MltServices(pugi::xml_node mlt)

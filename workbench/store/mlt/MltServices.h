@@ -15,6 +15,9 @@ bool isKind(pugi::xml_node node, std::initializer_list<const char*> kinds);
 /** A `producer` or `chain`: what shows a file, or makes a picture. */
 bool isClip(pugi::xml_node node);
 
+/** A filter of a mask: it is made again from what was saved with the effect that it belongs to. */
+bool isMaskFilter(pugi::xml_node filter);
+
 /** The services of a document by their ids. They may be described where they are first used, at any depth. */
 class MltServices
 {

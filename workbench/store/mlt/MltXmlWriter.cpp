@@ -2,6 +2,7 @@
 
 #include "workbench/store/files/MediaPaths.h"
 #include "workbench/store/files/PathText.h"
+#include "workbench/store/files/ProjectFormat.h"
 
 #include "oribund/host/base/LightweightString.h"
 
@@ -102,6 +103,8 @@ private:
             addRange(effect, filter.in, filter.out);
             addProperty(effect, "mlt_service", filter.service);
             addProperties(effect, filter.properties);
+            if (!filter.partOf.empty())
+                addProperty(effect, format::kPartProperty, filter.partOf);
             addExtra(effect, filter.id);
         }
     }

@@ -41,7 +41,7 @@ CompoundEffectKeyframes::~CompoundEffectKeyframes() = default;
 void CompoundEffectKeyframes::populateKeyframesForCompoundEffect(const IdStamp& track, KeyframeSets& sets)
 {
     KeyframeSets found;
-    for (const auto& effect : effectsOf(track))
+    for (const auto& effect : effectsAndPartsOf(track))
         found.emplace(effect, keyframes_->setOf(effect));
     sets.swap(found);
 }
@@ -49,7 +49,7 @@ void CompoundEffectKeyframes::populateKeyframesForCompoundEffect(const IdStamp& 
 int CompoundEffectKeyframes::getNumKeyframedParams(const IdStamp& track)
 {
     int count = 0;
-    for (const auto& effect : effectsOf(track))
+    for (const auto& effect : effectsAndPartsOf(track))
         count += keyframes_->setOf(effect).keyframedParamCount();
     return count;
 }
@@ -82,7 +82,7 @@ std::vector<Kt::Ptr<EffectInstance>> CompoundEffectKeyframes::effectsMeant(const
         return meant;
     }
     for (const IdStamp& track : getTracks()) {
-        const auto effects = effectsOf(track);
+        const auto effects = effectsAndPartsOf(track);
         meant.insert(meant.end(), effects.begin(), effects.end());
     }
     return meant;

@@ -65,7 +65,7 @@ bool CompoundEffectKeyframes::canEdit() const
 
 Kt::Ptr<EffectInstance> CompoundEffectKeyframes::findAtWork(const IdStamp& track, const IdStamp& id) const
 {
-    for (const auto& effect : effectsOf(track)) {
+    for (const auto& effect : effectsAndPartsOf(track)) {
         if (effect->id() == id)
             return effect;
     }
@@ -129,7 +129,7 @@ std::shared_ptr<KeyframeTrim> CompoundEffectKeyframes::beginTrim(const IdStamp& 
     auto trim = std::make_shared<KeyframeTrim>(vob_->getEdit()->getCelResolution(), [this](const IdStamp& id) {
         return KeyframeTrim::Found{findEffect(id), getEditRegion(id).length()};
     });
-    for (const auto& effect : effectsOf(track))
+    for (const auto& effect : effectsAndPartsOf(track))
         trim->add(*effect, getEditRegion(effect->id()).length(), keyframeSelection());
     return trim;
 }
@@ -203,7 +203,7 @@ int CompoundEffectKeyframes::pasteKeyframes(const IdStamp& track, const Keyframe
     if (!canEdit())
         return 0;
     KeyframePaste paste(clip, vob_->getCurrentTime(), vob_->getEdit()->getCelResolution());
-    for (const auto& effect : effectsOf(track))
+    for (const auto& effect : effectsAndPartsOf(track))
         paste.offer(effect, getEditRegion(effect->id()));
     if (target)
         paste.placeAllIn(target->effect, target->param);

@@ -173,7 +173,7 @@ bool FollowedSelection::findElsewhere(const Key& key, std::size_t which, double 
     const Marks& seen = marks_.at(key);
     IdStamp heir;
     double time = 0.0;
-    for (const auto& effect : effects_.getEffectsAt(editTime)) {
+    for (const auto& effect : effects_.effectsAndPartsAt(editTime)) {
         const auto param = paramOf(effect, key.second);
         const Graph1dBase* const graph = animatedGraph(param.get());
         const NumRange<double> region = effects_.getEditRegion(effect->id());

@@ -7,6 +7,28 @@
 namespace oribund
 {
 
+namespace
+{
+void addWithParts(const Kt::Ptr<EffectInstance>& effect, std::vector<Kt::Ptr<EffectInstance>>& all)
+{
+    if (!effect)
+        return;
+    all.push_back(effect);
+    addWithParts(effect->getMask(), all);
+    for (const auto& child : effect->embeddedChildren())
+        addWithParts(child, all);
+}
+
+std::vector<Kt::Ptr<EffectInstance>> withParts(const std::vector<Kt::Ptr<EffectInstance>>& effects)
+{
+    std::vector<Kt::Ptr<EffectInstance>> all;
+    all.reserve(effects.size());
+    for (const auto& effect : effects)
+        addWithParts(effect, all);
+    return all;
+}
+} // namespace
+
 TrackEffects::~TrackEffects() = default;
 
 std::vector<Kt::Ptr<EffectInstance>> TrackEffects::getEffectsAt(double) const
@@ -19,6 +41,16 @@ std::vector<Kt::Ptr<EffectInstance>> TrackEffects::effectsOf(const IdStamp& trac
     std::vector<Kt::Ptr<EffectInstance>> effects = getEffects(track);
     std::erase_if(effects, [](const auto& effect) { return !effect; });
     return effects;
+}
+
+std::vector<Kt::Ptr<EffectInstance>> TrackEffects::effectsAndPartsOf(const IdStamp& track) const
+{
+    return withParts(getEffects(track));
+}
+
+std::vector<Kt::Ptr<EffectInstance>> TrackEffects::effectsAndPartsAt(double editTime) const
+{
+    return withParts(getEffectsAt(editTime));
 }
 
 IdStamp TrackEffects::getTrackOf(const IdStamp& effect) const

@@ -48,6 +48,12 @@ public:
     /** As getEffects(), without what a host has left empty. The library asks by this. */
     std::vector<Kt::Ptr<EffectInstance>> effectsOf(const IdStamp& track) const;
 
+    /** The same, with its mask and its embedded effects behind each: all that has keyframes. */
+    std::vector<Kt::Ptr<EffectInstance>> effectsAndPartsOf(const IdStamp& track) const;
+
+    /** The same of getEffectsAt(). */
+    std::vector<Kt::Ptr<EffectInstance>> effectsAndPartsAt(double editTime) const;
+
     /**
      * The effect of that id, at whatever time: one of a track, or a mask or embedded effect of one at any depth
      * (EffectInstance::findWithin()). Empty when the edit holds none.

@@ -57,7 +57,7 @@ std::optional<double> TrackKeyframes::adjacent(const IdStamp& id, double editTim
 
 void TrackKeyframes::check(const IdStamp& id, Track& track) const
 {
-    Effects effects = effects_.effectsOf(id);
+    Effects effects = effects_.effectsAndPartsOf(id);
     std::vector<NumRange<double>> regions;
     regions.reserve(effects.size());
     for (const auto& effect : effects)

@@ -19,6 +19,7 @@ CatalogueResult readCatalogue(MltSession& session, const std::string& overlayTex
         if (!effect)
             continue;
         overlay.apply(*effect, result.problems);
+        effect->unmaskableBecause = overlay.whyNoMask(*effect);
         settleColours(*effect);
         if (!effect->curated)
             leaveOutUnset(*effect, raw);

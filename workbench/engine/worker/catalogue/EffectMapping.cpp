@@ -229,6 +229,16 @@ void leaveOutUnset(EffectDescription& effect, const RawEffect& raw)
             });
 }
 
+std::string whyNoMaskByKind(const EffectDescription& effect)
+{
+    if (effect.medium == EffectDescription::Medium::Audio)
+        return "It is an effect for sound, and a mask is a part of the picture.";
+    // The masked picture is laid over the picture as it was, which would show where the effect makes it transparent.
+    if (effect.category == "Keying")
+        return "It makes the picture transparent, which a mask cannot limit.";
+    return {};
+}
+
 std::string checkParam(const ParamDescription& param)
 {
     if (param.property.empty() || param.name.empty())

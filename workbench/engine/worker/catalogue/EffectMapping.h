@@ -25,6 +25,9 @@ void settleColours(EffectDescription& effect);
  */
 void leaveOutUnset(EffectDescription& effect, const RawEffect& raw);
 
+/** Why effects of that kind cannot be limited by a mask, a sentence; empty for those that can. */
+std::string whyNoMaskByKind(const EffectDescription& effect);
+
 /** What is wrong with a parameter: range, default, demo value, list. Empty when nothing is. */
 std::string checkParam(const ParamDescription& param);
 

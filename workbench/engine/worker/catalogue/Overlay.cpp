@@ -368,4 +368,19 @@ void Overlay::apply(EffectDescription& effect, std::vector<std::string>& problem
     effect.curated = true;
 }
 
+std::string Overlay::whyNoMask(const EffectDescription& effect) const
+{
+    for (const auto* entries : {&content_->effects, &content_->limits}) {
+        const auto entry = entries->find(effect.service);
+        const auto said = entry == entries->end() ? Json::const_iterator() : entry->second.find("maskable");
+        if (entry == entries->end() || said == entry->second.end())
+            continue;
+        if (said->is_string())
+            return said->get<std::string>();
+        if (said->is_boolean() && said->get<bool>())
+            return {};
+    }
+    return whyNoMaskByKind(effect);
+}
+
 } // namespace workbench

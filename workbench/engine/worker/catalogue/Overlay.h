@@ -30,6 +30,9 @@ public:
     /** Improves a description, or says why the effect is blocked. Adds mistakes found on the way to `problems`. */
     void apply(EffectDescription& effect, std::vector<std::string>& problems) const;
 
+    /** Why an effect, once it is described, can have no mask: what is said of it, else what goes for its kind. */
+    std::string whyNoMask(const EffectDescription& effect) const;
+
 private:
     struct Content;
     std::unique_ptr<Content> content_;

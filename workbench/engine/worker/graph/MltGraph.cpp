@@ -72,6 +72,7 @@ struct MltGraph::Made {
     AllowList::Use use;
     std::string name; // of the service
     std::unique_ptr<Mlt::Service> service;
+    std::string effect; // id of the effect that it is, or that it masks
 };
 
 namespace
@@ -227,13 +228,13 @@ void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Opti
 {
     std::vector<const ProjectedFilter*> filters;
     for (const ProjectedFilter& filter : wanted.filters)
-        if (!options.bypassed.contains(filter.id))
+        if (!options.bypassed.contains(filter.effectId()))
             filters.push_back(&filter);
     const auto mark = [&](std::size_t done) {
         if (!options.marks || filters.empty())
             return;
-        const std::string below = done > 0 ? filters[done - 1]->id : std::string();
-        const std::string next = done < filters.size() ? filters[done]->id : std::string();
+        const std::string below = done > 0 ? filters[done - 1]->effectId() : std::string();
+        const std::string next = done < filters.size() ? filters[done]->effectId() : std::string();
         if (auto marker = attachMarker(clip.producer(), *options.marks, below, next))
             clip.attached.push_back(std::move(marker));
     };
@@ -241,14 +242,15 @@ void MltGraph::attachFilters(Clip& clip, const ProjectedClip& wanted, const Opti
     mark(0);
     for (std::size_t i = 0; i < filters.size(); ++i) {
         const ProjectedFilter& source = *filters[i];
-        const AtWork atWork(options.marks, source.id);
+        const AtWork atWork(options.marks, source.effectId());
         auto filter = std::make_unique<Mlt::Filter>(*profile_, source.service.c_str());
         if (filter->is_valid()) {
             forgetFault(*filter);
             setProperties(*filter, source.properties);
             filter->set_in_and_out(source.in, source.out);
             clip.producer().attach(*filter);
-            byId_[source.id] = {AllowList::Use::Filter, source.service, std::make_unique<Mlt::Service>(*filter)};
+            byId_[source.id] = {source.partOf.empty() ? AllowList::Use::Filter : AllowList::Use::MaskFilter,
+                                source.service, std::make_unique<Mlt::Service>(*filter), source.effectId()};
             clip.attached.push_back(std::move(filter));
             if (isSoundEffect(source.service))
                 if (auto guard = attachSoundGuard(clip.producer(), source.id, silenced_))
@@ -341,7 +343,8 @@ void MltGraph::addTransition(Mlt::Tractor& tractor, const ProjectedTransition& w
         transition.set_in_and_out(wanted.in, wanted.out);
     tractor.plant_transition(transition, wanted.aTrack, wanted.bTrack);
     if (!wanted.id.empty())
-        byId_[wanted.id] = {AllowList::Use::Transition, wanted.service, std::make_unique<Mlt::Service>(transition)};
+        byId_[wanted.id] = {AllowList::Use::Transition, wanted.service, std::make_unique<Mlt::Service>(transition),
+                            wanted.id};
 }
 
 void MltGraph::report(EngineProblem::Kind kind, const std::string& subject, std::string message)
@@ -375,7 +378,7 @@ bool MltGraph::apply(const PropertyUpdate& update)
     if (found == byId_.end() ||
         !allowed_->allowsProperty(found->second.use, found->second.name, update.property, update.value))
         return false;
-    const AtWork atWork(marks_, update.service);
+    const AtWork atWork(marks_, found->second.effect);
     if (isBroken(found->second))
         makeAnew(found->second);
     // Not under the service's lock: it is not recursive, and some effects take it when a property changes.
