@@ -1,5 +1,6 @@
 #include "tests/support/SampleEdit.h"
 
+#include "workbench/model/projection/EffectInput.h"
 #include "workbench/model/projection/ParamBaker.h"
 #include "workbench/model/projection/Projector.h"
 
@@ -286,4 +287,40 @@ TEST_F(Projected, EffectsRunOnThroughTransitions)
     const Animation animation(found->value);
     for (int frame = 497; frame < 540; ++frame)
         EXPECT_NEAR(animation.at(frame - 497) * 100, level->getValue((frame - 500) / 40.0), 1e-9) << frame;
+}
+
+TEST(EffectInputs, HoldOneClipWithTheEffectsBeforeAtItsOwnFrame)
+{
+    Bench b;
+    b.addPicture(0, 20);
+    const ObjectId clip = b.addPicture(50, 100, 300);
+    const ObjectId first = b.editor.addEffect(clip, "tint").object;
+    const ObjectId second = b.editor.addEffect(clip, "tint").object;
+    const Projection whole = project(*b.edit);
+    const auto input = inputOf(whole, filterId(second), 60);
+    ASSERT_TRUE(input);
+    ASSERT_EQ(input->edit.clips.size(), 1u) << "no other clip is opened for it";
+    const ProjectedClip& only = input->edit.clips.front();
+    ASSERT_EQ(only.filters.size(), 1u);
+    EXPECT_EQ(only.filters.front().id, filterId(first));
+    EXPECT_EQ(only.in + input->frame, 310) << "the tenth frame after its start";
+    EXPECT_EQ(input->edit.length, 100);
+    EXPECT_EQ(input->edit.tracks.front().entries.front().first, (ProjectedCut{clipId(clip), only.in, only.out}));
+    EXPECT_TRUE(inputOf(whole, filterId(first), 60)->edit.clips.front().filters.empty());
+    EXPECT_FALSE(inputOf(whole, filterId(first), 49));
+    EXPECT_FALSE(inputOf(whole, filterId(first), 150));
+    EXPECT_FALSE(inputOf(whole, "effect999", 60));
+
+    // Where two clips overlap, each is at its own frame.
+    const ObjectId next = b.addPicture(150, 50, 500);
+    const ObjectId onNext = b.editor.addEffect(next, "tint").object;
+    TransitionData dissolve;
+    dissolve.length = 10;
+    ASSERT_TRUE(b.editor.addTransition(clip, dissolve));
+    const Projection mixed = project(*b.edit);
+    for (const auto& [effect, frame] : {std::pair(second, 397), std::pair(onNext, 497)}) {
+        const auto inMix = inputOf(mixed, filterId(effect), 147);
+        ASSERT_TRUE(inMix);
+        EXPECT_EQ(inMix->edit.clips.front().in + inMix->frame, frame);
+    }
 }

@@ -5,7 +5,6 @@
 #include "workbench/app/overlay/HandleGlob.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace workbench
 {
@@ -106,18 +105,36 @@ void PictureHandles::refresh()
 
 void PictureHandles::rebuild(const std::vector<PictureHandle>& wanted)
 {
-    std::optional<PictureHandle> focused;
-    for (HandleGlob* const handle : handles()) {
-        if (handle->hasFocus())
-            focused = handle->handle();
+    const std::optional<PictureHandle> before = focused();
+    for (HandleGlob* const handle : handles())
         removeChild(*handle);
-    }
     for (const PictureHandle& handle : wanted) {
         auto& made = addChild(
             std::make_unique<HandleGlob>(InitArgs(0, 0, canvas()), FXViewHandle(getFXVob(), handle.effect), handle));
-        if (focused && focused->isSame(handle))
+        if (before && before->isSame(handle))
             made.takeFocus();
     }
+}
+
+std::optional<PictureHandle> PictureHandles::focused() const
+{
+    const std::vector<HandleGlob*> all = handles();
+    const auto found = std::ranges::find_if(all, [](const HandleGlob* one) { return one->hasFocus(); });
+    return found == all.end() ? std::nullopt : std::optional((*found)->handle());
+}
+
+void PictureHandles::noteKeyboard()
+{
+    noted_ = focused();
+}
+
+void PictureHandles::takeKeyboardBack()
+{
+    for (HandleGlob* const handle : handles())
+        if (noted_ && noted_->isSame(handle->handle())) {
+            handle->takeFocus();
+            return;
+        }
 }
 
 void PictureHandles::draw(CanvasRenderer& renderer)

@@ -4,6 +4,7 @@
 #include "oribund/host/toolkit/core/Glob.h"
 #include "workbench/app/overlay/EffectHandles.h"
 
+#include <optional>
 #include <vector>
 
 namespace workbench
@@ -33,6 +34,12 @@ public:
     /** In the order of the Tab key. */
     std::vector<HandleGlob*> handles() const;
 
+    /** Before it is hidden for a while: which handle has the keyboard. */
+    void noteKeyboard();
+
+    /** That one gets the keyboard again, if it is still there. */
+    void takeKeyboardBack();
+
     bool hitTest(const oribund::XY<int>& local) const override;
     void resize(double width, double height) override;
     using oribund::Glob::resize;
@@ -44,10 +51,12 @@ protected:
 private:
     EffectHandles read() const;
     void refresh();
+    std::optional<PictureHandle> focused() const;
     void rebuild(const std::vector<PictureHandle>& wanted);
 
     PictureMapping mapping_;
     std::vector<EffectHandles::Outline> outlines_;
+    std::optional<PictureHandle> noted_;
 };
 
 } // namespace workbench

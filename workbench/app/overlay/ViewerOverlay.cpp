@@ -108,8 +108,15 @@ void ViewerOverlay::setShown(bool shown)
 void ViewerOverlay::showOrHide()
 {
     const bool picking = picker_->isPicking();
-    handles().setVisible(shown_ && !picking && !workspace_.vob().isPlaying());
+    const bool wereSeen = handles().isVisible();
+    const bool areSeen = shown_ && !picking && !workspace_.vob().isPlaying();
+    if (wereSeen && !areSeen)
+        handles().noteKeyboard();
+    handles().setVisible(areSeen);
     surface_->setVisible(shown_ || picking);
+    // The keyboard stays on the surface while the edit is played, and so for the handle that had it.
+    if (!wereSeen && areSeen && surface_->hasFocus())
+        handles().takeKeyboardBack();
     surface_->setFocusPolicy(picking || !handles().handles().empty() ? Qt::TabFocus : Qt::NoFocus);
 }
 
