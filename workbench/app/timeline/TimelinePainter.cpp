@@ -5,12 +5,14 @@
 #include "oribund/host/edit/Cue.h"
 #include "skin/QtConversions.h"
 #include "skin/theme/Glyphs.h"
+#include "workbench/app/timeline/ClipPictures.h"
 
 #include <QPainter>
 #include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace workbench
 {
@@ -25,6 +27,9 @@ namespace
 using oribund::UifStd;
 
 constexpr int kEffectHeight = 14;
+const QColor kShade(0, 0, 0, 130);
+constexpr double kRoomForName = 60.0;
+constexpr double kLeastRoom = 24.0; // of a segment, in which a picture or sound is to be made out
 
 // Of segments: quiet, so that the picture stays what is looked at; pictures and sound told apart at a glance.
 const QColor kPicture(66, 88, 118);
@@ -38,12 +43,13 @@ QColor groundOf(const QPalette& palette)
 } // namespace
 
 TimelinePainter::TimelinePainter(QPainter& painter, const TimelineGeometry& geometry, const EditModel& edit,
-                                 const QSize& size, const QPalette& palette)
+                                 const QSize& size, const QPalette& palette, ClipPictures& pictures)
     : painter_(painter)
     , geometry_(geometry)
     , edit_(edit)
     , size_(size)
     , palette_(palette)
+    , pictures_(pictures)
     , small_(painter.font())
 {
     small_.setPixelSize(std::max(9, painter.font().pixelSize() - 2));
@@ -119,15 +125,78 @@ void TimelinePainter::paintSegment(const TimelineGeometry::Row& row, const Track
     painter_.setRenderHint(QPainter::Antialiasing, false);
 
     // The name stays in view while any of the segment does.
-    const QRectF seen = box.intersected(QRectF(TimelineGeometry::kHeaderWidth, box.top(), size_.width(), box.height()));
+    double pictureEnd = box.left();
+    QRectF seen = box.intersected(QRectF(TimelineGeometry::kHeaderWidth, box.top(), size_.width(), box.height()));
+    if (const MediaData* const media = edit_.timeline().findMedia(segment.data.media)) {
+        if (track.data.kind == TrackKind::Audio)
+            paintSound(box, seen, segment, media->info);
+        else if (pictureEnd = paintFirstFrame(box, segment, media->info); pictureEnd < seen.right() - kRoomForName)
+            seen.setLeft(std::max(seen.left(), pictureEnd));
+    }
     const QRectF line(seen.left() + 6, box.top() + 2, seen.width() - 12, painter_.fontMetrics().height() + 2);
     if (line.width() > 12) {
+        // Where there is no room beside the picture, it stands on it.
+        if (pictureEnd > line.left())
+            painter_.fillRect(QRectF(seen.left() + 2, line.top(), seen.width() - 4, line.height()), kShade);
         painter_.setPen(QColor(235, 238, 242));
         painter_.drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
                           painter_.fontMetrics().elidedText(QString::fromStdString(segment.data.name), Qt::ElideRight,
                                                             static_cast<int>(line.width())));
     }
     paintEffects(seen.adjusted(4, 0, -4, -4), segment);
+}
+
+/** Returns where it ends. */
+double TimelinePainter::paintFirstFrame(const QRectF& box, const Segment& segment, const MediaInfo& media)
+{
+    if (!media.hasVideo || box.width() < kLeastRoom)
+        return box.left();
+    const QRectF inside = box.adjusted(2, 2, -2, -2);
+    const double ratio = painter_.device()->devicePixelRatioF();
+    const QPixmap* const picture =
+        pictures_.frame(media, edit_.format(), segment.data.in, static_cast<int>(std::ceil(inside.height() * ratio)));
+    if (!picture)
+        return box.left();
+    const double width = inside.height() * picture->width() / picture->height();
+    painter_.save();
+    painter_.setClipRect(inside, Qt::IntersectClip);
+    painter_.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter_.drawPixmap(QRectF(inside.topLeft(), QSizeF(width, inside.height())), *picture, picture->rect());
+    painter_.restore();
+    return inside.left() + width;
+}
+
+/** A line for each pixel, from the lowest to the highest sample of all channels. */
+void TimelinePainter::paintSound(const QRectF& box, const QRectF& seen, const Segment& segment, const MediaInfo& media)
+{
+    if (!media.hasAudio || seen.width() < kLeastRoom)
+        return;
+    constexpr int kPartsInPiece = static_cast<int>(ClipPictures::kPieceLength) * ClipPictures::kPartsPerSecond;
+    const double partsPerFrame = edit_.format().frameLength() * ClipPictures::kPartsPerSecond;
+    const auto partAt = [&](double x) {
+        return (segment.data.in + (x - box.left()) / geometry_.pixelsPerFrame()) * partsPerFrame;
+    };
+    const double half = (box.height() - 4.0) / 2.0;
+    const double middle = box.center().y();
+    int piece = -1;
+    const WaveformPeaks* sound = nullptr; // of that piece
+    painter_.setPen(QColor(255, 255, 255, 70));
+    for (double x = std::ceil(seen.left()); x < seen.right(); x += 1.0) {
+        const int from = static_cast<int>(partAt(x));
+        int low = 0;
+        int high = 0;
+        for (int part = from; part < std::max(from + 1, static_cast<int>(partAt(x + 1.0))); ++part) {
+            if (part / kPartsInPiece != std::exchange(piece, part / kPartsInPiece))
+                sound = pictures_.sound(media, piece);
+            const auto at = static_cast<std::size_t>(part % kPartsInPiece);
+            for (int channel = 0; sound && at < sound->parts() && channel < sound->channels; ++channel) {
+                low = std::min<int>(low, sound->lowest(at, channel));
+                high = std::max<int>(high, sound->highest(at, channel));
+            }
+        }
+        if (high > low)
+            painter_.drawLine(QPointF(x, middle - half * high / 32768.0), QPointF(x, middle - half * low / 32768.0));
+    }
 }
 
 void TimelinePainter::paintEffects(const QRectF& box, const Segment& segment)

@@ -12,12 +12,14 @@ class QRectF;
 namespace workbench
 {
 
+class ClipPictures;
+
 /** Paints the strip that shows the edit. Made for one painting. */
 class TimelinePainter
 {
 public:
     TimelinePainter(QPainter& painter, const TimelineGeometry& geometry, const EditModel& edit, const QSize& size,
-                    const QPalette& palette);
+                    const QPalette& palette, ClipPictures& pictures);
 
     void paint(int currentFrame, ObjectId selected, bool focused);
 
@@ -25,6 +27,8 @@ private:
     void paintRows();
     void paintHeader(const TimelineGeometry::Row& row, const Track& track);
     void paintSegment(const TimelineGeometry::Row& row, const Track& track, const Segment& segment, bool selected);
+    double paintFirstFrame(const QRectF& box, const Segment& segment, const MediaInfo& media);
+    void paintSound(const QRectF& box, const QRectF& seen, const Segment& segment, const MediaInfo& media);
     void paintEffects(const QRectF& box, const Segment& segment);
     void paintTransitions(const TimelineGeometry::Row& row, const Track& track);
     void paintRuler();
@@ -36,6 +40,7 @@ private:
     const EditModel& edit_;
     QSize size_;
     QPalette palette_;
+    ClipPictures& pictures_;
     QFont small_;
 };
 

@@ -25,6 +25,7 @@ using oribund::qt::toQt;
 TimelineStrip::TimelineStrip(Workspace& workspace, QWidget* parent)
     : QWidget(parent)
     , workspace_(workspace)
+    , pictures_(workspace.pictures(), [this] { update(); })
     , replacedCallback_(this, &TimelineStrip::handleReplaced)
     , editCallback_(this, &TimelineStrip::handleModification)
     , timeCallback_(this, &TimelineStrip::handleTime)
@@ -85,6 +86,7 @@ int TimelineStrip::handleReplaced(const EditReplaced&)
 {
     editCallback_.detach();
     editCallback_.attach(workspace_.edit().modifications());
+    pictures_.clear();
     wholeInView_ = true;
     return handleModification({});
 }
@@ -142,8 +144,10 @@ void TimelineStrip::describe()
 void TimelineStrip::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
-    TimelinePainter(painter, geometry_, workspace_.edit(), size(), palette())
+    pictures_.begin();
+    TimelinePainter(painter, geometry_, workspace_.edit(), size(), palette(), pictures_)
         .paint(workspace_.vob().currentFrame(), workspace_.selection().get(), hasFocus());
+    pictures_.end();
 }
 
 void TimelineStrip::resizeEvent(QResizeEvent* event)

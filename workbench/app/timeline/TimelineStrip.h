@@ -3,6 +3,7 @@
 #include "oribund/host/edit/Cue.h"
 #include "oribund/host/notify/MethodCallback.h"
 #include "workbench/app/session/Workspace.h"
+#include "workbench/app/timeline/ClipPictures.h"
 #include "workbench/app/timeline/TimelineGeometry.h"
 
 #include <QPoint>
@@ -31,6 +32,9 @@ public:
 
     /** Called when the menu of the cues is asked for: for a time of the edit, at a point of the screen. */
     std::function<void(double editTime, const QPoint& at)> cueMenuWanted;
+
+    /** Whether all that it shows of pictures and sound has come. */
+    bool isSettled() const { return pictures_.isComplete(); }
 
     QSize sizeHint() const override;
 
@@ -62,6 +66,7 @@ private:
 
     Workspace& workspace_;
     TimelineGeometry geometry_;
+    ClipPictures pictures_;
     bool scrubbing_ = false;
     bool tellingView_ = false;
     bool wholeInView_ = true; ///< until the user zooms, the whole edit is kept in view

@@ -233,7 +233,7 @@ void MainWindow::showLoading()
 bool MainWindow::isSettled() const
 {
     return workspace_.knowsInstalled() && !importer_.isBusy() && !files_->isBusy() && !adder_.isBusy() &&
-           playback_->isUpToDate();
+           playback_->isUpToDate() && timeline_->strip().isSettled();
 }
 
 // The window itself
