@@ -350,6 +350,8 @@ void FXPanelGenerator::endGroup()
     }
     outer.panel->addWidget(std::move(made), calcWidgetPosition(), getGroupSeparator());
     outer.order.push_back(&group);
+    if (!before_ && levels_.size() == 1)
+        closeLevel(); // a group of a derived class's own
 }
 
 WidgetGroupEx* FXPanelGenerator::findGroup(const IdStamp& id) const
@@ -391,8 +393,8 @@ void FXPanelGenerator::addWidgetInternal(const Kt::Ptr<EffectValParamBase>& para
     StandardPanel* const panel = currentPanel();
     if (!panel || !widget)
         return;
-    const bool isFirst = position.relativeTo || !panel->previousWidget();
-    panel->addWidget(std::move(owned), isFirst ? position : calcWidgetPosition(), surround);
+    const bool isPlaced = position.relativeTo || !panel->previousWidget();
+    panel->addWidget(std::move(owned), isPlaced ? position : calcWidgetPosition(), surround);
     if (!levels_.empty())
         levels_.back().order.push_back(widget);
     addWidgetToTabOrder(widget);

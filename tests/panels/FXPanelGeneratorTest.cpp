@@ -282,6 +282,18 @@ TEST_F(Generator, AGroupStaysAsTheUserLeftIt)
     EXPECT_EQ(FXPanelGenerator::getInitialSizeState("", WString(L"A"), Glob::eSizeNormal), Glob::eSizeNormal);
 }
 
+TEST_F(Generator, APanelMayAddGroupsOfItsOwn)
+{
+    add(0.5);
+    generator.generateUI();
+    const WidgetGroupEx* const own = generator.startGroup(start(9, L"Own"));
+    generator.endGroup();
+    generator.endGroup(); // one too many
+    EXPECT_EQ(own->parent(), &panel);
+    EXPECT_GE(own->getPosition().y, at(1)->box().bottom);
+    EXPECT_EQ(panel.getHeight(), own->box().bottom);
+}
+
 TEST_F(Generator, OnlyWhatIsWantedIsShownAndUnfoldedForIt)
 {
     for (int i = 0; i < 3; ++i)
