@@ -110,8 +110,7 @@ void ColourOffsetPanel::applyDisplay(const OffsetParam& param)
     for (std::size_t i = 0; i < kLines; ++i) {
         const std::size_t component = i == 0 ? 0 : i - 1;
         const double standard = i == 0 ? levelOf(param.getDefault()) : param.getDefault()[component];
-        const NumberDisplay display(param.getMin()[component], param.getMax()[component], standard, param.unitText(),
-                                    false);
+        const NumberDisplay display = NumberDisplay::of(param, component);
         applyTo(*lines_[i].slider, display, standard);
         applyTo(*lines_[i].entry, display, standard);
         lines_[i].slider->setOrigin(standard);

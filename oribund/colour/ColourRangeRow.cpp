@@ -4,6 +4,7 @@
 #include "oribund/colour/TolerantRangeEditor.h"
 #include "oribund/controls/binding/EffectValParamAdaptor.h"
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
+#include "oribund/host/effects/params/NumberDisplay.h"
 
 #include <array>
 
@@ -21,10 +22,8 @@ public:
         , axis_(axis)
     {
         constexpr std::size_t kHue = 0;
-        if (axis != kHue)
-            return;
-        setCircularValue(ColEyeDropBase::hueAxis().span, ColEyeDropBase::hueAxis().period);
-        setNumbers({1, 1.0, L"\u00b0"}, 1.0);
+        if (axis == kHue)
+            setCircularValue(ColEyeDropBase::hueAxis().span, ColEyeDropBase::hueAxis().period);
     }
 
 protected:
@@ -55,7 +54,7 @@ ColourRangeRow::ColourRangeRow(ColourRangePanel& panel, std::size_t axis, const 
                         static_cast<unsigned short>(TolerantRangeEditor::calcHeight()), canvas)
 {
     strip_ = addEditor(std::make_unique<Strip>(*this, panel, axis));
-    strip_->setResetValue(param.getDefault());
+    applyDisplay(param);
     strip_->setDataAdaptor(Kt::makePtr<ColourRangeAdaptor>(handle, ColRangeInterfaceTraits(param)));
     setKeyframeAdaptor(Kt::makePtr<KeyframeButtonAdaptor<EffectValParamAccessor<ColourData>>>(
         handle, EffectValParamAccessor<ColourData>(param)));
@@ -73,7 +72,14 @@ void ColourRangeRow::layoutEditors(const Kt::Box<int>& area)
 void ColourRangeRow::handleParamReplaced(EffectValParamBase& param)
 {
     if (const auto* range = dynamic_cast<const EffectValParam<ColourData>*>(&param))
-        strip_->setResetValue(range->getDefault());
+        applyDisplay(*range);
+}
+
+void ColourRangeRow::applyDisplay(const EffectValParam<ColourData>& param)
+{
+    const NumberDisplay display = NumberDisplay::of(param, 0);
+    strip_->setNumbers(display.format, display.step);
+    strip_->setResetValue(param.getDefault());
 }
 
 } // namespace oribund

@@ -27,6 +27,8 @@ protected:
 private:
     class Strip;
 
+    void applyDisplay(const EffectValParam<ColourData>& param);
+
     TolerantRangeEditor* strip_ = nullptr;
 };
 

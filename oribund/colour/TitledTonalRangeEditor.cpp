@@ -4,6 +4,7 @@
 #include "oribund/controls/rows/KeyframeButton.h"
 #include "oribund/controls/rows/KeyframeButtonAdaptor.h"
 #include "oribund/host/canvas/UifStd.h"
+#include "oribund/host/effects/params/NumberDisplay.h"
 #include "oribund/host/toolkit/core/Event.h"
 #include "oribund/host/toolkit/widgets/Label.h"
 
@@ -85,8 +86,12 @@ void TitledTonalRangeEditor::setDataAdaptor(const Kt::Ptr<ColourRangeAdaptor>& a
     editor_->setDataAdaptor(adaptor);
     const auto param = adaptor ? adaptor->getParam() : Kt::Ptr<EffectValParam<ColourData>>();
     editor_->setResetValue(param ? std::optional(param->getDefault()) : std::nullopt);
-    if (param)
-        editor_->setScale(param->getMax()[3]);
+    if (param) {
+        constexpr std::size_t kLast = 3;
+        const NumberDisplay display = NumberDisplay::of(*param, kLast);
+        editor_->setScale(param->getMax()[kLast]);
+        editor_->setNumbers(display.format, display.step);
+    }
     Kt::Ptr<ValAdaptorBase<String>> keyframes;
     if (param && param->isKeyframable())
         keyframes = Kt::makePtr<KeyframeButtonAdaptor<EffectValParamAccessor<ColourData>>>(

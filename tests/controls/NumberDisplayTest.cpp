@@ -90,7 +90,14 @@ TEST_F(Display, ValuesAreTextsOfTheirType)
     const auto colour = addLimited(ColourData{}, ColourData{}, ColourData{{1, 1, 1, 1}});
     EXPECT_EQ(valueText(*colour, ColourData{{1.0, 0.5, 0.0, 0.25}}), L"#ff8000 25 %");
     const auto range = addLimited(ColourData{}, ColourData{}, ColourData{{1, 1, 1, 1}}, ParamDisplay::kColourRange);
-    EXPECT_EQ(valueText(*range, ColourData{{1.0, 0.5, 0.0, 0.25}}), L"1, 0.5, 0, 0.25");
+    EXPECT_EQ(valueText(*range, ColourData{{1.0, 0.5, 0.0, 0.25}}), L"100 %, 50 %, 0 %, 25 %");
+    constexpr double kFar = 3600.0;
+    const ColourData far{{kFar, kFar, kFar, kFar}};
+    const auto hues =
+        addLimited(ColourData{}, ColourData{{-kFar, -kFar, -kFar, -kFar}}, far, ParamDisplay::kColourRange);
+    EXPECT_EQ(valueText(*hues, ColourData{{-20.04, 0.0, 20.0, 400.0}}), L"340\u00b0, 0\u00b0, 20\u00b0, 40\u00b0");
+    const auto lift = addLimited(ColourData{}, ColourData{}, ColourData{{1, 1, 1, 1}}, ParamDisplay::kColourOffset);
+    EXPECT_EQ(valueText(*lift, ColourData{{0.25, 0.5, 0.0, 1.0}}), L"0.25, 0.5, 0");
 }
 
 TEST_F(Display, PlacesStepByAThousandthOfTheFrame)

@@ -144,6 +144,23 @@ PointUnit pointUnitOf(const EffectValParam<Vector2d>& param)
                                        : PointUnit::None;
 }
 
+NumberDisplay NumberDisplay::of(const EffectValParam<ColourData>& param, std::size_t component)
+{
+    const bool inPercent = !(param.displayFlags() & ParamDisplay::kColourOffset) && param.getMax()[component] <= 1.0;
+    NumberDisplay display(param.getMin()[component], param.getMax()[component], param.getDefault()[component],
+                          param.unitText(), inPercent);
+    if (isHueRange(param)) {
+        display.step = 1.0;
+        display.format = {1, 1.0, L"\u00b0"};
+    }
+    return display;
+}
+
+bool NumberDisplay::isHueRange(const EffectValParam<ColourData>& param)
+{
+    return (param.displayFlags() & ParamDisplay::kColourRange) && param.getMax()[0] > 1.0;
+}
+
 bool NumberDisplay::isNormalised(const EffectValParam<double>& param)
 {
     return valEqualsVal(param.getMax(), 1.0) &&

@@ -10,6 +10,7 @@ namespace oribund
 {
 
 struct Angle;
+struct ColourData;
 struct Vector2d;
 template <class P>
 class EffectValParam;
@@ -39,6 +40,13 @@ struct ORIBUND_API NumberDisplay {
     static NumberDisplay of(const EffectValParam<double>& param, int decimals = kDecimalsFromRange);
     static NumberDisplay of(const EffectValParam<Angle>& param);
     static NumberDisplay of(const EffectValParam<Vector2d>& param, std::size_t coordinate);
+
+    /** For one number of a soft range or a colour offset. */
+    static NumberDisplay of(const EffectValParam<ColourData>& param, std::size_t component);
+
+    /** Whether a soft range is one of hues, which are degrees on a circle: their limits are beyond those of all others.
+     */
+    static bool isHueRange(const EffectValParam<ColourData>& param);
 
     /** Whether the number runs from 0 or -1 to 1. */
     static bool isNormalised(const EffectValParam<double>& param);

@@ -36,16 +36,25 @@ WString textOf(const EffectValParam<Angle>& param, const Angle& value)
                : NumberDisplay::turnsFormat().textOf(turns) + L" " + degrees;
 }
 
+/** The numbers of a soft range, or the three of a colour offset. */
+WString numbersText(const EffectValParam<ColourData>& param, const ColourData& value)
+{
+    const bool isOffset = !(param.displayFlags() & (ParamDisplay::kColourRange | ParamDisplay::kTonalRanges));
+    WString text;
+    for (std::size_t i = 0; i < (isOffset ? std::size_t{3} : ColourData::size()); ++i) {
+        const double turns = NumberDisplay::isHueRange(param) ? std::floor(value[i] / kFullTurn) : 0.0;
+        const WString number = NumberDisplay::of(param, i).format.textOf(value[i] - turns * kFullTurn);
+        text = i > 0 ? text + L", " + number : number;
+    }
+    return text;
+}
+
 WString textOf(const EffectValParam<ColourData>& param, const ColourData& value)
 {
     constexpr unsigned kSoftRange =
         ParamDisplay::kColourRange | ParamDisplay::kColourOffset | ParamDisplay::kTonalRanges;
-    if (param.displayFlags() & kSoftRange) {
-        NumberFormat format;
-        format.decimals = 3;
-        return format.textOf(value[0]) + L", " + format.textOf(value[1]) + L", " + format.textOf(value[2]) + L", " +
-               format.textOf(value[3]);
-    }
+    if (param.displayFlags() & kSoftRange)
+        return numbersText(param, value);
     const WString text = hexText({value[0], value[1], value[2]});
     return value[3] < 1.0 ? text + L" " + NumberFormat::percentage(0).textOf(value[3]) : text;
 }
