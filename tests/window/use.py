@@ -11,7 +11,7 @@ import subprocess
 import sys
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "skin", "atspi"))
-from walk import Atspi, application, wait, walk  # noqa: E402
+from walk import Atspi, GLib, application, wait, walk  # noqa: E402
 
 
 def xdotool(*words):
