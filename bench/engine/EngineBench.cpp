@@ -2,8 +2,7 @@
 // same after a slider was moved, masked and not. And how long it takes until there is a picture again after a worker
 // was killed.
 
-#include "workbench/engine/client/Engine.h"
-#include "workbench/engine/client/EngineHost.h"
+#include "bench/engine/BenchEdit.h"
 #include "workbench/engine/worker/RenderWorker.h"
 #include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/model/EditModel.h"
@@ -14,86 +13,20 @@
 
 #include <benchmark/benchmark.h>
 
-#include <condition_variable>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
-#include <mutex>
 
 namespace workbench
 {
 namespace
 {
 
-constexpr int kWidth = 1280;
-constexpr int kHeight = 720;
-constexpr int kFrames = 250;
-
-/** The picture that came last. */
-class Latest
-{
-public:
-    EngineCallbacks callbacks()
-    {
-        EngineCallbacks callbacks;
-        callbacks.frame = [this](FrameImagePtr picture) {
-            const std::lock_guard lock(mutex_);
-            picture_ = std::move(picture);
-            came_.notify_one();
-        };
-        callbacks.position = [](int) {};
-        callbacks.playing = [](bool) {};
-        callbacks.problem = [](const EngineProblem&) {};
-        return callbacks;
-    }
-
-    bool wait(int frame)
-    {
-        std::unique_lock lock(mutex_);
-        return came_.wait_for(lock, std::chrono::seconds(20), [&] { return picture_ && picture_->frame == frame; });
-    }
-
-    bool waitForRevision(std::uint64_t revision)
-    {
-        std::unique_lock lock(mutex_);
-        return came_.wait_for(lock, std::chrono::seconds(20),
-                              [&] { return picture_ && picture_->revision == revision; });
-    }
-
-private:
-    std::mutex mutex_;
-    std::condition_variable came_;
-    FrameImagePtr picture_;
-};
-
-/** Colours need no reading of files, so that what is measured is the way of the picture. */
-Projection edit()
-{
-    Projection projection;
-    projection.profile.width = kWidth;
-    projection.profile.height = kHeight;
-    projection.length = kFrames;
-    projection.clips.push_back({"clip", "color", "#ff204060", 0, kFrames - 1, {}, {}});
-    projection.clips[0].filters.push_back({"effect", "brightness", 0, kFrames - 1, {{"level", "0.8"}}});
-    ProjectedEntry entry;
-    entry.kind = ProjectedEntry::Kind::Clip;
-    entry.length = kFrames;
-    entry.first = {"clip", 0, kFrames - 1};
-    projection.tracks.push_back({"track", "", ProjectedTrack::Hide::Nothing, {entry}});
-    return projection;
-}
-
-std::shared_ptr<EngineHost> host()
-{
-    static const auto shared = std::make_shared<EngineHost>(ORIBUND_ENGINE_PROGRAM);
-    return shared;
-}
-
 void stillFromWorker(benchmark::State& state)
 {
     Latest latest;
-    Engine engine(host(), latest.callbacks());
-    engine.load(edit());
+    Engine engine(benchHost(), latest.callbacks());
+    engine.load(colourEdit());
     engine.requestFrame(0, kWidth, kHeight);
     latest.wait(0); // it has to come up
     int frame = 0;
@@ -112,7 +45,7 @@ void stillInProcess(benchmark::State& state)
     Latest latest;
     const auto marks = TraceMarks::create();
     RenderWorker renderer(MltSession::open(), latest.callbacks(), {}, *marks);
-    renderer.load(std::make_shared<const Projection>(edit()), {}, 1);
+    renderer.load(std::make_shared<const Projection>(colourEdit()), {}, 1);
     renderer.request({0, kWidth, kHeight});
     latest.wait(0);
     int frame = 0;
@@ -129,7 +62,7 @@ BENCHMARK(stillInProcess)->UseRealTime()->Unit(benchmark::kMillisecond);
 /** From a new value of a parameter to the picture that shows it. */
 void sliderMove(benchmark::State& state)
 {
-    const EffectCatalogue& effects = host()->installed()->effects;
+    const EffectCatalogue& effects = benchHost()->installed()->effects;
     const auto model = oribund::Kt::makePtr<EditModel>(emptyEdit("", {kWidth, kHeight, 25, 1, 1, 1, 709}), effects);
     Editor editor(*model);
     MediaInfo still;
@@ -142,7 +75,7 @@ void sliderMove(benchmark::State& state)
     const auto param = model->timeline().findEffect(effect)->paramAt(0);
 
     Latest latest;
-    Engine engine(host(), latest.callbacks());
+    Engine engine(benchHost(), latest.callbacks());
     engine.load(project(*model));
     engine.requestFrame(0, kWidth, kHeight);
     latest.wait(0);
@@ -170,8 +103,8 @@ void killWorkers()
 void pictureAfterADeath(benchmark::State& state)
 {
     Latest latest;
-    Engine engine(host(), latest.callbacks());
-    engine.load(edit());
+    Engine engine(benchHost(), latest.callbacks());
+    engine.load(colourEdit());
     engine.requestFrame(0, kWidth, kHeight);
     latest.wait(0);
     int frame = 0;
