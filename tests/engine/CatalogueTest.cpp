@@ -11,6 +11,8 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cctype>
+#include <cmath>
 #include <set>
 
 namespace workbench
@@ -80,14 +82,53 @@ TEST_F(CatalogueTest, everyEntryIsSound)
         }
 }
 
-TEST_F(CatalogueTest, noNameIsLeftAsAnIdentifier)
+bool holdsInnerName(const std::string& text)
 {
-    for (const auto& effect : result->catalogue.all())
+    for (const char* const trace : {"_", "av.", "DEPRECATED", "deprecated", "0r", "(*", "  "})
+        if (text.find(trace) != std::string::npos)
+            return true;
+    for (std::size_t i = 2; i < text.size(); ++i) // "blockSize", "brightn3ss", but not "dB"
+        if (std::islower(static_cast<unsigned char>(text[i - 1])) &&
+            std::islower(static_cast<unsigned char>(text[i - 2])) &&
+            (std::isupper(static_cast<unsigned char>(text[i])) ||
+             (std::isdigit(static_cast<unsigned char>(text[i])) && i + 1 < text.size() &&
+              std::islower(static_cast<unsigned char>(text[i + 1])))))
+            return true;
+    return text.empty();
+}
+
+TEST_F(CatalogueTest, titlesAndLabelsAreWordsAndTellThingsApart)
+{
+    std::set<std::string> titles;
+    for (const auto& effect : result->catalogue.all()) {
+        if (!effect->blockedBecause.empty())
+            continue;
+        EXPECT_FALSE(holdsInnerName(effect->title)) << effect->service << ": " << effect->title;
+        EXPECT_TRUE(titles.insert(effect->title).second) << effect->service << ": " << effect->title;
+        std::set<std::vector<std::string>> labels;
         for (const ParamDescription& param : effect->params) {
-            EXPECT_EQ(param.name.find('_'), std::string::npos) << effect->service << ": " << param.name;
-            EXPECT_EQ(param.name.find("av."), std::string::npos) << effect->service << ": " << param.name;
-            EXPECT_EQ(param.property.find("DEPRECATED"), std::string::npos) << effect->service;
+            std::vector<std::string> label = param.groups;
+            label.push_back(param.name);
+            EXPECT_FALSE(holdsInnerName(param.name)) << effect->service << ": " << param.name;
+            EXPECT_TRUE(labels.insert(label).second) << effect->service << ": " << param.name;
+            EXPECT_LT(std::max(std::abs(param.minimum), std::abs(param.maximum)), 1e8) << param.name;
         }
+    }
+}
+
+TEST_F(CatalogueTest, placesAreOnePoint)
+{
+    const auto probe = result->catalogue.find("frei0r.pr0be");
+    ASSERT_TRUE(probe);
+    const auto place = std::find_if(probe->params.begin(), probe->params.end(),
+                                    [](const auto& param) { return param.kind == ParamKind::Point; });
+    ASSERT_NE(place, probe->params.end());
+    EXPECT_EQ(place->components, (std::vector<std::string>{"1", "2"}));
+    EXPECT_EQ(place->name, "Position");
+    EXPECT_EQ(std::count_if(probe->params.begin(), probe->params.end(),
+                            [](const auto& param) { return param.kind == ParamKind::Point; }),
+              1)
+        << "a size is no place";
 }
 
 TEST_F(CatalogueTest, whatCannotWorkIsBlockedWithAReason)

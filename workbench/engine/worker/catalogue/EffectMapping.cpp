@@ -2,10 +2,12 @@
 
 #include "workbench/engine/worker/catalogue/MetadataText.h"
 #include "workbench/engine/worker/catalogue/ParamMapping.h"
+#include "workbench/engine/worker/catalogue/PointPairs.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <map>
 #include <string_view>
 #include <utility>
 
@@ -95,10 +97,29 @@ bool isAlias(const RawParam& param, const std::vector<RawParam>& all)
     return std::any_of(all.begin(), all.end(), [&](const RawParam& other) { return isAliasOf(param, other); });
 }
 
+/** Without "(*DEPRECATED*)" and its like. */
+std::string withoutRemark(std::string title)
+{
+    const std::size_t remark = title.find("(*");
+    return remark == std::string::npos ? title : title.substr(0, remark);
+}
+
+/** Several settings may describe themselves in the same words; each of them then shows its own name as well. */
+void tellNamesApart(std::vector<ParamDescription>& params)
+{
+    std::map<std::string, int> uses;
+    for (const ParamDescription& param : params)
+        ++uses[param.name];
+    for (ParamDescription& param : params)
+        if (uses[param.name] > 1)
+            if (const std::string own = readableName(param.property); own != param.name)
+                param.name += " (" + own + ')';
+}
+
 std::string titleOf(const RawEffect& raw)
 {
-    if (!raw.title.empty())
-        return readableName(raw.title);
+    if (std::string title = readableName(withoutRemark(raw.title)); !title.empty())
+        return title;
     const std::size_t dot = raw.service.rfind('.');
     return readableName(dot == std::string::npos ? raw.service : raw.service.substr(dot + 1));
 }
@@ -146,7 +167,7 @@ std::string checkNumbers(const ParamDescription& param, const std::array<double,
     for (const double number : numbers) {
         ParamDescription one = param;
         one.defaultValue = number;
-        if (const std::string problem = checkRange(one); !problem.empty())
+        if (std::string problem = checkRange(one); !problem.empty())
             return problem;
     }
     return {};
@@ -204,6 +225,8 @@ std::optional<EffectDescription> mapEffect(const RawEffect& raw)
         if (param && !effect.find(param->property))
             effect.params.push_back(std::move(*param));
     }
+    tellNamesApart(effect.params);
+    pairPoints(effect.params);
     if (effect.params.empty() && !raw.params.empty())
         effect.blockedBecause = "It is set up by free text only, for which a panel has no control.";
     return effect;

@@ -27,6 +27,21 @@ std::string_view trimmed(std::string_view text)
     return text;
 }
 
+bool isUpper(char c)
+{
+    return c >= 'A' && c <= 'Z';
+}
+
+bool isLower(char c)
+{
+    return c >= 'a' && c <= 'z';
+}
+
+char lower(char c)
+{
+    return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+}
+
 bool isWord(std::string_view text)
 {
     return !text.empty() && text.size() <= 24 && std::none_of(text.begin(), text.end(), isBlank);
@@ -88,11 +103,38 @@ std::string readableName(std::string_view identifier)
     identifier = trimmed(identifier);
     if (identifier.starts_with("av."))
         identifier.remove_prefix(3);
-    std::string name(identifier);
-    std::replace(name.begin(), name.end(), '_', ' ');
+    std::string name;
+    for (std::size_t i = 0; i < identifier.size(); ++i) {
+        // Not within "dB" and "kHz".
+        const bool begins = i > 1 && isLower(identifier[i - 2]) && isLower(identifier[i - 1]) && isUpper(identifier[i]);
+        const bool isAlone = i + 1 == identifier.size() || isUpper(identifier[i + 1]);
+        if (begins)
+            name += ' ';
+        name += identifier[i] == '_' ? ' ' : begins && !isAlone ? lower(identifier[i]) : identifier[i];
+    }
     if (!name.empty())
         name.front() = static_cast<char>(std::toupper(static_cast<unsigned char>(name.front())));
     return name;
+}
+
+std::string labelFromSentence(std::string_view sentence)
+{
+    constexpr std::size_t kLongest = 40;
+    sentence = trimmed(sentence.substr(0, sentence.find_first_of(",;.([:\n")));
+    static constexpr std::array<std::string_view, 9> leads = {"set ",   "specify ", "select ", "choose ", "enable ",
+                                                              "allow ", "apply ",   "the ",    "a "};
+    const auto strip = [&] {
+        const auto* const lead = std::find_if(leads.begin(), leads.end(), [&](std::string_view word) {
+            return lowerCase(sentence.substr(0, word.size())) == word;
+        });
+        if (lead == leads.end())
+            return false;
+        sentence = trimmed(sentence.substr(lead->size()));
+        return true;
+    };
+    while (strip()) {
+    }
+    return sentence.size() > kLongest ? std::string() : readableName(sentence);
 }
 
 std::optional<std::array<double, 4>> parseColour(std::string_view text)

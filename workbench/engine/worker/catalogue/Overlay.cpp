@@ -218,6 +218,20 @@ std::string readParam(const Json& source, ParamDescription& param)
     return checkParam(param);
 }
 
+/** The title, and the category behind it. */
+bool readTitle(const Json& source, EffectDescription& effect)
+{
+    std::vector<std::string> texts;
+    for (const Json& text : source.is_array() ? source : Json::array())
+        if (text.is_string())
+            texts.push_back(text.get<std::string>());
+    if (texts.size() != 2)
+        return false;
+    effect.title = texts[0];
+    effect.category = texts[1];
+    return true;
+}
+
 /** Changes parameters that the metadata describes; the others stay, and so does their order. */
 void limitParams(const Json& source, EffectDescription& effect, std::vector<std::string>& problems)
 {
@@ -282,6 +296,7 @@ bool matches(std::string_view pattern, std::string_view name)
 struct Overlay::Content {
     std::map<std::string, Json, std::less<>> effects;
     std::map<std::string, Json, std::less<>> limits;
+    std::map<std::string, Json, std::less<>> titles;
     std::vector<std::pair<std::string, std::string>> blocked; // pattern, reason
 };
 
@@ -311,6 +326,9 @@ Overlay::Overlay(std::string_view json, std::vector<std::string>& problems)
                 problems.push_back("effect overlay: " + service + " is described twice");
         });
     };
+    if (const auto titles = root.find("titles"); titles != root.end() && titles->is_object())
+        for (const auto& [service, entry] : titles->items())
+            content_->titles.emplace(service, entry);
     eachOnce("effects", content_->effects);
     eachOnce("limits", content_->limits);
     each("blocked", [&](const std::string& service, const Json& entry) {
@@ -347,6 +365,10 @@ void Overlay::apply(EffectDescription& effect, std::vector<std::string>& problem
             effect.blockedBecause = reason;
             return;
         }
+    if (const auto named = content_->titles.find(effect.service); named != content_->titles.end()) {
+        if (!readTitle(named->second, effect))
+            problems.push_back(effect.service + ": its title has the wrong form");
+    }
     if (const auto limited = content_->limits.find(effect.service); limited != content_->limits.end())
         limitParams(limited->second, effect, problems);
     const auto found = content_->effects.find(effect.service);

@@ -144,6 +144,15 @@ bool mapNumber(const RawParam& raw, ParamDescription& param)
     return true;
 }
 
+/** The title; else the description, where it is short enough for a label; else the name of the property. */
+std::string labelOf(const RawParam& raw, const std::string& property)
+{
+    std::string label = readableName(unquoted(raw.title));
+    if (label.empty())
+        label = labelFromSentence(raw.description);
+    return label.empty() ? readableName(property) : label;
+}
+
 /** Properties that steer the rendering rather than the look. */
 bool isHousekeeping(const std::string& property)
 {
@@ -164,7 +173,7 @@ std::optional<ParamDescription> mapParameter(const RawParam& raw)
 
     ParamDescription param;
     param.property = property;
-    param.name = readableName(raw.title.empty() ? property : unquoted(raw.title));
+    param.name = labelOf(raw, property);
     param.help = raw.description;
     param.unit = shownUnit(raw.unit);
     param.animatable = raw.animated;

@@ -21,7 +21,7 @@ std::string valueOf(const char* variable)
 /** Where the framework looks by default: a folder that is named takes the place of all these. */
 std::string usualFolders()
 {
-    if (const std::string others = valueOf("FREI0R_PATH"); !others.empty())
+    if (std::string others = valueOf("FREI0R_PATH"); !others.empty())
         return others;
     return "/usr/lib/frei0r-1:/usr/lib64/frei0r-1:/opt/local/lib/frei0r-1:/usr/local/lib/frei0r-1:" + valueOf("HOME") +
            "/.frei0r-1/lib";
