@@ -1,6 +1,7 @@
 #include "tests/support/SampleEdit.h"
 #include "tests/support/TestHost.h"
 
+#include "oribund/colour/TolerantRangeEditor.h"
 #include "oribund/host/base/text/ColourText.h"
 #include "oribund/host/canvas/Canvas.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
@@ -16,9 +17,12 @@
 #include "workbench/engine/worker/catalogue/CatalogueReader.h"
 #include "workbench/engine/worker/graph/MltSession.h"
 #include "workbench/model/host/ModelVob.h"
+#include "workbench/store/ProjectFile.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <string>
 #include <vector>
 
@@ -148,6 +152,113 @@ TEST(ValueText, UndoSaysOfEveryParameterWhatItsRowSays)
         bench.editor.removeEffect(id);
     }
     EXPECT_GT(compared, 4000);
+}
+
+/** Gives the parameter another value, as a user does who has only its row. False for a row without an editor. */
+bool editThrough(Glob& row, EffectValParamBase& param, int which)
+{
+    std::vector<Glob*> globs{&row};
+    for (std::size_t i = 0; i < globs.size(); ++i)
+        globs[i]->getChildren(globs);
+    for (Glob* const glob : globs) {
+        if (auto* const strip = dynamic_cast<TolerantRangeEditor*>(glob)) {
+            if (which-- > 0)
+                continue;
+            const ColourData range = strip->getRanges();
+            strip->userSetComponent(2, (range[1] + range[2]) / 2.0);
+            return true;
+        }
+        if (auto* const box = dynamic_cast<ValCheckbox*>(glob)) {
+            box->userToggle();
+            return true;
+        }
+        if (auto* const swatch = dynamic_cast<ValColourSwatch*>(glob)) {
+            swatch->userClick();
+            swatch->userChoose({0.25, 0.5, 0.75});
+            swatch->userAccept();
+            return true;
+        }
+        if (auto* const menu = dynamic_cast<ValMenuButton*>(glob)) {
+            menu->userSelect(menu->getSelected() == 0 ? 1 : 0);
+            return true;
+        }
+        auto* const entry = dynamic_cast<NumericEntry*>(glob);
+        if (!entry || entry->getFormat().unit == L"\u00d7")
+            continue;
+        const auto range = entry->accessible().number.value_or(AccessibleNumber{0.0, 0.0, 1.0, 0.0});
+        const double low = std::max(range.min, -1e6);
+        const double high = std::min(range.max, 1e6);
+        const ParamValue was = param.constantValue();
+        for (const double part : {0.7, 0.2})
+            if (entry->userSetNumber(std::round((low + part * (high - low)) * 100.0) / 100.0) &&
+                param.constantValue() != was)
+                return true;
+        return entry->userSetNumber(high);
+    }
+    return false;
+}
+
+/** The parameters of an effect as they come back from a file. */
+std::vector<ParamData> savedAndOpened(const RealBench& bench, const EffectCatalogue& catalogue, ObjectId id)
+{
+    const ProjectReading read = parseProject(projectXml(*bench.edit, {}, {}), {}, catalogue);
+    EXPECT_TRUE(read) << read.error;
+    const EditModelPtr opened = read ? Kt::makePtr<EditModel>(*read.edit, catalogue) : nullptr;
+    const auto effect = opened ? opened->timeline().findEffect(id) : nullptr;
+    return effect ? effect->data().params : std::vector<ParamData>();
+}
+
+TEST(ValueText, ARowEditsItsParameterAndUndoTextFileAndValueAgree)
+{
+    test::TestHost host;
+    Canvas canvas({600, 400});
+    const CatalogueResult result = readCatalogue(*MltSession::open());
+    RealBench bench(result.catalogue);
+    UndoStack& undo = bench.edit->undoStack();
+    int edited = 0;
+    for (const auto& entry : result.catalogue.all()) {
+        if (!entry->blockedBecause.empty())
+            continue;
+        const bool isSound = entry->medium == EffectDescription::Medium::Audio;
+        const ObjectId id = bench.editor.addEffect(isSound ? bench.sound : bench.picture, entry->service).object;
+        const auto effect = bench.edit->timeline().findEffect(id);
+        ASSERT_TRUE(effect) << entry->service;
+        WidgetGroup panel(WidgetGroup::InitArgs(600, 0, &canvas));
+        FXPanelGenerator generator(FXViewHandle(bench.vob.getEffectMonitor()->getFXVob(effect)), &panel, nullptr);
+        generator.generateUI();
+        int sameRow = 0;
+        const Glob* last = nullptr;
+        for (const auto& param : effect->params()) {
+            SCOPED_TRACE(entry->service + ", " + param->name().c_str());
+            Glob* const row = generator.findWidgetForParam(param.get());
+            if (!row)
+                continue; // not while the lists stand as they do
+            sameRow = row == last ? sameRow + 1 : 0;
+            last = row;
+            const ParamValue was = param->constantValue();
+            const std::size_t steps = undo.position();
+            ASSERT_TRUE(editThrough(*row, *param, sameRow));
+            undo.endGesture();
+            const ParamValue is = param->constantValue();
+            if (is == was && std::holds_alternative<ListParam<String>>(is))
+                continue; // a list of one item
+            ASSERT_FALSE(is == was);
+            ASSERT_EQ(undo.position(), steps + 1);
+            const WString texts[] = {valueText(*param, was), valueText(*param, is)};
+            const WString name = rowNameOf(*param);
+            ASSERT_EQ(
+                toUTF8(undo.undoTitle()).view(),
+                toUTF8(texts[0] == texts[1] ? L"Change " + name : name + L" " + texts[0] + L" to " + texts[1]).view());
+            undo.undo();
+            ASSERT_TRUE(param->constantValue() == was);
+            undo.redo();
+            ASSERT_TRUE(param->constantValue() == is);
+            ++edited;
+        }
+        EXPECT_EQ(savedAndOpened(bench, result.catalogue, id), effect->data().params) << entry->service;
+        bench.editor.removeEffect(id);
+    }
+    EXPECT_GT(edited, 1200);
 }
 
 } // namespace
