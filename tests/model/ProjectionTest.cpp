@@ -310,6 +310,9 @@ TEST(EffectInputs, HoldOneClipWithTheEffectsBeforeAtItsOwnFrame)
     EXPECT_FALSE(inputOf(whole, filterId(first), 49));
     EXPECT_FALSE(inputOf(whole, filterId(first), 150));
     EXPECT_FALSE(inputOf(whole, "effect999", 60));
+    ASSERT_TRUE(b.editor.setMask(second, true));
+    EXPECT_EQ(inputOf(project(*b.edit), filterId(second), 60)->edit.clips.front().filters.size(), 1u)
+        << "nothing of its mask is left";
 
     // Where two clips overlap, each is at its own frame.
     const ObjectId next = b.addPicture(150, 50, 500);

@@ -167,7 +167,8 @@ void PickArea::describe(AccessibleDescription& description) const
 
 void PickArea::draw(CanvasRenderer& renderer)
 {
-    if (!picture_.empty())
+    // Away from the picture the user looks at what came of the pick.
+    if (!picture_.empty() && (isHot() || drag_ || cross_))
         renderer.image(mapping_.area, picture_, CanvasRenderer::kNone);
     if (!hint_.empty()) {
         const Kt::Box<double> line{mapping_.area.left, mapping_.area.top, mapping_.area.right,

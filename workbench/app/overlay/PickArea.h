@@ -30,7 +30,7 @@ public:
     /** Where the frame is seen, in coordinates of this. */
     void setMapping(const PictureMapping& mapping);
 
-    /** Shown over the frame; an empty one lets the viewer's picture be seen. */
+    /** Shown over the frame while the pointer is there, or the cross; an empty one lets the viewer's be seen. */
     void setPicture(const oribund::Image& picture);
 
     /** What is said at the top of the picture. */

@@ -11,7 +11,7 @@ namespace
 const ProjectedClip* clipWith(const Projection& whole, std::string_view effect)
 {
     const auto has = [&](const ProjectedClip& clip) {
-        return std::ranges::find(clip.filters, effect, &ProjectedFilter::id) != clip.filters.end();
+        return std::ranges::find(clip.filters, effect, &ProjectedFilter::effectId) != clip.filters.end();
     };
     const auto found = std::ranges::find_if(whole.clips, has);
     return found == whole.clips.end() ? nullptr : &*found;
@@ -47,7 +47,8 @@ std::optional<EffectInput> inputOf(const Projection& whole, std::string_view eff
     input.edit.profile = whole.profile;
     input.edit.length = clip->out - clip->in + 1;
     ProjectedClip before = *clip;
-    before.filters.erase(std::ranges::find(before.filters, effect, &ProjectedFilter::id), before.filters.end());
+    // The filters of its mask stand round it: the first of them is the first of the effect.
+    before.filters.erase(std::ranges::find(before.filters, effect, &ProjectedFilter::effectId), before.filters.end());
     ProjectedEntry entry;
     entry.kind = ProjectedEntry::Kind::Clip;
     entry.length = input.edit.length;
