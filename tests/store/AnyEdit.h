@@ -104,7 +104,7 @@ private:
     EffectData effect()
     {
         EffectData effect{id(), below(3) ? "tint" : "gone" + text(), below(3) > 0, {}, {}};
-        effect.params = {curve("Level", 1, 0, 100), curve("Grey", 4, 0, 1), curve("Centre", 2, -1e6, 1e6),
+        effect.params = {curve("Level", 1, 0, 100), curve("Grey", 4, 0, 1), curve("Centre", 2, -3600, 3600),
                          curve("Turn", 1, -3600, 3600)};
         effect.params.push_back({"On", below(2) == 0, false, {}});
         effect.params.push_back({"Mode", std::string("20"), false, {}});

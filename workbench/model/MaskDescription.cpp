@@ -52,6 +52,8 @@ EffectDescription describeMask()
     ParamDescription centre = describe(mask::kCentre, "Centre", ParamKind::Point);
     centre.components = {"1", "2"};
     centre.defaultPoint = {0.5, 0.5};
+    centre.minimum = -1.0; // a shape may lie outside the frame, and be animated into it
+    centre.maximum = 2.0;
     centre.animatable = true;
 
     ParamDescription width = number(mask::kWidth, "Width", "3", kPercentOfHalf, 200.0);
