@@ -31,30 +31,18 @@ std::vector<double> numbersIn(const PlainValue& value)
     return {};
 }
 
-std::vector<double> keysIn(const ParamData& param)
-{
-    std::vector<double> numbers;
-    for (const ChannelData& channel : param.channels)
-        for (const oribund::Keyframe& key : channel)
-            numbers.push_back(key.value);
-    return numbers;
-}
-
 void check(const ParamData& param, const ParamDescription& known, const std::string& effect, Warnings& warnings)
 {
     const auto isOutside = [&](double number) { return number < known.minimum || number > known.maximum; };
-    const std::vector<double> numbers = param.keyframed ? keysIn(param) : numbersIn(param.constant);
+    const std::vector<double> numbers = numbersIn(param.constant);
     const auto found = std::ranges::find_if(numbers, isOutside);
-    if (found == numbers.end())
+    if (param.keyframed || found == numbers.end())
         return;
     const auto text = [&](double number) { return serviceNumber(number) + known.unit; };
     const std::string name = '"' + known.name + "\" of \"" + effect + '"';
     const std::string now = "; it goes from " + text(known.minimum) + " to " + text(known.maximum) + " now.";
-    if (param.keyframed)
-        warnings.add("Keyframes of " + name + " lay outside its range, such as " + text(*found) + now);
-    else
-        warnings.add(name + " was " + text(*found) + " and is " +
-                     text(std::clamp(*found, known.minimum, known.maximum)) + now);
+    warnings.add(name + " was " + text(*found) + " and is " + text(std::clamp(*found, known.minimum, known.maximum)) +
+                 now);
 }
 
 } // namespace
