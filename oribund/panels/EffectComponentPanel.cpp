@@ -244,6 +244,8 @@ void EffectComponentPanel::createMaskPanel(const WidgetPosition& position, const
     options.flags = Options::kMaskPanelFlags;
     options.title = UIString(TextIds::kMaskTitle);
     options.minimisable = false;
+    // So that the frame stays clear of the title and of the rows.
+    options.GlobCreationInfo::border.left = options.GlobCreationInfo::border.right = UifStd::getRowGap();
     std::unique_ptr<EffectComponentPanel> panel(FXPanelFactory::instance().makeComponentPanel(options));
     if (!panel)
         return;
@@ -278,7 +280,9 @@ std::vector<Kt::Ptr<EffectInstance>> EffectComponentPanel::effectsMeant(const Ch
     CompoundEffectMonitor* const monitor = getVob()->getEffectMonitor();
     if (event.kind != CheckboxEvent::Kind::ModifiedClick || event.modifiers != Event::kCtrl || !monitor)
         return {};
-    return monitor->effectsOf(monitor->getTrackOf(effect->id()));
+    std::vector<Kt::Ptr<EffectInstance>> effects = monitor->getEffects(monitor->getTrackOf(effect->id()));
+    std::erase(effects, nullptr);
+    return effects;
 }
 
 int EffectComponentPanel::handleLEDClick(const CheckboxEvent& event)
@@ -347,9 +351,13 @@ bool EffectComponentPanel::usesKey(const Event& press) const
 
 bool EffectComponentPanel::handleKeyEvent(const Event& event)
 {
-    if (!titleDrag_.isDragging() || !event.isKeyPress(Key::Escape))
+    if (titleDrag_.isDragging() && event.isKeyPress(Key::Escape)) {
+        titleDrag_.cancel();
+        return true;
+    }
+    if (!event.isKeyPress(Key::Menu))
         return MinimizableGroup::handleKeyEvent(event);
-    titleDrag_.cancel();
+    openMenu({0, getTitleArea().bottom}, &event); // not below the rows, which may be out of view
     return true;
 }
 

@@ -1,6 +1,4 @@
-#include "tests/support/FakeFXEditor.h"
 #include "tests/support/FakeView.h"
-#include "tests/support/contracts/FXEditorContract.h"
 #include "tests/support/contracts/ViewContract.h"
 
 #include "oribund/host/effects/params/EffectValParam.h"
@@ -64,38 +62,6 @@ private:
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(Fakes, ViewContract, FakeViewMaker);
-
-class FakeEditorMaker
-{
-public:
-    FakeEditorMaker()
-    {
-        for (int i = 0; i < 2; ++i) {
-            ParamInfo info;
-            info.id = IdStamp(2, 1, 0);
-            info.name = "radius";
-            effects_[i] = Kt::makePtr<EffectInstance>(IdStamp(1, 2, 3 + i), String("blur"), WString(L"Blur"));
-            effects_[i]->addParam(Kt::makePtr<EffectValParam<double>>(info));
-            vob_.add(effects_[i], 2.0, 6.0);
-        }
-    }
-
-    Vob& vob() { return vob_; }
-
-    Kt::Ptr<EffectInstance> first() const { return effects_[0]; }
-
-    Kt::Ptr<EffectInstance> second() const { return effects_[1]; }
-
-    IdStamp track() const { return FakeMonitor::track(); }
-
-    int steps() const { return vob_.edit->steps; }
-
-private:
-    EditableVob vob_;
-    Kt::Ptr<EffectInstance> effects_[2];
-};
-
-INSTANTIATE_TYPED_TEST_SUITE_P(Fakes, FXEditorContract, FakeEditorMaker);
 
 } // namespace
 } // namespace oribund::test

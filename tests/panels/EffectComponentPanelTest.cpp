@@ -295,7 +295,6 @@ TEST_F(ComponentMenu, RenamesTheEffectInItsTitle)
 TEST_F(ComponentMenu, CtrlOnTheLedSwitchesAllOfTheTrack)
 {
     const auto panel = makePanel(Options::kDefaultFlags);
-    other->setEnabled(false);
     click(*ledOf(*panel), Event::kCtrl | Event::kShift);
     EXPECT_EQ(vob.edit->steps, 0) << "means nothing";
     click(*ledOf(*panel), Event::kCtrl);
@@ -309,24 +308,20 @@ TEST_F(ComponentMenu, CtrlOnTheLedSwitchesAllOfTheTrack)
 
 TEST_F(ComponentPanel, ActiveOrNotItsTitleShowsWhatAClickDoes)
 {
-    const auto cursor = [](const EffectComponentPanel& panel) {
-        return static_cast<int>(panel.contextCursor(panel.getTitleArea().centre()));
+    const auto cursors = [this](unsigned flags) {
+        const auto panel = makePanel(flags);
+        std::vector<int> shown;
+        for (const bool active : {true, false, true}) {
+            panel->setActive(active);
+            shown.push_back(static_cast<int>(panel->contextCursor(panel->getTitleArea().centre())));
+            EXPECT_EQ(panel->isTitleEditable(), active);
+            const bool follows = flags & Options::kGroupTitleColour;
+            EXPECT_EQ(panel->isTitleActive() && panel->isSizeChangeEnabled(), active || !follows);
+        }
+        return shown;
     };
-    const auto folding = makePanel(Options::kDefaultFlags);
-    EXPECT_EQ(cursor(*folding), 15);
-    EXPECT_TRUE(folding->isTitleEditable());
-    folding->setActive(false);
-    EXPECT_EQ(cursor(*folding), 16);
-    EXPECT_FALSE(folding->isTitleEditable());
-    EXPECT_FALSE(ledOf(*folding)->isActive());
-
-    const auto fixed = makePanel(Options::kTitleBar | Options::kGroupTitleColour);
-    EXPECT_EQ(cursor(*fixed), 20);
-    fixed->setActive(false);
-    EXPECT_FALSE(fixed->isTitleActive());
-    EXPECT_FALSE(fixed->isSizeChangeEnabled());
-    fixed->setActive(true);
-    EXPECT_TRUE(fixed->isTitleActive() && fixed->isSizeChangeEnabled());
+    EXPECT_EQ(cursors(Options::kDefaultFlags), (std::vector{15, 16, 15}));
+    EXPECT_EQ(cursors(Options::kTitleBar | Options::kGroupTitleColour), (std::vector{20, 16, 20}));
 }
 
 TEST_F(ComponentPanel, IsDraggedByItsTitleWhereSomebodyListens)

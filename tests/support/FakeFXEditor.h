@@ -3,18 +3,15 @@
 #include "tests/support/FakeView.h"
 
 #include "oribund/host/edit/FXEditor.h"
-#include "oribund/host/effects/params/EffectValParam.h"
 
 #include <algorithm>
 #include <memory>
 #include <optional>
-#include <utility>
-#include <vector>
 
 namespace oribund::test
 {
 
-/** Edits the effects of a FakeVob, and tells of it as a host does. */
+/** Does for the effects of a FakeVob what panels show at once, and tells of it as a host does. */
 class FakeFXEditor : public FXEditor
 {
 public:
@@ -30,7 +27,7 @@ public:
             return Offer::No;
         const int last = static_cast<int>(vob_.monitor->effects.size()) - 1;
         const bool never = (command == Command::MoveUp && at == 0) || (command == Command::MoveDown && at == last) ||
-                           (command == Command::PasteSettings && copied_.empty());
+                           (command == Command::PasteSettings && !copied_);
         return never ? Offer::NotNow : Offer::Yes;
     }
 
@@ -43,56 +40,10 @@ public:
         return tell(EffectChangeCode::PresentationChanged, effect.id());
     }
 
-    RC reset(const EffectInstance& effect) override
+    RC copySettings(const EffectInstance&) override
     {
-        const EditModifier modifier(vob_.edit, L"Reset");
-        for (const auto& param : effect.params()) {
-            param->setFunctionType(EffectValParamFnType::Constant, 0.0);
-            param->setConstantValue(param->defaultValue());
-        }
+        copied_ = true;
         return RC::Done;
-    }
-
-    RC keyframeAll(const EffectInstance& effect, FXTime time) override
-    {
-        const EditModifier modifier(vob_.edit, L"Keyframe all");
-        for (const auto& param : effect.params())
-            param->setFunctionType(EffectValParamFnType::Keyframed, time.normalised);
-        return RC::Done;
-    }
-
-    RC copySettings(const EffectInstance& effect) override
-    {
-        copied_.clear();
-        for (const auto& param : effect.params())
-            copied_.emplace_back(param->name(), param->constantValue());
-        return RC::Done;
-    }
-
-    RC pasteSettings(const EffectInstance& effect) override
-    {
-        const EditModifier modifier(vob_.edit, L"Paste");
-        for (const auto& [name, value] : copied_) {
-            for (const auto& param : effect.params()) {
-                if (param->name() == name)
-                    param->setConstantValue(value);
-            }
-        }
-        return RC::Done;
-    }
-
-    RC move(const EffectInstance& effect, int by) override
-    {
-        auto& effects = vob_.monitor->effects;
-        const int from = indexOf(effect);
-        const int to = from + by;
-        if (from < 0 || to < 0 || to >= static_cast<int>(effects.size()))
-            return RC::Refused;
-        const EditModifier modifier(vob_.edit, L"Move");
-        const auto moved = effects[static_cast<std::size_t>(from)];
-        effects.erase(effects.begin() + from);
-        effects.insert(effects.begin() + to, moved);
-        return tell(EffectChangeCode::ParamSetRestored, IdStamp::wildcard());
     }
 
     bool isMaskable(const EffectInstance& effect, UIString& reason) const override
@@ -147,7 +98,7 @@ private:
     }
 
     FakeVob& vob_;
-    std::vector<std::pair<String, ParamValue>> copied_;
+    bool copied_ = false;
 };
 
 /** A viewer whose effects can be edited, and whose track has a name. */

@@ -53,6 +53,7 @@ void EffectStack::show(const Effects& effects, Folded& folded)
     const RedrawHold hold;
     const LayoutHold layoutHold(*this);
     const std::size_t focused = focusedEntry();
+    const bool hadFocus = focused < entries_.size();
     for (const Entry& entry : entries_) {
         const ObjectId id = objectOf(entry.effect->id());
         entry.panel->getSizeState() == eSizeMinimised ? void(folded.insert(id)) : void(folded.erase(id));
@@ -80,7 +81,7 @@ void EffectStack::show(const Effects& effects, Folded& folded)
     alignLabels();
     reorder_.follow(panels);
     // The keyboard goes on to the next effect when its own is gone, so that several are removed by one key.
-    if (focused != entries_.size() && !entries_.empty() && focusedEntry() == entries_.size())
+    if (hadFocus && !entries_.empty() && focusedEntry() == entries_.size())
         entries_[std::min(focused, entries_.size() - 1)].panel->takeFocus();
 }
 
@@ -95,17 +96,17 @@ std::size_t EffectStack::focusedEntry() const
 
 void EffectStack::dropPanelsBut(const Effects& effects)
 {
-    const auto gone = [&effects](const Entry& entry) {
-        return std::ranges::find(effects, entry.effect) == effects.end();
+    const auto stays = [&effects](const Entry& entry) {
+        return std::ranges::find(effects, entry.effect) != effects.end();
     };
-    for (const Entry& entry : entries_) {
-        if (!gone(entry))
-            continue;
+    const auto gone = std::stable_partition(entries_.begin(), entries_.end(), stays);
+    const std::vector<Entry> dropped(gone, entries_.end());
+    entries_.erase(gone, entries_.end());
+    for (const Entry& entry : dropped) {
         destroyWidget(*entry.panel);
         if (entry.note)
             destroyWidget(*entry.note);
     }
-    std::erase_if(entries_, gone);
 }
 
 EffectStack::Entry EffectStack::makeEntry(const Kt::Ptr<ModelEffect>& effect)
@@ -117,7 +118,7 @@ EffectStack::Entry EffectStack::makeEntry(const Kt::Ptr<ModelEffect>& effect)
     std::unique_ptr<EffectComponentPanel> panel(FXPanelFactory::instance().makeComponentPanel(options));
     if (!panel)
         return {};
-    Entry entry{effect, panel.get()};
+    Entry entry{effect, panel.get(), panel->getMaskPanel()};
     addBelow(std::move(panel));
     entry.note = addNote(*effect);
     return entry;
@@ -145,17 +146,31 @@ void EffectStack::addBelow(std::unique_ptr<Glob> widget)
     addWidget(std::move(widget), above ? WidgetPosition::below(*above, kPanelGap) : UserTopLeft(0, 0), surround);
 }
 
+void EffectStack::handleChildResize(const Glob* child, const XY<int>& oldSize)
+{
+    WidgetGroup::handleChildResize(child, oldSize);
+    const auto found = std::ranges::find(entries_, child, &Entry::panel);
+    if (found == entries_.end() || found->panel->getMaskPanel() == found->mask)
+        return;
+    found->mask = found->panel->getMaskPanel();
+    alignLabels();
+}
+
+/** Controls of all panels, and of masks within them, stand in one column. */
 void EffectStack::alignLabels()
 {
-    std::vector<GenericEffectPanel*> panels;
+    std::vector<std::pair<GenericEffectPanel*, int>> panels; // and how far their rows are indented
+    for (const Entry& entry : entries_) {
+        if (auto* const panel = dynamic_cast<GenericEffectPanel*>(entry.panel))
+            panels.emplace_back(panel, 0);
+        if (auto* const mask = dynamic_cast<GenericEffectPanel*>(entry.panel->getMaskPanel()))
+            panels.emplace_back(mask, mask->getUserArea().left); // it stands where the rows of its effect do
+    }
     int widest = 0;
-    for (const Entry& entry : entries_)
-        if (auto* const generic = dynamic_cast<GenericEffectPanel*>(entry.panel)) {
-            panels.push_back(generic);
-            widest = std::max(widest, generic->widestLabel());
-        }
-    for (GenericEffectPanel* const panel : panels)
-        panel->setLeastLabelWidth(widest);
+    for (const auto& [panel, indent] : panels)
+        widest = std::max(widest, panel->widestLabel() + indent);
+    for (const auto& [panel, indent] : panels)
+        panel->setLeastLabelWidth(widest - indent);
 }
 
 void EffectStack::showLeftOut(const std::vector<LeftOutEffect>& leftOut)

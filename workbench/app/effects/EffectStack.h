@@ -52,11 +52,15 @@ public:
 
     void draw(oribund::CanvasRenderer& renderer) override;
 
+protected:
+    void handleChildResize(const oribund::Glob* child, const oribund::XY<int>& oldSize) override;
+
 private:
     struct Entry {
         oribund::Kt::Ptr<ModelEffect> effect;
         oribund::EffectComponentPanel* panel = nullptr;
-        oribund::Glob* note = nullptr; ///< below the panel; null for none
+        const oribund::Glob* mask = nullptr; ///< the panel in it to which the others are aligned; to compare
+        oribund::Glob* note = nullptr;       ///< below the panel; null for none
     };
 
     std::size_t focusedEntry() const;
