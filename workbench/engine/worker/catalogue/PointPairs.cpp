@@ -16,7 +16,7 @@ namespace workbench
 namespace
 {
 
-bool isWord(const std::string& text, std::size_t at)
+bool standsAlone(const std::string& text, std::size_t at)
 {
     const auto isLetter = [&](std::size_t i) { return std::isalpha(static_cast<unsigned char>(text[i])) != 0; };
     return (at == 0 || !isLetter(at - 1)) && (at + 1 == text.size() || !isLetter(at + 1));
@@ -32,7 +32,7 @@ std::optional<std::string> placeNamed(const std::string& one, const std::string&
         !std::equal(apart.first + 1, name.end(), apart.second + 1))
         return std::nullopt;
     const auto at = static_cast<std::size_t>(apart.first - name.begin());
-    if (!isWord(name, at))
+    if (!standsAlone(name, at))
         return std::nullopt;
     name.erase(at, 1);
     while (!name.empty() && name.back() == ' ')
