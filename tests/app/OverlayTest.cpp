@@ -23,7 +23,7 @@ using oribund::Vector2d;
 
 namespace
 {
-using Kind = PictureHandle::Kind;
+using Grip = PictureHandle::Kind;
 
 ParamDescription overlayPoint(const char* name, double x, double y)
 {
@@ -94,7 +94,7 @@ protected:
         return param->getValue(vob.getEffectMonitor()->getCurrentFXTime(effect(id)).normalised);
     }
 
-    HandleGlob& handle(Kind kind, std::size_t nth = 0)
+    HandleGlob& handle(Grip kind, std::size_t nth = 0)
     {
         for (HandleGlob* const one : handles.handles())
             if (one->handle().kind == kind && nth-- == 0)
@@ -139,11 +139,11 @@ TEST_F(Overlay, DragsAPlaceAsOneStepAndLeavesThePictureFree)
 {
     const ObjectId pin = show("pin");
     ASSERT_EQ(handles.handles().size(), 4u);
-    EXPECT_EQ(centreOf(handle(Kind::Place, 2)), (oribund::XY<int>{450, 265}));
+    EXPECT_EQ(centreOf(handle(Grip::Place, 2)), (oribund::XY<int>{450, 265}));
     drag({50, 40}, {40, 45});
     EXPECT_EQ(value<Vector2d>(pin, 0), (Vector2d{0.1, 0.2}));
     EXPECT_EQ(newSteps(), 1);
-    EXPECT_EQ(centreOf(handle(Kind::Place)), (oribund::XY<int>{90, 85})) << "the handle has gone with it";
+    EXPECT_EQ(centreOf(handle(Grip::Place)), (oribund::XY<int>{90, 85})) << "the handle has gone with it";
     EXPECT_FALSE(canvas.inject(Event::mousePress({250, 150}))) << "beside the handles";
     drag({90, 85}, {20, 4}, Event::kShift);
     EXPECT_NEAR(value<Vector2d>(pin, 0).x, 0.15, 1e-12);
@@ -151,7 +151,7 @@ TEST_F(Overlay, DragsAPlaceAsOneStepAndLeavesThePictureFree)
     edit->undoStack().undo();
     edit->undoStack().undo();
     EXPECT_EQ(value<Vector2d>(pin, 0), (Vector2d{}));
-    EXPECT_EQ(centreOf(handle(Kind::Place)), (oribund::XY<int>{50, 40})) << "nor does it stay behind in an undo";
+    EXPECT_EQ(centreOf(handle(Grip::Place)), (oribund::XY<int>{50, 40})) << "nor does it stay behind in an undo";
 }
 
 TEST_F(Overlay, EscapeRestoresAndAnUndoInTheMiddleEndsADrag)
@@ -187,14 +187,14 @@ TEST_F(Overlay, KeysStepByAThousandthOfTheFrameAndWriteOneKeyframe)
 {
     const ObjectId pin = show("pin");
     canvas.inject(Event::keyPress(Key::Tab));
-    ASSERT_TRUE(handle(Kind::Place).hasFocus());
+    ASSERT_TRUE(handle(Grip::Place).hasFocus());
     canvas.inject(Event::keyPress(Key::Right));
     canvas.inject(Event::keyPress(Key::Down, Event::kShift));
     canvas.inject(Event::keyPress(Key::Right, Event::kCtrl));
     EXPECT_NEAR(value<Vector2d>(pin, 0).x, 0.0011, 1e-12);
     EXPECT_NEAR(value<Vector2d>(pin, 0).y, 0.01, 1e-12);
     canvas.inject(Event::keyPress(Key::Tab));
-    EXPECT_TRUE(handle(Kind::Place, 1).hasFocus());
+    EXPECT_TRUE(handle(Grip::Place, 1).hasFocus());
 
     const auto corner = oribund::Kt::dynamicCast<oribund::EffectValParam<Vector2d>>(effect(pin)->paramAt(2));
     corner->setFunctionType(oribund::EffectValParamFnType::Keyframed, 0.0);
@@ -209,8 +209,8 @@ TEST_F(Overlay, ShowsOnlyPlacesOfWhatIsAtWorkAndMayBeChanged)
 {
     const ObjectId move = show("move");
     ASSERT_EQ(handles.handles().size(), 1u) << "a pair in another unit is no place";
-    EXPECT_EQ(centreOf(handle(Kind::Place)), (oribund::XY<int>{250, 152})) << "the centre of the frame";
-    drag(centreOf(handle(Kind::Place)), {40, 0});
+    EXPECT_EQ(centreOf(handle(Grip::Place)), (oribund::XY<int>{250, 152})) << "the centre of the frame";
+    drag(centreOf(handle(Grip::Place)), {40, 0});
     EXPECT_NEAR(value<Vector2d>(move, 0).x, 192.0, 1e-9) << "in pixels of the frame";
 
     effect(move)->setEnabled(false);
@@ -222,7 +222,7 @@ TEST_F(Overlay, ShowsOnlyPlacesOfWhatIsAtWorkAndMayBeChanged)
     EXPECT_EQ(handles.handles().size(), 1u);
     edit->setReadOnly(true);
     vob.setCurrentTime(1.0);
-    drag(centreOf(handle(Kind::Place)), {40, 0});
+    drag(centreOf(handle(Grip::Place)), {40, 0});
     EXPECT_NEAR(value<Vector2d>(move, 0).x, 192.0, 1e-9);
 }
 
@@ -232,18 +232,18 @@ TEST_F(Overlay, DragsSizeAngleAndSoftnessOfAShape)
 
     const ObjectId spot = show("frei0r.alphaspot");
     ASSERT_EQ(handles.handles().size(), 7u);
-    EXPECT_EQ(centreOf(handle(Kind::Right)), (oribund::XY<int>{350, 152}));
-    drag(centreOf(handle(Kind::Right)), {40, 30});
+    EXPECT_EQ(centreOf(handle(Grip::Right)), (oribund::XY<int>{350, 152}));
+    drag(centreOf(handle(Grip::Right)), {40, 30});
     EXPECT_NEAR(value<double>(spot, kWidth), 35.0, 1e-9);
-    drag(centreOf(handle(Kind::Top)), {5, -45});
+    drag(centreOf(handle(Grip::Top)), {5, -45});
     EXPECT_NEAR(value<double>(spot, kHeight), 45.0, 1e-9);
     // The frame is as wide as high in its pixels of the view: from the top to the right is a quarter turn.
-    const oribund::XY<int> from = centreOf(handle(Kind::Angle));
+    const oribund::XY<int> from = centreOf(handle(Grip::Angle));
     drag(from, oribund::XY<int>{430, 152} - from);
     EXPECT_NEAR(value<oribund::Angle>(spot, kAngle).degrees, 90.0, 0.5);
     EXPECT_EQ(newSteps(), 3);
-    const oribund::XY<int> soft = centreOf(handle(Kind::Softness));
-    drag(soft, (centreOf(handle(Kind::Place)) - soft) * 10);
+    const oribund::XY<int> soft = centreOf(handle(Grip::Softness));
+    drag(soft, (centreOf(handle(Grip::Place)) - soft) * 10);
     EXPECT_EQ(value<double>(spot, kSoftness), 100.0) << "and no farther than it goes";
 }
 
