@@ -78,7 +78,7 @@ ColourOffsetPanel::ColourOffsetPanel(const FXViewHandle& handle, unsigned paramI
 
 int ColourOffsetPanel::calcHeight()
 {
-    return static_cast<int>(kLines) * UifStd::getRowHeight() + static_cast<int>(kLines - 1) * UifStd::getRowGap();
+    return static_cast<int>(kLines) * UifStd::getRowHeight() + static_cast<int>(kLines + 1) * UifStd::getRowGap();
 }
 
 void ColourOffsetPanel::addLine(std::size_t index, const OffsetParam& param)
@@ -128,16 +128,17 @@ void ColourOffsetPanel::layoutEditors(const Kt::Box<int>& area)
     if (!wheel_)
         return;
     const int gap = UifStd::getWidgetGap();
-    const int side = std::min(area.height(), std::max(0, area.width() - calcValEntryWidth()));
+    const int rowGap = UifStd::getRowGap();
+    const int side = std::min(area.height() - 2 * rowGap, std::max(0, area.width() - calcValEntryWidth()));
     wheel_->setPosition({area.left, area.top + (area.height() - side) / 2});
     wheel_->resize({side, side});
     const int left = std::min(area.left + side + 2 * gap, area.right);
     int letterWidth = 0;
     for (std::size_t i = 0; i < kLines; ++i)
         letterWidth = std::max(letterWidth, UifStd::measure(partName(i), font()));
-    const int pitch = UifStd::getRowHeight() + UifStd::getRowGap();
+    const int pitch = UifStd::getRowHeight() + rowGap;
     for (std::size_t i = 0; i < kLines; ++i) {
-        const int top = area.top + static_cast<int>(i) * pitch;
+        const int top = area.top + rowGap + static_cast<int>(i) * pitch;
         layoutLine(lines_[i], {left, top, area.right, top + UifStd::getRowHeight()}, letterWidth);
     }
 }

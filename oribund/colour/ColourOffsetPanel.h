@@ -25,7 +25,7 @@ public:
     ColourOffsetPanel(const FXViewHandle& handle, unsigned paramIndex, unsigned short width, const Palette& palette,
                       Canvas* canvas);
 
-    /** Of four rows with the gaps between them. */
+    /** Of four rows with the gaps between and around them. */
     static int calcHeight();
 
     ColourWheel& wheel() const { return *wheel_; }
