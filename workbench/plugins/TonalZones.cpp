@@ -1,5 +1,5 @@
-// Changes shadows, middle tones and highlights apart. Four numbers on the axis of luma say where the zones meet: the
-// shadows end where the middle tones begin, and fade into them, and so do the middle tones into the highlights.
+// Changes shadows, midtones and highlights apart. Four numbers on the axis of luma say where the zones meet: the
+// shadows end where the midtones begin, and fade into them, and so do the midtones into the highlights.
 
 #include "workbench/plugins/PixelFilter.h"
 #include "workbench/plugins/PixelLoop.h"
@@ -17,20 +17,20 @@ namespace
 enum Place : std::size_t { kExtents = 0, kLevels = 4, kSaturations = 7 };
 
 constexpr std::array<Setting, 10> kSettings = {{
-    {"Shadows end", 0.15, "Where the middle tones begin to come in"},
-    {"Middle tones begin", 0.35, ""},
-    {"Middle tones end", 0.65, ""},
-    {"Highlights begin", 0.85, "Where the middle tones are gone"},
+    {"Shadows end", 0.15, "Where the midtones begin to come in"},
+    {"Midtones begin", 0.35, ""},
+    {"Midtones end", 0.65, ""},
+    {"Highlights begin", 0.85, "Where the midtones are gone"},
     {"Level of shadows", 0.5, "From darker to lighter; 0.5 leaves them"},
-    {"Level of middle tones", 0.5, ""},
+    {"Level of midtones", 0.5, ""},
     {"Level of highlights", 0.5, ""},
     {"Saturation of shadows", 0.5, "From none to twice as much; 0.5 leaves it"},
-    {"Saturation of middle tones", 0.5, ""},
+    {"Saturation of midtones", 0.5, ""},
     {"Saturation of highlights", 0.5, ""},
 }};
 
-constexpr PluginDescription kDescription{
-    "Tonal zones", "Changes level and saturation of shadows, middle tones and highlights", kSettings};
+constexpr PluginDescription kDescription{"Tonal zones",
+                                         "Changes level and saturation of shadows, midtones and highlights", kSettings};
 
 /** A number that has one value in each zone. Where zones fade into each other, so do the values. */
 struct ZoneValue {
