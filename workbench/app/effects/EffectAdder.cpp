@@ -12,7 +12,7 @@ namespace workbench
 namespace
 {
 
-constexpr int kPatience = 400; // ms, after which somebody wonders whether anything happens
+constexpr int kWonderAfter = 400; // ms, after which somebody wonders whether anything happens
 
 } // namespace
 
@@ -34,7 +34,7 @@ void EffectAdder::add(const std::string& service)
     const ObjectId target = segment->id();
     if (effect->curated || sound_.contains(service))
         return addTo(target, service);
-    QTimer::singleShot(kPatience, qApp, [this, title = effect->title, alive = std::weak_ptr(alive_)] {
+    QTimer::singleShot(kWonderAfter, qApp, [this, title = effect->title, alive = std::weak_ptr(alive_)] {
         if (!alive.expired() && isBusy())
             trying(title);
     });

@@ -27,7 +27,7 @@ namespace
 using oribund::UifStd;
 
 constexpr int kEffectHeight = 14;
-const QColor kShade(0, 0, 0, 130);
+const QColor kNameGround(0, 0, 0, 130);
 constexpr double kRoomForName = 60.0;
 constexpr double kLeastRoom = 24.0; // of a segment, in which a picture or sound is to be made out
 
@@ -137,7 +137,7 @@ void TimelinePainter::paintSegment(const TimelineGeometry::Row& row, const Track
     if (line.width() > 12) {
         // Where there is no room beside the picture, it stands on it.
         if (pictureEnd > line.left())
-            painter_.fillRect(QRectF(seen.left() + 2, line.top(), seen.width() - 4, line.height()), kShade);
+            painter_.fillRect(QRectF(seen.left() + 2, line.top(), seen.width() - 4, line.height()), kNameGround);
         painter_.setPen(QColor(235, 238, 242));
         painter_.drawText(line, Qt::AlignLeft | Qt::AlignVCenter,
                           painter_.fontMetrics().elidedText(QString::fromStdString(segment.data.name), Qt::ElideRight,
