@@ -37,8 +37,9 @@ def seconds_to_window(program):
     begun = time.monotonic()
     with subprocess.Popen([program], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL) as running:
         try:
-            while running.poll() is None and subprocess.run(LOOK, capture_output=True, check=False).returncode:
-                pass
+            while subprocess.run(LOOK, capture_output=True, check=False).returncode:
+                if running.poll() is not None:
+                    sys.exit(f"{program} ended with {running.returncode}")
             return time.monotonic() - begun
         finally:
             running.kill()
