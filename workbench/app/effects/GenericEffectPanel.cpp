@@ -62,7 +62,6 @@ GenericEffectPanel::GenericEffectPanel(const FXPanelCreationOptions& options)
     nothing_->setVisible(false);
     showParams();
     showMask();
-    placeLabels();
 }
 
 GenericEffectPanel::~GenericEffectPanel() = default;
@@ -79,8 +78,6 @@ void GenericEffectPanel::resize(double width, double height)
 void GenericEffectPanel::handleFXModifications(const ChangeDescription& change)
 {
     EffectComponentPanel::handleFXModifications(change);
-    if (!(alignedMask_ == getMaskPanel()))
-        placeLabels();
     const bool isOwn = change.effect == getViewHandle().getViewEffectID() || change.effect.isWildcard();
     const bool mayShowOthers = ParamChangeFilter::isParamSetChange(change) || ParamChangeFilter::isWholesale(change) ||
                                change.code == EffectChangeCode::PresentationChanged;
@@ -111,27 +108,12 @@ void GenericEffectPanel::filterParams()
     isFiltered_ = filter_->isActive();
 }
 
-GenericEffectPanel* GenericEffectPanel::shownMask() const
-{
-    return dynamic_cast<GenericEffectPanel*>(getMaskPanel());
-}
-
-int GenericEffectPanel::widestLabel() const
-{
-    const GenericEffectPanel* const mask = shownMask();
-    return std::max<int>(calcInitialLabelWidth(), mask ? mask->widestLabel() + childXOffset() : 0);
-}
-
 void GenericEffectPanel::placeLabels()
 {
-    const RedrawHold hold;
     // Half of a narrow panel is for what changes the values.
     const int most = body_->getUserArea().width() * 2 / 5;
-    const int width = std::clamp(std::max(widestLabel(), leastLabelWidth_), 0, std::max(most, 0));
-    setLabelWidth(static_cast<unsigned short>(width));
-    alignedMask_ = GlobRef<Glob>(getMaskPanel());
-    if (GenericEffectPanel* const mask = shownMask())
-        mask->setLeastLabelWidth(width - childXOffset());
+    const int wanted = std::max(widestLabel(), leastLabelWidth_);
+    setLabelWidth(static_cast<unsigned short>(std::clamp(wanted, 0, std::max(most, 0))));
 }
 
 void GenericEffectPanel::setLeastLabelWidth(int width)

@@ -26,8 +26,8 @@ public:
     void resize(double width, double height) override;
     using oribund::Glob::resize;
 
-    /** The room that the longest name of a parameter takes, those of its mask included. */
-    int widestLabel() const;
+    /** The room that the longest name of a parameter takes. */
+    int widestLabel() const { return calcInitialLabelWidth(); }
 
     /** Gives all names at least so much room, as far as there is any: controls of several panels then line up. */
     void setLeastLabelWidth(int width);
@@ -47,13 +47,11 @@ private:
     void showParams();
     void filterParams();
     void placeLabels();
-    GenericEffectPanel* shownMask() const;
 
     PanelNotice* notice_ = nullptr;
     PanelFilter* filter_ = nullptr; ///< to be seen in a long panel
     oribund::WidgetGroup* body_ = nullptr;
-    oribund::Label* nothing_ = nullptr;           ///< what an effect without parameters says
-    oribund::GlobRef<oribund::Glob> alignedMask_; ///< whose names stand in the column of the effect's
+    oribund::Label* nothing_ = nullptr; ///< what an effect without parameters says
     int leastLabelWidth_ = 0;
     bool isFiltered_ = false;
 };
