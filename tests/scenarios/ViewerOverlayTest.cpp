@@ -10,6 +10,7 @@
 #include "oribund/host/edit/iColourPicker.h"
 #include "oribund/host/edit/monitor/CompoundEffectMonitor.h"
 #include "oribund/host/toolkit/core/Event.h"
+#include "oribund/panels/EffectComponentPanel.h"
 
 namespace workbench
 {
@@ -72,6 +73,11 @@ TEST_F(ViewerOverlayTest, HandlesFollowTheEffectAtHandAndHideWhileItIsPlayed)
     EXPECT_EQ(window_->focusWidget(), &window_->overlay().surface());
 
     const auto blur = addEffect("Blur");
+    EXPECT_EQ(window_->overlay().effect(), objectOf(pin->id())) << "nobody has turned to the new one";
+    const auto* const title = findInPanel<oribund::EffectComponentPanel>(blur->getName());
+    hand_.press(*title, {title->getWidth() / 2, 4});
+    hand_.release({title->getWidth() / 2, 4});
+    settle();
     EXPECT_EQ(window_->overlay().effect(), objectOf(blur->id())) << "its panel has the keyboard";
     EXPECT_TRUE(handles().handles().empty());
     press(Command::Undo);

@@ -12,7 +12,7 @@ import subprocess
 import sys
 import time
 
-from use import Atspi, GLib, application, first_window, named, saved, wait, walk, xdotool
+from use import Atspi, GLib, application, await_manager, first_window, named, saved, wait, walk, xdotool
 
 BATCH = 5  # effects on one clip: more would be slow, and would be left out for that
 PAUSE = 0.12  # in which a small picture is rendered
@@ -78,10 +78,13 @@ class Round:
         self.refused = []
 
     def workers(self):
+        """Those that show pictures; others may come and go."""
         found = set()
         for path in glob.glob(f"/proc/{self._process.pid}/task/*/children"):
             try:
-                found |= set(open(path, encoding="utf-8").read().split())
+                for child in open(path, encoding="utf-8").read().split():
+                    if open(f"/proc/{child}/comm", encoding="utf-8").read().strip() == "oribund-viewer":
+                        found.add(child)
             except OSError:
                 pass
         return found
@@ -259,7 +262,7 @@ def main():
     start, count = (int(word) for word in (sys.argv[3:] + ["0", "100000"][len(sys.argv) - 3:])[:2])
     log, clip = os.path.join(folder, "log"), os.path.join(folder, "clip.mp4")
     effects = titles(program)[start:start + count]
-    wait("the window manager", lambda: xdotool("get_num_desktops"))
+    await_manager(folder)
     with open(log, "w", encoding="utf-8") as said, subprocess.Popen([program], stderr=said) as running:
         try:
             xdotool("windowactivate", "--sync", first_window(running, log))

@@ -14,19 +14,7 @@ export XDG_CACHE_HOME="$folder/cache" XDG_STATE_HOME="$folder/state" SDL_AUDIODR
 export QT_QPA_PLATFORM=xcb QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 NO_AT_BRIDGE=0
 ffmpeg -v error -f lavfi -i testsrc=s=320x180:r=25:d=4 -f lavfi -i sine=440:r=48000:d=4 -g 12 -bf 0 \
     -c:v mpeg4 -q:v 4 -c:a aac "$folder/clip.mp4" </dev/null
-use() {
-    rm -rf "$folder"/{config,data,cache,state}
-    # shellcheck disable=SC2016
-    xvfb-run -a -s "-screen 0 1600x1000x24" dbus-run-session -- bash -c \
-        'openbox & exec /usr/bin/python3 -B -W ignore::DeprecationWarning "$@"' - \
-        "$here/$script" "$program" "$folder" "$@"
-}
-status=0
-use "$@" || status=$?
-# A display that comes to nothing is not the program's fault: another one is tried, once.
-if [ "$status" -eq 75 ]; then
-    echo "no window came up, for the reasons above; once more on another display"
-    status=0
-    use "$@" || status=$?
-fi
-exit "$status"
+# shellcheck disable=SC2016
+xvfb-run -a -s "-screen 0 1600x1000x24" dbus-run-session -- bash -c \
+    'openbox --startup "touch $1/managed" & shift; exec /usr/bin/python3 -B -W ignore::DeprecationWarning "$@"' - \
+    "$folder" "$here/$script" "$program" "$folder" "$@"

@@ -68,6 +68,11 @@ def saved(path):
     return wait("the saved project", read)
 
 
+def await_manager(folder):
+    """A window that wants to come up while its manager still starts may never do so."""
+    wait("the window manager", lambda: os.path.exists(os.path.join(folder, "managed")))
+
+
 def first_window(program, log):
     """The program's window. When none comes up, says what there is instead."""
     try:
@@ -108,8 +113,7 @@ def use(program, log):
 def main():
     program, folder = sys.argv[1:3]
     log = os.path.join(folder, "log")
-    # A window that wants to come up while its manager still starts may never do so.
-    wait("the window manager", lambda: os.path.exists(os.path.join(folder, "managed")))
+    await_manager(folder)
     command = [program, os.path.join(folder, "clip.mp4")]
     with open(log, "w", encoding="utf-8") as said, subprocess.Popen(command, stderr=said) as running:
         try:

@@ -13,6 +13,7 @@
 #include "workbench/model/projection/AllowList.h"
 
 #include <poll.h>
+#include <sys/prctl.h>
 
 #include <cstdlib>
 #include <set>
@@ -31,6 +32,12 @@ constexpr std::chrono::seconds kPatience{30};
 
 // A picture that nobody takes in that time is left out. The client has fewer in use than there are.
 constexpr std::chrono::milliseconds kSlotPatience{200};
+
+/** Gives the process the name that lists of processes show, at most 15 letters. */
+void callProcess(const char* name)
+{
+    prctl(PR_SET_NAME, name, 0, 0, 0);
+}
 
 /** Ends the process when the client hangs up, whatever the other threads are in the middle of. */
 void endWithClient(int socket)
@@ -129,11 +136,13 @@ void EngineServer::handle(const request::Hello&)
 
 void EngineServer::handle(request::Load& load)
 {
-    if (!renderer_)
+    if (!renderer_) {
+        callProcess("oribund-viewer");
         renderer_ =
             std::make_unique<RenderWorker>(session_, callbacks(), options_, marks_, [this](int width, int height) {
                 return slots_->reserve(width, height, kSlotPatience);
             });
+    }
     renderer_->load(std::make_shared<const Projection>(std::move(load.projection)),
                     {load.bypassed.begin(), load.bypassed.end()}, load.revision);
 }
@@ -164,6 +173,7 @@ void EngineServer::handle(const request::Pause&)
 
 void EngineServer::handle(request::StartExport& wanted)
 {
+    callProcess("oribund-export");
     const ExportResult result =
         runExport(session_, std::move(wanted.projection), wanted.settings, marks_, [this](int done, int total) {
             tell(event::ExportProgress{done, total});
