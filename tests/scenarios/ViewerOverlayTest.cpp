@@ -107,7 +107,7 @@ TEST_F(ViewerOverlayTest, ThePickerTakesColoursFromThePictureBeforeTheEffect)
     const auto isInput = [&] {
         oribund::AccessibleDescription description;
         area.describe(description);
-        return displayText(description.help).view().find(L"before the effect") != std::wstring_view::npos;
+        return displayText(description.help).view().find(L"as shown") == std::wstring_view::npos;
     };
     ASSERT_TRUE(QTest::qWaitFor(isInput, 20000));
     const QPoint middle = Hand::middleOf(area);
@@ -123,6 +123,11 @@ TEST_F(ViewerOverlayTest, ThePickerTakesColoursFromThePictureBeforeTheEffect)
     EXPECT_FALSE(area.isVisible());
     picker->end(pick);
     EXPECT_EQ(ends_, 1) << "it is over";
+    picker->begin(view(effect));
+    findInPanel<oribund::EffectComponentPanel>(effect->getName())->takeFocus();
+    window_->effectsPanel().surface().setFocus();
+    Hand::key(Qt::Key_Escape);
+    EXPECT_EQ(ends_, 2) << "wherever the keyboard is";
 }
 
 TEST_F(ViewerOverlayTest, StatisticsAreOfWhatTheEffectGets)

@@ -69,13 +69,21 @@ void PickArea::setMapping(const PictureMapping& mapping)
 void PickArea::setPicture(const Image& picture)
 {
     picture_ = picture;
-    changed(GlobChange::kContents);
+    changed(GlobChange::kState | GlobChange::kContents);
 }
 
-void PickArea::setHint(const WString& hint)
+bool PickArea::showsPicture() const
 {
-    hint_ = hint;
-    changed(GlobChange::kState | GlobChange::kContents);
+    // Away from the picture the user looks at what came of the pick.
+    return !picture_.empty() && (isHot() || drag_ || cross_);
+}
+
+WString PickArea::hint() const
+{
+    const WString what = picture_.empty() ? L"The picture as shown."
+                         : showsPicture() ? L"The picture before the effect."
+                                          : L"The picture with the effect.";
+    return what + L" Click or drag to pick a colour; Shift adds, Alt takes away, Escape ends.";
 }
 
 Vector2d PickArea::partsAt(const XY<int>& local) const
@@ -162,20 +170,17 @@ void PickArea::moveCross(const Event& press)
 
 void PickArea::describe(AccessibleDescription& description) const
 {
-    description.help = UIString(hint_);
+    description.help = UIString(hint());
 }
 
 void PickArea::draw(CanvasRenderer& renderer)
 {
-    // Away from the picture the user looks at what came of the pick.
-    if (!picture_.empty() && (isHot() || drag_ || cross_))
+    if (showsPicture())
         renderer.image(mapping_.area, picture_, CanvasRenderer::kNone);
-    if (!hint_.empty()) {
-        const Kt::Box<double> line{mapping_.area.left, mapping_.area.top, mapping_.area.right,
-                                   mapping_.area.top + UifStd::getRowHeight()};
-        renderer.fillRect(line, kShade);
-        renderer.text(line, hint_, font(), kInk, TextAlign::Centre);
-    }
+    const Kt::Box<double> line{mapping_.area.left, mapping_.area.top, mapping_.area.right,
+                               mapping_.area.top + UifStd::getRowHeight()};
+    renderer.fillRect(line, kShade);
+    renderer.text(line, hint(), font(), kInk, TextAlign::Centre);
     if (isArea()) {
         const auto [from, to] = *drag_;
         const Kt::Box<double> box = CanvasRenderer::toDouble(

@@ -33,9 +33,6 @@ public:
     /** Shown over the frame while the pointer is there, or the cross; an empty one lets the viewer's be seen. */
     void setPicture(const oribund::Image& picture);
 
-    /** What is said at the top of the picture. */
-    void setHint(const oribund::WString& hint);
-
     bool usesKey(const oribund::Event& press) const override;
     void describe(oribund::AccessibleDescription& description) const override;
     void draw(oribund::CanvasRenderer& renderer) override;
@@ -54,13 +51,14 @@ private:
     };
 
     bool isArea() const;
+    bool showsPicture() const;
+    oribund::WString hint() const; ///< says at the top of the picture what is seen there
     void pickDragged(unsigned modifiers);
     void moveCross(const oribund::Event& press);
     oribund::Vector2d partsAt(const oribund::XY<int>& local) const;
 
     PictureMapping mapping_;
     oribund::Image picture_;
-    oribund::WString hint_;
     std::optional<Drag> drag_;
     std::optional<oribund::Vector2d> cross_; ///< once the keyboard has moved it; in parts of the frame
 };

@@ -5,6 +5,7 @@
 #include "workbench/app/overlay/PickArea.h"
 
 #include <QApplication>
+#include <QKeySequence>
 
 #include <algorithm>
 #include <cmath>
@@ -65,11 +66,15 @@ ViewerPicker::ViewerPicker(Workspace& workspace, oribund::qt::PanelSurface& surf
     , surface_(surface)
     , area_(area)
     , shown_(std::move(shown))
+    , escape_(QKeySequence(Qt::Key_Escape), &surface)
     , time_(this, &ViewerPicker::handleTime)
     , replaced_(this, &ViewerPicker::handleReplaced)
 {
     area_.picked = [this](const oribund::Kt::Box<double>& box, unsigned modifiers) { pick(box, modifiers); };
     area_.ended = [this] { end(pick_); };
+    // Wherever the keyboard is meanwhile, unless something there has a use for the key.
+    escape_.setEnabled(false);
+    QObject::connect(&escape_, &QShortcut::activated, [this] { end(pick_); });
     askTimer_.setSingleShot(true);
     QObject::connect(&askTimer_, &QTimer::timeout, [this] { ask(); });
     time_.attach(workspace_.vob().getCurrentTimeServer().notifier());
@@ -94,6 +99,7 @@ oribund::iColourPicker::Number ViewerPicker::begin(const oribund::FXViewHandle& 
                                             [this](const FrameImagePtr& picture) { show(picture); });
     show(nullptr);
     area_.setVisible(true);
+    escape_.setEnabled(true);
     if (changed)
         changed();
     keyboardBefore_ = QApplication::focusWidget();
@@ -109,6 +115,7 @@ void ViewerPicker::end(Number pick)
         return;
     pick_ = kNone;
     askTimer_.stop();
+    escape_.setEnabled(false);
     inputPicture_ = nullptr;
     giveKeyboardBack();
     area_.setVisible(false);
@@ -134,8 +141,6 @@ void ViewerPicker::show(const FrameImagePtr& input)
 {
     inputPicture_ = input;
     area_.setPicture(input ? imageOf(*input) : oribund::Image());
-    const oribund::WString from = input ? L"The picture before the effect." : L"The picture as shown.";
-    area_.setHint(from + L" Click or drag to pick a colour; Shift adds, Alt takes away, Escape ends.");
 }
 
 void ViewerPicker::pick(const oribund::Kt::Box<double>& area, unsigned modifiers)

@@ -9,6 +9,7 @@
 #include "workbench/app/session/Workspace.h"
 
 #include <QPointer>
+#include <QShortcut>
 #include <QTimer>
 #include <QWidget>
 
@@ -70,6 +71,7 @@ private:
     std::unique_ptr<InputPicture> input_;
     FrameImagePtr inputPicture_; ///< null while it is not there
     QPointer<QWidget> keyboardBefore_;
+    QShortcut escape_;
     QTimer askTimer_;
     oribund::Notifier<oribund::ColourPickEvent> picks_;
     oribund::MethodCallback<ViewerPicker, oribund::ValServerEvent<double>> time_;
