@@ -15,6 +15,7 @@
 #include <QDockWidget>
 #include <QMessageBox>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -115,7 +116,9 @@ protected:
                       QStringList{QLatin1String(kAsProgram), QLatin1String(role)} + files);
         EXPECT_TRUE(process.waitForFinished(20000));
         EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
-        return QString::fromUtf8(process.readAllStandardOutput());
+        // What a system or a build cannot fence off is told in the first run alone.
+        static const QRegularExpression gaps(QStringLiteral("Effects and media are not fully fenced off[^\n]*"));
+        return QString::fromUtf8(process.readAllStandardOutput()).remove(gaps);
     }
 
     /** A project with the sample clip, in a file. */
@@ -140,7 +143,7 @@ TEST_F(Program, RemembersItsWindowAndProjectFromOneRunToTheNext)
     EXPECT_TRUE(first.contains(QStringLiteral("title My film"))) << first.toStdString();
     EXPECT_TRUE(first.contains(QStringLiteral("modified 0")));
     const QString second = run(kLook);
-    EXPECT_EQ(second, first);
+    EXPECT_EQ(second.toStdString(), first.toStdString());
     EXPECT_TRUE(second.contains(QStringLiteral("place 40 50 770 640\neffects right\n"))) << second.toStdString();
 
     // The project is gone: that is said, once, and the place of the window is still known.
