@@ -24,6 +24,17 @@ function(workbench_folder name)
   target_link_libraries(workbench_${name} PUBLIC ${arg_LINK})
 endfunction()
 
+# oribund_plugin(NAME FOLDER SOURCES a.cpp ...)
+#   A plug-in that other programs load as well, as FOLDER/NAME.so: those have no sanitizer of ours.
+function(oribund_plugin name folder)
+  cmake_parse_arguments(arg "" "" "SOURCES" ${ARGN})
+  add_library(${name} MODULE ${arg_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_compile_options(${name} PRIVATE -fno-sanitize=all)
+  target_link_options(${name} PRIVATE -fno-sanitize=all)
+  set_target_properties(${name} PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${folder})
+endfunction()
+
 # oribund_test(NAME SOURCES a.cpp ... LINK libraries ... [LABELS label ...])
 #   A GoogleTest program test_NAME, run whole as one ctest entry. Three labels mean something to ./test:
 #   `threads`: it starts threads, so it is also built (as part of threaded_tests) and run under the thread sanitizer;
